@@ -1,0 +1,40 @@
+#pragma once
+
+#include <Foundation/Environment.h>
+#include <Foundation/FormatEngines.h>
+
+#include <memory>
+
+namespace hbr {
+
+/// The shared date and duration formatters of one environment, each made on first use (thread-safe) and
+/// then only read.
+class Formatters {
+  public:
+    explicit Formatters(platform::EnvironmentRef environment);
+    ~Formatters();
+    /// Of Environment::current().
+    static Formatters& shared();
+
+    const platform::RelativeDateTimeFormatter& relativeDefault() const;
+    const platform::DateFormatter& timeOnly() const;
+    const platform::DateFormatter& timeAndDateFormatter() const;
+    const platform::DateFormatter& dateOnly() const;
+    const platform::DateFormatter& dateOnlyNoYearWeekDay() const;
+    const platform::DateFormatter& calendarEventOccurrence() const;
+    const platform::DateFormatter& weekDay() const;
+    /// Largest unit of what is left, as the phrase "… remaining".
+    std::optional<std::string> timeRemaining(double seconds) const;
+    const platform::DurationFormatter& countdownFormatter() const;
+    const platform::DurationFormatter& durationFormatter() const;
+    const platform::DurationFormatter& durationFormatterForAccessibility() const;
+    const platform::DurationFormatter& durationFormatterForTimeOffset() const;
+
+    const platform::Environment& environment() const;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace hbr

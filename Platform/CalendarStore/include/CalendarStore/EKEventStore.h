@@ -1,0 +1,101 @@
+#pragma once
+
+#include <CalendarStore/Account.h>
+#include <CalendarStore/EKCalendarItem.h>
+#include <Foundation/Environment.h>
+#include <Foundation/NotificationCenter.h>
+
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+/// Posted from the store's worker thread after the new state is in place.
+inline constexpr std::string_view eventStoreChangedNotification = "EKEventStoreChanged";
+
+/// What to ask for; made by the store's predicate operations.
+struct EKPredicate {
+    EKEntityType entityType = EKEntityType::event;
+    Date start;
+    Date end;
+    std::vector<EKCalendarRef> calendars;
+};
+
+/// What `doctor` tells of one collection.
+struct CollectionReport {
+    std::string account;
+    std::filesystem::path location;
+    EKCalendarRef events;
+    EKCalendarRef reminders;
+    std::size_t files = 0;
+    std::size_t eventCount = 0;
+    std::size_t reminderCount = 0;
+};
+
+struct AccountReport {
+    Account account;
+    bool readable = false;
+    /// Why it cannot be read; empty when it can.
+    std::string problem;
+    std::vector<CollectionReport> collections;
+};
+
+/// Calendars, events and tasks of the user's accounts, read from iCalendar files. A file is scanned once
+/// and again only when it changed; items are parsed when an interval touches them, so a query costs what
+/// it returns. All operations are safe from any thread. Every item of a calendar that cannot be read is
+/// skipped alone, with a diagnostic (file, line, reason) in the environment's sink.
+///
+/// An interval touches an event when start <= its end and end >= its start. Events are ordered by start,
+/// calendar identifier, event identifier.
+class EKEventStore {
+  public:
+    /// The user's own (not delegated) accounts of `accounts.toml`.
+    EKEventStore(EnvironmentRef environment, NotificationCenter& center);
+    /// A store over given sources, as `delegateSources()` of another store gives them.
+    EKEventStore(EnvironmentRef environment, NotificationCenter& center,
+                 const std::vector<std::shared_ptr<const EKSource>>& sources);
+    ~EKEventStore();
+    EKEventStore(const EKEventStore&) = delete;
+    EKEventStore& operator=(const EKEventStore&) = delete;
+
+    /// Full when an account of this kind of store can be read, denied when there are some and none can,
+    /// not determined when there is none.
+    EKAuthorizationStatus authorizationStatus(EKEntityType type) const;
+    using AccessCompletion = std::function<void(bool granted, std::exception_ptr error)>;
+    /// Reads the accounts again, then completes (on the calling thread).
+    void requestFullAccessToEvents(const AccessCompletion& completion);
+    void requestFullAccessToReminders(const AccessCompletion& completion);
+    void requestAccess(EKEntityType type, const AccessCompletion& completion);
+    /// Looks for changed files; posts the change notification when something changed.
+    void refreshSourcesIfNecessary();
+    /// Watches the accounts from now on and posts the change notification; long-lived processes only.
+    void startWatching();
+
+    std::vector<std::shared_ptr<const EKSource>> delegateSources() const;
+    std::vector<EKCalendarRef> calendars(EKEntityType type) const;
+    EKCalendarRef calendarWithIdentifier(std::string_view identifier) const;
+    /// The first occurrence; nullptr when there is none.
+    EKEventRef eventWithIdentifier(std::string_view identifier) const;
+    EKReminderRef reminderWithIdentifier(std::string_view identifier) const;
+
+    EKPredicate predicateForEvents(Date start, Date end, std::vector<EKCalendarRef> calendars) const;
+    std::vector<EKEventRef> events(const EKPredicate& predicate) const;
+    EKPredicate predicateForIncompleteReminders(Date dueStart, Date dueEnd,
+                                                std::vector<EKCalendarRef> calendars) const;
+    /// Completes on the store's worker thread.
+    void fetchReminders(const EKPredicate& predicate,
+                        std::function<void(std::vector<EKReminderRef>)> completion) const;
+
+    std::vector<AccountReport> report() const;
+
+  private:
+    struct State;
+    std::shared_ptr<State> state_;
+};
+
+}  // namespace platform

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <Foundation/Date.h>
+
+#include <optional>
+
+namespace platform {
+
+/// When the owner of an item wants to be told: at a moment, or so many seconds from its start (negative:
+/// before).
+struct EKAlarm {
+    std::optional<Date> absoluteDate;
+    double relativeOffset = 0;
+
+    friend bool operator==(const EKAlarm&, const EKAlarm&) = default;
+};
+
+}  // namespace platform

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <Foundation/Calendar.h>
+#include <Foundation/Date.h>
+#include <Foundation/Diagnostics.h>
+#include <Foundation/Locale.h>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+struct PlatformVersion {
+    int major = 14;
+    int minor = 0;
+    int patch = 0;
+
+    friend auto operator<=>(const PlatformVersion&, const PlatformVersion&) = default;
+};
+
+/// Everything a process takes from the world around it, in one replaceable value. Made once by `main`
+/// (Environment::fromProcess) or by a test, then handed down and never changed.
+struct Environment {
+    /// Names the product in paths: "$XDG_CONFIG_HOME/<productName>/…".
+    std::string productName = "heedbanner";
+    std::string programName;
+    PlatformVersion platformVersion;
+
+    std::function<Date()> clock;
+    Calendar calendar{TimeZone::utc()};
+    Locale locale;
+
+    /// Already the product's own folders; they need not exist.
+    std::filesystem::path configDirectory;
+    std::filesystem::path dataDirectory;
+    std::filesystem::path cacheDirectory;
+    std::filesystem::path homeDirectory;
+    std::filesystem::path zoneInfoDirectory = "/usr/share/zoneinfo";
+    /// Where resource bundles and shipped files are looked for, first match wins.
+    std::vector<std::filesystem::path> resourceDirectories;
+
+    std::shared_ptr<DiagnosticsSink> diagnostics = std::make_shared<CollectedDiagnostics>();
+
+    Date now() const { return clock(); }
+
+    /// The real world: system clock, TZ or /etc/localtime, LANGUAGE/LC_*/LANG, XDG directories.
+    /// `programPath` is argv[0] resolved; resources are looked for around it.
+    static std::shared_ptr<const Environment> fromProcess(std::string productName,
+                                                          const std::filesystem::path& programPath);
+
+    /// The process's default wiring, used by the `shared()` instances. Set once, before the first of them
+    /// is made; reading it before that gives fromProcess("heedbanner", …).
+    static std::shared_ptr<const Environment> current();
+    static void setCurrent(std::shared_ptr<const Environment> environment);
+};
+
+using EnvironmentRef = std::shared_ptr<const Environment>;
+
+}  // namespace platform

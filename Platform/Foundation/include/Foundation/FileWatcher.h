@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace platform {
+
+/// Tells, on a worker thread of its own, that something in the watched files or folders changed (written in
+/// place, renamed over, added, removed, vanished and come back). A burst is told once, after it went quiet
+/// for `quietSeconds`. Never polls. Destruction waits for a call under way.
+class FileWatcher {
+  public:
+    using Callback = std::function<void(const std::vector<std::filesystem::path>& changed)>;
+
+    FileWatcher(std::vector<std::filesystem::path> paths, Callback callback, double quietSeconds = 0.2);
+    ~FileWatcher();
+    FileWatcher(const FileWatcher&) = delete;
+    FileWatcher& operator=(const FileWatcher&) = delete;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace platform

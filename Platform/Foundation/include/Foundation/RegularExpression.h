@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+/// A pattern in ICU syntax over UTF-8 text. Immutable after construction, safe from any thread. Every
+/// search is bounded in steps and stack: one that would run away counts as no match.
+class RegularExpression {
+  public:
+    struct Options {
+        bool caseInsensitive = false;
+        bool dotMatchesLineSeparators = false;
+        bool anchorsMatchLines = false;
+    };
+    /// Byte offsets into the text, end not included.
+    struct Range {
+        std::size_t start = 0;
+        std::size_t end = 0;
+        friend bool operator==(const Range&, const Range&) = default;
+    };
+    /// The pattern does not compile; says where and why.
+    class Error : public std::runtime_error {
+      public:
+        using std::runtime_error::runtime_error;
+    };
+
+    /// Throws Error.
+    explicit RegularExpression(std::string_view pattern, Options options);
+    explicit RegularExpression(std::string_view pattern) : RegularExpression(pattern, Options{}) {}
+    static std::optional<RegularExpression> compile(std::string_view pattern, Options options);
+    static std::optional<RegularExpression> compile(std::string_view pattern) {
+        return compile(pattern, Options{});
+    }
+
+    bool matchesAnywhere(std::string_view text) const;
+    std::optional<Range> firstMatch(std::string_view text) const;
+    std::vector<Range> allMatches(std::string_view text) const;
+    /// "$1" stands for the first group.
+    std::string replacingMatches(std::string_view text, std::string_view replacementTemplate) const;
+
+  private:
+    struct Compiled;
+    std::shared_ptr<const Compiled> compiled_;
+};
+
+}  // namespace platform

@@ -1,0 +1,7 @@
+# ccache with paths relative to the checkout, so that two checkouts share their results.
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE_PROGRAM})
+endif()
+add_compile_options(-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
