@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+/// The interface font in one size. Which family that is belongs to the process (see setInterfaceFontFamily).
+struct Font {
+    /// Points.
+    double size = 12;
+    bool isBold = false;
+    /// All digits equally wide.
+    bool hasMonospacedDigits = false;
+
+    constexpr Font bold() const { return {size, true, hasMonospacedDigits}; }
+    constexpr Font monospacedDigits() const { return {size, isBold, true}; }
+    /// Height of one line whatever script stands in it; glyphs may reach beyond it.
+    double lineHeight() const;
+    /// "11", "11 bold", "30 tabular", "10 bold tabular".
+    std::string description() const;
+
+    friend bool operator==(const Font&, const Font&) = default;
+};
+
+constexpr Font system(double size) {
+    return {size, false, false};
+}
+/// For remarks below a list.
+constexpr Font captionFont() {
+    return system(10);
+}
+
+/// Takes the desktop's interface font; empty means the first installed of Inter, Cantarell, Noto Sans and
+/// DejaVu Sans. To be called before the first layout.
+void setInterfaceFontFamily(std::string family);
+std::string interfaceFontFamily();
+
+}  // namespace platform
