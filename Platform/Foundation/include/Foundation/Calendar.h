@@ -9,13 +9,13 @@ namespace platform {
 
 /// Parts of a date; an absent part is not set. Without `timeZone` the calendar's own zone is meant.
 struct DateComponents {
-    std::optional<int> year;
-    std::optional<int> month;
-    std::optional<int> day;
-    std::optional<int> hour;
-    std::optional<int> minute;
-    std::optional<int> second;
-    std::optional<TimeZone> timeZone;
+    std::optional<int> year = std::nullopt;
+    std::optional<int> month = std::nullopt;
+    std::optional<int> day = std::nullopt;
+    std::optional<int> hour = std::nullopt;
+    std::optional<int> minute = std::nullopt;
+    std::optional<int> second = std::nullopt;
+    std::optional<TimeZone> timeZone = std::nullopt;
 
     friend bool operator==(const DateComponents&, const DateComponents&) = default;
 };
