@@ -11,7 +11,9 @@
 namespace test {
 
 /// The moment written as RFC 3339; throws for a slip in the test.
-inline platform::Date at(std::string_view rfc3339) { return platform::parseRfc3339(rfc3339).value(); }
+inline platform::Date at(std::string_view rfc3339) {
+    return platform::parseRfc3339(rfc3339).value();
+}
 
 /// A world of its own: temporary folders, a clock that stands still until it is set, a fixed zone and locale.
 class TestEnvironment {
@@ -29,6 +31,7 @@ class TestEnvironment {
         environment_->configDirectory = home / "config/heedbanner";
         environment_->dataDirectory = home / "data/heedbanner";
         environment_->cacheDirectory = home / "cache/heedbanner";
+        environment_->resourceDirectories = {HEEDBANNER_BUILD_RESOURCES};
         diagnostics = std::make_shared<platform::CollectedDiagnostics>();
         environment_->diagnostics = diagnostics;
     }

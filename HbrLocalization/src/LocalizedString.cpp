@@ -1,0 +1,68 @@
+#include <HbrLocalization/LocalizedString.h>
+
+#include <HbrLocalization/PrintfFormat.h>
+#include <HbrLocalization/StringBundle.h>
+
+#include "AccessorText.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <mutex>
+
+namespace hbr {
+
+namespace {
+
+constexpr std::string_view localizable = "Localizable";
+
+struct CurrentBundle {
+    platform::EnvironmentRef environment;
+    std::shared_ptr<const StringBundle> strings;
+};
+
+/// The bundle of the current environment, looked for once per environment.
+CurrentBundle currentBundle() {
+    static std::mutex mutex;
+    static CurrentBundle current;
+    auto environment = platform::Environment::current();
+    std::lock_guard lock(mutex);
+    if (current.environment != environment) {
+        auto strings = StringBundle::find(environment, "HbrLocalization_HbrLocalization.bundle");
+        if (!strings) {
+            std::fputs("unable to find bundle named HbrLocalization_HbrLocalization\n", stderr);
+            std::_Exit(EXIT_FAILURE);
+        }
+        current = {std::move(environment), std::move(strings)};
+    }
+    return current;
+}
+
+}  // namespace
+
+std::string LocalizedString(std::string_view key) {
+    return LocalizedString(key, localizable, key);
+}
+
+std::string LocalizedString(std::string_view key, std::string_view table, std::string_view defaultText) {
+    return currentBundle().strings->localizedString(key, table, defaultText);
+}
+
+std::optional<std::string> LocalizedStringOrNil(std::string_view key) {
+    return LocalizedStringOrNil(localizable, key);
+}
+
+std::optional<std::string> LocalizedStringOrNil(std::string_view table, std::string_view key) {
+    auto text = LocalizedString(key, table, key);
+    if (text == key) return std::nullopt;
+    return text;
+}
+
+std::string L10n::accessorText(std::string_view key, std::string_view defaultText,
+                               std::initializer_list<FormatArgument> arguments) {
+    const auto bundle = currentBundle();
+    return formattedText(bundle.strings->localizedString(key, localizable, defaultText),
+                         {arguments.begin(), arguments.size()}, bundle.environment->locale);
+}
+
+}  // namespace hbr
