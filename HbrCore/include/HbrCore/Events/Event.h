@@ -6,6 +6,7 @@
 #include <Foundation/Date.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLink.h>
 #include <HbrCore/Events/ParticipantStatus.h>
+#include <HbrCore/RawValue.h>
 
 #include <optional>
 #include <string>
@@ -66,8 +67,6 @@ struct Event {
 };
 
 std::string_view rawValue(Event::EventType type);
-template <class T>
-std::optional<T> fromRawValue(std::string_view text);
 template <>
 std::optional<Event::EventType> fromRawValue<Event::EventType>(std::string_view text);
 

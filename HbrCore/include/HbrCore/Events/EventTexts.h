@@ -1,0 +1,38 @@
+#pragma once
+
+#include <Foundation/Calendar.h>
+#include <Foundation/OrderedDictionary.h>
+#include <HbrCore/Events/Event.h>
+#include <HbrUtils/Formatters.h>
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+// Texts that show when an event is and describe it to assistive technology.
+namespace hbr {
+
+/// "9:00 AM – 10:00 AM".
+std::string formattedTime(const Event& event, const Formatters& formatters);
+std::string formattedStartTime(const Event& event, const Formatters& formatters);
+std::string formattedStartTimeAndDate(const Event& event, const Formatters& formatters, platform::Date now);
+/// The end alone for a current event; dates only where the days differ from each other or from today.
+std::string formattedTimeAndDate(const Event& event, const Formatters& formatters, platform::Date now);
+
+struct MomentHash {
+    std::size_t operator()(platform::Date date) const noexcept {
+        return std::hash<double>{}(date.timeIntervalSinceReferenceDate());
+    }
+};
+/// By the start's midnight, days in the order of their first event.
+platform::OrderedDictionary<platform::Date, std::vector<Event>, MomentHash> gropedByDay(
+    const std::vector<Event>& events, const platform::Calendar& calendar);
+
+/// Type, title and place, time, travel time, call: one sentence each.
+std::string accessibilityValue(const Event& event, const Formatters& formatters, platform::Date now);
+/// The calendar or list that it belongs to.
+std::optional<std::string> accessibilityHelp(const Event& event);
+
+}  // namespace hbr

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <CalendarStore/EKEventStore.h>
+#include <Foundation/Environment.h>
+#include <Foundation/NotificationCenter.h>
+#include <HbrCore/Events/Event.h>
+
+#include <exception>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <vector>
+
+namespace hbr {
+
+class EventSettingsStore;
+class UserSettingsStore;
+
+inline constexpr std::string_view grantedPermissionNotification = "GrantedPermission";
+
+/// Why access to the calendars could not be had.
+class EventKitError : public std::runtime_error {
+  public:
+    enum class Code { accessNotGranted };
+    explicit EventKitError(Code code);
+    Code code() const { return code_; }
+
+  private:
+    Code code_;
+};
+
+/// The one gateway to the calendars: the user's own accounts and, once calendar access was asked for and
+/// given, the delegated ones; only calendars and lists that the user switched on are queried. Safe from any
+/// thread.
+class AggregatedEventStore {
+  public:
+    struct Collaborators {
+        platform::EnvironmentRef environment;
+        platform::NotificationCenter& center;
+        std::shared_ptr<UserSettingsStore> settings;
+        std::shared_ptr<EventSettingsStore> eventSettings;
+        std::shared_ptr<const VideoConferenceLinkParser> parser;
+    };
+    /// How far ahead pending events are looked for, in seconds.
+    static constexpr double pendingWindow = 3600;
+
+    explicit AggregatedEventStore(Collaborators collaborators);
+    /// Of CoreServices::shared().
+    static AggregatedEventStore& shared();
+    ~AggregatedEventStore();
+    AggregatedEventStore(const AggregatedEventStore&) = delete;
+    AggregatedEventStore& operator=(const AggregatedEventStore&) = delete;
+
+    bool hasCalendarAccess() const;
+    bool hasReminderAccess() const;
+    using AccessCompletion = std::function<void(std::exception_ptr error)>;
+    /// Completes with EventKitError without full access; with it, delegated calendars count from now on.
+    void requestCalendarAccess(const AccessCompletion& completion);
+    /// Refused access is no error.
+    void requestReminderAccess(const AccessCompletion& completion);
+    void refreshData();
+    /// Watches the sources for changes; long-lived processes only.
+    void startWatching();
+
+    platform::EKCalendarRef calendarWithIdentifier(std::string_view identifier) const;
+    /// Own calendars, then delegated ones that are not among them.
+    std::vector<platform::EKCalendarRef> calendars(platform::EKEntityType type) const;
+    std::vector<platform::EKCalendarRef> activeCalendars() const;
+    std::vector<platform::EKCalendarRef> activeReminderCalendars() const;
+
+    /// nullptr when there is none.
+    platform::EKEventRef eventWithIdentifier(std::string_view identifier) const;
+    /// Own lists only.
+    platform::EKReminderRef reminderWithIdentifier(std::string_view identifier) const;
+
+    /// Of the active calendars; an occurrence in both stores stands once, as the own store's.
+    std::vector<platform::EKEventRef> events(platform::Date start, platform::Date end) const;
+    using RemindersCompletion = std::function<void(std::vector<platform::EKReminderRef>)>;
+    /// Incomplete ones due in the interval. Completes on the store's worker thread, or at once on the
+    /// calling thread when no list is active.
+    void reminders(platform::Date start, platform::Date end, RemindersCompletion completion) const;
+
+    /// Scheduled events under way, by start.
+    std::vector<Event> currentEvents(platform::Date now) const;
+    /// Scheduled events of the next hour inside their alert period, by start.
+    std::vector<Event> pendingEvents(platform::Date now) const;
+    using EventsCompletion = std::function<void(std::vector<Event>)>;
+    /// Completes as `reminders` does.
+    void pendingAppleReminderEvents(platform::Date now, EventsCompletion completion) const;
+
+    /// What was read from the own accounts, then from the delegated ones.
+    std::vector<platform::AccountReport> report() const;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace hbr

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <Foundation/DefaultsDomain.h>
+#include <Foundation/NotificationCenter.h>
+#include <HbrCore/Events/EventSettings.h>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace hbr {
+
+/// What the user chose for single events, in the shared domain under "eventSettings". Nothing is cached.
+/// Writes post the change notification and are false when the file could not be written. Safe from any
+/// thread; writers never lose each other's entries.
+class EventSettingsStore {
+  public:
+    static constexpr std::string_view customEventSettingsChangedNotification =
+        "customEventSettingsChangedNotification";
+    static constexpr std::string_view storageKey = "eventSettings";
+
+    EventSettingsStore(platform::DefaultsDomainRef defaults, platform::NotificationCenter& center);
+    /// Of CoreServices::shared().
+    static EventSettingsStore& shared();
+
+    using Settings = std::map<std::string, EventSettings, std::less<>>;
+    /// By event id, unreadable entries left out; nothing when a stored value is no data block.
+    std::optional<Settings> customSettings() const;
+    std::optional<EventSettings> customSettings(std::string_view forEventIdentifier) const;
+    /// Entries of other events stay as they are, readable or not.
+    bool storeCustomSettings(const EventSettings& settings, const std::string& forEventIdentifier);
+    bool deleteCustomSettings(const std::string& forEventIdentifier);
+    /// Posts nothing.
+    bool deleteAllCustomEventSettings();
+
+  private:
+    std::optional<platform::PropertyDictionary> stored() const;
+
+    platform::DefaultsDomainRef defaults_;
+    platform::NotificationCenter& center_;
+};
+
+}  // namespace hbr

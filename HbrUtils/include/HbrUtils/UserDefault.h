@@ -1,0 +1,69 @@
+#pragma once
+
+#include <HbrUtils/DefaultsDomains.h>
+#include <HbrUtils/PropertyCoding.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace hbr {
+
+namespace detail {
+template <class T>
+bool isNil(const T&) {
+    return false;
+}
+template <class T>
+bool isNil(const std::optional<T>& value) {
+    return !value;
+}
+}  // namespace detail
+
+/// One setting of a property-list kind. Every read sees the newest write of any process.
+template <class T>
+class UserDefault {
+  public:
+    UserDefault(std::string key, T defaultValue, bool isShared, const DefaultsDomains& domains)
+        : key_(std::move(key)),
+          defaultValue_(std::move(defaultValue)),
+          isShared_(isShared),
+          userDefaults_(domains.domain(isShared)) {}
+
+    const std::string& key() const { return key_; }
+    const T& defaultValue() const { return defaultValue_; }
+    bool isShared() const { return isShared_; }
+    const platform::DefaultsDomainRef& userDefaults() const { return userDefaults_; }
+
+    /// The default when nothing, or something of another kind, is stored.
+    T get() const { return read(userDefaults_->value(key_)); }
+    /// An empty optional removes the key. False when the domain could not be written.
+    bool set(const T& value) const { return userDefaults_->setValue(key_, stored(value)); }
+    /// Reads, changes and writes under the domain's lock, so that no other writer is lost.
+    bool update(const std::function<void(T&)>& change) const {
+        return userDefaults_->update(key_, [&](const std::optional<platform::PropertyValue>& current) {
+            T value = read(current);
+            change(value);
+            return stored(value);
+        });
+    }
+
+  private:
+    T read(const std::optional<platform::PropertyValue>& current) const {
+        if (!current) return defaultValue_;
+        auto value = PropertyCoding<T>::decode(*current);
+        return value ? *std::move(value) : defaultValue_;
+    }
+    static std::optional<platform::PropertyValue> stored(const T& value) {
+        if (detail::isNil(value)) return std::nullopt;
+        return PropertyCoding<T>::encode(value);
+    }
+
+    std::string key_;
+    T defaultValue_;
+    bool isShared_;
+    platform::DefaultsDomainRef userDefaults_;
+};
+
+}  // namespace hbr
