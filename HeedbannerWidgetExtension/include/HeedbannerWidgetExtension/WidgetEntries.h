@@ -1,0 +1,45 @@
+#pragma once
+
+#include <Foundation/Date.h>
+#include <Foundation/Json.h>
+#include <HbrCore/Events/Event.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace hbr {
+
+/// The event to count down to; absent when none comes up.
+struct NextEventEntry {
+    platform::Date date;
+    std::optional<Event> event;
+
+    friend bool operator==(const NextEventEntry&, const NextEventEntry&) = default;
+};
+
+struct UpcomingEventsEntry {
+    platform::Date date;
+    std::vector<Event> events;
+
+    friend bool operator==(const UpcomingEventsEntry&, const UpcomingEventsEntry&) = default;
+};
+
+struct CurrentEventsEntry {
+    platform::Date date;
+    std::vector<Event> events;
+
+    friend bool operator==(const CurrentEventsEntry&, const CurrentEventsEntry&) = default;
+};
+
+/// {"date", "event"} with null for no event, {"date", "events"}.
+platform::JsonValue entryJson(const NextEventEntry& entry);
+platform::JsonValue entryJson(const UpcomingEventsEntry& entry);
+platform::JsonValue entryJson(const CurrentEventsEntry& entry);
+
+/// For people at a terminal: the entry's time, then a line an event.
+std::string entryText(const NextEventEntry& entry);
+std::string entryText(const UpcomingEventsEntry& entry);
+std::string entryText(const CurrentEventsEntry& entry);
+
+}  // namespace hbr
