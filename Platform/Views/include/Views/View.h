@@ -46,6 +46,9 @@ class View {
     [[nodiscard]] View multilineTextAlignment(HorizontalAlignment alignment) const;
     /// A text starts with the ink of a "0" on its leading edge instead of with that digit's side bearing.
     [[nodiscard]] View startsWithInk() const;
+    /// Symbols and pictures take the size they are offered, keeping the ratio of their sides, instead of
+    /// their own.
+    [[nodiscard]] View resizable() const;
 
     [[nodiscard]] View padding(Insets insets) const;
     [[nodiscard]] View frame(std::optional<double> width, std::optional<double> height,
@@ -55,8 +58,6 @@ class View {
     [[nodiscard]] View filling(Alignment alignment = {}) const;
     /// The width offered, the height that it wants.
     [[nodiscard]] View fixedHeight() const;
-    /// Scaled to fit what is offered, the sides keeping their ratio (symbols and pictures).
-    [[nodiscard]] View aspectFit() const;
     /// Drawn behind, in the same frame.
     [[nodiscard]] View background(View behind) const;
     [[nodiscard]] View opacity(double opacity) const;

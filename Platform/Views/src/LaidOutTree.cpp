@@ -1,0 +1,113 @@
+#include <Views/LaidOutTree.h>
+
+#include "TimerText.h"
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+bool isText(const LaidOutNode& node) {
+    return node.kind == LaidOutNode::Kind::text || node.kind == LaidOutNode::Kind::timer;
+}
+
+template <class Visit>
+void visitAll(const LaidOutNode& node, const Visit& visit) {
+    visit(node);
+    for (const auto& child : node.children)
+        visitAll(child, visit);
+}
+
+/// Texts below `node` but not those of links inside it.
+void collectLabel(const LaidOutNode& node, std::string& label) {
+    for (const auto& child : node.children) {
+        if (child.kind == LaidOutNode::Kind::link) continue;
+        if (isText(child) && !child.isAccessibilityHidden && !child.text.empty()) {
+            if (!label.empty()) label += ", ";
+            label += child.text;
+        }
+        collectLabel(child, label);
+    }
+}
+
+std::string labelOf(const LaidOutNode& link) {
+    if (!link.label.empty()) return link.label;
+    std::string label;
+    collectLabel(link, label);
+    return label;
+}
+
+}  // namespace
+
+std::string_view nameOf(LaidOutNode::Kind kind) {
+    switch (kind) {
+        case LaidOutNode::Kind::column:
+            return "column";
+        case LaidOutNode::Kind::row:
+            return "row";
+        case LaidOutNode::Kind::layers:
+            return "layers";
+        case LaidOutNode::Kind::text:
+            return "text";
+        case LaidOutNode::Kind::timer:
+            return "timer";
+        case LaidOutNode::Kind::symbol:
+            return "symbol";
+        case LaidOutNode::Kind::picture:
+            return "picture";
+        case LaidOutNode::Kind::shape:
+            return "shape";
+        case LaidOutNode::Kind::progress:
+            return "progress";
+        case LaidOutNode::Kind::link:
+            return "link";
+    }
+    return {};
+}
+
+std::vector<TapTarget> LaidOutTree::links() const {
+    std::vector<TapTarget> targets;
+    visitAll(root, [&](const LaidOutNode& node) {
+        if (node.url) targets.push_back({*node.url, labelOf(node), node.frame});
+    });
+    return targets;
+}
+
+std::optional<TapTarget> LaidOutTree::linkAt(Point point) const {
+    const auto targets = links();
+    const auto found = std::find_if(targets.rbegin(), targets.rend(), [point](const TapTarget& target) {
+        return target.frame.contains(point);
+    });
+    return found == targets.rend() ? std::nullopt : std::optional(*found);
+}
+
+std::vector<std::string> LaidOutTree::texts() const {
+    std::vector<const LaidOutNode*> nodes;
+    visitAll(root, [&](const LaidOutNode& node) {
+        if (isText(node) && !node.text.empty()) nodes.push_back(&node);
+    });
+    const auto leadingEdge = [this](const LaidOutNode* node) {
+        return isRightToLeft ? -node->frame.right() : node->frame.x;
+    };
+    std::stable_sort(nodes.begin(), nodes.end(), [&](const LaidOutNode* a, const LaidOutNode* b) {
+        if (a->frame.y != b->frame.y) return a->frame.y < b->frame.y;
+        return leadingEdge(a) < leadingEdge(b);
+    });
+    std::vector<std::string> texts;
+    for (const auto* node : nodes)
+        texts.push_back(node->text);
+    return texts;
+}
+
+std::optional<Date> LaidOutTree::nextChange(Date now) const {
+    std::optional<Date> next;
+    visitAll(root, [&](const LaidOutNode& node) {
+        if (!node.timerTarget) return;
+        const Date change = nextTimerChange(*node.timerTarget, now);
+        if (!next || change < *next) next = change;
+    });
+    return next;
+}
+
+}  // namespace platform

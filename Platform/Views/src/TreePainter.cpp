@@ -1,0 +1,233 @@
+#include "TreePainter.h"
+
+#include "PictureState.h"
+#include "TextPlan.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace platform {
+
+namespace {
+
+/// Keeps the transformation, clip and source of a drawing as they were.
+class SavedState {
+  public:
+    explicit SavedState(cairo_t* cairo) : cairo_(cairo) { cairo_save(cairo); }
+    ~SavedState() { cairo_restore(cairo_); }
+    SavedState(const SavedState&) = delete;
+    SavedState& operator=(const SavedState&) = delete;
+
+  private:
+    cairo_t* cairo_;
+};
+
+std::uint32_t rgb(Color color) {
+    const auto part = [](double value) { return static_cast<std::uint32_t>(std::lround(value * 255)); };
+    return (part(color.red) << 16) | (part(color.green) << 8) | part(color.blue);
+}
+
+class Painter {
+  public:
+    Painter(cairo_t* cairo, const LaidOutTree& tree, const PaintRules& rules)
+        : cairo_(cairo), tree_(tree), rules_(rules) {}
+
+    void paint(const LaidOutNode& node) {
+        switch (node.kind) {
+            case LaidOutNode::Kind::text:
+            case LaidOutNode::Kind::timer:
+                paintText(node);
+                break;
+            case LaidOutNode::Kind::symbol:
+                paintSymbol(node);
+                break;
+            case LaidOutNode::Kind::picture:
+                paintPicture(node);
+                break;
+            case LaidOutNode::Kind::shape:
+                paintShape(node);
+                break;
+            case LaidOutNode::Kind::progress:
+                paintProgress(node);
+                break;
+            default:
+                break;
+        }
+        for (const auto& child : node.children)
+            paint(child);
+    }
+
+  private:
+    double snapped(double value) const {
+        return rules_.isVector ? value : std::round(value * rules_.scale) / rules_.scale;
+    }
+    Rect snapped(Rect rect) const {
+        const double x = snapped(rect.x), y = snapped(rect.y);
+        return {x, y, snapped(rect.right()) - x, snapped(rect.bottom()) - y};
+    }
+
+    void setSource(const LaidOutNode& node) const {
+        const Color color = node.color.value_or(Color{});
+        cairo_set_source_rgba(cairo_, color.red, color.green, color.blue, color.alpha * node.opacity);
+    }
+
+    void paintText(const LaidOutNode& node) const {
+        if (node.text.empty()) return;
+        const auto plan = planText(
+            node.text,
+            {node.font, node.lineLimit, node.textScale < 1 ? node.textScale : 1, tree_.isRightToLeft},
+            node.frame.width);
+        setSource(node);
+        const double lineHeight = node.font.lineHeight();
+        double baseline = node.frame.y + baselineInLineBox(node.font);
+        for (int line = 0; line < plan.shaped->lineCount(); ++line, baseline += lineHeight) {
+            const SavedState saved(cairo_);
+            cairo_translate(cairo_, lineStart(node, plan, line), snapped(baseline));
+            cairo_scale(cairo_, plan.scale, plan.scale);
+            cairo_move_to(cairo_, 0, 0);
+            pango_cairo_show_layout_line(cairo_, plan.shaped->line(line));
+        }
+    }
+
+    double lineStart(const LaidOutNode& node, const TextPlan& plan, int line) const {
+        const double length = plan.shaped->lineWidth(line) * plan.scale;
+        const double offset = alignedTo(node.textAlignment, length, node.frame.width);
+        const double bearing = node.startsWithInk ? leadingBearingOfZero(node.font) * plan.scale : 0;
+        if (!tree_.isRightToLeft) return node.frame.x + offset - bearing;
+        return node.frame.right() - offset - length + bearing;
+    }
+
+    static double alignedTo(HorizontalAlignment alignment, double inner, double outer) {
+        if (alignment == HorizontalAlignment::leading) return 0;
+        return alignment == HorizontalAlignment::center ? (outer - inner) / 2 : outer - inner;
+    }
+
+    /// The frame in whole device pixels, and the file's raster for it.
+    template <class Draw>
+    void paintRaster(const LaidOutNode& node, const std::shared_ptr<const Raster>& raster,
+                     cairo_format_t format, const Draw& draw) const {
+        if (!raster) return;
+        const SavedState saved(cairo_);
+        cairo_translate(cairo_, snapped(node.frame.x), snapped(node.frame.y));
+        cairo_scale(cairo_, 1 / rules_.scale, 1 / rules_.scale);
+        // Cairo wants writable memory but only reads a source.
+        auto* pixels = const_cast<std::uint8_t*>(raster->pixels.data());
+        cairo_surface_t* surface = cairo_image_surface_create_for_data(pixels, format, raster->width,
+                                                                       raster->height, raster->stride);
+        draw(surface);
+        cairo_surface_finish(surface);
+        cairo_surface_destroy(surface);
+    }
+
+    int devicePixels(double length) const { return static_cast<int>(std::lround(length * rules_.scale)); }
+
+    void paintSymbol(const LaidOutNode& node) const {
+        if (!tree_.pictures) return;
+        auto& library = tree_.pictures->state();
+        const auto path = picturePath("symbols", node.text);
+        if (rules_.isVector) {
+            const SavedState saved(cairo_);
+            cairo_push_group_with_content(cairo_, CAIRO_CONTENT_ALPHA);
+            cairo_translate(cairo_, node.frame.x, node.frame.y);
+            library.draw(cairo_, path, node.frame.width, node.frame.height, std::nullopt);
+            cairo_pattern_t* mask = cairo_pop_group(cairo_);
+            setSource(node);
+            cairo_mask(cairo_, mask);
+            cairo_pattern_destroy(mask);
+            return;
+        }
+        const auto raster =
+            library.mask(path, devicePixels(node.frame.width), devicePixels(node.frame.height));
+        paintRaster(node, raster, CAIRO_FORMAT_A8, [&](cairo_surface_t* surface) {
+            setSource(node);
+            cairo_mask_surface(cairo_, surface, 0, 0);
+        });
+    }
+
+    void paintPicture(const LaidOutNode& node) const {
+        if (!tree_.pictures) return;
+        auto& library = tree_.pictures->state();
+        const auto path = picturePath("pictures", node.text);
+        const Color ink = node.color.value_or(Color{});
+        const PictureInks inks = {rgb(ink), rgb(node.accent.value_or(ink))};
+        const double opacity = ink.alpha * node.opacity;
+        if (rules_.isVector) {
+            const SavedState saved(cairo_);
+            cairo_push_group(cairo_);
+            cairo_translate(cairo_, node.frame.x, node.frame.y);
+            library.draw(cairo_, path, node.frame.width, node.frame.height, inks);
+            cairo_pop_group_to_source(cairo_);
+            cairo_paint_with_alpha(cairo_, opacity);
+            return;
+        }
+        const auto raster =
+            library.image(path, devicePixels(node.frame.width), devicePixels(node.frame.height), inks);
+        paintRaster(node, raster, CAIRO_FORMAT_ARGB32, [&](cairo_surface_t* surface) {
+            cairo_set_source_surface(cairo_, surface, 0, 0);
+            cairo_paint_with_alpha(cairo_, opacity);
+        });
+    }
+
+    void roundedRectangle(Rect rect, double radius) const {
+        if (radius <= 0) {
+            cairo_rectangle(cairo_, rect.x, rect.y, rect.width, rect.height);
+            return;
+        }
+        constexpr double quarter = std::numbers::pi / 2;
+        const double r = std::min({radius, rect.width / 2, rect.height / 2});
+        cairo_new_sub_path(cairo_);
+        cairo_arc(cairo_, rect.right() - r, rect.y + r, r, -quarter, 0);
+        cairo_arc(cairo_, rect.right() - r, rect.bottom() - r, r, 0, quarter);
+        cairo_arc(cairo_, rect.x + r, rect.bottom() - r, r, quarter, 2 * quarter);
+        cairo_arc(cairo_, rect.x + r, rect.y + r, r, 2 * quarter, 3 * quarter);
+        cairo_close_path(cairo_);
+    }
+
+    void paintShape(const LaidOutNode& node) const {
+        setSource(node);
+        const Rect rect = snapped(node.frame);
+        if (!node.isHairline) {
+            roundedRectangle(rect, node.cornerRadius);
+            cairo_fill(cairo_);
+            return;
+        }
+        const double width = 1 / rules_.scale;
+        roundedRectangle({rect.x + width / 2, rect.y + width / 2, rect.width - width, rect.height - width},
+                         node.cornerRadius - width / 2);
+        cairo_set_line_width(cairo_, width);
+        cairo_stroke(cairo_);
+    }
+
+    void paintProgress(const LaidOutNode& node) const {
+        constexpr double lineWidth = 2.5;
+        constexpr double trackOpacity = 0.25;
+        const Rect rect = snapped(node.frame);
+        const double x = rect.x + rect.width / 2, y = rect.y + rect.height / 2;
+        const double radius = std::max(0.0, std::min(rect.width, rect.height) / 2 - lineWidth / 2);
+        const Color color = node.color.value_or(Color{});
+        cairo_set_line_width(cairo_, lineWidth);
+        cairo_set_source_rgba(cairo_, color.red, color.green, color.blue,
+                              color.alpha * node.opacity * trackOpacity);
+        cairo_new_path(cairo_);
+        cairo_arc(cairo_, x, y, radius, 0, 2 * std::numbers::pi);
+        cairo_stroke(cairo_);
+        if (node.fraction <= 0) return;
+        setSource(node);
+        const double start = -std::numbers::pi / 2;
+        cairo_arc(cairo_, x, y, radius, start, start + node.fraction * 2 * std::numbers::pi);
+        cairo_stroke(cairo_);
+    }
+
+    cairo_t* cairo_;
+    const LaidOutTree& tree_;
+    const PaintRules& rules_;
+};
+
+}  // namespace
+
+void paintTree(cairo_t* cairo, const LaidOutTree& tree, const PaintRules& rules) {
+    Painter(cairo, tree, rules).paint(tree.root);
+}
+
+}  // namespace platform
