@@ -1,0 +1,97 @@
+#include "HostName.h"
+
+#include "LinkCharacters.h"
+#include "TopLevelDomains.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <string>
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t longestLabel = 63;
+
+bool isLabel(std::string_view label) {
+    return !label.empty() && label.size() <= longestLabel && label.front() != '-' && label.back() != '-' &&
+           label.find('_') == std::string_view::npos;
+}
+
+bool areLabels(std::string_view host) {
+    for (std::size_t start = 0, end = 0; end < host.size(); start = end + 1) {
+        end = std::min(host.find('.', start), host.size());
+        if (!isLabel(host.substr(start, end - start))) return false;
+    }
+    return !host.empty() && host.back() != '.';
+}
+
+std::string lowercasedAscii(std::string_view text) {
+    std::string result(text);
+    std::ranges::transform(result, result.begin(), asciiLowercased);
+    return result;
+}
+
+bool isAlphabetic(std::string_view label) {
+    return std::ranges::all_of(label, [](char c) { return !isAscii(c) || isAsciiLetter(c); });
+}
+
+bool hasMixedCase(std::string_view label) {
+    const auto isUpper = [](char c) { return c >= 'A' && c <= 'Z'; };
+    return std::ranges::any_of(label, isUpper) && !std::ranges::all_of(label, isUpper);
+}
+
+bool isOneOf(std::string_view domain, std::initializer_list<std::string_view> domains) {
+    return std::ranges::find(domains, domain) != domains.end();
+}
+
+}  // namespace
+
+HostJudgement judgeHostWithoutScheme(std::string_view host) {
+    const auto lastDot = host.rfind('.');
+    if (lastDot == std::string_view::npos || !areLabels(host)) return HostJudgement::noHost;
+    const auto domain = lowercasedAscii(host.substr(lastDot + 1));
+    const bool hasTwoLabels = host.find('.') == lastDot;
+    if (!hasTwoLabels && lowercasedAscii(host.substr(0, 4)) == "www." && domain.size() > 1 &&
+        isAlphabetic(domain))
+        return HostJudgement::host;
+
+    const auto known = topLevelDomain(domain);
+    if (known == TopLevelDomain::unknown) return HostJudgement::noHost;
+    // A sentence that goes on without a blank: "That was all.In the evening".
+    if (hasMixedCase(host.substr(lastDot + 1)) && !isOneOf(domain, {"com", "net", "org"}))
+        return HostJudgement::noHost;
+    if (known == TopLevelDomain::ambiguous) return HostJudgement::hostWithPath;
+    if (hasTwoLabels) {
+        const auto name = host.substr(0, lastDot);
+        if (name.size() == 1 && domain != "com") return HostJudgement::hostWithPath;
+        if (std::ranges::all_of(name, isAsciiDigit) && !isOneOf(domain, {"com", "cn", "net", "org"}))
+            return HostJudgement::hostWithPath;
+    }
+    return HostJudgement::host;
+}
+
+bool isMailHost(std::string_view host) {
+    const auto lastDot = host.rfind('.');
+    if (lastDot == std::string_view::npos || !areLabels(host)) return false;
+    const auto domain = host.substr(lastDot + 1);
+    return domain.size() > 1 && (isAlphabetic(domain) || lowercasedAscii(domain).starts_with("xn--"));
+}
+
+std::size_t scriptChangeBeforeAscii(std::string_view label) {
+    std::size_t change = 0;
+    bool hasAsciiBehind = false;
+    for (std::size_t i = 0; i < label.size();) {
+        const auto character = linkCharacterAt(label, i);
+        i += character.size;
+        if (character.kind == LinkCharacter::Kind::otherScript) {
+            change = i;
+            hasAsciiBehind = false;
+        } else if (character.kind == LinkCharacter::Kind::ascii) {
+            hasAsciiBehind = true;
+        }
+    }
+    return hasAsciiBehind ? change : 0;
+}
+
+}  // namespace platform
