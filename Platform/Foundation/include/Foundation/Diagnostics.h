@@ -6,6 +6,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace platform {
@@ -43,6 +44,7 @@ class CollectedDiagnostics final : public DiagnosticsSink {
   private:
     mutable std::mutex mutex_;
     std::vector<Diagnostic> diagnostics_;
+    std::unordered_set<std::string> seen_;
 };
 
 }  // namespace platform

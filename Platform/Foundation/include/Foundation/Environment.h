@@ -47,9 +47,12 @@ struct Environment {
     Date now() const { return clock(); }
 
     /// The real world: system clock, TZ or /etc/localtime, LANGUAGE/LC_*/LANG, XDG directories.
-    /// `programPath` is argv[0] resolved; resources are looked for around it.
-    static std::shared_ptr<const Environment> fromProcess(std::string productName,
-                                                          const std::filesystem::path& programPath);
+    /// `programPath` is the program's file, links resolved. Resources are looked for in the variable
+    /// PRODUCTNAME_RESOURCES (upper case, absolute), share/productName under the program's prefix, the
+    /// further directories (a build's own), the program's folder.
+    static std::shared_ptr<const Environment> fromProcess(
+        std::string productName, const std::filesystem::path& programPath,
+        std::vector<std::filesystem::path> furtherResourceDirectories = {});
 
     /// The process's default wiring, used by the `shared()` instances. Set once, before the first of them
     /// is made; reading it before that gives fromProcess("heedbanner", …).

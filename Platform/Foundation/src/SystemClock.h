@@ -1,0 +1,17 @@
+#pragma once
+
+#include <Foundation/Date.h>
+
+#include <ctime>
+
+namespace platform {
+
+/// The system's wall clock; whole seconds are subtracted first so that the fraction keeps its precision.
+inline Date systemNow() {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    constexpr auto reference = static_cast<time_t>(Date::referenceSince1970);
+    return Date(static_cast<double>(now.tv_sec - reference) + static_cast<double>(now.tv_nsec) * 1e-9);
+}
+
+}  // namespace platform

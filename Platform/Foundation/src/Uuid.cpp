@@ -1,0 +1,64 @@
+#include <Foundation/Uuid.h>
+
+#include <cstring>
+#include <random>
+
+namespace platform {
+namespace {
+
+bool isDash(std::size_t place) {
+    return place == 8 || place == 13 || place == 18 || place == 23;
+}
+
+int hexDigit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+}  // namespace
+
+Uuid Uuid::random() {
+    Uuid uuid;
+    std::random_device device;  // the kernel's generator
+    for (std::size_t i = 0; i < uuid.bytes_.size(); i += sizeof(std::uint32_t)) {
+        std::uint32_t word = device();
+        std::memcpy(uuid.bytes_.data() + i, &word, sizeof word);
+    }
+    uuid.bytes_[6] = static_cast<std::uint8_t>((uuid.bytes_[6] & 0x0F) | 0x40);  // RFC 4122: version 4
+    uuid.bytes_[8] = static_cast<std::uint8_t>((uuid.bytes_[8] & 0x3F) | 0x80);
+    return uuid;
+}
+
+std::optional<Uuid> Uuid::parse(std::string_view text) {
+    if (text.size() != 36) return std::nullopt;
+    Uuid uuid;
+    std::size_t digits = 0;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        if (isDash(place)) {
+            if (text[place] != '-') return std::nullopt;
+            continue;
+        }
+        int digit = hexDigit(text[place]);
+        if (digit < 0) return std::nullopt;
+        auto& byte = uuid.bytes_[digits / 2];
+        byte = static_cast<std::uint8_t>((byte << 4) | digit);
+        ++digits;
+    }
+    return uuid;
+}
+
+std::string Uuid::uuidString() const {
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::string text;
+    text.reserve(36);
+    for (std::uint8_t byte : bytes_) {
+        if (isDash(text.size())) text += '-';
+        text += digits[byte >> 4];
+        text += digits[byte & 0xF];
+    }
+    return text;
+}
+
+}  // namespace platform
