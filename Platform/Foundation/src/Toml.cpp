@@ -3,6 +3,7 @@
 #include <toml++/toml.h>
 
 #include <algorithm>
+#include <memory>
 #include <sstream>
 
 namespace platform {
@@ -66,48 +67,46 @@ bool isTableArray(const PropertyValue& value) {
            });
 }
 
-toml::table inlineTable(const PropertyDictionary& dictionary);
+/// The library's node for a value.
+std::unique_ptr<toml::node> nodeOf(const PropertyValue& value) {
+    struct Convert {
+        using Node = std::unique_ptr<toml::node>;
 
-/// Puts the library's node for `value` in by way of `insert`, which takes any of the library's types.
-template <class Insert>
-void convert(const PropertyValue& value, const Insert& insert) {
-    if (auto* flag = std::get_if<bool>(&value.storage())) {
-        insert(*flag);
-    } else if (auto* integer = std::get_if<std::int64_t>(&value.storage())) {
-        insert(*integer);
-    } else if (auto* number = std::get_if<double>(&value.storage())) {
-        insert(*number);
-    } else if (auto* text = value.asString()) {
-        insert(*text);
-    } else if (auto* dictionary = value.asDictionary()) {
-        insert(inlineTable(*dictionary));
-    } else {
-        toml::array elements;
-        if (auto* array = value.asArray()) {
-            for (const PropertyValue& element : *array)
-                convert(element, [&elements](auto&& node) { elements.push_back(node); });
-        } else {
-            for (std::uint8_t byte : *value.asData())
-                elements.push_back(std::int64_t{byte});
+        Node operator()(bool flag) const { return std::make_unique<toml::value<bool>>(flag); }
+        Node operator()(std::int64_t number) const {
+            return std::make_unique<toml::value<std::int64_t>>(number);
         }
-        insert(std::move(elements));
-    }
-}
-
-toml::table inlineTable(const PropertyDictionary& dictionary) {
-    toml::table table;
-    for (const auto& [key, value] : dictionary) {
-        const std::string& name = key;
-        convert(value, [&](auto&& node) { table.insert(name, node); });
-    }
-    table.is_inline(true);
-    return table;
+        Node operator()(double number) const { return std::make_unique<toml::value<double>>(number); }
+        Node operator()(const std::string& text) const {
+            return std::make_unique<toml::value<std::string>>(text);
+        }
+        Node operator()(const Data& bytes) const {
+            auto array = std::make_unique<toml::array>();
+            for (std::uint8_t byte : bytes)
+                array->push_back(std::int64_t{byte});
+            return array;
+        }
+        Node operator()(const PropertyArray& elements) const {
+            auto array = std::make_unique<toml::array>();
+            for (const PropertyValue& element : elements)
+                nodeOf(element)->visit([&array](auto& node) { array->push_back(std::move(node)); });
+            return array;
+        }
+        Node operator()(const PropertyDictionary& dictionary) const {
+            auto table = std::make_unique<toml::table>();
+            for (const auto& entry : dictionary)
+                nodeOf(entry.second)->visit([&](auto& node) { table->insert(entry.first, std::move(node)); });
+            table->is_inline(true);
+            return table;
+        }
+    };
+    return std::visit(Convert{}, value.storage());
 }
 
 /// One line "key = value", escaped by the library.
 std::string line(const std::string& key, const PropertyValue& value) {
     toml::table single;
-    convert(value, [&](auto&& node) { single.insert(key, node); });
+    nodeOf(value)->visit([&](auto& node) { single.insert(key, std::move(node)); });
     std::ostringstream text;
     text << toml::toml_formatter{single, toml::format_flags::none};
     return text.str() + '\n';
