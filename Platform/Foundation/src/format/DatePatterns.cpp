@@ -1,0 +1,97 @@
+#include "DatePatterns.h"
+
+#include <unicode/dtptngen.h>
+#include <unicode/smpdtfmt.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "IcuTimeZone.h"
+
+namespace platform {
+namespace {
+
+using Style = DateFormatter::Style;
+
+void require(UErrorCode status, const char* what) {
+    if (U_FAILURE(status)) throw std::runtime_error(std::string(what) + ": " + u_errorName(status));
+}
+
+icu::DateFormat::EStyle icuStyle(Style style) {
+    switch (style) {
+        case Style::none:
+            return icu::DateFormat::kNone;
+        case Style::short_:
+            return icu::DateFormat::kShort;
+        case Style::medium:
+            return icu::DateFormat::kMedium;
+        case Style::long_:
+            return icu::DateFormat::kLong;
+    }
+    return icu::DateFormat::kNone;
+}
+
+icu::UnicodeString icuStylePattern(const icu::Locale& locale, Style date, Style time) {
+    const std::unique_ptr<icu::DateFormat> format(
+        icu::DateFormat::createDateTimeInstance(icuStyle(date), icuStyle(time), locale));
+    const auto* simple = dynamic_cast<const icu::SimpleDateFormat*>(format.get());
+    if (!simple) throw std::runtime_error("no date formats for the locale " + std::string(locale.getName()));
+    icu::UnicodeString pattern;
+    return simple->toPattern(pattern);
+}
+
+bool choosesHours(const icu::Locale& locale) {
+    UErrorCode status = U_ZERO_ERROR;
+    return locale.getKeywordValue<std::string>("hours", status) != "" && U_SUCCESS(status);
+}
+
+}  // namespace
+
+std::unique_lock<std::mutex> constructionLock() {
+    static std::mutex mutex;
+    return std::unique_lock(mutex);
+}
+
+icu::UnicodeString shortTimePattern(const icu::Locale& locale) {
+    return choosesHours(locale) ? skeletonPattern(locale, "jmm")
+                                : icuStylePattern(locale, Style::none, Style::short_);
+}
+
+icu::UnicodeString stylePattern(const icu::Locale& locale, Style date, Style time) {
+    icu::UnicodeString pattern = icuStylePattern(locale, date, time);
+    if (time == Style::none || !choosesHours(locale)) return pattern;
+    const icu::UnicodeString own = icuStylePattern(locale, Style::none, time);
+    return pattern.findAndReplace(own, skeletonPattern(locale, time == Style::short_ ? "jmm" : "jmmss"));
+}
+
+icu::UnicodeString skeletonPattern(const icu::Locale& locale, std::string_view skeleton) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::DateTimePatternGenerator> generator(
+        icu::DateTimePatternGenerator::createInstance(locale, status));
+    require(status, "no date patterns");
+    icu::UnicodeString pattern =
+        generator->getBestPattern(icu::UnicodeString::fromUTF8(std::string(skeleton)), status);
+    require(status, "no pattern for a date");
+    return pattern;
+}
+
+icu::UnicodeString dateTimeGlue(const icu::Locale& locale) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::DateTimePatternGenerator> generator(
+        icu::DateTimePatternGenerator::createInstance(locale, status));
+    require(status, "no date patterns");
+    icu::UnicodeString glue = generator->getDateTimeFormat(UDAT_MEDIUM, status);
+    require(status, "no pattern for a date with a time");
+    return glue;
+}
+
+std::unique_ptr<const icu::DateFormat> patternFormat(const icu::Locale& locale, const TimeZone& zone,
+                                                     const icu::UnicodeString& pattern) {
+    UErrorCode status = U_ZERO_ERROR;
+    auto format = std::make_unique<icu::SimpleDateFormat>(pattern, locale, status);
+    require(status, "no date format");
+    format->adoptTimeZone(new IcuTimeZone(zone));
+    return format;
+}
+
+}  // namespace platform

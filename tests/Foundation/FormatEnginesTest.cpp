@@ -1,0 +1,260 @@
+#include <Foundation/FormatEngines.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace platform {
+namespace {
+
+using Style = DateFormatter::Style;
+
+Locale locale(const char* identifier) {
+    return {.identifier = identifier};
+}
+Calendar calendarIn(const char* zone) {
+    return Calendar(TimeZone::named(zone).value());
+}
+Date at(const char* rfc3339) {
+    return parseRfc3339(rfc3339).value();
+}
+
+/// Narrow no-break spaces as blanks: which of the two stands before AM is up to the library's data.
+std::string folded(std::string text) {
+    for (std::size_t found; (found = text.find("\u202F")) != std::string::npos;)
+        text.replace(found, 3, " ");
+    return text;
+}
+
+TEST(DateFormatter, WritesAsTheLocaleDoes) {
+    struct Case {
+        const char* locale;
+        const char* time;
+        const char* longDate;
+        const char* skeleton;
+        const char* mediumAndShort;
+    };
+    const Case cases[] = {
+        {"en_US", "9:05 PM", "March 4, 2026", "Wed, Mar 4", "Mar 4, 2026, 9:05 PM"},
+        {"en_GB", "21:05", "4 March 2026", "Wed, 4 Mar", "4 Mar 2026, 21:05"},
+        {"en_GB@hours=h12", "9:05 pm", "4 March 2026", "Wed, 4 Mar", "4 Mar 2026, 9:05 pm"},
+        {"en_US@hours=h23", "21:05", "March 4, 2026", "Wed, Mar 4", "Mar 4, 2026, 21:05"},
+        {"de_DE", "21:05", "4. März 2026", "Mi., 4. März", "04.03.2026, 21:05"},
+        {"ja_JP", "21:05", "2026年3月4日", "3月4日(水)", "2026/03/04 21:05"},
+        {"ar_EG", "٩:٠٥ م", "٤ مارس ٢٠٢٦", "الأربعاء، ٤ مارس", "٠٤\u200F/٠٣\u200F/٢٠٢٦، ٩:٠٥ م"},
+        {"he_IL", "21:05", "4 במרץ 2026", "יום ד׳, 4 במרץ", "4 במרץ 2026, 21:05"},
+        // Only texts follow the locale's own calendar.
+        {"th_TH", "21:05", "4 มีนาคม 2569", "พ. 4 มี.ค.", "4 มี.ค. 2569 21:05"},
+    };
+    const Calendar berlin = calendarIn("Europe/Berlin");
+    const Date date = at("2026-03-04T20:05:59.999Z");
+    for (const Case& c : cases) {
+        const Locale l = locale(c.locale);
+        const auto styled = [&](Style day, Style time) {
+            return folded(DateFormatter::withStyles(l, berlin, day, time).string(date));
+        };
+        EXPECT_EQ(styled(Style::none, Style::short_), c.time) << c.locale;
+        EXPECT_EQ(styled(Style::long_, Style::none), c.longDate) << c.locale;
+        EXPECT_EQ(styled(Style::medium, Style::short_), c.mediumAndShort) << c.locale;
+        EXPECT_EQ(DateFormatter::withTemplate(l, berlin, "EdMMM").string(date), c.skeleton) << c.locale;
+    }
+}
+
+TEST(DateFormatter, TakesOffsetsFromTheSystemsZones) {
+    struct Case {
+        const char* zone;
+        const char* moment;
+        const char* text;
+    };
+    const Case cases[] = {
+        {"America/Mexico_City", "2026-07-01T12:00:00Z", "2026-07-01 06:00:00"},
+        {"Africa/Cairo", "2026-07-01T12:00:00Z", "2026-07-01 15:00:00"},
+        {"Asia/Almaty", "2026-07-01T12:00:00Z", "2026-07-01 17:00:00"},
+        {"America/New_York", "2026-03-08T06:59:59Z", "2026-03-08 01:59:59"},
+        {"America/New_York", "2026-03-08T07:00:00Z", "2026-03-08 03:00:00"},
+        {"Europe/Berlin", "2060-07-01T12:00:00Z", "2060-07-01 14:00:00"},
+        {"Asia/Kolkata", "1999-12-31T18:30:00Z", "2000-01-01 00:00:00"},
+    };
+    for (const Case& c : cases) {
+        const auto format =
+            DateFormatter::withPattern(locale("en_US_POSIX"), calendarIn(c.zone), "yyyy-MM-dd HH:mm:ss");
+        EXPECT_EQ(format.string(at(c.moment)), c.text) << c.zone;
+    }
+}
+
+TEST(DateFormatter, NearDaysAreWordsByTheCalendarOfTheZone) {
+    struct Case {
+        const char* locale;
+        const char* date;
+        const char* text;
+    };
+    const Case cases[] = {
+        {"en_US", "2026-11-22T23:00:00+01:00", "today, 11:00 PM"},
+        {"en_US", "2026-11-23T00:00:00+01:00", "tomorrow, 12:00 AM"},
+        {"en_US", "2026-11-21T23:59:00+01:00", "yesterday, 11:59 PM"},
+        {"en_US", "2026-11-24T14:45:00+01:00", "Nov 24, 2026, 2:45 PM"},
+        {"en_US@hours=h23", "2026-11-23T14:45:00+01:00", "tomorrow, 14:45"},
+        {"de_DE", "2026-11-24T14:45:00+01:00", "übermorgen, 14:45"},
+        {"de_DE", "2026-11-25T14:45:00+01:00", "25.11.2026, 14:45"},
+        {"fr_FR", "2026-11-22T14:45:00+01:00", "aujourd’hui, 14:45"},
+        {"uk_UA", "2026-11-20T14:45:00+01:00", "позавчора, 14:45"},
+        {"ja_JP", "2026-11-23T14:45:00+01:00", "明日 14:45"},
+        {"ar_EG", "2026-11-23T14:45:00+01:00", "غدًا، ٢:٤٥ م"},
+        {"he_IL", "2026-11-23T14:45:00+01:00", "מחר, 14:45"},
+    };
+    const Date now = at("2026-11-22T22:30:00+01:00");
+    for (const Case& c : cases) {
+        const auto format = DateFormatter::relativeDateAndTime(locale(c.locale), calendarIn("Europe/Berlin"));
+        EXPECT_EQ(folded(format.string(at(c.date), now)), c.text) << c.locale;
+    }
+}
+
+TEST(DurationFormatter, DropsZeroUnitsAndCutsOff) {
+    using Units = DurationFormatter::UnitsStyle;
+    const DurationFormatter::Configuration short_{};
+    const DurationFormatter::Configuration two{.maximumUnitCount = 2};
+    const DurationFormatter::Configuration one{.seconds = true, .maximumUnitCount = 1};
+    const DurationFormatter::Configuration full{.style = Units::full};
+    const DurationFormatter::Configuration offset{.style = Units::full, .days = false, .seconds = true};
+    constexpr double hour = 3600;
+    struct Case {
+        const char* locale;
+        DurationFormatter::Configuration configuration;
+        double seconds;
+        const char* text;
+    };
+    const Case cases[] = {
+        {"en_US", short_, 2 * hour + 5 * 60 + 59.9, "2h 5m"},
+        {"en_US", short_, 26 * hour, "1d 2h"},
+        {"en_US", short_, 59.9, "0m"},
+        {"en_US", short_, 0, "0m"},
+        {"en_US", short_, 60, "1m"},
+        {"en_US", short_, -(2 * hour + 60), "-2h -1m"},
+        {"en_US", two, 24 * hour + 7 * 60, "1d 7m"},
+        {"en_US", two, 26 * hour + 7 * 60, "1d 2h"},
+        {"en_US", one, 2 * hour - 1, "1h"},
+        {"en_US", one, 59.9, "59s"},
+        {"en_US", one, 0.9, "0s"},
+        {"en_US", full, 26 * hour + 60, "1 day, 2 hours, 1 minute"},
+        {"en_US", full, 90 * 60, "1 hour, 30 minutes"},
+        {"en_US", offset, 26 * hour + 30, "26 hours, 30 seconds"},
+        {"de_DE", full, 26 * hour + 60, "1 Tag, 2 Stunden und 1 Minute"},
+        {"ja_JP", short_, 2 * hour + 300, "2h5m"},
+        {"ar_EG", short_, 2 * hour + 300, "٢ س و٥ د"},
+    };
+    for (const Case& c : cases) {
+        const DurationFormatter format(locale(c.locale), calendarIn("UTC"), c.configuration);
+        EXPECT_EQ(format.string(c.seconds), c.text) << c.locale << " " << c.seconds;
+    }
+    const DurationFormatter format(locale("en_US"), calendarIn("UTC"), short_);
+    EXPECT_EQ(format.string(std::numeric_limits<double>::infinity()), std::nullopt);
+    EXPECT_EQ(format.string(std::numeric_limits<double>::quiet_NaN()), std::nullopt);
+    EXPECT_NE(format.string(1e300), std::nullopt);
+}
+
+TEST(DurationFormatter, CountsDaysBetweenDatesByTheWallClock) {
+    struct Case {
+        const char* from;
+        const char* to;
+        const char* text;
+    };
+    const Case cases[] = {
+        {"2026-03-07T12:00:00-05:00", "2026-03-08T12:00:00-04:00", "1d"},
+        {"2026-03-07T12:00:00-05:00", "2026-03-08T11:59:59-04:00", "22h 59m"},
+        {"2026-03-08T12:00:00-04:00", "2026-03-07T12:00:00-05:00", "-1d"},
+        {"2026-10-31T12:00:00-04:00", "2026-11-01T12:30:00-05:00", "1d 30m"},
+        {"2026-10-31T12:00:00-04:00", "2026-11-01T11:30:00-05:00", "24h 30m"},
+        {"2026-06-01T23:59:00-04:00", "2026-06-02T00:01:00-04:00", "2m"},
+        {"2026-06-02T00:01:00-04:00", "2026-06-01T23:59:00-04:00", "-2m"},
+    };
+    const DurationFormatter format(locale("en_US"), calendarIn("America/New_York"), {});
+    for (const Case& c : cases) {
+        EXPECT_EQ(format.string(at(c.from), at(c.to)), c.text) << c.from << " " << c.to;
+    }
+}
+
+TEST(RelativeDateTimeFormatter, NamesTheLargestUnitThatDiffers) {
+    struct Case {
+        const char* locale;
+        double seconds;
+        const char* text;
+    };
+    constexpr double day = 86400;
+    const Case cases[] = {
+        {"en_US", 359, "in 5 minutes"},
+        {"en_US", -7300, "2 hours ago"},
+        {"en_US", day - 1, "in 23 hours"},
+        {"en_US", day, "in 1 day"},
+        {"en_US", 8 * day, "in 1 week"},
+        {"en_US", 31 * day, "in 1 month"},
+        {"en_US", -366 * day, "1 year ago"},
+        {"en_US", 0, "in 0 seconds"},
+        {"en_US", -0.5, "0 seconds ago"},
+        {"de_DE", -7300, "vor 2 Stunden"},
+        {"ja_JP", 359, "5 分後"},
+        {"ar_EG", 359, "خلال ٥ دقائق"},
+    };
+    const Date now = at("2026-03-04T09:41:00Z");
+    for (const Case& c : cases) {
+        const RelativeDateTimeFormatter format(locale(c.locale), calendarIn("Europe/Berlin"));
+        EXPECT_EQ(format.string(now.addingTimeInterval(c.seconds), now), c.text)
+            << c.locale << " " << c.seconds;
+    }
+}
+
+TEST(FormatEngines, AreSharedByThreads) {
+    struct Engines {
+        DateFormatter time;
+        DateFormatter relative;
+        DurationFormatter duration;
+        RelativeDateTimeFormatter distance;
+
+        std::string text(Date now, int step) const {
+            const Date date = now.addingTimeInterval(step * 7321.0);
+            return time.string(date) + "|" + relative.string(date, now) + "|" +
+                   duration.string(now, date).value() + "|" + distance.string(date, now);
+        }
+    };
+    constexpr int steps = 60;
+    const Date now = at("2026-10-24T09:41:00Z");
+    const Calendar berlin = calendarIn("Europe/Berlin");
+    std::vector<std::thread> threads;
+    std::vector<int> wrong(5);
+    const char* const names[] = {"en_US", "de_DE", "ja_JP", "ar_EG", "he_IL"};
+    std::vector<Engines> all;
+    for (const char* name : names) {
+        const Locale l = locale(name);
+        all.push_back({DateFormatter::withStyles(l, berlin, Style::none, Style::short_),
+                       DateFormatter::relativeDateAndTime(l, berlin), DurationFormatter(l, berlin, {}),
+                       RelativeDateTimeFormatter(l, berlin)});
+    }
+    std::vector<std::vector<std::string>> expected;
+    for (const Engines& engines : all) {
+        auto& texts = expected.emplace_back();
+        for (int i = 0; i < steps; ++i)
+            texts.push_back(engines.text(now, i));
+    }
+    for (std::size_t first = 0; first < wrong.size(); ++first) {
+        threads.emplace_back([&, first] {
+            for (std::size_t n = 0; n < all.size(); ++n) {
+                const std::size_t which = (first + n) % all.size();
+                for (int i = 0; i < steps; ++i) {
+                    if (all[which].text(now, i) != expected[which][static_cast<std::size_t>(i)])
+                        ++wrong[first];
+                }
+                // Making formatters beside others' use of them.
+                DateFormatter::relativeDateAndTime(locale(names[which]), berlin);
+            }
+        });
+    }
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_THAT(wrong, testing::Each(0));
+}
+
+}  // namespace
+}  // namespace platform
