@@ -1,0 +1,21 @@
+#pragma once
+
+#include <Foundation/Date.h>
+#include <HbrCore/Events/Event.h>
+#include <Views/View.h>
+#include <Views/ViewContext.h>
+
+namespace hbr {
+
+/// Joins the event's call while it is pending or under way; drawn faintly otherwise, absent without a link.
+struct CameraButton {
+    const Event& event;
+    platform::Date now;
+    bool isPending = false;
+
+    bool isActive() const;
+    /// `ground`: what the button stands on, opaque.
+    platform::View body(const platform::ViewContext& context, platform::Color ground) const;
+};
+
+}  // namespace hbr

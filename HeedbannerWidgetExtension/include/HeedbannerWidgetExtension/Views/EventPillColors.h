@@ -1,0 +1,26 @@
+#pragma once
+
+#include <Foundation/Color.h>
+#include <HbrCore/Events/Event.h>
+#include <Views/Palette.h>
+
+namespace hbr {
+
+/// The colours of one event's pill, each legible where it stands.
+struct EventPillColors {
+    EventPillColors(const Event& event, const platform::Palette& palette);
+
+    /// The event's colour, translucent, as the user chose it.
+    platform::Color fill;
+    /// The fill over the container, opaque.
+    platform::Color ground;
+    /// True when the fill can hardly be told from the container, so that the pill wants an edge.
+    bool needsEdge = false;
+    platform::Color edge;
+    platform::Color primary;
+    platform::Color secondary;
+    /// Bar, circle, alarm and ring.
+    platform::Color marker;
+};
+
+}  // namespace hbr

@@ -1,0 +1,170 @@
+#include <HeedbannerWidgetExtension/Views/EventDetailView.h>
+
+#include <Foundation/Text.h>
+#include <HbrCore/Events/EventTiming.h>
+#include <HbrLocalization/L10n.h>
+#include <HeedbannerWidgetExtension/Views/CameraButton.h>
+#include <HeedbannerWidgetExtension/Views/ConditionalStack.h>
+
+namespace hbr {
+
+using namespace platform;
+
+namespace {
+
+constexpr double pillRadius = 3;
+constexpr double markerWidth = 10;
+
+bool isSmall(const ViewContext& context) {
+    return context.family == WidgetFamily::systemSmall;
+}
+
+bool isLarge(const ViewContext& context) {
+    return context.family == WidgetFamily::systemLarge;
+}
+
+/// At the top of the row's height.
+View topSymbol(std::string name, double top) {
+    return vstack({.spacing = 0},
+                  {symbol(std::move(name)).resizable().frame(markerWidth, std::nullopt).padding({.top = top}),
+                   spacer()});
+}
+
+}  // namespace
+
+View EventDetailView::body(const ViewContext& context) const {
+    const EventPillColors colors(event, context.palette());
+    const View camera = configuration.cameraButtonLocation == CameraButtonLocation::center
+                            ? cameraButton(context, colors)
+                            : View();
+    const View edge = colors.needsEdge
+                          ? shape({.cornerRadius = pillRadius, .isHairline = true}).foreground(colors.edge)
+                          : View();
+    const double vertical = isLarge(context) ? 4 : 2;
+    return hstack({.alignment = VerticalAlignment::center, .spacing = 4},
+                  {marker(colors), textBlock(context, colors), camera})
+        .padding({.top = vertical, .leading = 12, .bottom = vertical})
+        .padding({.trailing = 4})
+        .background(zstack({}, {rectangle(pillRadius).foreground(colors.fill), edge}))
+        .font(system(11))
+        .foreground(colors.primary);
+}
+
+View EventDetailView::marker(const EventPillColors& colors) const {
+    View marker;
+    switch (event.type) {
+        case Event::EventType::calendarEvent:
+            marker = rectangle(2).frame(3, std::nullopt);
+            break;
+        case Event::EventType::appleReminder:
+            marker = topSymbol("circle", 5);
+            break;
+        case Event::EventType::hbrReminder:
+            marker = topSymbol("alarm.fill", 4);
+            break;
+    }
+    return marker.foreground(colors.marker).accessibilityHidden();
+}
+
+View EventDetailView::textBlock(const ViewContext& context, const EventPillColors& colors) const {
+    const bool small = isSmall(context);
+    const View titleRow = hstack({.alignment = VerticalAlignment::center, .spacing = 0},
+                                 {
+                                     text(event.title.value_or(""))
+                                         .bold()
+                                         .lineLimit(configuration.titleLineLimit)
+                                         .multilineTextAlignment(HorizontalAlignment::leading),
+                                     spacer(),
+                                 });
+    std::vector<View> details = {vstack({.alignment = HorizontalAlignment::leading, .spacing = 0},
+                                        {dayAndTime(context, colors), travelTime(context)})};
+    if (configuration.cameraButtonLocation == CameraButtonLocation::inline_) {
+        const View camera = cameraButton(context, colors);
+        if (!camera.isEmpty()) {
+            details.push_back(spacer(4));
+            details.push_back(camera);
+        }
+    }
+    const View progress = progressLine(colors);
+    if (!small) details.push_back(progress);
+    const View detailsRow =
+        hstack({.alignment = small ? VerticalAlignment::center : VerticalAlignment::lastTextBaseline},
+               std::move(details));
+    return vstack({.alignment = HorizontalAlignment::leading, .spacing = isLarge(context) ? 4.0 : 0.0},
+                  {titleRow, detailsRow, small ? progress : View()});
+}
+
+View EventDetailView::dayAndTime(const ViewContext& context, const EventPillColors& colors) const {
+    const bool isRow = !isSmall(context);
+    return ConditionalStack{
+        .isHorizontal = isRow,
+        .horizontalAlignment = HorizontalAlignment::leading,
+        .verticalAlignment = VerticalAlignment::center,
+        .horizontalSpacing = 0,
+        .verticalSpacing = 0,
+        .content = {text(dayLabel(context) + (isRow ? ", " : ""))
+                        .font(system(11).bold().monospacedDigits())
+                        .foreground(colors.secondary)
+                        .lineLimit(1),
+                    text(timeText()).monospacedDigits().lineLimit(1).minimumScaleFactor(0.5)},
+    }
+        .body();
+}
+
+std::string EventDetailView::dayLabel(const ViewContext& context) const {
+    const Calendar& calendar = inputs.formatters.environment().calendar;
+    const Date day = event.occurrenceDate.value_or(event.startDate);
+    std::string label;
+    if (calendar.isSameDay(day, context.now)) {
+        label = L10n::TimeFormat::today();
+    } else if (calendar.isSameDay(day, calendar.addingDays(context.now, 1))) {
+        label = L10n::TimeFormat::tomorrow();
+    } else {
+        label = inputs.formatters.dateOnlyNoYearWeekDay().string(day);
+    }
+    return capitalizedFirstLetter(label, context.locale.identifier);
+}
+
+std::string EventDetailView::timeText() const {
+    const DateFormatter& timeOnly = inputs.formatters.timeOnly();
+    const std::string start = timeOnly.string(event.startDate);
+    const Calendar& calendar = inputs.formatters.environment().calendar;
+    if (event.startDate == event.endDate || !calendar.isSameDay(event.startDate, event.endDate)) return start;
+    return start + "–" + timeOnly.string(event.endDate);
+}
+
+View EventDetailView::travelTime(const ViewContext& context) const {
+    if (event.travelTime == 0 || !inputs.settings.includeTravelTime) return {};
+    const auto duration = inputs.formatters.durationFormatter().string(event.travelTime);
+    if (!duration) return {};
+    return hstack({.alignment = VerticalAlignment::firstTextBaseline, .spacing = 4},
+                  {
+                      symbol("car.fill").resizable().frame(14, 14).accessibilityHidden(),
+                      text(isSmall(context) ? *duration : L10n::General::travelTime(*duration))
+                          .monospacedDigits()
+                          .lineLimit(1),
+                  });
+}
+
+View EventDetailView::progressLine(const EventPillColors& colors) const {
+    if (!configuration.showsEventProgress || !isCurrentEvent(event, now)) return {};
+    return hstack({.alignment = VerticalAlignment::center, .spacing = 4},
+                  {
+                      progress(eventProgress(event, now))
+                          .frame(12, 12)
+                          .foreground(colors.marker)
+                          .accessibilityHidden(),
+                      text(inputs.formatters.timeRemaining(timeLeft(event, now)).value_or(""))
+                          .monospacedDigits()
+                          .lineLimit(1),
+                  })
+        .padding({.top = 4, .bottom = 2});
+}
+
+View EventDetailView::cameraButton(const ViewContext& context, const EventPillColors& colors) const {
+    const bool pending =
+        isPending(event, inputs.settings.timeOffset, inputs.settings.customSettings(event.id), now);
+    return CameraButton{event, now, pending}.body(context, colors.ground);
+}
+
+}  // namespace hbr

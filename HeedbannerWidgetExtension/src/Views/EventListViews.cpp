@@ -1,0 +1,135 @@
+#include <HeedbannerWidgetExtension/Views/EventListViews.h>
+
+#include <Foundation/Text.h>
+#include <HbrCore/DeepLinks/DeepLink.h>
+#include <HbrCore/Events/EventTexts.h>
+#include <HeedbannerWidgetExtension/Views/EventDetailView.h>
+#include <HeedbannerWidgetExtension/Views/NoEventsView.h>
+
+#include <algorithm>
+#include <string_view>
+
+namespace hbr {
+
+using namespace platform;
+
+namespace {
+
+/// What the two lists differ in.
+struct ListStyle {
+    std::string_view headerKey;
+    std::size_t longestList = 0;
+    bool saysHowManyMore = false;
+    bool showsTravelTime = false;
+    bool showsEventProgress = false;
+};
+
+constexpr ListStyle upcomingStyle = {.headerKey = "Widget.upcomingEvent.nextEvent",
+                                     .longestList = 6,
+                                     .saysHowManyMore = false,
+                                     .showsTravelTime = true,
+                                     .showsEventProgress = false};
+constexpr ListStyle currentStyle = {.headerKey = "Widget.upcomingEvent.currentEvents",
+                                    .longestList = 3,
+                                    .saysHowManyMore = true,
+                                    .showsTravelTime = false,
+                                    .showsEventProgress = true};
+constexpr std::string_view moreEventsKey = "Widget.currentEvents.moreEvents";
+
+class EventList {
+  public:
+    EventList(const ListStyle& style, const std::vector<Event>& events, Date now,
+              const EventViewInputs& inputs, const ViewContext& context)
+        : style_(style), events_(events), now_(now), inputs_(inputs), context_(context) {}
+
+    View body() const {
+        return vstack({.alignment = HorizontalAlignment::leading, .spacing = isLarge() ? 10.0 : 5.0},
+                      {header(), area().filling({.horizontal = HorizontalAlignment::leading})})
+            .filling({.horizontal = HorizontalAlignment::leading});
+    }
+
+  private:
+    bool isLarge() const { return context_.family == WidgetFamily::systemLarge; }
+
+    View header() const {
+        const auto title = uppercased(inputs_.strings.text(style_.headerKey), context_.locale.identifier);
+        return text(title).font(system(10).bold()).foreground(context_.palette().secondary).lineLimit(1);
+    }
+
+    /// The longest list that fits.
+    View area() const {
+        std::vector<View> rows;
+        for (std::size_t i = 0; i < std::min(style_.longestList, events_.size()); ++i) {
+            rows.push_back(row(events_[i]));
+        }
+        std::vector<View> candidates;
+        for (std::size_t count = rows.size(); count > 0; --count) {
+            std::vector<View> children(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(count));
+            children.push_back(overflow(events_.size() - count));
+            children.push_back(spacer());
+            candidates.push_back(
+                vstack({.alignment = HorizontalAlignment::leading, .spacing = isLarge() ? 6.0 : 3.0},
+                       std::move(children)));
+        }
+        return firstThatFits(Axis::vertical, std::move(candidates));
+    }
+
+    View row(const Event& event) const {
+        const bool small = context_.family == WidgetFamily::systemSmall;
+        using Location = EventDetailView::CameraButtonLocation;
+        const EventDetailView detail{event,
+                                     now_,
+                                     {.showsTravelTime = style_.showsTravelTime,
+                                      .titleLineLimit = small ? 2 : 1,
+                                      .cameraButtonLocation = small ? Location::inline_ : Location::center,
+                                      .showsEventProgress = style_.showsEventProgress},
+                                     inputs_};
+        return link(PreviewEventDeepLink(event.id).url(), detail.body(context_).fixedHeight())
+            .accessibilityLabel(accessibilityValue(event, inputs_.formatters, context_.now));
+    }
+
+    View overflow(std::size_t hidden) const {
+        if (!style_.saysHowManyMore || hidden == 0) return {};
+        return text(inputs_.strings.counted(moreEventsKey, hidden))
+            .font(captionFont())
+            .foreground(context_.palette().secondary)
+            .lineLimit(1);
+    }
+
+    const ListStyle& style_;
+    const std::vector<Event>& events_;
+    Date now_;
+    const EventViewInputs& inputs_;
+    const ViewContext& context_;
+};
+
+}  // namespace
+
+View UpcomingEventsView::body(const ViewContext& context) const {
+    return EventList(upcomingStyle, events, now, inputs, context).body();
+}
+
+View CurrentEventsView::body(const ViewContext& context) const {
+    return EventList(currentStyle, events, now, inputs, context).body();
+}
+
+View UpcomingEventsWidgetView::body(const ViewContext& context) const {
+    if (entry.events.empty()) {
+        return NoEventsView{inputs.strings.text("Widget.upcomingEvent.noUpcomingEvents")}.body(context);
+    }
+    return UpcomingEventsView{entry.events, entry.date, inputs}.body(context);
+}
+
+View CurrentEventsWidgetView::body(const ViewContext& context) const {
+    if (entry.events.empty()) {
+        return NoEventsView{inputs.strings.text("Widget.upcomingEvent.noCurrentEvents")}.body(context);
+    }
+    constexpr int minutesIntoFirstEvent = 12;
+    const Calendar& calendar = inputs.formatters.environment().calendar;
+    const Date now = inputs.settings.debugScreenshotMode
+                         ? calendar.addingMinutes(entry.events.front().startDate, minutesIntoFirstEvent)
+                         : entry.date;
+    return CurrentEventsView{entry.events, now, inputs}.body(context);
+}
+
+}  // namespace hbr
