@@ -1,0 +1,36 @@
+#pragma once
+
+#include <Foundation/Calendar.h>
+
+// Questions about dates and steps between them, by the days and clock of the calendar's zone. Pure. Where a
+// reading of the clock does not exist or exists twice, the rules of platform::TimeZone hold.
+namespace hbr {
+
+/// Year to second; no fraction.
+platform::DateComponents components(platform::Date date, const platform::Calendar& calendar);
+platform::DateComponents dateComponents(int day, int month, int year, int hours, int minutes);
+/// Second 0.
+platform::Date make(int day, int month, int year, int hours, int minutes, const platform::Calendar& calendar);
+platform::Date makeToday(int hours, int minutes, const platform::Calendar& calendar, platform::Date now);
+
+bool isOnSameDay(platform::Date date, platform::Date as, const platform::Calendar& calendar);
+bool isToday(platform::Date date, const platform::Calendar& calendar, platform::Date now);
+bool isTomorrow(platform::Date date, platform::Date relativeTo, const platform::Calendar& calendar);
+bool isInFuture(platform::Date date, platform::Date now);
+bool isInPast(platform::Date date, platform::Date now);
+/// 24 and 25 December and the first instant of the 26th.
+bool isInChristmasPeriod(platform::Date date, const platform::Calendar& calendar);
+
+/// Keeps the wall clock.
+platform::Date addingDays(platform::Date date, int days, const platform::Calendar& calendar);
+/// Elapsed time.
+platform::Date addingMinutes(platform::Date date, int minutes, const platform::Calendar& calendar);
+platform::Date beginningOfDay(platform::Date date, const platform::Calendar& calendar);
+/// 23:59:59.
+platform::Date endOfDay(platform::Date date, const platform::Calendar& calendar);
+/// The whole minute that the date lies in.
+platform::Date removingSeconds(platform::Date date, const platform::Calendar& calendar);
+/// From 23:xx it is the next day's midnight; a full hour gives the next one.
+platform::Date nextFullHour(platform::Date date, const platform::Calendar& calendar);
+
+}  // namespace hbr

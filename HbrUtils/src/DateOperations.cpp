@@ -1,0 +1,89 @@
+#include <HbrUtils/DateOperations.h>
+
+#include <cmath>
+
+namespace hbr {
+
+using platform::Calendar;
+using platform::Date;
+using platform::DateComponents;
+
+DateComponents components(Date date, const Calendar& calendar) {
+    return calendar.components(date);
+}
+
+DateComponents dateComponents(int day, int month, int year, int hours, int minutes) {
+    return {.year = year, .month = month, .day = day, .hour = hours, .minute = minutes};
+}
+
+Date make(int day, int month, int year, int hours, int minutes, const Calendar& calendar) {
+    return calendar.timeZone().date(
+        {.year = year, .month = month, .day = day, .hour = hours, .minute = minutes, .second = 0});
+}
+
+Date makeToday(int hours, int minutes, const Calendar& calendar, Date now) {
+    const auto today = calendar.timeZone().localTime(now);
+    return make(today.day, today.month, today.year, hours, minutes, calendar);
+}
+
+bool isOnSameDay(Date date, Date as, const Calendar& calendar) {
+    return calendar.isSameDay(date, as);
+}
+
+bool isToday(Date date, const Calendar& calendar, Date now) {
+    return isOnSameDay(date, now, calendar);
+}
+
+bool isTomorrow(Date date, Date relativeTo, const Calendar& calendar) {
+    return calendar.isSameDay(date, calendar.addingDays(relativeTo, 1));
+}
+
+bool isInFuture(Date date, Date now) {
+    return date > now;
+}
+
+bool isInPast(Date date, Date now) {
+    return date < now;
+}
+
+bool isInChristmasPeriod(Date date, const Calendar& calendar) {
+    const int year = calendar.timeZone().localTime(date).year;
+    return make(24, 12, year, 0, 0, calendar) <= date && date <= make(26, 12, year, 0, 0, calendar);
+}
+
+Date addingDays(Date date, int days, const Calendar& calendar) {
+    return calendar.addingDays(date, days);
+}
+
+Date addingMinutes(Date date, int minutes, const Calendar& calendar) {
+    return calendar.addingMinutes(date, minutes);
+}
+
+Date beginningOfDay(Date date, const Calendar& calendar) {
+    return calendar.startOfDay(date);
+}
+
+Date endOfDay(Date date, const Calendar& calendar) {
+    auto local = calendar.timeZone().localTime(date);
+    local.hour = 23;
+    local.minute = 59;
+    local.second = 59;
+    return calendar.timeZone().date(local);
+}
+
+// By subtraction: made anew from its reading, a moment in the second of two equal hours would move to the
+// first.
+Date removingSeconds(Date date, const Calendar& calendar) {
+    const int second = calendar.timeZone().localTime(date).second;
+    return Date(std::floor(date.timeIntervalSinceReferenceDate()) - second);
+}
+
+Date nextFullHour(Date date, const Calendar& calendar) {
+    auto local = calendar.timeZone().localTime(date);
+    ++local.hour;
+    local.minute = 0;
+    local.second = 0;
+    return calendar.timeZone().date(local);
+}
+
+}  // namespace hbr

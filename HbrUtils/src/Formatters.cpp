@@ -1,0 +1,138 @@
+#include <HbrUtils/Formatters.h>
+
+#include <HbrLocalization/L10n.h>
+
+#include <mutex>
+#include <optional>
+
+namespace hbr {
+
+using platform::DateFormatter;
+using platform::DurationFormatter;
+using Style = DateFormatter::Style;
+using Units = DurationFormatter::UnitsStyle;
+
+namespace {
+
+/// Made by the first thread that asks, while others wait.
+template <typename T>
+class Lazy {
+  public:
+    template <typename Make>
+    const T& get(Make make) {
+        std::call_once(once_, [&] { value_.emplace(make()); });
+        return *value_;
+    }
+
+  private:
+    std::once_flag once_;
+    std::optional<T> value_;
+};
+
+}  // namespace
+
+struct Formatters::State {
+    explicit State(platform::EnvironmentRef world) : environment(std::move(world)) {}
+
+    platform::EnvironmentRef environment;
+    Lazy<platform::RelativeDateTimeFormatter> relativeDefault;
+    Lazy<DateFormatter> timeOnly;
+    Lazy<DateFormatter> timeAndDate;
+    Lazy<DateFormatter> dateOnly;
+    Lazy<DateFormatter> dateOnlyNoYearWeekDay;
+    Lazy<DateFormatter> calendarEventOccurrence;
+    Lazy<DateFormatter> weekDay;
+    Lazy<DurationFormatter> timeRemaining;
+    Lazy<DurationFormatter> countdown;
+    Lazy<DurationFormatter> duration;
+    Lazy<DurationFormatter> durationForAccessibility;
+    Lazy<DurationFormatter> durationForTimeOffset;
+
+    const platform::Locale& locale() const { return environment->locale; }
+    const platform::Calendar& calendar() const { return environment->calendar; }
+
+    const DateFormatter& styled(Lazy<DateFormatter>& formatter, Style date, Style time) const {
+        return formatter.get([&] { return DateFormatter::withStyles(locale(), calendar(), date, time); });
+    }
+    const DurationFormatter& ofDurations(Lazy<DurationFormatter>& formatter,
+                                         const DurationFormatter::Configuration& configuration) const {
+        return formatter.get([&] { return DurationFormatter(locale(), calendar(), configuration); });
+    }
+};
+
+Formatters::Formatters(platform::EnvironmentRef environment)
+    : state_(std::make_unique<State>(std::move(environment))) {}
+
+Formatters::~Formatters() = default;
+
+Formatters& Formatters::shared() {
+    // Never destroyed: other threads may still format while the process ends.
+    static Formatters& formatters = *new Formatters(platform::Environment::current());
+    return formatters;
+}
+
+const platform::Environment& Formatters::environment() const {
+    return *state_->environment;
+}
+
+const platform::RelativeDateTimeFormatter& Formatters::relativeDefault() const {
+    return state_->relativeDefault.get(
+        [this] { return platform::RelativeDateTimeFormatter(state_->locale(), state_->calendar()); });
+}
+
+const DateFormatter& Formatters::timeOnly() const {
+    return state_->styled(state_->timeOnly, Style::none, Style::short_);
+}
+
+const DateFormatter& Formatters::timeAndDateFormatter() const {
+    return state_->timeAndDate.get(
+        [this] { return DateFormatter::relativeDateAndTime(state_->locale(), state_->calendar()); });
+}
+
+const DateFormatter& Formatters::dateOnly() const {
+    return state_->styled(state_->dateOnly, Style::long_, Style::none);
+}
+
+const DateFormatter& Formatters::dateOnlyNoYearWeekDay() const {
+    return state_->dateOnlyNoYearWeekDay.get(
+        [this] { return DateFormatter::withTemplate(state_->locale(), state_->calendar(), "EdMMM"); });
+}
+
+const DateFormatter& Formatters::calendarEventOccurrence() const {
+    return state_->calendarEventOccurrence.get([] {
+        return DateFormatter::withPattern({.identifier = "en_US_POSIX"},
+                                          platform::Calendar(platform::TimeZone::utc()),
+                                          "yyyyMMdd'T'HHmmss'Z'");
+    });
+}
+
+const DateFormatter& Formatters::weekDay() const {
+    return state_->weekDay.get(
+        [this] { return DateFormatter::withPattern(state_->locale(), state_->calendar(), "EEEE"); });
+}
+
+std::optional<std::string> Formatters::timeRemaining(double seconds) const {
+    const auto amount =
+        state_->ofDurations(state_->timeRemaining, {.seconds = true, .maximumUnitCount = 1}).string(seconds);
+    if (!amount) return std::nullopt;
+    return L10n::TimeFormat::remaining(*amount);
+}
+
+const DurationFormatter& Formatters::countdownFormatter() const {
+    return state_->ofDurations(state_->countdown, {.maximumUnitCount = 2});
+}
+
+const DurationFormatter& Formatters::durationFormatter() const {
+    return state_->ofDurations(state_->duration, {});
+}
+
+const DurationFormatter& Formatters::durationFormatterForAccessibility() const {
+    return state_->ofDurations(state_->durationForAccessibility, {.style = Units::full});
+}
+
+const DurationFormatter& Formatters::durationFormatterForTimeOffset() const {
+    return state_->ofDurations(state_->durationForTimeOffset,
+                               {.style = Units::full, .days = false, .seconds = true});
+}
+
+}  // namespace hbr
