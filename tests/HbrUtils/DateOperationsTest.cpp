@@ -1,0 +1,103 @@
+#include <HbrUtils/DateOperations.h>
+
+#include <gtest/gtest.h>
+
+#include "support/TestEnvironment.h"
+
+namespace hbr {
+namespace {
+
+using platform::Calendar;
+using platform::Date;
+using platform::LocalTime;
+
+Calendar calendarIn(const char* zone) {
+    return Calendar(platform::TimeZone::named(zone).value());
+}
+
+Date in(const Calendar& calendar, const LocalTime& local) {
+    return calendar.timeZone().date(local);
+}
+
+TEST(DateOperations, StepToTheBoundsOfTheDayAndTheClock) {
+    struct Case {
+        const char* zone;
+        LocalTime date;
+        LocalTime begin;
+        LocalTime end;
+        LocalTime nextHour;
+    };
+    const Case cases[] = {
+        {"Europe/Berlin",
+         {2026, 3, 4, 9, 41, 30},
+         {2026, 3, 4, 0, 0, 0},
+         {2026, 3, 4, 23, 59, 59},
+         {2026, 3, 4, 10, 0, 0}},
+        {"Europe/Berlin",
+         {2026, 12, 31, 23, 0, 0},
+         {2026, 12, 31, 0, 0, 0},
+         {2026, 12, 31, 23, 59, 59},
+         {2027, 1, 1, 0, 0, 0}},
+        {"Europe/Berlin",
+         {2026, 3, 29, 1, 59, 0},
+         {2026, 3, 29, 0, 0, 0},
+         {2026, 3, 29, 23, 59, 59},
+         {2026, 3, 29, 3, 0, 0}},
+        {"America/Sao_Paulo",
+         {2017, 10, 15, 1, 30, 0},
+         {2017, 10, 15, 1, 0, 0},
+         {2017, 10, 15, 23, 59, 59},
+         {2017, 10, 15, 2, 0, 0}},
+        {"America/Sao_Paulo",
+         {2017, 10, 14, 23, 30, 0},
+         {2017, 10, 14, 0, 0, 0},
+         {2017, 10, 14, 23, 59, 59},
+         {2017, 10, 15, 1, 0, 0}},
+    };
+    for (const Case& c : cases) {
+        const Calendar calendar = calendarIn(c.zone);
+        const auto& zone = calendar.timeZone();
+        const Date date = in(calendar, c.date).addingTimeInterval(0.5);
+        EXPECT_EQ(beginningOfDay(date, calendar), in(calendar, c.begin)) << c.zone;
+        EXPECT_EQ(zone.localTime(endOfDay(date, calendar)), c.end) << c.zone;
+        EXPECT_EQ(zone.localTime(nextFullHour(date, calendar)), c.nextHour) << c.zone;
+        EXPECT_EQ(date.timeIntervalSince(removingSeconds(date, calendar)), c.date.second + 0.5) << c.zone;
+    }
+}
+
+TEST(DateOperations, RemovingSecondsStaysInTheSecondOfTwoEqualHours) {
+    const Calendar calendar = calendarIn("Europe/Berlin");
+    const Date second = test::at("2026-10-25T02:30:20+01:00");
+    EXPECT_EQ(removingSeconds(second, calendar), test::at("2026-10-25T02:30:00+01:00"));
+}
+
+TEST(DateOperations, TomorrowAndTodayGoByTheDatesOfTheZone) {
+    const Calendar calendar = calendarIn("America/New_York");
+    const Date now = in(calendar, {2026, 3, 7, 23, 30, 0});
+    EXPECT_TRUE(isTomorrow(in(calendar, {2026, 3, 8, 0, 0, 0}), now, calendar));
+    EXPECT_TRUE(isTomorrow(in(calendar, {2026, 3, 8, 23, 59, 59}), now, calendar));
+    EXPECT_FALSE(isTomorrow(in(calendar, {2026, 3, 9, 0, 0, 0}), now, calendar));
+    EXPECT_FALSE(isTomorrow(now, now, calendar));
+    EXPECT_TRUE(isToday(in(calendar, {2026, 3, 7, 0, 0, 0}), calendar, now));
+    EXPECT_FALSE(isToday(now.addingTimeInterval(1800), calendar, now));
+    EXPECT_FALSE(isInFuture(now, now) || isInPast(now, now));
+}
+
+TEST(DateOperations, MakeDatesFromTheirParts) {
+    const Calendar calendar = calendarIn("Asia/Kolkata");
+    const Date now = test::at("2026-03-04T20:00:00Z");  // 5 March there
+    EXPECT_EQ(make(29, 2, 2028, 23, 5, calendar), test::at("2028-02-29T23:05:00+05:30"));
+    EXPECT_EQ(makeToday(0, 1, calendar, now), test::at("2026-03-05T00:01:00+05:30"));
+    EXPECT_EQ(calendar.date(dateComponents(5, 3, 2026, 7, 30)), test::at("2026-03-05T07:30:00+05:30"));
+}
+
+TEST(DateOperations, ChristmasEndsWithTheFirstInstantOfThe26th) {
+    const Calendar calendar = calendarIn("Europe/Berlin");
+    EXPECT_FALSE(isInChristmasPeriod(in(calendar, {2026, 12, 23, 23, 59, 59}), calendar));
+    EXPECT_TRUE(isInChristmasPeriod(in(calendar, {2026, 12, 24, 0, 0, 0}), calendar));
+    EXPECT_TRUE(isInChristmasPeriod(in(calendar, {2026, 12, 26, 0, 0, 0}), calendar));
+    EXPECT_FALSE(isInChristmasPeriod(in(calendar, {2026, 12, 26, 0, 0, 1}), calendar));
+}
+
+}  // namespace
+}  // namespace hbr
