@@ -1,0 +1,71 @@
+#!/usr/bin/env bash
+# Builds and runs all tests: the release build, the address and undefined-behaviour sanitizers, the thread
+# sanitizer on the tests that use threads, and the formatting. Ends with ctest's own counts; any failing
+# stage makes the result non-zero.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+
+. packaging/debian-packages.sh
+need $build_packages $test_packages
+
+jobs=$(nproc)
+logs=out/tests
+mkdir -p "$logs"
+failed=()
+
+stage() {
+    local name=$1
+    shift
+    echo "== $name"
+    local begin=$SECONDS
+    if "$@"; then
+        echo "== $name: passed in $((SECONDS - begin)) s"
+    else
+        echo "== $name: FAILED after $((SECONDS - begin)) s"
+        failed+=("$name")
+    fi
+}
+
+build() {
+    cmake --preset "$1" -DHEEDBANNER_TESTS=ON >"$logs/$1-configure.log" || { cat "$logs/$1-configure.log"; return 1; }
+    cmake --build "build/$1" -j"$jobs" "${@:2}" >"$logs/$1-build.log" 2>&1 ||
+        { grep -E 'FAILED|error|Error' -A12 "$logs/$1-build.log" | tail -n 80; return 1; }
+}
+
+# Formatted as .clang-format says, every C++ file that is tracked.
+formatted() {
+    git ls-files -z '*.h' '*.cpp' | xargs -0 clang-format-19 --dry-run --Werror
+}
+
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+export TSAN_OPTIONS=halt_on_error=1
+
+release() { build release && ctest --preset release -j"$jobs" >"$logs/release.log" 2>&1; }
+address() { build address && ctest --preset address -j"$jobs" >"$logs/address.log" 2>&1; }
+# Test programs only; the selection is by what a test says about threads in its name.
+thread() {
+    build thread && ctest --preset thread -j"$jobs" -R "$concurrent" >"$logs/thread.log" 2>&1
+}
+concurrent='[Tt]hread|[Cc]oncurren|[Pp]arallel|[Aa]tSameTime|SameTime|AtOnce|[Rr]ace|Atomic|NotificationCenter|MainQueue|FileWatcher'
+
+stage "formatting" formatted
+stage "release" release
+stage "address and undefined behaviour" address
+stage "threads" thread
+
+for log in release address thread; do
+    [ -f "$logs/$log.log" ] || continue
+    echo
+    echo "-- $log"
+    # From the failures on (with their output) when there are some, else the counts.
+    if grep -q 'The following tests FAILED' "$logs/$log.log"; then
+        grep -vE '^ *[0-9]+/[0-9]+ Test .* Passed|^ *Start ' "$logs/$log.log" | tail -n 200
+    else
+        grep -E 'tests passed|Total Test time' "$logs/$log.log" || tail -n 20 "$logs/$log.log"
+    fi
+done
+
+if [ ${#failed[@]} -gt 0 ]; then
+    printf 'failed: %s\n' "${failed[@]}" >&2
+    exit 1
+fi
