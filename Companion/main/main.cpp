@@ -1,0 +1,5 @@
+#include <Companion/Program.h>
+
+int main(int argc, char** argv) {
+    return hbr::runCompanion(argc, argv);
+}

@@ -1,0 +1,129 @@
+#include "AccountAddition.h"
+
+#include "CollectionChoices.h"
+
+#include <algorithm>
+
+namespace hbr {
+
+namespace {
+
+bool isSamePlace(const std::filesystem::path& a, const std::filesystem::path& b) {
+    std::error_code error;
+    return a == b || std::filesystem::equivalent(a, b, error);
+}
+
+template <class Accounts>
+auto* accountAt(Accounts& accounts, const std::filesystem::path& location) {
+    const auto found = std::find_if(accounts.begin(), accounts.end(),
+                                    [&](const auto& one) { return isSamePlace(one.location, location); });
+    return found == accounts.end() ? nullptr : &*found;
+}
+
+void addMissing(std::vector<std::string>& addresses, const std::vector<std::string>& more) {
+    for (const auto& address : more) {
+        if (std::find(addresses.begin(), addresses.end(), address) == addresses.end()) {
+            addresses.push_back(address);
+        }
+    }
+}
+
+std::vector<std::string> undecided(CommandContext& context, platform::EKEntityType type,
+                                   const std::vector<std::string>& accountNames) {
+    std::vector<std::string> identifiers;
+    for (const auto& choice : collectionChoices(context, type)) {
+        const bool isNamed =
+            std::find(accountNames.begin(), accountNames.end(), choice.accountName) != accountNames.end();
+        if (isNamed && choice.isNew) identifiers.push_back(choice.identifier);
+    }
+    return identifiers;
+}
+
+}  // namespace
+
+platform::Account accountFor(const std::string& location, const std::vector<std::string>& addresses) {
+    if (location.find("://") != std::string::npos) {
+        throw CommandFailure(ExitCode::failed, location + ": only files and folders can be read");
+    }
+    platform::Account account;
+    account.location = normalizedLocation(location);
+    const bool isFolder = std::filesystem::is_directory(account.location);
+    account.name = (isFolder ? account.location.filename() : account.location.stem()).string();
+    if (account.name.empty()) account.name = "calendars";
+    account.addresses = addresses;
+    return account;
+}
+
+std::string uniqueAccountName(const std::string& name, const std::vector<platform::Account>& accounts) {
+    const auto isTaken = [&](const std::string& text) {
+        return std::any_of(accounts.begin(), accounts.end(),
+                           [&](const auto& one) { return one.name == text; });
+    };
+    std::string unique = name;
+    for (int number = 2; isTaken(unique); ++number)
+        unique = name + " " + std::to_string(number);
+    return unique;
+}
+
+AddedAccount addAccount(CommandContext& context, platform::Account account, bool dryRun) {
+    auto existing = context.accounts().load();
+    if (const auto* there = accountAt(existing, account.location)) {
+        AddedAccount result{*there, examineLocation(*context.environment(), *there), true};
+        addMissing(result.account.addresses, account.addresses);
+        if (dryRun || result.account.addresses == there->addresses) return result;
+        const bool written = context.accounts().update([&](std::vector<platform::Account>& accounts) {
+            if (auto* stored = accountAt(accounts, account.location)) {
+                addMissing(stored->addresses, account.addresses);
+            }
+        });
+        if (!written) failAccountsWrite(context);
+        return result;
+    }
+    account.name = uniqueAccountName(account.name, existing);
+    AddedAccount result{account, examineLocation(*context.environment(), account), false};
+    if (!result.examination.refusal.empty()) {
+        throw CommandFailure(result.examination.refusalCode, result.examination.refusal);
+    }
+    if (dryRun) return result;
+    const bool written = context.accounts().update([&](std::vector<platform::Account>& accounts) {
+        // Another program may have added it, or taken the name, in the meantime.
+        if (const auto* there = accountAt(accounts, account.location)) {
+            result.account = *there;
+            result.wasThere = true;
+            return;
+        }
+        result.account.name = uniqueAccountName(account.name, accounts);
+        accounts.push_back(result.account);
+    });
+    if (!written) failAccountsWrite(context);
+    return result;
+}
+
+SetupRecord watchUndecided(CommandContext& context, const std::vector<std::string>& accountNames) {
+    context.forgetCore();
+    SetupRecord record;
+    record.calendars = undecided(context, platform::EKEntityType::event, accountNames);
+    record.reminderLists = undecided(context, platform::EKEntityType::reminder, accountNames);
+    setActive(context, platform::EKEntityType::event, record.calendars, true);
+    setActive(context, platform::EKEntityType::reminder, record.reminderLists, true);
+    return record;
+}
+
+std::string describeAddition(const AddedAccount& added, const Console& console, bool dryRun) {
+    const std::string state = added.wasThere ? "already there" : dryRun ? "would be added" : "added";
+    std::string text = console.bold(onOneLine(added.account.name)) + " (" +
+                       onOneLine(added.account.location.string()) + "): " + state + ", " +
+                       countsText(added.examination.report) + "\n";
+    const std::size_t skipped = added.examination.skippedCount();
+    if (skipped > 0) {
+        text += "  " + std::to_string(skipped) + (skipped == 1 ? " item was" : " items were") +
+                " skipped; heedbanner doctor tells which and why\n";
+    }
+    return text;
+}
+
+void failAccountsWrite(CommandContext& context) {
+    throw CommandFailure(ExitCode::failed, context.accounts().path().string() + ": could not be written");
+}
+
+}  // namespace hbr

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "CommandContext.h"
+#include "LocationExamination.h"
+
+#include <string>
+#include <vector>
+
+namespace hbr {
+
+/// One account that was added, or found to be there already.
+struct AddedAccount {
+    platform::Account account;
+    LocationExamination examination;
+    bool wasThere = false;
+};
+
+/// The location as an account: its name from the folder or file, not yet made unique.
+platform::Account accountFor(const std::string& location, const std::vector<std::string>& addresses);
+
+/// `name`, or "NAME 2", "NAME 3" … when an account has it already.
+std::string uniqueAccountName(const std::string& name, const std::vector<platform::Account>& accounts);
+
+/// Reads the location and adds it unless an account of the same place is there (that one then gets the
+/// addresses that it lacks). Nothing is written with `dryRun`. Throws when the location is no good or the
+/// accounts cannot be written.
+AddedAccount addAccount(CommandContext& context, platform::Account account, bool dryRun);
+
+/// Starts watching the calendars and task lists of the named accounts that the user has not decided about;
+/// gives what was activated.
+SetupRecord watchUndecided(CommandContext& context, const std::vector<std::string>& accountNames);
+
+/// Lines for standard output: what an account holds, and what of it was skipped.
+std::string describeAddition(const AddedAccount& added, const Console& console, bool dryRun);
+
+[[noreturn]] void failAccountsWrite(CommandContext& context);
+
+}  // namespace hbr

@@ -1,0 +1,78 @@
+#include "AccountRenaming.h"
+
+#include "AccountAddition.h"
+
+#include <algorithm>
+#include <map>
+
+namespace hbr {
+
+namespace {
+
+using Identifiers = std::map<std::filesystem::path, platform::CollectionReport>;
+
+Identifiers collectionsOf(CommandContext& context, const std::string& account) {
+    Identifiers found;
+    for (const auto& report : context.core().aggregatedEventStore().report()) {
+        if (report.account.name != account) continue;
+        for (const auto& collection : report.collections)
+            found[collection.location] = collection;
+    }
+    return found;
+}
+
+using Replacements = std::map<std::string, std::string>;
+
+void addReplacement(Replacements& replacements, const platform::EKCalendarRef& before,
+                    const platform::EKCalendarRef& after) {
+    if (before && after) replacements[before->calendarIdentifier] = after->calendarIdentifier;
+}
+
+void replaceIn(std::vector<std::string>& identifiers, const Replacements& replacements) {
+    for (auto& identifier : identifiers) {
+        const auto found = replacements.find(identifier);
+        if (found != replacements.end()) identifier = found->second;
+    }
+}
+
+}  // namespace
+
+void renameAccount(CommandContext& context, const std::string& name, const std::string& newName) {
+    const Identifiers before = collectionsOf(context, name);
+    bool isTaken = false;
+    const bool written = context.accounts().update([&](std::vector<platform::Account>& accounts) {
+        isTaken = std::any_of(accounts.begin(), accounts.end(),
+                              [&](const platform::Account& one) { return one.name == newName; });
+        if (isTaken) return;
+        for (auto& account : accounts) {
+            if (account.name == name) account.name = newName;
+        }
+    });
+    if (isTaken) throw CommandFailure(ExitCode::failed, "an account is called \"" + newName + "\" already");
+    if (!written) failAccountsWrite(context);
+
+    context.forgetCore();
+    Replacements replacements;
+    for (const auto& [location, collection] : collectionsOf(context, newName)) {
+        const auto old = before.find(location);
+        if (old == before.end()) continue;
+        addReplacement(replacements, old->second.events, collection.events);
+        addReplacement(replacements, old->second.reminders, collection.reminders);
+    }
+    const auto replace = [&](std::vector<std::string>& identifiers) { replaceIn(identifiers, replacements); };
+    context.core().settings().updateActiveCalendarIdentifiers(replace);
+    context.core().settings().updateActiveReminderListIdentifiers(replace);
+
+    auto decided = context.records().decidedIdentifiers();
+    const auto oldDecided = decided;
+    replace(decided);
+    context.records().removeDecided(oldDecided);
+    context.records().addDecided(decided);
+    SetupRecord setup = context.records().lastSetup();
+    replace(setup.calendars);
+    replace(setup.reminderLists);
+    std::replace(setup.accounts.begin(), setup.accounts.end(), name, newName);
+    context.records().setLastSetup(setup);
+}
+
+}  // namespace hbr

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "CommandContext.h"
+
+#include <HbrCore/Events/Event.h>
+
+#include <optional>
+#include <vector>
+
+namespace hbr {
+
+enum class AgendaState { current, pending, upcoming };
+
+std::string_view rawValue(AgendaState state);
+
+struct AgendaEvent {
+    AgendaState state = AgendaState::upcoming;
+    Event event;
+};
+
+/// What the widgets would show, current events first, then by start. With `days` up to the end of the day
+/// that lies so many days after today, else as far as the settings say.
+std::vector<AgendaEvent> agendaEvents(CommandContext& context, std::optional<int> days);
+
+}  // namespace hbr

@@ -1,0 +1,135 @@
+#include "AgendaText.h"
+
+#include <Foundation/Text.h>
+#include <HbrCore/Events/EventTexts.h>
+#include <HbrCore/Events/EventTiming.h>
+
+#include <algorithm>
+
+namespace hbr {
+
+namespace {
+
+constexpr platform::Color orange = platform::Color::hex(0xE16C10);
+
+class AgendaWriter {
+  public:
+    AgendaWriter(CommandContext& context, const std::vector<AgendaEvent>& agenda, bool withIds)
+        : console_(context.console()),
+          core_(context.core()),
+          formatters_(core_.formatters()),
+          now_(context.now()),
+          withIds_(withIds) {
+        for (const auto& one : agenda)
+            timeWidth_ = std::max(timeWidth_, columns(timeText(one)));
+    }
+
+    std::string text(const std::vector<AgendaEvent>& agenda) {
+        std::string day;
+        for (const auto& one : agenda) {
+            const std::string heading = headingOf(one);
+            if (heading != day) {
+                text_ += (day.empty() ? "" : "\n") + console_.bold(heading) + "\n";
+                day = heading;
+            }
+            addEvent(one);
+        }
+        return text_;
+    }
+
+  private:
+    std::string headingOf(const AgendaEvent& one) const {
+        if (one.state == AgendaState::current) return "Under way";
+        const platform::Calendar& calendar = formatters_.environment().calendar;
+        const std::string date = formatters_.dateOnlyNoYearWeekDay().string(one.event.startDate);
+        switch (calendar.daysBetween(now_, one.event.startDate)) {
+            case 0:
+                return "Today, " + date;
+            case 1:
+                return "Tomorrow, " + date;
+            default:
+                return date;
+        }
+    }
+
+    std::string timeText(const AgendaEvent& one) const {
+        if (isAnyReminder(one.event)) return formattedStartTime(one.event, formatters_);
+        const platform::Calendar& calendar = formatters_.environment().calendar;
+        const bool endsThatDay = calendar.isSameDay(one.event.startDate, one.event.endDate);
+        return endsThatDay ? formattedTime(one.event, formatters_)
+                           : formattedStartTime(one.event, formatters_) + " – " +
+                                 formatters_.dateOnlyNoYearWeekDay().string(one.event.endDate) + " " +
+                                 formatters_.timeOnly().string(one.event.endDate);
+    }
+
+    /// What is under way or about to begin stands out, also without colours.
+    std::string marker(AgendaState state) const {
+        switch (state) {
+            case AgendaState::current:
+                return console_.colored("▶", orange);
+            case AgendaState::pending:
+                return console_.colored("!", orange);
+            case AgendaState::upcoming:
+                break;
+        }
+        return " ";
+    }
+
+    std::string distance(const AgendaEvent& one) const {
+        if (one.state == AgendaState::current) {
+            const auto left = formatters_.timeRemaining(timeLeft(one.event, now_));
+            return left.value_or("");
+        }
+        constexpr double soon = 3 * 3600;
+        if (one.event.startDate.timeIntervalSince(now_) > soon) return "";
+        return formatters_.relativeDefault().string(one.event.startDate, now_);
+    }
+
+    void addEvent(const AgendaEvent& one) {
+        const Event& event = one.event;
+        const std::string title = onOneLine(event.title.value_or(""));
+        text_ += marker(one.state) + " " + padded(timeText(one), timeWidth_) + " " +
+                 console_.colored("▌", event.color) + " " + (title.empty() ? "(no title)" : title);
+        std::string details;
+        const auto add = [&](const std::string& detail) {
+            if (!detail.empty()) details += "  " + detail;
+        };
+        add(distance(one));
+        add(event.location ? shortPlace(*event.location) : "");
+        add(event.calendarName ? "[" + onOneLine(*event.calendarName) + "]" : "");
+        if (withIds_) add(event.id);
+        text_ += console_.faint(details) + "\n";
+        addLinks(event);
+    }
+
+    /// A place that is an address of a call is shown as the link already.
+    static std::string shortPlace(const std::string& location) {
+        const std::string place = onOneLine(location);
+        return place.find("://") == std::string::npos ? place : "";
+    }
+
+    void addLinks(const Event& event) {
+        const auto chosen = defaultVideoConferenceLink(event, core_.eventSettings().customSettings(event.id));
+        for (const auto& link : event.videoConferenceLinks) {
+            if (chosen && link.url != chosen->url) continue;
+            text_ += std::string(timeWidth_ + 3, ' ') + console_.colored("▌", event.color) + " " +
+                     console_.faint(link.service.name + " " + link.url.absoluteString()) + "\n";
+        }
+    }
+
+    const Console& console_;
+    CoreServices& core_;
+    const Formatters& formatters_;
+    platform::Date now_;
+    bool withIds_;
+    std::size_t timeWidth_ = 0;
+    std::string text_;
+};
+
+}  // namespace
+
+std::string agendaText(CommandContext& context, const std::vector<AgendaEvent>& agenda, bool withIds) {
+    return AgendaWriter(context, agenda, withIds).text(agenda);
+}
+
+}  // namespace hbr

@@ -1,0 +1,44 @@
+#include "CollectionChoice.h"
+
+#include <Companion/ExitCode.h>
+#include <Companion/NearestName.h>
+
+namespace hbr {
+
+namespace {
+
+template <class Matches>
+std::vector<const CollectionChoice*> matching(const std::vector<CollectionChoice>& choices, Matches matches) {
+    std::vector<const CollectionChoice*> found;
+    for (const auto& choice : choices) {
+        if (matches(choice)) found.push_back(&choice);
+    }
+    return found;
+}
+
+}  // namespace
+
+const CollectionChoice& chosen(const std::vector<CollectionChoice>& choices, const std::string& wanted,
+                               const std::string& kind) {
+    auto found = matching(choices, [&](const auto& one) { return one.identifier == wanted; });
+    if (found.empty()) found = matching(choices, [&](const auto& one) { return one.name == wanted; });
+    if (found.empty()) {
+        found = matching(choices, [&](const auto& one) { return one.qualifiedName() == wanted; });
+    }
+    if (found.size() == 1) return *found.front();
+    if (found.empty()) {
+        std::vector<std::string> names;
+        for (const auto& choice : choices)
+            names.push_back(choice.name);
+        throw CommandFailure(ExitCode::nothingThere,
+                             "no " + kind + " is called \"" + wanted + "\"" + proposal(wanted, names));
+    }
+    std::string list;
+    for (const auto* choice : found) {
+        list += "\n  " + choice->qualifiedName() + "  (" + choice->identifier + ")";
+    }
+    throw CommandFailure(ExitCode::nothingThere,
+                         "several " + kind + "s are called \"" + wanted + "\":" + list);
+}
+
+}  // namespace hbr

@@ -1,0 +1,19 @@
+#include "Command.h"
+
+namespace hbr {
+
+std::vector<std::unique_ptr<Command>> allCommands() {
+    std::vector<std::unique_ptr<Command>> commands;
+    commands.push_back(makeAgendaCommand());
+    commands.push_back(makeSetupCommand());
+    commands.push_back(makeAccountsCommand());
+    commands.push_back(makeCalendarsCommand());
+    commands.push_back(makeReminderListsCommand());
+    commands.push_back(makeSettingsCommand());
+    commands.push_back(makeDoctorCommand());
+    commands.push_back(makeEventsCommand());
+    commands.push_back(makeLinksCommand());
+    return commands;
+}
+
+}  // namespace hbr

@@ -1,0 +1,31 @@
+#include "CommandContext.h"
+
+namespace hbr {
+
+CoreServices& CommandContext::core() {
+    if (!core_) {
+        core_ = std::make_unique<CoreServices>(environment_, CoreServices::Options{.asksForAccess = true});
+    }
+    return *core_;
+}
+
+CompanionRecords& CommandContext::records() {
+    if (!records_) records_ = std::make_unique<CompanionRecords>(*environment_);
+    return *records_;
+}
+
+void CommandContext::requireReadableAccounts() {
+    const auto reports = core().aggregatedEventStore().report();
+    if (reports.empty()) {
+        throw CommandFailure(ExitCode::nothingThere,
+                             "no calendars yet; add them with: heedbanner setup FOLDER");
+    }
+    std::string problems;
+    for (const auto& report : reports) {
+        if (report.readable) return;
+        problems += (problems.empty() ? "" : "; ") + report.account.name + ": " + report.problem;
+    }
+    throw CommandFailure(ExitCode::failed, "no account can be read: " + problems);
+}
+
+}  // namespace hbr

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "CompanionRecords.h"
+#include "Console.h"
+#include "GeneralOptions.h"
+
+#include <CalendarStore/Account.h>
+#include <Companion/ExitCode.h>
+#include <Foundation/Environment.h>
+#include <HbrCore/CoreServices.h>
+
+#include <memory>
+
+namespace hbr {
+
+/// What a command works with.
+class CommandContext {
+  public:
+    CommandContext(platform::EnvironmentRef environment, Console console, GeneralOptions options)
+        : environment_(std::move(environment)), console_(console), options_(std::move(options)) {}
+
+    const platform::EnvironmentRef& environment() const { return environment_; }
+    const Console& console() const { return console_; }
+    const GeneralOptions& options() const { return options_; }
+    platform::Date now() const { return environment_->now(); }
+    platform::AccountsFile accounts() const { return platform::AccountsFile(environment_); }
+
+    /// The core, made on first use; asks for access to the calendars, so that delegated accounts count.
+    CoreServices& core();
+    /// Makes the next use of `core` see accounts that were changed since.
+    void forgetCore() { core_.reset(); }
+    CompanionRecords& records();
+
+    /// Throws when there is no account yet (nothing there to act on) or when none can be read (failed).
+    void requireReadableAccounts();
+
+  private:
+    platform::EnvironmentRef environment_;
+    Console console_;
+    GeneralOptions options_;
+    std::unique_ptr<CoreServices> core_;
+    std::unique_ptr<CompanionRecords> records_;
+};
+
+}  // namespace hbr

@@ -1,0 +1,176 @@
+#include "CommandLine.h"
+
+#include "MomentText.h"
+
+#include <Companion/NearestName.h>
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+
+namespace hbr {
+
+namespace {
+
+constexpr const char* generalGroup = "General";
+
+/// General options are declared on every command, so that they may stand before and after its name without
+/// the commands' own arguments ever being taken for names of commands.
+void declareGeneral(CLI::App& app, GeneralOptions& general) {
+    app.set_help_flag("-h,--help", "Show this text")->group(generalGroup);
+    app.add_flag_callback(
+           "-V,--version", [] { throw CLI::CallForVersion("heedbanner " HEEDBANNER_VERSION, 0); },
+           "Show the version")
+        ->group(generalGroup);
+    app.add_flag("-v,--verbose", general.verbose, "Show every diagnostic on standard error")
+        ->group(generalGroup);
+    app.add_flag("--no-color", general.noColor, "No colours (also NO_COLOR)")->group(generalGroup);
+    app.add_option_function<std::string>(
+           "--now",
+           [&general](const std::string& text) {
+               general.now = platform::parseRfc3339(text);
+               if (!general.now) {
+                   throw CLI::ValidationError(
+                       "--now", "\"" + text + "\" is no RFC 3339 time (such as 2026-03-04T09:41:00Z)");
+               }
+           },
+           "The moment to take for now (RFC 3339)")
+        ->type_name("TIME")
+        ->group(generalGroup);
+    app.add_option("--log", general.log, "Write the log to a file, or to standard error with -")
+        ->type_name("FILE")
+        ->group(generalGroup);
+    app.add_flag("-y,--yes", general.assumeYes, "Take the proposed answer to every question")
+        ->group(generalGroup);
+    app.add_flag("-n,--no-input", general.noInput, "Ask nothing")->group(generalGroup);
+}
+
+void declareGeneralBelow(CLI::App& app, GeneralOptions& general) {
+    declareGeneral(app, general);
+    for (CLI::App* below : app.get_subcommands([](const CLI::App*) { return true; })) {
+        declareGeneralBelow(*below, general);
+    }
+}
+
+class HelpText : public CLI::Formatter {
+  public:
+    HelpText() {
+        column_width(34);
+        label("REQUIRED", "");
+    }
+
+    std::string make_usage(const CLI::App* app, std::string name) const override {
+        std::string usage = "Usage: " + name;
+        for (const CLI::Option* option : app->get_options()) {
+            if (!option->nonpositional() || option->get_group() == generalGroup) continue;
+            usage += " [" + option->get_name() + optionArgument(*option) + "]";
+        }
+        for (const CLI::Option* option : app->get_options()) {
+            if (!option->get_positional()) continue;
+            const std::string shown =
+                option->get_name(true) + (option->get_items_expected_max() > 1 ? " ..." : "");
+            usage += option->get_required() ? " " + shown : " [" + shown + "]";
+        }
+        if (!app->get_subcommands([](const CLI::App*) { return true; }).empty()) usage += " COMMAND ...";
+        return usage + "\n";
+    }
+
+    std::string make_option_opts(const CLI::Option* option) const override { return optionArgument(*option); }
+
+  private:
+    static std::string optionArgument(const CLI::Option& option) {
+        if (option.get_type_size() == 0 || option.get_positional()) return "";
+        return " " + option.get_type_name() + (option.get_items_expected_max() > 1 ? " ..." : "");
+    }
+};
+
+const CLI::App& deepest(const CLI::App& app) {
+    const CLI::App* result = &app;
+    while (!result->get_subcommands().empty())
+        result = result->get_subcommands().back();
+    return *result;
+}
+
+std::vector<std::string> commandNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* below : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(below->get_name());
+    }
+    return names;
+}
+
+std::vector<std::string> optionNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : app.get_options()) {
+        for (const auto& name : option->get_lnames())
+            names.push_back("--" + name);
+        for (const auto& name : option->get_snames())
+            names.push_back("-" + name);
+    }
+    return names;
+}
+
+std::string describe(const CLI::App& root, const CLI::ParseError& error) {
+    const CLI::App& place = deepest(root);
+    const std::string where = &place == &root ? "" : place.get_name() + ": ";
+    const auto extras = root.remaining(true);
+    if (!dynamic_cast<const CLI::ExtrasError*>(&error) || extras.empty()) return where + error.what();
+    const std::string& extra = extras.front();
+    if (extra.size() > 1 && extra.front() == '-') {
+        const std::string name = extra.substr(0, extra.find('='));
+        return where + "unknown option \"" + name + "\"" + proposal(name, optionNames(place));
+    }
+    const auto names = commandNames(place);
+    if (!names.empty()) return where + "unknown command \"" + extra + "\"" + proposal(extra, names);
+    return where + "\"" + extra + "\" is one argument too many";
+}
+
+void declare(CLI::App& root, Command& command, CommandLine& result) {
+    CLI::App* app = root.add_subcommand(std::string(command.name()), std::string(command.summary()));
+    app->group(std::string(command.group()));
+    app->footer("Examples:\n" + std::string(command.examples()));
+    command.declare(*app);
+    declareGeneralBelow(*app, result.general);
+    app->parse_complete_callback([&result, &command] { result.command = &command; });
+}
+
+}  // namespace
+
+CommandLine readCommandLine(int argc, char** argv, const std::vector<std::unique_ptr<Command>>& commands) {
+    CommandLine result;
+    CLI::App root(
+        "Your next meetings, from the calendars on this computer: looks at them, chooses which of\n"
+        "them the widgets watch, and tells what is wrong when something is missing.",
+        "heedbanner");
+    root.formatter(std::make_shared<HelpText>());
+    declareGeneral(root, result.general);
+    root.require_subcommand(0, 1);
+    root.footer(
+        "Examples:\n"
+        "  heedbanner setup ~/.calendars --email me@example.org\n"
+        "  heedbanner agenda --days 2\n"
+        "  heedbanner doctor\n\n"
+        "heedbanner COMMAND --help tells more about one command.");
+    for (const auto& command : commands)
+        declare(root, *command, result);
+
+    try {
+        root.parse(argc, argv);
+        if (!result.command) {
+            std::cerr << root.help();
+            result.exitCode = ExitCode::wrongUsage;
+        }
+    } catch (const CLI::CallForHelp&) {
+        std::cout << root.help();
+        result.command = nullptr;
+    } catch (const CLI::CallForVersion& version) {
+        std::cout << version.what() << "\n";
+        result.command = nullptr;
+    } catch (const CLI::ParseError& error) {
+        std::cerr << "heedbanner: " << describe(root, error) << "\n";
+        result.command = nullptr;
+        result.exitCode = ExitCode::wrongUsage;
+    }
+    return result;
+}
+
+}  // namespace hbr

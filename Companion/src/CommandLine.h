@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Command.h"
+#include "GeneralOptions.h"
+
+#include <optional>
+
+namespace hbr {
+
+/// What the arguments ask for: a command to run, or an answer that was given already (help, version, a
+/// complaint), then with its exit code.
+struct CommandLine {
+    GeneralOptions general;
+    Command* command = nullptr;
+    ExitCode exitCode = ExitCode::done;
+};
+
+/// Reads the arguments into the options of `commands`; prints help and version on standard output,
+/// complaints on standard error.
+CommandLine readCommandLine(int argc, char** argv, const std::vector<std::unique_ptr<Command>>& commands);
+
+}  // namespace hbr

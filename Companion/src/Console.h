@@ -1,0 +1,50 @@
+#pragma once
+
+#include <Foundation/Color.h>
+
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+namespace hbr {
+
+/// Where answers (standard output) and everything else (standard error) go. Colours and weights appear only
+/// on a terminal that wants them.
+class Console {
+  public:
+    /// The process's own streams.
+    explicit Console(bool allowColors);
+
+    std::ostream& out() const;
+    std::ostream& err() const;
+    /// True when a question can be asked: a person reads standard error and types on standard input.
+    bool isInteractive() const;
+    bool hasColors() const { return colors_; }
+    /// Columns of the terminal that standard output is; nothing when it is none.
+    std::optional<int> width() const;
+
+    std::string bold(std::string_view text) const { return styled(text, "1"); }
+    std::string faint(std::string_view text) const { return styled(text, "2"); }
+    std::string colored(std::string_view text, const platform::Color& color) const;
+
+    /// Asks on standard error; an empty answer means yes, the end of input no.
+    bool confirm(std::string_view question) const;
+    /// "heedbanner: TEXT" on standard error.
+    void complain(std::string_view text) const;
+
+  private:
+    std::string styled(std::string_view text, std::string_view code) const;
+
+    bool colors_ = false;
+};
+
+/// Text from outside made safe for a terminal line: control characters (line breaks, escape sequences)
+/// become blanks.
+std::string onOneLine(std::string_view text);
+/// Columns that the text takes on a terminal (wide East Asian letters and emoji take two).
+std::size_t columns(std::string_view text);
+/// Filled with blanks to that many columns.
+std::string padded(std::string_view text, std::size_t width);
+
+}  // namespace hbr

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace hbr {
+
+/// Seconds of "90", "90s", "5m", "1h", "1h30m"; nothing for anything else or when it does not fit.
+std::optional<std::int64_t> secondsOfDuration(std::string_view text);
+
+}  // namespace hbr

@@ -1,0 +1,65 @@
+#include "CommandContext.h"
+#include "CommandLine.h"
+#include "ProgramDiagnostics.h"
+
+#include <Companion/Program.h>
+
+#include <csignal>
+#include <exception>
+#include <iostream>
+
+namespace hbr {
+
+namespace {
+
+std::filesystem::path programPath(const char* name) {
+    std::error_code error;
+    auto path = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::filesystem::path(name) : path;
+}
+
+ExitCode run(Command& command, CommandContext& context, const ProgramDiagnostics& diagnostics) {
+    ExitCode code = ExitCode::failed;
+    try {
+        code = command.run(context);
+    } catch (const CommandFailure& failure) {
+        context.console().complain(failure.what());
+        code = failure.code;
+    } catch (const std::exception& error) {
+        context.console().complain(error.what());
+    }
+    const std::string summary = command.name() == "doctor" ? "" : diagnostics.summary();
+    if (!summary.empty()) context.console().complain(summary);
+    return code;
+}
+
+/// A full disk is a failure. (A reader that has gone away ends the process quietly, by its signal.)
+ExitCode finishOutput(ExitCode code) {
+    std::cout.flush();
+    if (std::cout) return code;
+    std::cerr << "heedbanner: standard output could not be written\n";
+    return ExitCode::failed;
+}
+
+}  // namespace
+
+int runCompanion(int argc, char** argv) {
+    std::ios::sync_with_stdio(false);
+    std::signal(SIGPIPE, SIG_DFL);
+    const auto commands = allCommands();
+    const CommandLine line = readCommandLine(argc, argv, commands);
+    if (!line.command) return static_cast<int>(finishOutput(line.exitCode));
+
+    const auto diagnostics = std::make_shared<ProgramDiagnostics>(line.general.verbose);
+    auto environment = std::make_shared<platform::Environment>(
+        *platform::Environment::fromProcess("heedbanner", programPath(argc > 0 ? argv[0] : "heedbanner")));
+    environment->programName = "heedbanner";
+    environment->diagnostics = diagnostics;
+    if (line.general.now) environment->clock = [now = *line.general.now] { return now; };
+    platform::Environment::setCurrent(environment);
+
+    CommandContext context(environment, Console(!line.general.noColor), line.general);
+    return static_cast<int>(finishOutput(run(*line.command, context, *diagnostics)));
+}
+
+}  // namespace hbr

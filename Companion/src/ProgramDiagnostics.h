@@ -1,0 +1,28 @@
+#pragma once
+
+#include <Foundation/Diagnostics.h>
+
+#include <vector>
+
+namespace hbr {
+
+/// Collects what the lower layer reports; with `verbose` each is also written to standard error at once.
+class ProgramDiagnostics final : public platform::DiagnosticsSink {
+  public:
+    explicit ProgramDiagnostics(bool verbose) : verbose_(verbose) {}
+
+    void report(platform::Diagnostic diagnostic) override;
+    /// Each once, in the order of the first report.
+    std::vector<platform::Diagnostic> all() const { return collected_.all(); }
+    /// One line that counts the warnings and points to `doctor`; empty when there are none or when they
+    /// were written already.
+    std::string summary() const;
+
+  private:
+    bool verbose_;
+    platform::CollectedDiagnostics collected_;
+};
+
+std::string_view severityName(platform::Diagnostic::Severity severity);
+
+}  // namespace hbr

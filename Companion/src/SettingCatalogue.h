@@ -1,0 +1,56 @@
+#pragma once
+
+#include <Foundation/Diagnostics.h>
+#include <Foundation/Json.h>
+#include <HbrCore/Stores/UserSettingsStore.h>
+
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace hbr {
+
+/// A value that a setting does not take; the text names the setting and what it takes.
+class SettingRefusal : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// One user setting as the command line shows it, under its property name.
+struct SettingEntry {
+    std::string name;
+    /// Where it is stored, and under which key.
+    std::string key;
+    bool isShared = true;
+    /// What it does, and what it takes ("a whole number of seconds from 0 to 86400, also as 90s or 5m").
+    std::string meaning;
+    std::string takes;
+
+    std::function<platform::JsonValue(const UserSettingsStore&)> read;
+    /// Reads a value as typed; throws SettingRefusal.
+    std::function<platform::JsonValue(const std::string&)> parse;
+    /// Checks kind and range of a JSON value; throws SettingRefusal.
+    std::function<void(const platform::JsonValue&)> check;
+    /// Of a checked value. False when it could not be stored.
+    std::function<bool(UserSettingsStore&, const platform::JsonValue&)> write;
+    /// True when a stored value reads as this setting (anything else counts as the default).
+    std::function<bool(const platform::PropertyValue&)> isReadable;
+
+    bool isStored(const UserSettingsStore& settings) const;
+    /// Back to the default, by removing it from where it lives.
+    bool reset(UserSettingsStore& settings) const;
+};
+
+/// All settings, in the order in which they are listed.
+const std::vector<SettingEntry>& settingCatalogue();
+
+/// Throws CommandFailure (wrong usage) with the nearest name when there is none of that name.
+const SettingEntry& settingNamed(const std::string& name);
+
+/// One diagnostic for each stored value that does not read as its setting, so that the default counts.
+std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& settings);
+
+}  // namespace hbr

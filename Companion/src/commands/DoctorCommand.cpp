@@ -1,0 +1,153 @@
+#include "AccountJson.h"
+#include "CollectionChoices.h"
+#include "Command.h"
+#include "CommandContext.h"
+#include "ProgramDiagnostics.h"
+#include "SettingCatalogue.h"
+
+#include <Foundation/MainQueue.h>
+#include <CLI/App.hpp>
+
+#include <algorithm>
+#include <atomic>
+
+namespace hbr {
+
+namespace {
+
+platform::JsonValue findingJson(const platform::Diagnostic& finding) {
+    auto object = platform::JsonValue::object();
+    object.set("severity", severityName(finding.severity));
+    if (!finding.file.empty()) object.set("file", finding.file.string());
+    object.setIfPresent("line", finding.line);
+    if (!finding.field.empty()) object.set("field", finding.field);
+    object.set("reason", finding.text);
+    return object;
+}
+
+/// What was read, what was skipped and why.
+class DoctorCommand final : public Command {
+  public:
+    std::string_view name() const override { return "doctor"; }
+    std::string_view group() const override { return commandGroup::trouble; }
+    std::string_view summary() const override { return "What was read, what was skipped, and why"; }
+    std::string_view examples() const override {
+        return "  heedbanner doctor            accounts, then everything that was found wrong\n"
+               "  heedbanner doctor --json\n"
+               "  heedbanner doctor || echo \"something is wrong\"";
+    }
+
+    void declare(CLI::App& app) override { app.add_flag("--json", json_, "As JSON"); }
+
+    ExitCode run(CommandContext& context) override {
+        CoreServices& core = context.core();
+        readEverything(context);
+        const auto reports = core.aggregatedEventStore().report();
+        const auto unreadable = unreadableSettings(core.settings());
+        for (const auto& diagnostic : unreadable)
+            context.environment()->diagnostics->report(diagnostic);
+        const auto fresh = newCollections(context);
+        const auto findings =
+            std::static_pointer_cast<ProgramDiagnostics>(context.environment()->diagnostics)->all();
+
+        json_ ? writeAsJson(context, reports, findings, fresh)
+              : writeAsText(context, reports, findings, fresh);
+        const bool isWrong =
+            std::any_of(
+                findings.begin(), findings.end(),
+                [](const auto& one) { return one.severity != platform::Diagnostic::Severity::info; }) ||
+            std::any_of(reports.begin(), reports.end(), [](const auto& one) { return !one.readable; });
+        return isWrong ? ExitCode::failed : ExitCode::done;
+    }
+
+  private:
+    /// Items are parsed when an interval touches them: two years around now touch what matters.
+    static void readEverything(CommandContext& context) {
+        const AggregatedEventStore& store = context.core().aggregatedEventStore();
+        const platform::Calendar& calendar = context.environment()->calendar;
+        const platform::Date from = calendar.addingDays(context.now(), -366);
+        const platform::Date to = calendar.addingDays(context.now(), 366);
+        store.events(from, to);
+        // Shared with the completion, which may outlive this call when the wait is given up.
+        const auto isDone = std::make_shared<std::atomic<bool>>(false);
+        store.reminders(from, to, [isDone](const auto&) {
+            platform::MainQueue::shared().async([isDone] { isDone->store(true); });
+        });
+        constexpr double patience = 60;
+        platform::MainQueue::shared().runUntil([&] { return isDone->load(); }, patience);
+    }
+
+    static std::vector<CollectionChoice> newCollections(CommandContext& context) {
+        std::vector<CollectionChoice> fresh;
+        for (const auto type : {platform::EKEntityType::event, platform::EKEntityType::reminder}) {
+            for (const auto& choice : collectionChoices(context, type)) {
+                if (choice.isNew) fresh.push_back(choice);
+            }
+        }
+        return fresh;
+    }
+
+    static void writeAsJson(CommandContext& context, const std::vector<platform::AccountReport>& reports,
+                            const std::vector<platform::Diagnostic>& findings,
+                            const std::vector<CollectionChoice>& fresh) {
+        auto accounts = platform::JsonValue::array();
+        for (const auto& report : reports)
+            accounts.append(accountJson(report));
+        auto list = platform::JsonValue::array();
+        for (const auto& finding : findings)
+            list.append(findingJson(finding));
+        auto unwatched = platform::JsonValue::array();
+        for (const auto& choice : fresh)
+            unwatched.append(choice.qualifiedName());
+        auto answer = platform::JsonValue::object();
+        answer.set("accounts", std::move(accounts)).set("findings", std::move(list));
+        answer.set("new", std::move(unwatched));
+        context.console().out() << writeJson(answer, 2) << "\n";
+    }
+
+    static void writeAsText(CommandContext& context, const std::vector<platform::AccountReport>& reports,
+                            const std::vector<platform::Diagnostic>& findings,
+                            const std::vector<CollectionChoice>& fresh) {
+        const Console& console = context.console();
+        std::ostream& out = console.out();
+        if (reports.empty()) out << "No accounts yet. Add calendars with: heedbanner setup FOLDER\n";
+        for (const auto& report : reports) {
+            out << console.bold(onOneLine(report.account.name)) << "  "
+                << onOneLine(report.account.location.string()) << "\n";
+            if (!report.readable) {
+                out << "  cannot be read: " << onOneLine(report.problem) << "\n";
+                continue;
+            }
+            for (const auto& collection : report.collections)
+                out << "  " << collectionLine(collection) << "\n";
+        }
+        for (const auto& choice : fresh) {
+            out << "new, not watched yet: " << onOneLine(choice.qualifiedName()) << "\n";
+        }
+        if (!findings.empty()) out << "\n";
+        for (const auto& finding : findings) {
+            out << severityName(finding.severity) << ": " << onOneLine(describe(finding)) << "\n";
+        }
+        if (findings.empty() && !reports.empty()) out << "Nothing was skipped.\n";
+    }
+
+    static std::string collectionLine(const platform::CollectionReport& collection) {
+        const auto& titled = collection.events ? collection.events : collection.reminders;
+        const auto counted = [](std::size_t count, const std::string& noun) {
+            return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+        };
+        return onOneLine(titled ? titled->title : collection.location.filename().string()) + ": " +
+               counted(collection.files, "file") + ", " + counted(collection.eventCount, "event") + ", " +
+               counted(collection.reminderCount, "task");
+    }
+
+    bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeDoctorCommand() {
+    return std::make_unique<DoctorCommand>();
+}
+
+}  // namespace hbr

@@ -1,0 +1,122 @@
+#include "Command.h"
+#include "CommandContext.h"
+#include "MomentText.h"
+
+#include <HbrCore/Events/EventJson.h>
+#include <HbrCore/Events/EventTexts.h>
+#include <CLI/App.hpp>
+
+namespace hbr {
+
+namespace {
+
+std::string_view statusName(platform::EKEventStatus status) {
+    switch (status) {
+        case platform::EKEventStatus::none:
+            return "none";
+        case platform::EKEventStatus::confirmed:
+            return "confirmed";
+        case platform::EKEventStatus::tentative:
+            return "tentative";
+        case platform::EKEventStatus::canceled:
+            return "canceled";
+    }
+    return "none";
+}
+
+platform::JsonValue storedEventJson(const platform::EKEvent& event, const VideoConferenceLinkParser& parser) {
+    platform::JsonValue json = eventJson(Event::fromCalendarEvent(event, parser));
+    if (!event.calendarItemExternalIdentifier.empty()) {
+        json.set("calendarItemExternalIdentifier", event.calendarItemExternalIdentifier);
+    }
+    json.set("isAllDay", event.isAllDay).set("isDetached", event.isDetached);
+    if (event.originalStart) json.set("recurrenceId", platform::formatRfc3339(*event.originalStart));
+    json.set("status", statusName(event.status));
+    return json;
+}
+
+/// What the store holds in an interval, before any rule.
+class EventsCommand final : public Command {
+  public:
+    std::string_view name() const override { return "events"; }
+    std::string_view group() const override { return commandGroup::trouble; }
+    std::string_view summary() const override {
+        return "Everything that the watched calendars hold in an interval, before any rule";
+    }
+    std::string_view examples() const override {
+        return "  heedbanner events --from today --to tomorrow\n"
+               "  heedbanner events --from 2026-03-02 --to 2026-03-09 --json\n"
+               "  heedbanner events --from 2026-03-04T09:00:00Z --to 2026-03-04T17:00:00Z --json";
+    }
+
+    void declare(CLI::App& app) override {
+        const std::string meaning =
+            "RFC 3339, or in your zone 2026-03-04 or 2026-03-04T09:00, or now, today, tomorrow";
+        app.add_option("--from", from_, "Where the interval begins: " + meaning)
+            ->type_name("TIME")
+            ->required();
+        app.add_option("--to", to_, "Where it ends")->type_name("TIME")->required();
+        app.add_flag("--json", json_, "As JSON");
+    }
+
+    ExitCode run(CommandContext& context) override {
+        const platform::Date from = moment(context, "--from", from_);
+        const platform::Date to = moment(context, "--to", to_);
+        if (to < from) throw CommandFailure(ExitCode::wrongUsage, "events: --to lies before --from");
+        context.requireReadableAccounts();
+        CoreServices& core = context.core();
+        const auto events = core.aggregatedEventStore().events(from, to);
+        std::ostream& out = context.console().out();
+        if (json_) {
+            // One event a line, so that long answers can be read and compared.
+            out << "[";
+            for (std::size_t i = 0; i < events.size(); ++i) {
+                out << (i == 0 ? "\n" : ",\n") << writeJson(storedEventJson(*events[i], core.parser()));
+            }
+            out << (events.empty() ? "]\n" : "\n]\n");
+            return ExitCode::done;
+        }
+        for (const auto& event : events) {
+            out << when(*event, core.formatters()) << "  " << onOneLine(event->title.value_or("(no title)"))
+                << context.console().faint("  " + onOneLine(event->calendar ? event->calendar->title : ""));
+            if (event->status == platform::EKEventStatus::canceled) out << "  cancelled";
+            out << "\n";
+        }
+        return ExitCode::done;
+    }
+
+  private:
+    static platform::Date moment(const CommandContext& context, const std::string& option,
+                                 const std::string& text) {
+        const auto date = momentOf(text, context.environment()->calendar, context.now());
+        if (date) return *date;
+        throw CommandFailure(ExitCode::wrongUsage, "events: " + option + ": \"" + text +
+                                                       "\" is no time (such as 2026-03-04T09:00:00Z, "
+                                                       "2026-03-04 or today)");
+    }
+
+    static std::string when(const platform::EKEvent& event, const Formatters& formatters) {
+        const auto day = [&](platform::Date date) { return formatters.dateOnly().string(date); };
+        const auto time = [&](platform::Date date) { return formatters.timeOnly().string(date); };
+        const platform::Calendar& calendar = formatters.environment().calendar;
+        const platform::Date lastInstant =
+            event.endDate > event.startDate ? event.endDate.addingTimeInterval(-1) : event.endDate;
+        const bool isOneDay = calendar.isSameDay(event.startDate, lastInstant);
+        if (event.isAllDay) return day(event.startDate) + (isOneDay ? "" : " – " + day(lastInstant));
+        if (event.startDate == event.endDate) return day(event.startDate) + " " + time(event.startDate);
+        return day(event.startDate) + " " + time(event.startDate) + " – " +
+               (isOneDay ? "" : day(event.endDate) + " ") + time(event.endDate);
+    }
+
+    std::string from_;
+    std::string to_;
+    bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeEventsCommand() {
+    return std::make_unique<EventsCommand>();
+}
+
+}  // namespace hbr

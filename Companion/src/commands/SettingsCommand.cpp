@@ -1,0 +1,210 @@
+#include "Command.h"
+#include "CommandContext.h"
+#include "SettingCatalogue.h"
+
+#include <Foundation/Files.h>
+#include <CLI/App.hpp>
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+
+namespace hbr {
+
+namespace {
+
+std::string shown(const platform::JsonValue& value) {
+    const auto* list = value.asArray();
+    const bool isPlainList =
+        list && std::none_of(list->begin(), list->end(), [](const auto& one) { return one.asObject(); });
+    if (!isPlainList) return value.asString() ? *value.asString() : writeJson(value);
+    std::string text;
+    for (const auto& one : *list)
+        text += (text.empty() ? "" : ",") + shown(one);
+    return text;
+}
+
+/// Every setting by its property name.
+class SettingsCommand final : public Command {
+  public:
+    std::string_view name() const override { return "settings"; }
+    std::string_view group() const override { return commandGroup::choices; }
+    std::string_view summary() const override { return "Look at and change every setting"; }
+    std::string_view examples() const override {
+        return "  heedbanner settings list                       all settings and what they mean\n"
+               "  heedbanner settings set timeOffsetSeconds 5m   alert five minutes before the start\n"
+               "  heedbanner settings export settings.json       and later: settings import settings.json";
+    }
+
+    void declare(CLI::App& app) override {
+        app.require_subcommand(0, 1);
+        app.add_subcommand("list", "All settings, their values and what they mean");
+        auto* get = add(app, "get", "Print one value", &SettingsCommand::get);
+        get->add_option("NAME", name_, "The setting's name")->type_name("")->required();
+        auto* set = add(app, "set", "Change one value", &SettingsCommand::set);
+        set->add_option("NAME", name_, "The setting's name")->type_name("")->required();
+        set->add_option("VALUE", value_, "Its new value; seconds also as 90s or 5m")
+            ->type_name("")
+            ->required();
+        auto* reset = add(app, "reset", "Back to the default", &SettingsCommand::reset);
+        reset->add_option("NAME", names_, "The settings' names")->type_name("");
+        reset->add_flag("--all", all_, "Every setting");
+        auto* exporting = add(app, "export", "Write all settings as JSON", &SettingsCommand::exportAll);
+        exporting->add_option("FILE", file_, "Where to, standard output when left out")->type_name("");
+        auto* importing = add(app, "import", "Take settings from such JSON: all of them, or none",
+                              &SettingsCommand::importAll);
+        importing->add_option("FILE", file_, "Where from, standard input when left out")->type_name("");
+    }
+
+    ExitCode run(CommandContext& context) override {
+        try {
+            return (this->*action_)(context);
+        } catch (const SettingRefusal& refusal) {
+            throw CommandFailure(ExitCode::wrongUsage, refusal.what());
+        }
+    }
+
+  private:
+    using Action = ExitCode (SettingsCommand::*)(CommandContext&);
+
+    CLI::App* add(CLI::App& app, const std::string& word, const std::string& summary, Action action) {
+        auto* below = app.add_subcommand(word, summary);
+        below->parse_complete_callback([this, action] { action_ = action; });
+        return below;
+    }
+
+    ExitCode list(CommandContext& context) {
+        const Console& console = context.console();
+        const UserSettingsStore& settings = context.core().settings();
+        for (const auto& entry : settingCatalogue()) {
+            console.out() << console.bold(entry.name) << " = " << onOneLine(shown(entry.read(settings)))
+                          << (entry.isStored(settings) ? "" : console.faint("  (default)")) << "\n"
+                          << console.faint("    " + entry.meaning + ": " + entry.takes) << "\n";
+        }
+        reportUnreadable(context);
+        return ExitCode::done;
+    }
+
+    ExitCode get(CommandContext& context) {
+        const SettingEntry& entry = settingNamed(name_);
+        context.console().out() << shown(entry.read(context.core().settings())) << "\n";
+        return ExitCode::done;
+    }
+
+    ExitCode set(CommandContext& context) {
+        const SettingEntry& entry = settingNamed(name_);
+        const auto value = entry.parse(value_);
+        entry.check(value);
+        UserSettingsStore& settings = context.core().settings();
+        requireWritten(context, entry, entry.write(settings, value));
+        context.console().out() << entry.name << " = " << onOneLine(shown(entry.read(settings))) << "\n";
+        warnAboutLongLead(context);
+        return ExitCode::done;
+    }
+
+    ExitCode reset(CommandContext& context) {
+        if (names_.empty() != all_) {
+            throw CommandFailure(ExitCode::wrongUsage, "settings reset: give names, or --all");
+        }
+        std::vector<const SettingEntry*> entries;
+        for (const auto& name : names_)
+            entries.push_back(&settingNamed(name));
+        for (const auto& entry : settingCatalogue()) {
+            if (all_) entries.push_back(&entry);
+        }
+        UserSettingsStore& settings = context.core().settings();
+        for (const auto* entry : entries)
+            requireWritten(context, *entry, entry->reset(settings));
+        for (const auto* entry : entries) {
+            context.console().out() << entry->name << " = " << onOneLine(shown(entry->read(settings)))
+                                    << "\n";
+        }
+        return ExitCode::done;
+    }
+
+    ExitCode exportAll(CommandContext& context) {
+        const UserSettingsStore& settings = context.core().settings();
+        auto all = platform::JsonValue::object();
+        for (const auto& entry : settingCatalogue())
+            all.set(entry.name, entry.read(settings));
+        const std::string text = writeJson(all, 2) + "\n";
+        if (file_ == "-") {
+            context.console().out() << text;
+            return ExitCode::done;
+        }
+        std::error_code error;
+        if (!platform::writeFileAtomically(file_, text, 0600, error)) {
+            throw CommandFailure(ExitCode::failed, file_ + ": " + error.message());
+        }
+        return ExitCode::done;
+    }
+
+    ExitCode importAll(CommandContext& context) {
+        const std::string place = file_ == "-" ? "standard input" : file_;
+        const auto all = platform::parseJson(readInput());
+        if (!all || !all->asObject())
+            throw CommandFailure(ExitCode::failed, place + ": no JSON object of settings");
+        for (const auto& [name, value] : *all->asObject()) {
+            try {
+                settingNamed(name).check(value);
+            } catch (const std::exception& refusal) {
+                throw CommandFailure(ExitCode::failed,
+                                     place + ": " + refusal.what() + "; nothing was changed");
+            }
+        }
+        UserSettingsStore& settings = context.core().settings();
+        for (const auto& [name, value] : *all->asObject()) {
+            const SettingEntry& entry = settingNamed(name);
+            requireWritten(context, entry, entry.write(settings, value));
+        }
+        context.console().out() << all->asObject()->size() << " settings were taken from " << place << "\n";
+        warnAboutLongLead(context);
+        return ExitCode::done;
+    }
+
+    std::string readInput() const {
+        if (file_ == "-") return {std::istreambuf_iterator<char>(std::cin), {}};
+        std::error_code error;
+        auto text = platform::readRegularFile(file_, error);
+        if (!text) throw CommandFailure(ExitCode::failed, file_ + ": " + error.message());
+        return *std::move(text);
+    }
+
+    static void requireWritten(CommandContext& context, const SettingEntry& entry, bool written) {
+        if (written) return;
+        throw CommandFailure(
+            ExitCode::failed,
+            context.core().domains().domain(entry.isShared)->file().string() + ": could not be written");
+    }
+
+    /// Pending events are looked for within the next hour only.
+    static void warnAboutLongLead(CommandContext& context) {
+        const UserSettingsStore& settings = context.core().settings();
+        if (static_cast<double>(settings.timeOffsetSeconds()) <= AggregatedEventStore::pendingWindow) return;
+        context.console().complain(
+            "with timeOffsetSeconds over an hour an event is in no list from its alert until an hour before "
+            "its "
+            "start");
+    }
+
+    static void reportUnreadable(CommandContext& context) {
+        for (const auto& diagnostic : unreadableSettings(context.core().settings())) {
+            context.environment()->diagnostics->report(diagnostic);
+        }
+    }
+
+    Action action_ = &SettingsCommand::list;
+    std::string name_;
+    std::string value_;
+    std::vector<std::string> names_;
+    std::string file_ = "-";
+    bool all_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeSettingsCommand() {
+    return std::make_unique<SettingsCommand>();
+}
+
+}  // namespace hbr
