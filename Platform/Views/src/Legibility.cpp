@@ -64,7 +64,10 @@ Color srgb(Oklch value) {
         value.chroma = possible;
     }
     const Color color = linearRgb(value);
-    const auto part = [](double linearPart) { return encoded(std::clamp(linearPart, 0.0, 1.0)); };
+    // As it will be painted, so that the ratio holds for the pixels.
+    const auto part = [](double linearPart) {
+        return std::round(encoded(std::clamp(linearPart, 0.0, 1.0)) * 255) / 255;
+    };
     return {part(color.red), part(color.green), part(color.blue), 1};
 }
 

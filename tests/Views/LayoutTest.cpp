@@ -1,0 +1,214 @@
+#include <Views/LaidOutTree.h>
+
+#include <Views/Painters.h>
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+using namespace platform;
+
+namespace {
+
+View box(double width, double height) {
+    return rectangle().frame(width, height);
+}
+
+/// Frames of the leaves in the order of drawing: "x y w h", one a line.
+void collect(const LaidOutNode& node, std::string& out) {
+    if (node.children.empty() && node.kind != LaidOutNode::Kind::layers) {
+        const auto number = [](double value) { return std::to_string(static_cast<long>(value * 10)); };
+        out += number(node.frame.x) + " " + number(node.frame.y) + " " + number(node.frame.width) + " " +
+               number(node.frame.height) + "\n";
+    }
+    for (const auto& child : node.children)
+        collect(child, out);
+}
+
+/// In tenths of a point.
+std::string framesOf(const View& view, Size size, bool isRightToLeft = false) {
+    ViewContext context;
+    context.isRightToLeft = isRightToLeft;
+    std::string out;
+    collect(layOut(view, size, context).root, out);
+    return out;
+}
+
+TEST(Layout, StacksPlaceTheirChildren) {
+    struct Case {
+        const char* name;
+        View view;
+        std::string frames;
+    };
+    const auto leading = HorizontalAlignment::leading;
+    const auto top = VerticalAlignment::top;
+    const std::vector<Case> cases = {
+        {"a row is centred and spaced by eight", hstack({}, {box(10, 10), box(20, 20)}),
+         "310 450 100 100\n490 400 200 200\n"},
+        {"a column aligned leading", vstack({.alignment = leading, .spacing = 2}, {box(10, 10), box(20, 20)}),
+         "400 340 100 100\n400 460 200 200\n"},
+        {"an empty view takes no spacing", hstack({.spacing = 4}, {box(10, 10), View(), box(10, 10)}),
+         "380 450 100 100\n520 450 100 100\n"},
+        {"a spacer pushes to the ends and has no spacing beside it",
+         hstack({.alignment = top, .spacing = 4}, {box(10, 10), spacer(), box(10, 10)}),
+         "0 450 100 100\n900 450 100 100\n"},
+        {"a spacer keeps its least length where nothing is left",
+         hstack({.spacing = 0}, {box(50, 10), spacer(6), box(50, 10)}), "-30 450 500 100\n530 450 500 100\n"},
+        {"what stretches takes what fixed ones leave",
+         hstack({.spacing = 4}, {rectangle().frame(std::nullopt, 10), box(30, 10)}),
+         "0 450 660 100\n700 450 300 100\n"},
+        {"two that stretch share",
+         hstack({.spacing = 0}, {rectangle().frame(std::nullopt, 10), rectangle().frame(std::nullopt, 10)}),
+         "0 450 500 100\n500 450 500 100\n"},
+        {"a bar is as high as its row",
+         hstack({.spacing = 4}, {rectangle().frame(3, std::nullopt), box(10, 40)}).fixedHeight(),
+         "415 300 30 400\n485 300 100 400\n"},
+        {"padding by side", box(10, 10).padding({.top = 1, .leading = 2, .bottom = 3, .trailing = 4}),
+         "440 440 100 100\n"},
+        {"a filling frame aligns its content", box(10, 10).filling({.horizontal = leading, .vertical = top}),
+         "0 0 100 100\n"},
+        {"a background has the frame of its content", box(10, 20).background(rectangle()),
+         "450 400 100 200\n450 400 100 200\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(framesOf(c.view, {100, 100}), c.frames) << c.name;
+}
+
+TEST(Layout, LanguagesFromTheRightMirrorEveryFrame) {
+    const View view = hstack({.spacing = 0}, {box(10, 10).padding({.leading = 5}), spacer(), box(20, 10)});
+    EXPECT_EQ(framesOf(view, {100, 10}), "50 0 100 100\n800 0 200 100\n");
+    EXPECT_EQ(framesOf(view, {100, 10}, true), "850 0 100 100\n0 0 200 100\n");
+}
+
+TEST(Layout, TheFirstCandidateThatFitsIsShownElseTheLast) {
+    const auto choice = [](double height) {
+        return framesOf(firstThatFits(Axis::vertical, {box(3, 30), box(2, 20), box(1, 10)}).frame(10, height),
+                        {10, height});
+    };
+    EXPECT_EQ(choice(30), "35 0 30 300\n");
+    EXPECT_EQ(choice(29.9), "40 49 20 200\n");
+    EXPECT_EQ(choice(10), "45 0 10 100\n");
+    EXPECT_EQ(choice(5), "45 -25 10 100\n");
+}
+
+const LaidOutNode* firstText(const LaidOutNode& node) {
+    if (node.kind == LaidOutNode::Kind::text || node.kind == LaidOutNode::Kind::timer) return &node;
+    for (const auto& child : node.children) {
+        if (const auto* found = firstText(child)) return found;
+    }
+    return nullptr;
+}
+
+LaidOutNode laidOutText(const View& view, double width, Date now = Date(0)) {
+    ViewContext context;
+    context.now = now;
+    return *firstText(layOut(view, {width, 100}, context).root);
+}
+
+TEST(Layout, LinesHaveTheHeightOfTheirFontWhateverScriptStandsInThem) {
+    struct Case {
+        double size, height;
+    };
+    for (const auto& [size, height] : {Case{10, 13}, {11, 14}, {12, 16}, {30, 36}}) {
+        for (const char* content : {"Review", "会議の予定", "اجتماع", "🎉", ""}) {
+            EXPECT_EQ(laidOutText(text(content).font(system(size)), 300).frame.height, height) << content;
+        }
+    }
+}
+
+TEST(Layout, LongTextsBreakAndAreTruncatedAtTheirLineLimit) {
+    const std::string title = "A title that is much longer than any of the rows in which it has to stand";
+    const auto limited = [&](int lines) {
+        return laidOutText(text(title).font(system(11)).lineLimit(lines), 90);
+    };
+    EXPECT_EQ(limited(1).lines, 1);
+    EXPECT_TRUE(limited(1).isTruncated);
+    EXPECT_EQ(limited(2).lines, 2);
+    EXPECT_EQ(limited(2).frame.height, 28);
+    EXPECT_FALSE(limited(0).isTruncated);
+    EXPECT_GT(limited(0).lines, 3);
+    EXPECT_FALSE(laidOutText(text("Short").lineLimit(1), 90).isTruncated);
+    const auto unbroken = laidOutText(text(std::string(300, 'W')).lineLimit(2), 90);
+    EXPECT_LE(unbroken.frame.width, 90);
+    EXPECT_EQ(unbroken.lines, 2);
+}
+
+TEST(Layout, ATextShrinksToItsFactorBeforeItIsTruncated) {
+    const View view = text("10:00 AM–11:30 AM").font(system(11)).minimumScaleFactor(0.5);
+    const double full = laidOutText(view, 500).frame.width;
+    const auto shrunk = laidOutText(view, full * 0.75);
+    EXPECT_NEAR(shrunk.textScale, 0.75, 1e-9);
+    EXPECT_EQ(shrunk.lines, 1);
+    EXPECT_FALSE(shrunk.isTruncated);
+    EXPECT_EQ(shrunk.frame.height, 14);
+    const auto tooNarrow = laidOutText(view, full * 0.4);
+    EXPECT_DOUBLE_EQ(tooNarrow.textScale, 0.5);
+    EXPECT_TRUE(tooNarrow.isTruncated);
+    EXPECT_EQ(tooNarrow.lines, 1);
+}
+
+TEST(Layout, BreaksAndControlCharactersOfATextBecomeBlanks) {
+    EXPECT_EQ(laidOutText(text("a\r\nb\tc\x01"
+                               "d\xE2\x80\xA8"
+                               "e\xC2\x85"
+                               "f"),
+                          300)
+                  .text,
+              "a b c d e f");
+    EXPECT_EQ(laidOutText(text("bad \xFF byte"), 300).text, "bad \xEF\xBF\xBD byte");
+    EXPECT_EQ(laidOutText(text("line\nbreaks\n\nin a title").lineLimit(1), 300).lines, 1);
+}
+
+TEST(Layout, TextsOfARowStandOnOneBaseline) {
+    ViewContext context;
+    const View row = hstack({.alignment = VerticalAlignment::firstTextBaseline},
+                            {text("12").font(system(30)), text("12").font(system(11))});
+    const auto tree = layOut(row, {200, 60}, context);
+    const auto& children = tree.root.children[0].children;
+    ASSERT_EQ(children.size(), 2U);
+    EXPECT_GT(children[1].frame.y, children[0].frame.y + 10);
+    EXPECT_LT(children[1].frame.bottom(), children[0].frame.bottom());
+}
+
+TEST(Timer, CountsBegunSecondsDownAndWholeSecondsUp) {
+    const Date target(1'000'000);
+    struct Case {
+        double offset;
+        const char* text;
+    };
+    const std::vector<Case> cases = {{-59, "0:59"},      {-58.5, "0:59"},  {-0.2, "0:01"},
+                                     {0, "0:00"},        {0.9, "0:00"},    {61, "1:01"},
+                                     {-3600, "1:00:00"}, {725.5, "12:05"}, {3723, "1:02:03"}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(laidOutText(timer(target), 300, target.addingTimeInterval(c.offset)).text, c.text)
+            << c.offset;
+    }
+}
+
+TEST(Timer, TellsWhenItShowsAnotherText) {
+    ViewContext context;
+    const Date target(1000);
+    const auto tree = layOut(vstack({}, {text("x"), timer(target)}), {100, 100}, context);
+    EXPECT_EQ(tree.nextChange(Date(941.25)), Date(942));
+    EXPECT_EQ(tree.nextChange(Date(942)), Date(943));
+    EXPECT_FALSE(layOut(text("x"), {100, 100}, context).nextChange(Date(0)));
+}
+
+TEST(TapTargets, TheInnermostLinkIsHitAndLabelsLeaveInnerLinksOut) {
+    const Url row = Url::parse("heedbanner://preview/1").value();
+    const Url call = Url::parse("heedbanner://joinCall/1").value();
+    const View view = link(row, hstack({.spacing = 0}, {text("Title"), spacer(),
+                                                        link(call, box(20, 20)).accessibilityLabel("Join")}));
+    const auto tree = layOut(view, {100, 20}, {});
+    const auto links = tree.links();
+    ASSERT_EQ(links.size(), 2U);
+    EXPECT_EQ(links[0].label, "Title");
+    EXPECT_EQ(links[1].label, "Join");
+    EXPECT_EQ(links[1].frame, (Rect{80, 0, 20, 20}));
+    EXPECT_EQ(tree.linkAt({79.9, 5})->url, row);
+    EXPECT_EQ(tree.linkAt({80, 5})->url, call);
+    EXPECT_FALSE(tree.linkAt({100, 5}));
+}
+
+}  // namespace

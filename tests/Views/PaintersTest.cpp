@@ -1,0 +1,119 @@
+#include <Views/Painters.h>
+
+#include <support/TestEnvironment.h>
+
+#include <cstring>
+#include <string>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+using namespace platform;
+
+namespace {
+
+std::uint32_t pixelAt(const PixelImage& image, int x, int y) {
+    std::uint32_t pixel = 0;
+    std::memcpy(&pixel, image.pixels.data() + static_cast<std::ptrdiff_t>(y) * image.stride + x * 4, 4);
+    return pixel;
+}
+
+ViewContext contextWith(const test::TestEnvironment& world) {
+    ViewContext context;
+    context.family = WidgetFamily::systemSmall;
+    context.pictures = std::make_shared<PictureLibrary>(world);
+    return context;
+}
+
+TEST(Painters, AWidgetIsRoundedBorderedAndTransparentAtItsCorners) {
+    const auto tree = layOutWidget(text(""), contextWith(test::TestEnvironment()));
+    for (const double scale : {1.0, 2.0}) {
+        const auto image = paintPixels(tree, scale);
+        ASSERT_EQ(image.width, 170 * scale);
+        ASSERT_EQ(image.height, 170 * scale);
+        EXPECT_EQ(pixelAt(image, 0, 0), 0U);
+        EXPECT_EQ(pixelAt(image, image.width - 1, image.height - 1), 0U);
+        EXPECT_EQ(pixelAt(image, image.width / 2, image.height / 2), 0xFFF7F7F9U);
+        // Black at a tenth over the container, one device pixel wide.
+        EXPECT_NEAR(pixelAt(image, image.width / 2, 0) & 0xFF, 0xF9 * 0.9, 2);
+        EXPECT_EQ(pixelAt(image, image.width / 2, 1), 0xFFF7F7F9U);
+    }
+}
+
+TEST(Painters, EveryFormatHasItsSignature) {
+    const auto tree = layOutWidget(text("Weekly review 会議 🎉"), contextWith(test::TestEnvironment()));
+    EXPECT_EQ(paintPng(tree, 1).substr(0, 8), "\x89PNG\r\n\x1a\n");
+    EXPECT_NE(paintSvg(tree).find("viewBox=\"0 0 170 170\""), std::string::npos);
+    EXPECT_EQ(paintPdf(tree).substr(0, 5), "%PDF-");
+    EXPECT_EQ(treeText(tree), "Weekly review 会議 🎉\n");
+}
+
+TEST(Painters, JsonHoldsTheTreeAndItsLinks) {
+    const auto url = Url::parse("heedbanner://preview/1").value();
+    const auto tree =
+        layOut(link(url, text("Title").font(system(11).bold()).foreground(Color::hex(0xD95F00))), {200, 14},
+               contextWith(test::TestEnvironment()));
+    const auto json = treeJson(tree);
+    EXPECT_EQ(*json.find("family")->asString(), "small");
+    EXPECT_EQ(*json.find("width")->asInteger(), 200);
+    const auto& node =
+        json.find("tree")->find("children")->asArray()->at(0).find("children")->asArray()->at(0);
+    EXPECT_EQ(*node.find("kind")->asString(), "text");
+    EXPECT_EQ(*node.find("text")->asString(), "Title");
+    EXPECT_EQ(*node.find("lines")->asInteger(), 1);
+    EXPECT_EQ(*node.find("truncated")->asBool(), false);
+    EXPECT_EQ(*node.find("font")->asString(), "11 bold");
+    EXPECT_EQ(*node.find("color")->asString(), "#D95F00");
+    const auto& target = json.find("links")->asArray()->at(0);
+    EXPECT_EQ(*target.find("url")->asString(), "heedbanner://preview/1");
+    EXPECT_EQ(*target.find("label")->asString(), "Title");
+    EXPECT_EQ(target.find("frame")->asArray()->size(), 4U);
+}
+
+TEST(Painters, ASymbolIsPaintedInTheForegroundColour) {
+    test::TestEnvironment world;
+    world.home.write(
+        "symbols/full.svg",
+        R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 4 2"><rect width="4" height="2"/></svg>)");
+    world.change().resourceDirectories = {world.home.path()};
+    const View view = symbol("full").resizable().foreground(Color::hex(0x1A7F37));
+    const auto tree = layOut(view, {40, 40}, contextWith(world));
+    EXPECT_EQ(tree.root.children[0].frame, (Rect{0, 10, 40, 20}));
+    const auto image = paintPixels(tree, 1);
+    EXPECT_EQ(pixelAt(image, 20, 20), 0xFF1A7F37U);
+    EXPECT_EQ(pixelAt(image, 20, 5), 0U);
+    EXPECT_TRUE(world.diagnostics->all().empty());
+}
+
+TEST(Painters, AMissingOrBrokenSymbolIsToldOnceAndTheRestIsDrawn) {
+    test::TestEnvironment world;
+    world.home.write("symbols/broken.svg", "<svg");
+    world.change().resourceDirectories = {world.home.path()};
+    const View view =
+        zstack({}, {rectangle().foreground(Color::hex(0xD95F00)), symbol("broken"), symbol("absent")});
+    const auto tree = layOut(view, {40, 40}, contextWith(world));
+    for (int time = 0; time < 2; ++time)
+        EXPECT_EQ(pixelAt(paintPixels(tree, 1), 20, 20), 0xFFD95F00U);
+    const auto diagnostics = world.diagnostics->all();
+    ASSERT_EQ(diagnostics.size(), 2U);
+    EXPECT_EQ(diagnostics[0].file.filename(), "broken.svg");
+    EXPECT_EQ(diagnostics[1].file.filename(), "absent.svg");
+}
+
+TEST(Painters, ThreadsDrawTheSamePicture) {
+    const auto context = contextWith(test::TestEnvironment());
+    const auto draw = [&] {
+        return paintPng(layOutWidget(text("Vendredi 12:30 会議 اجتماع").lineLimit(2), context), 2);
+    };
+    const auto expected = draw();
+    std::vector<std::string> results(4);
+    std::vector<std::thread> threads;
+    for (auto& result : results)
+        threads.emplace_back([&] { result = draw(); });
+    for (auto& thread : threads)
+        thread.join();
+    for (const auto& result : results)
+        EXPECT_EQ(result, expected);
+}
+
+}  // namespace
