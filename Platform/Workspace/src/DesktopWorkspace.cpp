@@ -1,0 +1,51 @@
+#include "DesktopWorkspace.h"
+
+#include <gio/gio.h>
+
+#include <cstdlib>
+
+namespace platform {
+
+namespace {
+
+template <class T>
+struct ObjectRelease {
+    void operator()(T* object) const { g_object_unref(object); }
+};
+template <class T>
+using Object = std::unique_ptr<T, ObjectRelease<T>>;
+
+struct ErrorRelease {
+    void operator()(GError* error) const { g_error_free(error); }
+};
+using Error = std::unique_ptr<GError, ErrorRelease>;
+
+/// A program that the bus starts gets its URL by a message, which must be out before a short-lived process
+/// ends.
+void sendPendingMessages() {
+    if (!std::getenv("DBUS_SESSION_BUS_ADDRESS")) return;
+    const Object<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    if (bus) g_dbus_connection_flush_sync(bus.get(), nullptr, nullptr);
+}
+
+}  // namespace
+
+std::optional<std::string> DesktopWorkspace::open(const Url& url) {
+    GError* raw = nullptr;
+    if (g_app_info_launch_default_for_uri(url.absoluteString().c_str(), nullptr, &raw)) {
+        sendPendingMessages();
+        return std::nullopt;
+    }
+    const Error error(raw);
+    const auto scheme = url.scheme();
+    if (scheme && !programForScheme(*scheme)) return "no program is set up to open " + *scheme + ": links";
+    return url.absoluteString() + ": " + (error ? error->message : "could not be opened");
+}
+
+std::optional<std::string> DesktopWorkspace::programForScheme(std::string_view scheme) const {
+    const Object<GAppInfo> program(g_app_info_get_default_for_uri_scheme(std::string(scheme).c_str()));
+    if (!program) return std::nullopt;
+    return std::string(g_app_info_get_display_name(program.get()));
+}
+
+}  // namespace platform
