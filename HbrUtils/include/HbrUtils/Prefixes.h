@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+namespace hbr {
+
+/// Without one "#" at the front. The result lives as long as the text.
+std::string_view removingLeadingHash(std::string_view text);
+/// Without the prefix, if the text starts with it. The result lives as long as the text.
+std::string_view deletingPrefix(std::string_view text, std::string_view prefix);
+
+}  // namespace hbr

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace hbr {
+
+/// The case that a stored text stands for; specialised beside each enumeration with raw texts.
+template <class T>
+std::optional<T> fromRawValue(std::string_view text);
+
+}  // namespace hbr

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace hbr {
+
+struct SemanticVersion {
+    int major = 0;
+    int minor = 0;
+    int patch = 0;
+
+    /// One to three whole numbers between dots; empty pieces are passed over, missing ones are 0.
+    static std::optional<SemanticVersion> parse(std::string_view text);
+
+    bool isEqual(const SemanticVersion& other) const { return *this == other; }
+    bool isNewerThan(const SemanticVersion& other) const;
+    /// The patch does not count.
+    bool isNewerMajorOrMinorThan(const SemanticVersion& other) const;
+
+    friend bool operator==(const SemanticVersion&, const SemanticVersion&) = default;
+};
+
+}  // namespace hbr

@@ -1,0 +1,11 @@
+#include <HbrUtils/Crc32.h>
+
+#include <Foundation/Text.h>
+
+namespace hbr {
+
+std::uint32_t crc32(std::string_view text) {
+    return platform::crc32(text);
+}
+
+}  // namespace hbr

@@ -1,0 +1,10 @@
+#include <HbrUtils/RegexReplacement.h>
+
+namespace hbr {
+
+std::string replacingRegex(std::string_view text, std::string_view matching,
+                           platform::RegularExpression::Options findingOptions, std::string_view with) {
+    return platform::RegularExpression(matching, findingOptions).replacingMatches(text, with);
+}
+
+}  // namespace hbr
