@@ -2,6 +2,7 @@
 
 #include <Foundation/Url.h>
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -55,3 +56,8 @@ struct VideoConferenceService {
 };
 
 }  // namespace hbr
+
+template <>
+struct std::hash<hbr::VideoConferenceService> {
+    std::size_t operator()(const hbr::VideoConferenceService& service) const noexcept;
+};

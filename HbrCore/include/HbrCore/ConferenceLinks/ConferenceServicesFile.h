@@ -1,0 +1,28 @@
+#pragma once
+
+#include <Foundation/Environment.h>
+#include <Foundation/PropertyValue.h>
+#include <Foundation/Url.h>
+#include <HbrCore/ConferenceLinks/VideoConferenceService.h>
+
+#include <optional>
+#include <vector>
+
+// Further services come from ConferenceServices.plist in the environment's data directory: a property list
+// (XML or binary) that is an array of dictionaries with the keys "id", "regex", "name" (texts) and
+// "supportsNativeApp" (boolean), all required. The user may edit it; it is never replaced. Problems are
+// logged under "ConferenceLinks" and reported as diagnostics, and leave the built-in services in force.
+namespace hbr {
+
+/// Nothing without a data directory.
+std::optional<platform::Url> configFileUrl(const platform::Environment& environment);
+/// Copies the shipped file into place when there is none; two processes never leave a torn file.
+void copyConfigFileIfNeeded(const platform::Environment& environment);
+/// Appends the file's services in file order; all or none.
+void loadConfigFile(const platform::Environment& environment, std::vector<VideoConferenceService>& services);
+
+platform::PropertyValue encodeServices(const std::vector<VideoConferenceService>& services);
+/// Throws std::runtime_error that names the entry and the key.
+std::vector<VideoConferenceService> decodeServices(const platform::PropertyValue& list);
+
+}  // namespace hbr

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <HbrCore/ConferenceLinks/VideoConferenceLink.h>
+
+#include <optional>
+
+namespace hbr {
+
+/// For the services whose desktop application opens links of its own; the safe-link target counts.
+std::optional<platform::Url> nativeUrlOf(const VideoConferenceLink& link);
+
+}  // namespace hbr
