@@ -1,0 +1,105 @@
+#include "CollectionDiscovery.h"
+
+#include "ContentLine.h"
+
+#include <algorithm>
+#include <set>
+
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int deepestLevel = 4;
+
+class Discovery {
+  public:
+    Discovery(FoundAccount& found, DiagnosticsSink& diagnostics) : found_(found), diagnostics_(diagnostics) {}
+
+    void folder(const fs::path& location, const std::string& path, int level) {
+        std::error_code error;
+        const auto real = fs::canonical(location, error);
+        if (error || !seen_.insert(real).second) return;
+        fs::directory_iterator entries(location, error);
+        if (error) {
+            diagnostics_.report({.file = location, .text = "folder cannot be read: " + error.message()});
+            return;
+        }
+        found_.watched.push_back(location);
+        FoundCollection collection{path, location, true, {}};
+        std::vector<fs::path> inner;
+        bool isCollection = false;
+        for (; entries != fs::directory_iterator(); entries.increment(error)) {
+            if (error) break;
+            const auto& entry = entries->path();
+            const auto name = entry.filename().string();
+            if (name.starts_with('.')) continue;
+            std::error_code ignored;
+            const auto status = fs::status(entry, ignored);
+            if (fs::is_directory(status)) {
+                inner.push_back(entry);
+            } else if (equalIgnoringCase(entry.extension().string(), ".ics")) {
+                if (fs::is_regular_file(status)) {
+                    collection.files.push_back(entry);
+                } else {
+                    diagnostics_.report({.file = entry, .text = "is no regular file; left out"});
+                }
+            } else if (name == "displayname" || name == "color") {
+                isCollection = isCollection || fs::is_regular_file(status);
+            }
+        }
+        if (isCollection || !collection.files.empty()) {
+            std::sort(collection.files.begin(), collection.files.end());
+            found_.collections.push_back(std::move(collection));
+        }
+        std::sort(inner.begin(), inner.end());
+        if (level >= deepestLevel) return;
+        for (const auto& next : inner) {
+            const auto name = next.filename().string();
+            folder(next, path.empty() ? name : path + "/" + name, level + 1);
+        }
+    }
+
+  private:
+    FoundAccount& found_;
+    DiagnosticsSink& diagnostics_;
+    std::set<fs::path> seen_;
+};
+
+}  // namespace
+
+FoundAccount discover(const Account& account, DiagnosticsSink& diagnostics) {
+    FoundAccount found{account, false, {}, {}, {}};
+    std::error_code error;
+    const auto status = fs::status(account.location, error);
+    const bool isFolder = fs::is_directory(status);
+    if (!fs::exists(status)) {
+        found.problem = error && error != std::errc::no_such_file_or_directory
+                            ? "cannot be reached: " + error.message()
+                            : "there is no such file or folder";
+    } else if (!isFolder && !fs::is_regular_file(status)) {
+        found.problem = "is neither a regular file nor a folder";
+    } else if (access(account.location.c_str(), isFolder ? R_OK | X_OK : R_OK) != 0) {
+        found.problem = "cannot be read: no permission";
+    } else {
+        found.readable = true;
+    }
+    found.watched.push_back(account.location);
+    if (!found.readable) {
+        diagnostics.report({.file = account.location, .field = account.name, .text = found.problem});
+        return found;
+    }
+    if (isFolder) {
+        found.watched.clear();
+        Discovery(found, diagnostics).folder(account.location, "", 0);
+        std::sort(found.collections.begin(), found.collections.end(),
+                  [](const auto& a, const auto& b) { return a.path < b.path; });
+    } else {
+        found.collections.push_back({"", account.location, false, {account.location}});
+    }
+    return found;
+}
+
+}  // namespace platform

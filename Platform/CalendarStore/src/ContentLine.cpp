@@ -1,0 +1,109 @@
+#include "ContentLine.h"
+
+#include <algorithm>
+
+namespace platform {
+namespace {
+
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+
+std::size_t findOutsideQuotes(std::string_view text, char wanted, std::size_t from) {
+    bool quoted = false;
+    for (std::size_t i = from; i < text.size(); ++i) {
+        if (text[i] == '"') quoted = !quoted;
+        if (text[i] == wanted && !quoted) return i;
+    }
+    return std::string_view::npos;
+}
+
+std::string decodedParameter(std::string_view raw) {
+    if (raw.size() >= 2 && raw.front() == '"' && raw.back() == '"') raw = raw.substr(1, raw.size() - 2);
+    std::string text;
+    text.reserve(raw.size());
+    for (std::size_t i = 0; i < raw.size(); ++i) {
+        if (raw[i] == '^' && i + 1 < raw.size()) {
+            const char next = raw[i + 1];
+            const char decoded = next == 'n' ? '\n' : next == '\'' ? '"' : next == '^' ? '^' : '\0';
+            if (decoded) {
+                text += decoded;
+                ++i;
+                continue;
+            }
+        }
+        text += raw[i];
+    }
+    return text;
+}
+
+}  // namespace
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() &&
+           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
+}
+
+std::string asciiLower(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), lower);
+    return result;
+}
+
+std::string asciiUpper(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), upper);
+    return result;
+}
+
+std::string_view trimmedAscii(std::string_view text) {
+    const auto first = text.find_first_not_of(" \t\r\n");
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+std::vector<std::string_view> commaSeparated(std::string_view text) {
+    std::vector<std::string_view> pieces;
+    for (std::size_t from = 0;;) {
+        const auto comma = text.find(',', from);
+        pieces.push_back(text.substr(from, comma == std::string_view::npos ? comma : comma - from));
+        if (comma == std::string_view::npos) return pieces;
+        from = comma + 1;
+    }
+}
+
+std::optional<ContentLine> ContentLine::parse(std::string_view line) {
+    const auto nameEnd = line.find_first_of(";:");
+    if (nameEnd == std::string_view::npos || nameEnd == 0) return std::nullopt;
+    ContentLine result;
+    result.name = trimmedAscii(line.substr(0, nameEnd));
+    if (line[nameEnd] == ':') {
+        result.value = line.substr(nameEnd + 1);
+        return result;
+    }
+    auto colon = findOutsideQuotes(line, ':', nameEnd);
+    // A quote that is never closed would swallow the value.
+    if (colon == std::string_view::npos) colon = line.find(':', nameEnd);
+    if (colon == std::string_view::npos) return std::nullopt;
+    result.parameters = line.substr(nameEnd + 1, colon - nameEnd - 1);
+    result.value = line.substr(colon + 1);
+    return result;
+}
+
+bool ContentLine::is(std::string_view upperName) const { return equalIgnoringCase(name, upperName); }
+
+std::optional<std::string> ContentLine::parameter(std::string_view upperName) const {
+    for (std::size_t from = 0; from < parameters.size();) {
+        auto end = findOutsideQuotes(parameters, ';', from);
+        if (end == std::string_view::npos) end = parameters.size();
+        const auto piece = parameters.substr(from, end - from);
+        const auto equals = piece.find('=');
+        if (equals != std::string_view::npos &&
+            equalIgnoringCase(trimmedAscii(piece.substr(0, equals)), upperName)) {
+            return decodedParameter(trimmedAscii(piece.substr(equals + 1)));
+        }
+        from = end + 1;
+    }
+    return std::nullopt;
+}
+
+}  // namespace platform

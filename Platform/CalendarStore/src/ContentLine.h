@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+/// One unfolded line "NAME;PARAMETERS:VALUE" in its pieces. The views point into the line.
+struct ContentLine {
+    std::string_view name;
+    /// Everything between the name and the colon, without the leading semicolon.
+    std::string_view parameters;
+    std::string_view value;
+
+    /// Nothing when the line has no name or no colon outside quotes.
+    static std::optional<ContentLine> parse(std::string_view line);
+
+    /// Letter case ignored; `name` in upper case.
+    bool is(std::string_view upperName) const;
+    /// First value of the parameter, quotes taken away and "^n", "^'", "^^" decoded.
+    std::optional<std::string> parameter(std::string_view upperName) const;
+};
+
+bool equalIgnoringCase(std::string_view a, std::string_view b);
+std::string asciiLower(std::string_view text);
+std::string asciiUpper(std::string_view text);
+std::string_view trimmedAscii(std::string_view text);
+/// Pieces between commas.
+std::vector<std::string_view> commaSeparated(std::string_view text);
+
+}  // namespace platform

@@ -1,0 +1,242 @@
+#include <CalendarStore/EKEventStore.h>
+
+#include "SerialWorker.h"
+#include "StoreLoader.h"
+
+#include <Foundation/FileWatcher.h>
+
+#include <algorithm>
+#include <mutex>
+#include <set>
+#include <tuple>
+
+namespace platform {
+
+struct EKEventStore::State {
+    State(EnvironmentRef world, NotificationCenter& notificationCenter,
+          std::optional<std::vector<std::shared_ptr<const EKSource>>> sources)
+        : environment(std::move(world)), center(notificationCenter), loader(environment, std::move(sources)) {}
+
+    /// Read with the first question.
+    std::shared_ptr<const StoreSnapshot> snapshot() {
+        {
+            std::lock_guard lock(snapshotMutex);
+            if (current) return current;
+        }
+        std::lock_guard loading(loadMutex);
+        {
+            std::lock_guard lock(snapshotMutex);
+            if (current) return current;
+        }
+        auto loaded = loader.load(nullptr);
+        std::lock_guard lock(snapshotMutex);
+        current = loaded;
+        return loaded;
+    }
+
+    /// True when something shows differently now.
+    bool reload() {
+        const auto before = snapshot();
+        std::lock_guard loading(loadMutex);
+        auto loaded = loader.load(before.get());
+        const bool changed = !loaded->shows(*before);
+        if (changed) {
+            std::lock_guard lock(snapshotMutex);
+            current = std::move(loaded);
+        }
+        return changed;
+    }
+
+    void announce() {
+        worker.async([this] { center.post(eventStoreChangedNotification); });
+    }
+
+    /// On the worker: looks again, and watches what there is to watch now.
+    void changedOutside() {
+        if (reload()) center.post(eventStoreChangedNotification);
+        watch();
+    }
+
+    void watch() {
+        auto paths = StoreLoader::watchedPaths(*environment, *snapshot());
+        std::lock_guard lock(watchMutex);
+        if (watcher && paths == watchedPaths) return;
+        watchedPaths = paths;
+        watcher.reset();
+        watcher = std::make_unique<FileWatcher>(
+            std::move(paths), [this](const auto&) { worker.async([this] { changedOutside(); }); });
+    }
+
+    EnvironmentRef environment;
+    NotificationCenter& center;
+    std::mutex loadMutex;
+    StoreLoader loader;
+    std::mutex snapshotMutex;
+    std::shared_ptr<const StoreSnapshot> current;
+    std::mutex watchMutex;
+    std::vector<std::filesystem::path> watchedPaths;
+    // The watcher hands work to the worker, whose work makes watchers.
+    std::unique_ptr<FileWatcher> watcher;
+    SerialWorker worker;
+};
+
+EKEventStore::EKEventStore(EnvironmentRef environment, NotificationCenter& center)
+    : state_(std::make_shared<State>(std::move(environment), center, std::nullopt)) {}
+
+EKEventStore::EKEventStore(EnvironmentRef environment, NotificationCenter& center,
+                           const std::vector<std::shared_ptr<const EKSource>>& sources)
+    : state_(std::make_shared<State>(std::move(environment), center, sources)) {}
+
+EKEventStore::~EKEventStore() = default;
+
+EKAuthorizationStatus EKEventStore::authorizationStatus(EKEntityType) const {
+    const auto snapshot = state_->snapshot();
+    if (snapshot->anyReadable()) return EKAuthorizationStatus::fullAccess;
+    return snapshot->hasAccounts() ? EKAuthorizationStatus::denied : EKAuthorizationStatus::notDetermined;
+}
+
+void EKEventStore::requestAccess(EKEntityType type, const AccessCompletion& completion) {
+    refreshSourcesIfNecessary();
+    if (completion) completion(authorizationStatus(type) == EKAuthorizationStatus::fullAccess, nullptr);
+}
+
+void EKEventStore::requestFullAccessToEvents(const AccessCompletion& completion) {
+    requestAccess(EKEntityType::event, completion);
+}
+
+void EKEventStore::requestFullAccessToReminders(const AccessCompletion& completion) {
+    requestAccess(EKEntityType::reminder, completion);
+}
+
+void EKEventStore::refreshSourcesIfNecessary() {
+    if (state_->reload()) state_->announce();
+}
+
+void EKEventStore::startWatching() { state_->watch(); }
+
+std::vector<std::shared_ptr<const EKSource>> EKEventStore::delegateSources() const {
+    std::vector<std::shared_ptr<const EKSource>> sources;
+    for (const auto& other : state_->snapshot()->others) {
+        EKSource source{other.account.name, true, {}};
+        for (const auto& address : other.account.addresses) source.ownerAddresses.push_back("mailto:" + address);
+        sources.push_back(std::make_shared<const EKSource>(std::move(source)));
+    }
+    return sources;
+}
+
+std::vector<EKCalendarRef> EKEventStore::calendars(EKEntityType type) const {
+    std::vector<EKCalendarRef> result;
+    for (const auto& account : state_->snapshot()->accounts) {
+        for (const auto& collection : account.collections) {
+            const auto& calendar = type == EKEntityType::event ? collection.events : collection.reminders;
+            if (calendar) result.push_back(calendar);
+        }
+    }
+    return result;
+}
+
+EKCalendarRef EKEventStore::calendarWithIdentifier(std::string_view identifier) const {
+    const auto snapshot = state_->snapshot();
+    const auto known = snapshot->byCalendar.find(identifier);
+    if (known == snapshot->byCalendar.end()) return nullptr;
+    const auto& collection = *known->second;
+    const bool isEvents = collection.events && collection.events->calendarIdentifier == identifier;
+    return isEvents ? collection.events : collection.reminders;
+}
+
+EKEventRef EKEventStore::eventWithIdentifier(std::string_view identifier) const {
+    for (const auto& account : state_->snapshot()->accounts) {
+        for (const auto& collection : account.collections) {
+            if (!collection.events) continue;
+            if (auto event = collection.index->event(std::string(identifier), collection.events)) return event;
+        }
+    }
+    return nullptr;
+}
+
+EKReminderRef EKEventStore::reminderWithIdentifier(std::string_view identifier) const {
+    const auto now = state_->environment->now();
+    for (const auto& account : state_->snapshot()->accounts) {
+        for (const auto& collection : account.collections) {
+            if (!collection.reminders) continue;
+            auto task = collection.index->task(std::string(identifier), now, collection.reminders);
+            if (task) return task;
+        }
+    }
+    return nullptr;
+}
+
+EKPredicate EKEventStore::predicateForEvents(Date start, Date end, std::vector<EKCalendarRef> calendars) const {
+    return {EKEntityType::event, start, end, std::move(calendars)};
+}
+
+EKPredicate EKEventStore::predicateForIncompleteReminders(Date dueStart, Date dueEnd,
+                                                          std::vector<EKCalendarRef> calendars) const {
+    return {EKEntityType::reminder, dueStart, dueEnd, std::move(calendars)};
+}
+
+std::vector<EKEventRef> EKEventStore::events(const EKPredicate& predicate) const {
+    std::vector<EKEventRef> result;
+    if (predicate.entityType != EKEntityType::event || predicate.end < predicate.start) return result;
+    const auto snapshot = state_->snapshot();
+    std::set<const Collection*> asked;
+    for (const auto& calendar : predicate.calendars) {
+        const auto known = calendar ? snapshot->byCalendar.find(calendar->calendarIdentifier)
+                                    : snapshot->byCalendar.end();
+        if (known == snapshot->byCalendar.end()) continue;
+        const auto& collection = *known->second;
+        const bool isEvents =
+            collection.events && collection.events->calendarIdentifier == calendar->calendarIdentifier;
+        if (!isEvents || !asked.insert(&collection).second) continue;
+        collection.index->appendEvents(predicate.start, predicate.end, collection.events, result);
+    }
+    std::sort(result.begin(), result.end(), [](const EKEventRef& a, const EKEventRef& b) {
+        if (a->startDate != b->startDate) return a->startDate < b->startDate;
+        return std::tie(a->calendar->calendarIdentifier, a->eventIdentifier) <
+               std::tie(b->calendar->calendarIdentifier, b->eventIdentifier);
+    });
+    return result;
+}
+
+void EKEventStore::fetchReminders(const EKPredicate& predicate,
+                                  std::function<void(std::vector<EKReminderRef>)> completion) const {
+    // The worker's work never outlives the state that owns the worker.
+    state_->worker.async([state = state_.get(), predicate, completion = std::move(completion)] {
+        std::vector<EKReminderRef> result;
+        const auto snapshot = state->snapshot();
+        const auto now = state->environment->now();
+        std::set<const Collection*> asked;
+        for (const auto& calendar : predicate.calendars) {
+            const auto known = calendar ? snapshot->byCalendar.find(calendar->calendarIdentifier)
+                                        : snapshot->byCalendar.end();
+            if (known == snapshot->byCalendar.end() || !known->second->reminders) continue;
+            if (known->second->reminders->calendarIdentifier != calendar->calendarIdentifier) continue;
+            if (!asked.insert(known->second).second) continue;
+            known->second->index->appendOpenTasks(predicate.start, predicate.end, now, known->second->reminders,
+                                                  result);
+        }
+        std::sort(result.begin(), result.end(), [](const EKReminderRef& a, const EKReminderRef& b) {
+            if (*a->dueDate != *b->dueDate) return *a->dueDate < *b->dueDate;
+            return std::tie(a->calendar->calendarIdentifier, a->calendarItemIdentifier) <
+                   std::tie(b->calendar->calendarIdentifier, b->calendarItemIdentifier);
+        });
+        if (completion) completion(std::move(result));
+    });
+}
+
+std::vector<AccountReport> EKEventStore::report() const {
+    std::vector<AccountReport> reports;
+    for (const auto& account : state_->snapshot()->accounts) {
+        AccountReport report{account.found.account, account.found.readable, account.found.problem, {}};
+        for (std::size_t i = 0; i < account.collections.size(); ++i) {
+            const auto& collection = account.collections[i];
+            report.collections.push_back({account.found.account.name, account.found.collections[i].location,
+                                          collection.events, collection.reminders, collection.files.size(),
+                                          collection.index->eventCount(), collection.index->taskCount()});
+        }
+        reports.push_back(std::move(report));
+    }
+    return reports;
+}
+
+}  // namespace platform

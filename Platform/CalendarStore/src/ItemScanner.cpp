@@ -1,0 +1,340 @@
+#include "ItemScanner.h"
+
+#include "LogicalLines.h"
+#include "TextDecoding.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace platform {
+namespace {
+
+/// Deeper components are passed over; calendars nest three levels.
+constexpr std::size_t maximumDepth = 16;
+
+enum class Component { calendar, event, task, alarm, zone, observance, other };
+
+Component componentNamed(std::string_view name) {
+    if (equalIgnoringCase(name, "VCALENDAR")) return Component::calendar;
+    if (equalIgnoringCase(name, "VEVENT")) return Component::event;
+    if (equalIgnoringCase(name, "VTODO")) return Component::task;
+    if (equalIgnoringCase(name, "VALARM")) return Component::alarm;
+    if (equalIgnoringCase(name, "VTIMEZONE")) return Component::zone;
+    if (equalIgnoringCase(name, "STANDARD") || equalIgnoringCase(name, "DAYLIGHT")) return Component::observance;
+    return Component::other;
+}
+
+/// Lines that the records are made of later; everything else (attachments, formatted copies of the notes)
+/// is dropped with the file's bytes.
+bool isKept(std::string_view name, bool inAlarm) {
+    if (inAlarm) return name == "ACTION" || name == "TRIGGER";
+    static constexpr std::array<std::string_view, 12> names = {
+        "SUMMARY", "LOCATION", "DESCRIPTION", "URL",       "CONFERENCE",       "STATUS",
+        "ATTENDEE", "ORGANIZER", "COMPLETED", "PERCENT-COMPLETE", "X-GOOGLE-CONFERENCE",
+        "X-APPLE-TRAVEL-DURATION"};
+    return std::find(names.begin(), names.end(), name) != names.end() || name.starts_with("X-MICROSOFT-");
+}
+
+int integerOr(std::string_view text, int fallback) {
+    text = trimmedAscii(text);
+    int value = fallback;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
+/// TEXT escapes taken away.
+std::string unescaped(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\\' && i + 1 < text.size()) {
+            ++i;
+            result += text[i] == 'n' || text[i] == 'N' ? '\n' : text[i];
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+class Scanner {
+  public:
+    Scanner(ScannedFile& file, DiagnosticsSink& diagnostics) : file_(file), diagnostics_(diagnostics) {}
+
+    void scan(std::string_view text) {
+        LogicalLines lines(text);
+        while (lines.next()) {
+            line_ = lines.number();
+            if (lines.line().empty()) continue;
+            if (lines.tooLong()) {
+                tell("line longer than " + std::to_string(LogicalLines::maximumLength / 1024) +
+                     " KB left out");
+                continue;
+            }
+            read(lines.line());
+        }
+        if (!open_.empty() || skippedDepth_ > 0) {
+            tell("the file ends inside a component");
+            // A file that was cut off still shows what it has.
+            while (!open_.empty()) end(open_.back());
+        }
+        if (!sawCalendar_) {
+            line_ = 0;
+            tell("no calendar in this file");
+        }
+    }
+
+  private:
+    void tell(std::string text, std::string field = {}) {
+        diagnostics_.report({.file = file_.path,
+                             .line = line_ > 0 ? std::optional(line_) : std::nullopt,
+                             .field = std::move(field),
+                             .text = std::move(text)});
+    }
+
+    bool inside(Component component) const {
+        return std::find(open_.begin(), open_.end(), component) != open_.end();
+    }
+
+    void read(std::string_view raw) {
+        std::string converted;
+        if (!isUtf8(raw)) {
+            converted = lineAsUtf8(raw);
+            raw = converted;
+        }
+        const auto line = ContentLine::parse(raw);
+        if (!line) {
+            if (!open_.empty() && !trimmedAscii(raw).empty()) tell("line without a property left out");
+            return;
+        }
+        if (line->is("BEGIN")) return begin(trimmedAscii(line->value));
+        if (line->is("END")) return endNamed(trimmedAscii(line->value));
+        if (skippedDepth_ > 0 || open_.empty()) return;
+        if (inside(Component::zone) && !file_.zones.empty()) file_.zones.back().text.append(raw).append("\n");
+        switch (open_.back()) {
+            case Component::calendar: return readCalendarLine(*line);
+            case Component::zone: return readZoneLine(*line);
+            case Component::observance: return readObservanceLine(*line);
+            case Component::event:
+            case Component::task: return readItemLine(*line, raw);
+            case Component::alarm:
+                if (item_ && isKept(asciiUpper(line->name), true)) item_->text.append(raw).append("\r\n");
+                return;
+            case Component::other: return;
+        }
+    }
+
+    void begin(std::string_view name) {
+        if (skippedDepth_ > 0 || open_.size() >= maximumDepth) {
+            if (skippedDepth_ == 0) tell("components nested too deep left out");
+            ++skippedDepth_;
+            return;
+        }
+        const auto component = componentNamed(name);
+        if (component == Component::calendar) {
+            sawCalendar_ = true;
+            if (open_.empty()) calendarCancelled_ = false;
+            firstItemOfCalendar_ = file_.items.size();
+        }
+        const bool startsItem = component == Component::event || component == Component::task;
+        if (startsItem && item_) {
+            tell("event or task inside another one left out");
+            ++skippedDepth_;
+            return;
+        }
+        open_.push_back(component);
+        if (startsItem) {
+            item_.emplace();
+            bad_.clear();
+            item_->kind = component == Component::event ? ScannedItem::Kind::event : ScannedItem::Kind::task;
+            item_->line = line_;
+            item_->text = component == Component::event ? "BEGIN:VEVENT\r\n" : "BEGIN:VTODO\r\n";
+        } else if (component == Component::alarm && item_) {
+            item_->text += "BEGIN:VALARM\r\n";
+        } else if (component == Component::zone) {
+            file_.zones.emplace_back();
+        } else if (component == Component::observance && inside(Component::zone)) {
+            file_.zones.back().observances.emplace_back();
+        }
+    }
+
+    void endNamed(std::string_view name) {
+        if (skippedDepth_ > 0) {
+            --skippedDepth_;
+            return;
+        }
+        const auto component = componentNamed(name);
+        if (!inside(component)) return tell("END without BEGIN left out");
+        // Components that were not closed end with the one around them.
+        while (open_.back() != component) {
+            tell("component is not closed");
+            end(open_.back());
+        }
+        end(component);
+    }
+
+    void end(Component component) {
+        open_.pop_back();
+        if (component == Component::alarm && item_) item_->text += "END:VALARM\r\n";
+        if (component == Component::calendar && calendarCancelled_) {
+            for (auto i = firstItemOfCalendar_; i < file_.items.size(); ++i) file_.items[i].cancelled = true;
+        }
+        if ((component == Component::event || component == Component::task) && item_) finishItem();
+    }
+
+    void finishItem() {
+        const bool isEvent = item_->kind == ScannedItem::Kind::event;
+        item_->text += isEvent ? "END:VEVENT\r\n" : "END:VTODO\r\n";
+        if (isEvent && !item_->start && bad_.empty()) bad_ = "event without DTSTART";
+        if (bad_.empty()) {
+            if (item_->modified.empty()) item_->modified = stamp_;
+            file_.items.push_back(std::move(*item_));
+        } else {
+            line_ = item_->line;
+            tell(bad_ + "; left out", item_->uid);
+        }
+        stamp_.clear();
+        item_.reset();
+    }
+
+    void readCalendarLine(const ContentLine& line) {
+        if (line.is("METHOD")) {
+            calendarCancelled_ = equalIgnoringCase(trimmedAscii(line.value), "CANCEL");
+        } else if (line.is("X-WR-CALNAME") || (line.is("NAME") && !file_.calendarName)) {
+            if (const auto name = trimmedAscii(line.value); !name.empty()) file_.calendarName = unescaped(name);
+        } else if (line.is("X-APPLE-CALENDAR-COLOR") || (line.is("COLOR") && !file_.color)) {
+            file_.color = std::string(trimmedAscii(line.value));
+        }
+    }
+
+    void readZoneLine(const ContentLine& line) {
+        auto& zone = file_.zones.back();
+        if (line.is("TZID")) zone.tzid = trimmedAscii(line.value);
+        if (line.is("X-LIC-LOCATION")) zone.location = trimmedAscii(line.value);
+    }
+
+    void readObservanceLine(const ContentLine& line) {
+        if (file_.zones.empty() || file_.zones.back().observances.empty()) return;
+        auto& observance = file_.zones.back().observances.back();
+        if (line.is("DTSTART")) observance.start = parseWrittenTime(line.value);
+        if (line.is("TZOFFSETFROM")) observance.offsetFrom = parseUtcOffset(line.value);
+        if (line.is("TZOFFSETTO")) observance.offsetTo = parseUtcOffset(line.value);
+        if (line.is("RRULE")) observance.rules.emplace_back(line.value);
+        if (line.is("RDATE")) {
+            for (const auto piece : commaSeparated(line.value)) {
+                if (const auto date = parseWrittenTime(piece)) observance.dates.push_back(*date);
+            }
+        }
+    }
+
+    void readItemLine(const ContentLine& line, std::string_view raw) {
+        const auto name = asciiUpper(line.name);
+        auto& item = *item_;
+        const bool isEvent = item.kind == ScannedItem::Kind::event;
+        if (name == "UID") {
+            item.uid = trimmedAscii(line.value);
+        } else if (name == "SEQUENCE") {
+            item.sequence = integerOr(line.value, 0);
+        } else if (name == "LAST-MODIFIED") {
+            item.modified = asciiUpper(trimmedAscii(line.value));
+        } else if (name == "DTSTAMP") {
+            stamp_ = asciiUpper(trimmedAscii(line.value));
+        } else if (name == "DTSTART") {
+            item.start = time(line, name, isEvent);
+        } else if (name == (isEvent ? "DTEND" : "DUE")) {
+            item.end = time(line, name, false);
+        } else if (name == "DURATION") {
+            item.duration = parseDuration(line.value);
+            if (!item.duration) tell("wrong duration \"" + shortened(line.value) + "\" left out", name);
+        } else if (name == "RECURRENCE-ID") {
+            item.recurrenceId = time(line, name, true);
+            const auto range = line.parameter("RANGE");
+            item.thisAndFuture = range && equalIgnoringCase(*range, "THISANDFUTURE");
+        } else if (name == "RRULE") {
+            recurrence().rules.emplace_back(line.value);
+        } else if (name == "EXRULE") {
+            recurrence().exclusionRules.emplace_back(line.value);
+        } else if (name == "RDATE") {
+            readDates(line);
+        } else if (name == "EXDATE") {
+            for (const auto piece : commaSeparated(line.value)) {
+                if (trimmedAscii(piece).empty()) continue;
+                if (auto excluded = time(line, name, false, piece)) {
+                    recurrence().exclusions.push_back(std::move(*excluded));
+                }
+            }
+        } else if (isKept(name, false)) {
+            item.text.append(raw).append("\r\n");
+            if (isEvent) return;
+            item.completed = item.completed || name == "COMPLETED" ||
+                             (name == "STATUS" && equalIgnoringCase(trimmedAscii(line.value), "COMPLETED")) ||
+                             (name == "PERCENT-COMPLETE" && integerOr(line.value, 0) >= 100);
+        }
+    }
+
+    static std::string shortened(std::string_view text) { return std::string(text.substr(0, 40)); }
+
+    /// `needed`: an item without this time cannot stand.
+    std::optional<WrittenTime> time(const ContentLine& line, const std::string& name, bool needed,
+                                    std::optional<std::string_view> piece = {}) {
+        const auto value = piece.value_or(line.value);
+        auto result = parseWrittenTime(line, value);
+        if (result) return result;
+        const auto reason = "wrong time \"" + shortened(value) + "\" in " + name;
+        if (needed) {
+            bad_ = (item_->kind == ScannedItem::Kind::event ? "event with a " : "task with a ") + reason;
+        } else {
+            tell(reason + " left out", item_->uid);
+        }
+        return std::nullopt;
+    }
+
+    void readDates(const ContentLine& line) {
+        for (const auto piece : commaSeparated(line.value)) {
+            const auto slash = piece.find('/');
+            if (trimmedAscii(piece).empty()) continue;
+            auto start = time(line, "RDATE", false, piece.substr(0, slash));
+            if (!start) continue;
+            WrittenPeriod period{std::move(*start), {}, {}};
+            if (slash != std::string_view::npos) {
+                const auto rest = trimmedAscii(piece.substr(slash + 1));
+                if (rest.find_first_of("Pp") != std::string_view::npos) {
+                    period.duration = parseDuration(rest);
+                } else {
+                    period.end = parseWrittenTime(line, rest);
+                }
+            }
+            recurrence().dates.push_back(std::move(period));
+        }
+    }
+
+    WrittenRecurrence& recurrence() {
+        if (!item_->recurrence) item_->recurrence = std::make_unique<WrittenRecurrence>();
+        return *item_->recurrence;
+    }
+
+    ScannedFile& file_;
+    DiagnosticsSink& diagnostics_;
+    int line_ = 0;
+    std::vector<Component> open_;
+    std::size_t skippedDepth_ = 0;
+    bool sawCalendar_ = false;
+    bool calendarCancelled_ = false;
+    std::size_t firstItemOfCalendar_ = 0;
+    std::optional<ScannedItem> item_;
+    std::string stamp_;
+    /// Why the item under way cannot be used; empty when it can.
+    std::string bad_;
+};
+
+}  // namespace
+
+ScannedFile scanItems(std::filesystem::path path, std::string bytes, DiagnosticsSink& diagnostics) {
+    ScannedFile file;
+    file.path = std::move(path);
+    const auto text = withoutUtf16(std::move(bytes));
+    Scanner(file, diagnostics).scan(text);
+    return file;
+}
+
+}  // namespace platform

@@ -1,0 +1,166 @@
+#include "RecurrenceSet.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace platform {
+
+void MomentSet::insert(const ZonedTime& time, bool eventIsDate) {
+    if (time.isDate || eventIsDate) {
+        days_.insert(time.day());
+    } else {
+        moments_.insert(time.instant().timeIntervalSinceReferenceDate());
+    }
+}
+
+bool MomentSet::contains(const ZonedTime& time) const {
+    if (!days_.empty() && days_.contains(time.day())) return true;
+    return !moments_.empty() && !time.isDate &&
+           moments_.contains(time.instant().timeIntervalSinceReferenceDate());
+}
+
+RecurrenceSet::RecurrenceSet(const ScannedItem& item, const ZonedTime& start, TimeResolver& resolver)
+    : start_(start), first_(start.instant()), lastBound_(start.instant()) {
+    if (!item.recurrence) return;
+    const auto& written = *item.recurrence;
+    for (const auto& text : written.rules) {
+        if (auto rule = makeRule(text, item, resolver)) rules_.push_back(std::move(*rule));
+    }
+    for (const auto& text : written.exclusionRules) {
+        if (auto rule = makeRule(text, item, resolver)) exclusionRules_.push_back(std::move(*rule));
+    }
+    const auto floatingZone = start.isDate ? std::nullopt : std::optional(start.zone);
+    for (const auto& period : written.dates) {
+        Instance added{resolver.resolve(period.start, item, floatingZone), {}};
+        if (start.isDate) {
+            added.start.local = {added.start.local.year, added.start.local.month, added.start.local.day, 0, 0, 0};
+            added.start.zone = resolver.userZone();
+            added.start.isDate = true;
+        } else if (added.start.isDate) {
+            // A day added to an event with a time means that time of the day.
+            added.start = {{added.start.local.year, added.start.local.month, added.start.local.day,
+                            start.local.hour, start.local.minute, start.local.second},
+                           start.zone,
+                           false};
+        }
+        if (period.duration && period.duration->approximateSeconds() >= 0) {
+            added.length = ItemLength{period.duration->days, period.duration->seconds};
+        } else if (period.end) {
+            const auto end = resolver.resolve(*period.end, item, floatingZone).instant();
+            const auto seconds = end.timeIntervalSince(added.start.instant());
+            added.length = ItemLength{0, static_cast<std::int64_t>(std::max(seconds, 0.0))};
+        }
+        if (added.length) longestAddedSeconds_ = std::max(longestAddedSeconds_, added.length->approximateSeconds());
+        const auto instant = added.start.instant();
+        first_ = std::min(first_, instant);
+        lastBound_ = std::max(*lastBound_, instant);
+        dates_.push_back(std::move(added));
+    }
+    for (const auto& time : written.exclusions) {
+        exclusions_.insert(resolver.resolve(time, item, floatingZone), start.isDate);
+    }
+    for (const auto& rule : rules_) {
+        const auto bound = boundOf(rule);
+        lastBound_ = bound && lastBound_ ? std::optional(std::max(*lastBound_, *bound)) : std::nullopt;
+    }
+}
+
+std::optional<RecurrenceSet::Rule> RecurrenceSet::makeRule(const std::string& text, const ScannedItem& item,
+                                                           TimeResolver& resolver) const {
+    std::string problem;
+    auto parsed = RecurrenceRule::parse(text, problem);
+    if (!parsed) {
+        resolver.tell(item, problem + " left out");
+        return std::nullopt;
+    }
+    Rule rule{*parsed, RuleExpansion(*parsed, start_.local, start_.isDate), {}, {}};
+    if (parsed->until) {
+        auto until = *parsed->until;
+        if (start_.isDate || until.isDate) {
+            until.local = {until.local.year, until.local.month, until.local.day, 0, 0, 0};
+            until.isUtc = false;
+        }
+        if (until.isUtc) {
+            rule.untilInstant = TimeZone::utc().date(until.local);
+        } else {
+            rule.untilLocal = secondsOf(until.local);
+        }
+    }
+    if (!rule.expansion.yieldsAnything()) {
+        resolver.tell(item, "recurrence rule that yields no further occurrence: " + text.substr(0, 120));
+    }
+    return rule;
+}
+
+/// A moment after which the rule yields nothing; rough where it must be cheap.
+std::optional<Date> RecurrenceSet::boundOf(const Rule& rule) const {
+    constexpr double day = 86400;
+    if (rule.untilInstant) return *rule.untilInstant;
+    if (rule.untilLocal) return start_.zone.date(localTimeOf(*rule.untilLocal + 86400));
+    const auto& parts = rule.rule;
+    const bool restricted = !parts.months.empty() || !parts.monthDays.empty() || !parts.yearDays.empty() ||
+                            !parts.weekNumbers.empty() || !parts.setPositions.empty();
+    if (!parts.count || restricted) return std::nullopt;
+    using Frequency = RecurrenceRule::Frequency;
+    const double steps = static_cast<double>(*parts.count) * parts.interval;
+    if (parts.frequency == Frequency::weekly) return first_.addingTimeInterval((steps + 2) * 7 * day);
+    if (parts.frequency == Frequency::daily && parts.weekdays.empty()) {
+        return first_.addingTimeInterval((steps + 2) * day);
+    }
+    return std::nullopt;
+}
+
+/// Instances after the start, with COUNT and UNTIL; false when the rule was too much work.
+template <class Visit>
+bool RecurrenceSet::visit(const Rule& rule, std::int64_t from, std::int64_t to, const Visit& visit) const {
+    const auto start = secondsOf(start_.local);
+    if (rule.untilLocal) to = std::min(to, *rule.untilLocal);
+    // Counting needs every instance from the start on; the start is the first, also when the rule would
+    // not yield it.
+    int seen = 1;
+    const auto outcome =
+        rule.expansion.visit(rule.rule.count ? start : std::max(from, start), to, [&](std::int64_t local) {
+            if (local == start) return true;
+            if (rule.rule.count && ++seen > *rule.rule.count) return false;
+            if (local < from) return true;
+            ZonedTime time{localTimeOf(local), start_.zone, start_.isDate};
+            if (rule.untilInstant && time.instant() > *rule.untilInstant) return false;
+            return visit(std::move(time));
+        });
+    return outcome != RuleExpansion::Outcome::tooMany;
+}
+
+bool RecurrenceSet::instances(Date from, Date to, std::vector<Instance>& into) const {
+    bool complete = true;
+    std::unordered_set<double> taken;
+    std::unordered_set<std::int64_t> excludedByRule;
+    // The wall clock may be shifted against the window's bounds by a change of offset.
+    const auto localFrom = secondsOf(start_.zone.localTime(from)) - 86400;
+    const auto localTo = secondsOf(start_.zone.localTime(to)) + 86400;
+    for (const auto& rule : exclusionRules_) {
+        complete &= visit(rule, localFrom, localTo, [&](const ZonedTime& time) {
+            excludedByRule.insert(secondsOf(time.local));
+            return excludedByRule.size() <= maximumInstances;
+        });
+    }
+    const auto add = [&](const ZonedTime& time, const std::optional<ItemLength>& length) {
+        const auto instant = time.instant();
+        if (instant < from || instant > to || exclusions_.contains(time)) return;
+        if (!excludedByRule.empty() && excludedByRule.contains(secondsOf(time.local))) return;
+        if (taken.insert(instant.timeIntervalSinceReferenceDate()).second) into.push_back({time, length});
+    };
+    // Added dates first: one with a length of its own stands before the rule's instance at that moment.
+    for (const auto& date : dates_) add(date.start, date.length);
+    add(start_, {});
+    for (const auto& rule : rules_) {
+        complete &= visit(rule, localFrom, localTo, [&](const ZonedTime& time) {
+            add(time, {});
+            if (into.size() < maximumInstances) return true;
+            complete = false;
+            return false;
+        });
+    }
+    return complete;
+}
+
+}  // namespace platform

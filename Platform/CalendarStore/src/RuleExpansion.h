@@ -1,0 +1,50 @@
+#pragma once
+
+#include "RecurrenceRule.h"
+
+#include <Foundation/TimeZone.h>
+
+#include <cstdint>
+#include <functional>
+
+namespace platform {
+
+/// The instances of one rule as wall-clock readings, seconds as secondsOf(LocalTime) counts them.
+///
+/// A period (year, month, week, day, hour, minute or second, every INTERVAL-th from the start's) is filled
+/// by itself, so that a rule without COUNT begins near the interval asked for, however long it has been
+/// running, and every search ends: work is bounded by the number of periods looked at.
+class RuleExpansion {
+  public:
+    enum class Outcome { finished, stopped, tooMany };
+    /// Periods and instances that one call looks at, at most.
+    static constexpr int maximumSteps = 400'000;
+
+    /// `allDay`: times of day in the rule count for nothing.
+    RuleExpansion(const RecurrenceRule& rule, const LocalTime& start, bool allDay);
+
+    /// Hands the instances in [from, to] that do not lie before the start to `visit`, ascending, until it
+    /// gives false. COUNT and UNTIL are the caller's.
+    using Visitor = std::function<bool(std::int64_t)>;
+    Outcome visit(std::int64_t from, std::int64_t to, const Visitor& visit) const;
+
+    /// False when a search of some decades finds no instance after the start.
+    bool yieldsAnything() const;
+
+  private:
+    struct Day;
+    bool passes(const Day& day) const;
+    bool passesWeekday(const Day& day) const;
+    bool hasDayParts() const;
+    void collectDays(std::int64_t first, std::int64_t last, std::vector<std::int64_t>& days) const;
+    void collectTimes(const std::vector<std::int64_t>& days, std::vector<std::int64_t>& instances) const;
+    void applySetPositions(std::vector<std::int64_t>& instances) const;
+    Outcome visitDays(std::int64_t from, std::int64_t to, const Visitor& visit) const;
+    Outcome visitTimes(std::int64_t from, std::int64_t to, const Visitor& visit) const;
+
+    RecurrenceRule rule_;
+    std::int64_t start_;
+    LocalTime startTime_;
+};
+
+}  // namespace platform

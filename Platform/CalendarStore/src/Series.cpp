@@ -1,0 +1,117 @@
+#include "Series.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+
+Series::Series(std::string identifier, std::optional<ItemRecord> master, std::vector<ItemRecord> overrides,
+               TimeResolver* resolver)
+    : identifier_(std::move(identifier)), master_(std::move(master)), overrides_(std::move(overrides)) {
+    if (master_) set_.emplace(*master_->item, master_->start, *resolver);
+    recurs_ = !overrides_.empty() || (set_ && set_->recurs());
+    for (const auto& override : overrides_) {
+        if (!master_) continue;
+        replaced_.insert(*override.recurrenceId, master_->start.isDate);
+        if (!override.item->thisAndFuture) continue;
+        const auto original = originalOf(override);
+        const auto originalThere = override.start.isDate
+                                       ? LocalTime{original.local.year, original.local.month, original.local.day}
+                                       : override.start.zone.localTime(original.instant());
+        ranges_.push_back(
+            {original.instant(), &override, secondsOf(override.start.local) - secondsOf(originalThere)});
+    }
+    std::sort(ranges_.begin(), ranges_.end(), [](const Range& a, const Range& b) { return a.from < b.from; });
+    findBounds();
+}
+
+/// RECURRENCE-ID as an occurrence of the master: a day means that day's occurrence.
+ZonedTime Series::originalOf(const ItemRecord& override) const {
+    const auto& written = *override.recurrenceId;
+    if (!master_ || written.isDate == master_->start.isDate) return written;
+    const auto& start = master_->start;
+    LocalTime local{written.local.year, written.local.month, written.local.day, 0, 0, 0};
+    if (!start.isDate) {
+        local.hour = start.local.hour;
+        local.minute = start.local.minute;
+        local.second = start.local.second;
+    }
+    return {local, start.zone, start.isDate};
+}
+
+void Series::findBounds() {
+    constexpr double day = 86400;
+    std::optional<Date> first;
+    std::optional<Date> last;
+    bool endless = false;
+    if (master_) {
+        reach_ = std::max(master_->length.approximateSeconds(), set_->longestAddedSeconds());
+        for (const auto& range : ranges_) {
+            const double shift = std::abs(static_cast<double>(range.shift));
+            reach_ = std::max(reach_, range.record->length.approximateSeconds() + shift);
+        }
+        // A day for changes of offset within days that follow the calendar.
+        reach_ += day;
+        first = ranges_.empty() ? set_->first() : set_->first().addingTimeInterval(-reach_);
+        if (set_->lastBound()) {
+            last = recurs_ ? set_->lastBound()->addingTimeInterval(reach_)
+                           : master_->length.endAfter(master_->start);
+        } else {
+            endless = true;
+        }
+    }
+    for (const auto& override : overrides_) {
+        const auto start = override.start.instant();
+        const auto end = override.length.endAfter(override.start);
+        first = first ? std::min(*first, start) : start;
+        last = last ? std::max(*last, end) : end;
+    }
+    firstMoment_ = first.value_or(Date());
+    if (!endless) lastMoment_ = last;
+}
+
+Occurrence Series::occurrenceOf(const RecurrenceSet::Instance& instance) const {
+    const auto original = instance.start.instant();
+    auto start = instance.start;
+    auto length = instance.length.value_or(master_->length);
+    const ItemRecord* record = &*master_;
+    const auto after = std::upper_bound(ranges_.begin(), ranges_.end(), original,
+                                        [](Date moment, const Range& range) { return moment < range.from; });
+    if (after != ranges_.begin()) {
+        const auto& range = *std::prev(after);
+        record = range.record;
+        length = record->length;
+        const bool isDate = record->start.isDate;
+        const auto there = isDate ? LocalTime{start.local.year, start.local.month, start.local.day}
+                                  : record->start.zone.localTime(original);
+        start = {localTimeOf(secondsOf(there) + range.shift), record->start.zone, isDate};
+    }
+    Occurrence occurrence{start.instant(), length.endAfter(start), {}, false, record};
+    if (recurs_) occurrence.originalStart = original;
+    return occurrence;
+}
+
+bool Series::occurrences(Date from, Date to, std::vector<Occurrence>& into) const {
+    const auto touches = [&](const Occurrence& occurrence) {
+        return occurrence.start <= to && occurrence.end >= from;
+    };
+    bool complete = true;
+    if (set_) {
+        std::vector<RecurrenceSet::Instance> instances;
+        const auto latest = ranges_.empty() ? to : to.addingTimeInterval(reach_);
+        complete = set_->instances(from.addingTimeInterval(-reach_), latest, instances);
+        for (const auto& instance : instances) {
+            if (replaced_.contains(instance.start)) continue;
+            const auto occurrence = occurrenceOf(instance);
+            if (touches(occurrence)) into.push_back(occurrence);
+        }
+    }
+    for (const auto& override : overrides_) {
+        const Occurrence occurrence{override.start.instant(), override.length.endAfter(override.start),
+                                    originalOf(override).instant(), true, &override};
+        if (touches(occurrence)) into.push_back(occurrence);
+    }
+    return complete;
+}
+
+}  // namespace platform

@@ -1,0 +1,150 @@
+#include "SeriesBuilder.h"
+
+#include "Identifiers.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+#include <unordered_map>
+
+namespace platform {
+namespace {
+
+struct Found {
+    std::shared_ptr<const ScannedFile> file;
+    const ScannedItem* item;
+};
+
+struct Group {
+    std::string uid;
+    std::vector<Found> masters;
+    std::vector<Found> overrides;
+};
+
+bool isOlder(const Found& a, const Found& b) {
+    return std::tie(a.item->sequence, a.item->modified, a.file->path) <
+           std::tie(b.item->sequence, b.item->modified, b.file->path);
+}
+
+/// Items without a UID are told apart by what they say.
+std::string identityOf(const ScannedItem& item) {
+    if (!item.uid.empty()) return item.uid;
+    std::string identity(1, '\0');
+    if (item.start) identity += std::to_string(secondsOf(item.start->local));
+    if (item.end) identity += "/" + std::to_string(secondsOf(item.end->local));
+    return identity + item.text;
+}
+
+class Builder {
+  public:
+    Builder(const std::string& calendarIdentifier, const TimeZone& userZone,
+            const std::filesystem::path& zoneInfoDirectory, DiagnosticsSink& diagnostics)
+        : calendarIdentifier_(calendarIdentifier),
+          userZone_(userZone),
+          zoneInfoDirectory_(zoneInfoDirectory),
+          diagnostics_(diagnostics) {}
+
+    std::unique_ptr<const Series> build(const Group& group) {
+        std::optional<ItemRecord> master;
+        TimeResolver* resolver = nullptr;
+        if (!group.masters.empty()) {
+            const auto& chosen = newest(group.masters);
+            resolver = &resolverOf(chosen);
+            master = record(chosen, *resolver, {});
+        }
+        const auto floatingZone =
+            master && !master->start.isDate ? std::optional(master->start.zone) : std::nullopt;
+        // By the occurrence that they change, so that of several for one the newest stays.
+        std::map<std::pair<bool, double>, std::vector<Found>> byOccurrence;
+        for (const auto& found : group.overrides) {
+            const auto id = resolverOf(found).resolve(*found.item->recurrenceId, *found.item, floatingZone);
+            const bool asDay = id.isDate || (master && master->start.isDate);
+            byOccurrence[{asDay, asDay ? static_cast<double>(id.day())
+                                       : id.instant().timeIntervalSinceReferenceDate()}]
+                .push_back(found);
+        }
+        std::vector<ItemRecord> overrides;
+        for (const auto& [key, candidates] : byOccurrence) {
+            const auto& chosen = newest(candidates);
+            overrides.push_back(record(chosen, resolverOf(chosen), floatingZone));
+        }
+        return std::make_unique<const Series>(eventIdentifier(calendarIdentifier_, group.uid), std::move(master),
+                                              std::move(overrides), resolver);
+    }
+
+  private:
+    const Found& newest(const std::vector<Found>& candidates) {
+        const Found* best = &candidates.front();
+        for (const auto& candidate : candidates) {
+            // Of equals the later one in the file.
+            if (!isOlder(candidate, *best)) best = &candidate;
+        }
+        for (const auto& candidate : candidates) {
+            if (candidate.item == best->item) continue;
+            diagnostics_.report({.severity = Diagnostic::Severity::info,
+                                 .file = candidate.file->path,
+                                 .line = candidate.item->line,
+                                 .field = candidate.item->uid,
+                                 .text = "the same UID twice; the newer one in " +
+                                         best->file->path.filename().string() + ", line " +
+                                         std::to_string(best->item->line) + ", counts"});
+        }
+        return *best;
+    }
+
+    TimeResolver& resolverOf(const Found& found) {
+        auto& resolver = resolvers_[found.file.get()];
+        if (!resolver) {
+            resolver = std::make_unique<TimeResolver>(
+                found.file->path, userZone_, ZoneLookup(zoneInfoDirectory_, found.file->zones, zones_),
+                diagnostics_);
+        }
+        return *resolver;
+    }
+
+    static ItemRecord record(const Found& found, TimeResolver& resolver,
+                             const std::optional<TimeZone>& floatingZone) {
+        const auto& item = *found.item;
+        const auto& anchor = item.start ? item.start : item.end;
+        ItemRecord result{found.file, &item, {{}, resolver.userZone(), true}, {}, {}};
+        if (anchor) result.start = resolver.resolve(*anchor, item);
+        result.length = item.kind == ScannedItem::Kind::event ? resolver.lengthOf(item, result.start)
+                                                              : resolver.timeToDue(item, result.start);
+        if (item.recurrenceId) result.recurrenceId = resolver.resolve(*item.recurrenceId, item, floatingZone);
+        return result;
+    }
+
+    const std::string& calendarIdentifier_;
+    const TimeZone& userZone_;
+    const std::filesystem::path& zoneInfoDirectory_;
+    DiagnosticsSink& diagnostics_;
+    ZoneDefinitionCache zones_;
+    std::unordered_map<const ScannedFile*, std::unique_ptr<TimeResolver>> resolvers_;
+};
+
+}  // namespace
+
+std::vector<std::unique_ptr<const Series>> buildSeries(
+    const std::vector<std::shared_ptr<const ScannedFile>>& files, ScannedItem::Kind kind,
+    const std::string& calendarIdentifier, const TimeZone& userZone,
+    const std::filesystem::path& zoneInfoDirectory, DiagnosticsSink& diagnostics) {
+    std::vector<Group> groups;
+    std::unordered_map<std::string, std::size_t> byIdentity;
+    for (const auto& file : files) {
+        for (const auto& item : file->items) {
+            if (item.kind != kind) continue;
+            auto identity = identityOf(item);
+            const auto [at, isNew] = byIdentity.emplace(identity, groups.size());
+            if (isNew) groups.push_back({std::move(identity), {}, {}});
+            auto& group = groups[at->second];
+            (item.recurrenceId ? group.overrides : group.masters).push_back({file, &item});
+        }
+    }
+    Builder builder(calendarIdentifier, userZone, zoneInfoDirectory, diagnostics);
+    std::vector<std::unique_ptr<const Series>> result;
+    result.reserve(groups.size());
+    for (const auto& group : groups) result.push_back(builder.build(group));
+    return result;
+}
+
+}  // namespace platform

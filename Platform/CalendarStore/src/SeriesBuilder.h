@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Series.h"
+
+#include <Foundation/Diagnostics.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+/// The items of one kind in a collection's files, put together by their UIDs. Of items that stand for the
+/// same thing the one with the higher SEQUENCE, then the later change, then the later file name counts.
+std::vector<std::unique_ptr<const Series>> buildSeries(
+    const std::vector<std::shared_ptr<const ScannedFile>>& files, ScannedItem::Kind kind,
+    const std::string& calendarIdentifier, const TimeZone& userZone,
+    const std::filesystem::path& zoneInfoDirectory, DiagnosticsSink& diagnostics);
+
+}  // namespace platform

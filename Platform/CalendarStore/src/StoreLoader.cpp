@@ -1,0 +1,165 @@
+#include "StoreLoader.h"
+
+#include "CalendarPalette.h"
+#include "Identifiers.h"
+
+#include <algorithm>
+
+namespace platform {
+namespace {
+
+std::shared_ptr<const EKSource> sourceOf(const Account& account) {
+    EKSource source{account.name, account.isDelegate, {}};
+    for (const auto& address : account.addresses) source.ownerAddresses.push_back("mailto:" + address);
+    return std::make_shared<const EKSource>(std::move(source));
+}
+
+bool sameCalendar(const EKCalendarRef& a, const EKCalendarRef& b) {
+    if (!a || !b) return !a && !b;
+    return a->calendarIdentifier == b->calendarIdentifier && a->title == b->title && a->color == b->color &&
+           a->type == b->type && a->entityType == b->entityType &&
+           a->isSubscribedHolidayCalendar == b->isSubscribedHolidayCalendar && *a->source == *b->source;
+}
+
+}  // namespace
+
+bool StoreSnapshot::anyReadable() const {
+    return std::any_of(accounts.begin(), accounts.end(), [](const auto& a) { return a.found.readable; }) ||
+           std::any_of(others.begin(), others.end(), [](const auto& a) { return a.readable; });
+}
+
+bool StoreSnapshot::shows(const StoreSnapshot& other) const {
+    const auto sameCollection = [](const Collection& a, const Collection& b) {
+        return sameCalendar(a.events, b.events) && sameCalendar(a.reminders, b.reminders) && a.files == b.files;
+    };
+    const auto sameOther = [](const FoundAccount& a, const FoundAccount& b) {
+        return a.account == b.account && a.readable == b.readable;
+    };
+    const auto sameAccount = [&](const SnapshotAccount& a, const SnapshotAccount& b) {
+        return sameOther(a.found, b.found) &&
+               std::equal(a.collections.begin(), a.collections.end(), b.collections.begin(), b.collections.end(),
+                          sameCollection);
+    };
+    return std::equal(accounts.begin(), accounts.end(), other.accounts.begin(), other.accounts.end(),
+                      sameAccount) &&
+           std::equal(others.begin(), others.end(), other.others.begin(), other.others.end(), sameOther);
+}
+
+StoreLoader::StoreLoader(EnvironmentRef environment,
+                         std::optional<std::vector<std::shared_ptr<const EKSource>>> sources)
+    : environment_(std::move(environment)),
+      sources_(std::move(sources)),
+      accountsFile_(environment_),
+      files_(environment_->diagnostics) {}
+
+bool StoreLoader::isMine(const Account& account) const {
+    if (!sources_) return !account.isDelegate;
+    const auto source = sourceOf(account);
+    return std::any_of(sources_->begin(), sources_->end(),
+                       [&](const auto& wanted) { return wanted && *wanted == *source; });
+}
+
+std::shared_ptr<const StoreSnapshot> StoreLoader::load(const StoreSnapshot* previous) {
+    auto snapshot = std::make_shared<StoreSnapshot>();
+    std::set<std::string> identifiers;
+    for (const auto& account : accountsFile_.load()) {
+        if (account.contents != Account::Contents::calendars) continue;
+        const bool mine = isMine(account);
+        if (!mine && sources_) continue;
+        if (!mine && !account.isDelegate) continue;
+        auto found = discover(account, *environment_->diagnostics);
+        if (mine) {
+            snapshot->accounts.push_back(loadAccount(std::move(found), previous, identifiers));
+        } else {
+            snapshot->others.push_back(std::move(found));
+        }
+    }
+    files_.forgetUnused();
+    for (const auto& account : snapshot->accounts) {
+        for (const auto& collection : account.collections) {
+            for (const auto& calendar : {collection.events, collection.reminders}) {
+                if (calendar) snapshot->byCalendar.emplace(calendar->calendarIdentifier, &collection);
+            }
+        }
+    }
+    return snapshot;
+}
+
+SnapshotAccount StoreLoader::loadAccount(FoundAccount found, const StoreSnapshot* previous,
+                                         std::set<std::string>& identifiers) {
+    SnapshotAccount account{std::move(found), nullptr, {}};
+    account.source = sourceOf(account.found.account);
+    std::set<std::string> colors;
+    for (const auto& collection : account.found.collections) {
+        account.collections.push_back(loadCollection(account, collection, previous, identifiers, colors));
+    }
+    return account;
+}
+
+Collection StoreLoader::loadCollection(const SnapshotAccount& account, const FoundCollection& found,
+                                       const StoreSnapshot* previous, std::set<std::string>& identifiers,
+                                       std::set<std::string>& colors) {
+    Collection collection;
+    bool hasEvents = false;
+    bool hasTasks = false;
+    for (const auto& path : found.files) {
+        auto file = files_.read(path);
+        if (!file) continue;
+        for (const auto& item : file->items) {
+            (item.kind == ScannedItem::Kind::event ? hasEvents : hasTasks) = true;
+        }
+        collection.files.push_back(std::move(file));
+    }
+    const auto& settings = account.found.account;
+    auto identifier = calendarIdentifier(settings.name, found.path);
+    for (int n = 2; !identifiers.insert(identifier).second; ++n) {
+        identifier = calendarIdentifier(settings.name, found.path) + "-" + std::to_string(n);
+    }
+    const auto naming = namingOf(found, collection.files);
+    EKCalendar calendar;
+    calendar.calendarIdentifier = identifier;
+    calendar.title = naming.title.value_or(found.path.empty() ? settings.name
+                                                              : found.location.filename().string());
+    calendar.color = naming.color ? *naming.color : paletteColor(identifier, colors);
+    if (naming.color) colors.insert(naming.color->hexString());
+    if (settings.kind == Account::Kind::birthdays) calendar.type = EKCalendarType::birthday;
+    if (settings.kind == Account::Kind::holidays) {
+        calendar.type = EKCalendarType::subscription;
+        calendar.isSubscribedHolidayCalendar = true;
+    }
+    calendar.source = account.source;
+    if (hasEvents || !hasTasks) collection.events = std::make_shared<const EKCalendar>(calendar);
+    if (hasTasks) {
+        calendar.entityType = EKEntityType::reminder;
+        calendar.calendarIdentifier = identifier + "-tasks";
+        collection.reminders = std::make_shared<const EKCalendar>(calendar);
+    }
+
+    const auto keyCalendar = collection.events ? collection.events : collection.reminders;
+    if (previous) {
+        const auto known = previous->byCalendar.find(keyCalendar->calendarIdentifier);
+        if (known != previous->byCalendar.end()) {
+            const auto& before = *known->second;
+            if (before.files == collection.files && sameCalendar(before.events, collection.events) &&
+                sameCalendar(before.reminders, collection.reminders)) {
+                return before;
+            }
+        }
+    }
+    collection.index = std::make_shared<const CollectionIndex>(
+        collection.files, identifier,
+        CollectionSettings{environment_->calendar, environment_->zoneInfoDirectory, settings.addresses,
+                           environment_->diagnostics});
+    return collection;
+}
+
+std::vector<std::filesystem::path> StoreLoader::watchedPaths(const Environment& environment,
+                                                             const StoreSnapshot& snapshot) {
+    std::vector<std::filesystem::path> paths = {environment.configDirectory / "accounts.toml"};
+    for (const auto& account : snapshot.accounts) {
+        paths.insert(paths.end(), account.found.watched.begin(), account.found.watched.end());
+    }
+    return paths;
+}
+
+}  // namespace platform

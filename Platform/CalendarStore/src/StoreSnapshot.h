@@ -1,0 +1,47 @@
+#pragma once
+
+#include "CollectionDiscovery.h"
+#include "CollectionIndex.h"
+
+#include <CalendarStore/EKEventStore.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+/// One collection as it was read.
+struct Collection {
+    EKCalendarRef events;
+    EKCalendarRef reminders;
+    std::vector<std::shared_ptr<const ScannedFile>> files;
+    std::shared_ptr<const CollectionIndex> index;
+};
+
+struct SnapshotAccount {
+    FoundAccount found;
+    std::shared_ptr<const EKSource> source;
+    /// Beside `found.collections`.
+    std::vector<Collection> collections;
+};
+
+/// Everything the store knows at one time. Constant once made; changes make a new one.
+struct StoreSnapshot {
+    /// Those of this store; of the others only whether they can be read.
+    std::vector<SnapshotAccount> accounts;
+    std::vector<FoundAccount> others;
+    std::map<std::string, const Collection*, std::less<>> byCalendar;
+
+    StoreSnapshot() = default;
+    StoreSnapshot(const StoreSnapshot&) = delete;
+    StoreSnapshot& operator=(const StoreSnapshot&) = delete;
+
+    bool anyReadable() const;
+    bool hasAccounts() const { return !accounts.empty() || !others.empty(); }
+    /// Nothing that a question could show differs.
+    bool shows(const StoreSnapshot& other) const;
+};
+
+}  // namespace platform

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// The bytes of a file without byte-order mark; UTF-16 (by mark or by its pattern of zeros) becomes UTF-8,
+/// anything else stays as it is: lines may be folded inside a character, so only unfolded lines can be judged.
+std::string withoutUtf16(std::string bytes);
+
+bool isUtf8(std::string_view text);
+/// An unfolded line as UTF-8. A line that is no UTF-8 is read as Latin-1 (Windows-1252), or, when it also
+/// holds whole UTF-8 characters, keeps those and gets U+FFFD for the rest.
+std::string lineAsUtf8(std::string_view line);
+
+}  // namespace platform

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "ContentLine.h"
+
+#include <Foundation/TimeZone.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// A date or a time as a file writes it, before its zone was looked up.
+struct WrittenTime {
+    LocalTime local;
+    bool isDate = false;
+    bool isUtc = false;
+    /// Empty for floating times, dates and UTC.
+    std::string tzid;
+};
+
+/// A duration as written: days (and weeks) follow the calendar, the rest is elapsed time. Both have one sign.
+struct WrittenDuration {
+    int days = 0;
+    std::int64_t seconds = 0;
+
+    double approximateSeconds() const { return static_cast<double>(days) * 86400.0 + static_cast<double>(seconds); }
+};
+
+/// "20260304", "20260304T0941", "20260304T094100", "20260304T094100Z"; nothing for a date that does not exist.
+std::optional<WrittenTime> parseWrittenTime(std::string_view value);
+/// The same with the line's VALUE and TZID parameters.
+std::optional<WrittenTime> parseWrittenTime(const ContentLine& line, std::string_view value);
+/// "-P1W", "PT15M", "P1DT2H".
+std::optional<WrittenDuration> parseDuration(std::string_view text);
+
+}  // namespace platform

@@ -1,0 +1,55 @@
+#include "ZoneLookup.h"
+
+namespace platform {
+namespace {
+
+/// "Europe/Berlin" and the like; plain words only for the few that are zones of their own ("UTC").
+bool looksLikeZoneName(std::string_view text) {
+    return !text.empty() && text.front() != '/' && text.find("..") == std::string_view::npos &&
+           text.find(' ') == std::string_view::npos;
+}
+
+}  // namespace
+
+std::optional<TimeZone> ZoneLookup::find(const std::string& tzid) {
+    if (const auto known = found_.find(tzid); known != found_.end()) return known->second;
+    return found_.emplace(tzid, search(tzid)).first->second;
+}
+
+std::optional<TimeZone> ZoneLookup::systemZone(std::string_view tzid) const {
+    tzid = trimmedAscii(tzid);
+    if (tzid.size() >= 2 && tzid.front() == '"' && tzid.back() == '"') tzid = tzid.substr(1, tzid.size() - 2);
+    if (looksLikeZoneName(tzid)) {
+        if (equalIgnoringCase(tzid, "UTC") || equalIgnoringCase(tzid, "GMT") || equalIgnoringCase(tzid, "Z")) {
+            return TimeZone::utc();
+        }
+        if (auto zone = TimeZone::named(tzid, directory_)) return zone;
+    }
+    if (const auto name = zoneOfWindowsName(tzid); !name.empty()) return TimeZone::named(name, directory_);
+    // A vendor's prefix: "/example.org/Europe/Berlin", "/example.org/20211207_1/America/Argentina/Ushuaia".
+    for (auto slash = tzid.find('/'); slash != std::string_view::npos; slash = tzid.find('/', slash + 1)) {
+        const auto rest = tzid.substr(slash + 1);
+        if (rest.find('/') == std::string_view::npos && tzid.front() != '/') break;
+        if (looksLikeZoneName(rest)) {
+            if (auto zone = TimeZone::named(rest, directory_)) return zone;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<TimeZone> ZoneLookup::search(std::string_view tzid) const {
+    if (auto zone = systemZone(tzid)) return zone;
+    const auto unquoted = tzid.size() >= 2 && tzid.front() == '"' ? tzid.substr(1, tzid.size() - 2) : tzid;
+    for (const auto& definition : definitions_) {
+        if (definition.tzid != tzid && definition.tzid != unquoted) continue;
+        if (!definition.location.empty()) {
+            if (auto zone = systemZone(definition.location)) return zone;
+        }
+        auto made = cache_.find(definition.text);
+        if (made == cache_.end()) made = cache_.emplace(definition.text, definition.timeZone()).first;
+        if (made->second) return made->second;
+    }
+    return std::nullopt;
+}
+
+}  // namespace platform

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "ZoneDefinition.h"
+
+#include <Foundation/TimeZone.h>
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+/// Zones made from files' own definitions, by the definition's text: files repeat them word for word.
+using ZoneDefinitionCache = std::map<std::string, std::optional<TimeZone>, std::less<>>;
+
+/// Finds the zone that a TZID of one file means: the system's zones first (also under Windows names and
+/// behind a vendor's prefix), because their offsets are kept up to date; then the file's own definition.
+class ZoneLookup {
+  public:
+    ZoneLookup(std::filesystem::path zoneInfoDirectory, const std::vector<ZoneDefinition>& definitions,
+               ZoneDefinitionCache& cache)
+        : directory_(std::move(zoneInfoDirectory)), definitions_(definitions), cache_(cache) {}
+
+    /// Nothing for a zone that nobody knows.
+    std::optional<TimeZone> find(const std::string& tzid);
+
+  private:
+    std::optional<TimeZone> search(std::string_view tzid) const;
+    std::optional<TimeZone> systemZone(std::string_view tzid) const;
+
+    std::filesystem::path directory_;
+    const std::vector<ZoneDefinition>& definitions_;
+    ZoneDefinitionCache& cache_;
+    std::map<std::string, std::optional<TimeZone>, std::less<>> found_;
+};
+
+/// "W. Europe Standard Time" → "Europe/Berlin"; empty when it is no Windows name. Letter case ignored.
+std::string_view zoneOfWindowsName(std::string_view name);
+
+}  // namespace platform
