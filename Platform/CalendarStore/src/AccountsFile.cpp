@@ -15,9 +15,12 @@ const char* textOf(Account::Contents contents) {
 
 const char* textOf(Account::Kind kind) {
     switch (kind) {
-        case Account::Kind::birthdays: return "birthdays";
-        case Account::Kind::holidays: return "holidays";
-        default: return "ordinary";
+        case Account::Kind::birthdays:
+            return "birthdays";
+        case Account::Kind::holidays:
+            return "holidays";
+        default:
+            return "ordinary";
     }
 }
 
@@ -39,7 +42,8 @@ std::optional<Account> accountOf(const PropertyDictionary& table, const std::fil
         tell(account.name.empty() ? "name" : "location", "is missing; the account is left out");
         return std::nullopt;
     }
-    account.location = location.starts_with("~/") ? home / location.substr(2) : std::filesystem::path(location);
+    account.location =
+        location.starts_with("~/") ? home / location.substr(2) : std::filesystem::path(location);
     if (const auto* value = table.find("addresses")) {
         if (auto addresses = value->asStrings()) {
             for (auto& address : *addresses) {
@@ -80,7 +84,8 @@ PropertyDictionary tableOf(const Account& account) {
     table.set("name", account.name);
     table.set("location", account.location.string());
     PropertyArray addresses;
-    for (const auto& address : account.addresses) addresses.emplace_back(address);
+    for (const auto& address : account.addresses)
+        addresses.emplace_back(address);
     if (!addresses.empty()) table.set("addresses", std::move(addresses));
     if (account.isDelegate) table.set("delegate", true);
     if (account.contents != Account::Contents::calendars) table.set("contents", textOf(account.contents));
@@ -121,10 +126,10 @@ LoadedAccounts loadFrom(const std::filesystem::path& file, const Environment& en
     const auto* tables = value->asArray();
     int number = 0;
     const auto tell = [&](const std::string& field, std::string what) {
-        environment.diagnostics->report({.file = file,
-                                         .field = "account " + std::to_string(number) +
-                                                  (field.empty() ? "" : ", " + field),
-                                         .text = std::move(what)});
+        environment.diagnostics->report(
+            {.file = file,
+             .field = "account " + std::to_string(number) + (field.empty() ? "" : ", " + field),
+             .text = std::move(what)});
     };
     if (!tables) {
         tell("", "must be an array of tables, [[account]]");
@@ -146,9 +151,13 @@ LoadedAccounts loadFrom(const std::filesystem::path& file, const Environment& en
 
 AccountsFile::AccountsFile(EnvironmentRef environment) : environment_(std::move(environment)) {}
 
-std::filesystem::path AccountsFile::path() const { return environment_->configDirectory / "accounts.toml"; }
+std::filesystem::path AccountsFile::path() const {
+    return environment_->configDirectory / "accounts.toml";
+}
 
-std::vector<Account> AccountsFile::load() const { return loadFrom(path(), *environment_).accounts; }
+std::vector<Account> AccountsFile::load() const {
+    return loadFrom(path(), *environment_).accounts;
+}
 
 bool AccountsFile::update(const std::function<void(std::vector<Account>&)>& change) {
     std::error_code error;
@@ -171,7 +180,8 @@ bool AccountsFile::update(const std::function<void(std::vector<Account>&)>& chan
     change(accounts);
     if (accounts == loaded.accounts && !loaded.broken) return true;
     PropertyArray tables;
-    for (const auto& account : accounts) tables.emplace_back(tableOf(account));
+    for (const auto& account : accounts)
+        tables.emplace_back(tableOf(account));
     PropertyDictionary root;
     root.set("account", std::move(tables));
     return writeFileAtomically(path(), writeToml(root), 0600, error) || failed();

@@ -38,7 +38,8 @@ CollectionIndex::CollectionIndex(std::vector<std::shared_ptr<const ScannedFile>>
     : settings_(std::move(settings)), window_(std::make_unique<Window>()) {
     const auto& zone = settings_.calendar.timeZone();
     const auto build = [&](ScannedItem::Kind kind) {
-        return buildSeries(files, kind, identifier, zone, settings_.zoneInfoDirectory, *settings_.diagnostics);
+        return buildSeries(files, kind, identifier, zone, settings_.zoneInfoDirectory,
+                           *settings_.diagnostics);
     };
     events_ = build(ScannedItem::Kind::event);
     tasks_ = build(ScannedItem::Kind::task);
@@ -52,10 +53,10 @@ void CollectionIndex::sortIntoLists() {
         byIdentifier_.emplace(series->identifier(), series.get());
         (series->recurs() ? recurring_ : singles_).push_back(series.get());
     }
-    for (const auto& series : tasks_) byIdentifier_.emplace(series->identifier(), series.get());
-    std::sort(singles_.begin(), singles_.end(), [](const Series* a, const Series* b) {
-        return a->firstMoment() < b->firstMoment();
-    });
+    for (const auto& series : tasks_)
+        byIdentifier_.emplace(series->identifier(), series.get());
+    std::sort(singles_.begin(), singles_.end(),
+              [](const Series* a, const Series* b) { return a->firstMoment() < b->firstMoment(); });
     for (const auto* series : singles_) {
         const auto end = series->lastMoment().value_or(series->firstMoment());
         latestEnd_.push_back(latestEnd_.empty() ? end : std::max(latestEnd_.back(), end));
@@ -80,9 +81,11 @@ bool CollectionIndex::collect(Date from, Date to,
                                            .field = record.item->uid,
                                            .text = "too many occurrences; only the first ones are shown"});
         }
-        for (const auto& occurrence : found) into.emplace_back(occurrence, series);
+        for (const auto& occurrence : found)
+            into.emplace_back(occurrence, series);
     };
-    const auto firstTouching = std::lower_bound(latestEnd_.begin(), latestEnd_.end(), from) - latestEnd_.begin();
+    const auto firstTouching =
+        std::lower_bound(latestEnd_.begin(), latestEnd_.end(), from) - latestEnd_.begin();
     for (auto i = static_cast<std::size_t>(firstTouching); i < singles_.size(); ++i) {
         if (singles_[i]->firstMoment() > to) break;
         add(singles_[i]);
@@ -96,7 +99,8 @@ bool CollectionIndex::collect(Date from, Date to,
 
 void CollectionIndex::widen(Date from, Date to) const {
     auto& window = *window_;
-    const bool isInside = window.complete && from >= window.from && to <= window.to && window.from < window.to;
+    const bool isInside =
+        window.complete && from >= window.from && to <= window.to && window.from < window.to;
     if (isInside) return;
     auto wantedFrom = from.addingTimeInterval(-daysBefore * day);
     auto wantedTo = to.addingTimeInterval(daysAfter * day);
@@ -127,9 +131,8 @@ void CollectionIndex::widen(Date from, Date to) const {
     window.entries.reserve(found.size());
     for (const auto& [occurrence, series] : found) {
         window.entries.push_back({occurrence, series, nullptr});
-        window.latestEnd.push_back(window.latestEnd.empty()
-                                       ? occurrence.end
-                                       : std::max(window.latestEnd.back(), occurrence.end));
+        window.latestEnd.push_back(
+            window.latestEnd.empty() ? occurrence.end : std::max(window.latestEnd.back(), occurrence.end));
     }
 }
 
@@ -139,13 +142,15 @@ void CollectionIndex::appendEvents(Date from, Date to, const EKCalendarRef& cale
     if (to.timeIntervalSince(from) > longestWindow) {
         std::vector<std::pair<Occurrence, const Series*>> found;
         collect(from, to, found);
-        for (const auto& [occurrence, series] : found) into.push_back(eventOf(occurrence, *series, calendar));
+        for (const auto& [occurrence, series] : found)
+            into.push_back(eventOf(occurrence, *series, calendar));
         return;
     }
     widen(from, to);
     auto& window = *window_;
     const auto first = std::lower_bound(window.latestEnd.begin(), window.latestEnd.end(), from);
-    for (auto i = static_cast<std::size_t>(first - window.latestEnd.begin()); i < window.entries.size(); ++i) {
+    for (auto i = static_cast<std::size_t>(first - window.latestEnd.begin()); i < window.entries.size();
+         ++i) {
         auto& entry = window.entries[i];
         if (entry.occurrence.start > to) break;
         if (entry.occurrence.end < from) continue;
@@ -175,9 +180,8 @@ EKEventRef CollectionIndex::event(const std::string& identifier, const EKCalenda
         std::vector<Occurrence> found;
         const auto from = series.firstMoment();
         series.occurrences(from, std::max(from, series.firstMoment().addingTimeInterval(days * day)), found);
-        const auto first = std::min_element(found.begin(), found.end(), [](const auto& a, const auto& b) {
-            return a.start < b.start;
-        });
+        const auto first = std::min_element(found.begin(), found.end(),
+                                            [](const auto& a, const auto& b) { return a.start < b.start; });
         if (first != found.end()) return eventOf(*first, series, calendar);
     }
     return nullptr;

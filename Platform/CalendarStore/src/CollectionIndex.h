@@ -56,7 +56,8 @@ class CollectionIndex {
     void sortIntoLists();
     bool collect(Date from, Date to, std::vector<std::pair<Occurrence, const Series*>>& into) const;
     std::shared_ptr<const ItemDetails> detailsOf(const ItemRecord& record) const;
-    EKEventRef eventOf(const Occurrence& occurrence, const Series& series, const EKCalendarRef& calendar) const;
+    EKEventRef eventOf(const Occurrence& occurrence, const Series& series,
+                       const EKCalendarRef& calendar) const;
     EKReminderRef taskOf(const Series& series, Date now, const EKCalendarRef& calendar) const;
     void widen(Date from, Date to) const;
 

@@ -5,8 +5,12 @@
 namespace platform {
 namespace {
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
+char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
 
 std::size_t findOutsideQuotes(std::string_view text, char wanted, std::size_t from) {
     bool quoted = false;
@@ -89,7 +93,9 @@ std::optional<ContentLine> ContentLine::parse(std::string_view line) {
     return result;
 }
 
-bool ContentLine::is(std::string_view upperName) const { return equalIgnoringCase(name, upperName); }
+bool ContentLine::is(std::string_view upperName) const {
+    return equalIgnoringCase(name, upperName);
+}
 
 std::optional<std::string> ContentLine::parameter(std::string_view upperName) const {
     for (std::size_t from = 0; from < parameters.size();) {

@@ -15,7 +15,9 @@ namespace platform {
 struct EKEventStore::State {
     State(EnvironmentRef world, NotificationCenter& notificationCenter,
           std::optional<std::vector<std::shared_ptr<const EKSource>>> sources)
-        : environment(std::move(world)), center(notificationCenter), loader(environment, std::move(sources)) {}
+        : environment(std::move(world)),
+          center(notificationCenter),
+          loader(environment, std::move(sources)) {}
 
     /// Read with the first question.
     std::shared_ptr<const StoreSnapshot> snapshot() {
@@ -112,13 +114,16 @@ void EKEventStore::refreshSourcesIfNecessary() {
     if (state_->reload()) state_->announce();
 }
 
-void EKEventStore::startWatching() { state_->watch(); }
+void EKEventStore::startWatching() {
+    state_->watch();
+}
 
 std::vector<std::shared_ptr<const EKSource>> EKEventStore::delegateSources() const {
     std::vector<std::shared_ptr<const EKSource>> sources;
     for (const auto& other : state_->snapshot()->others) {
         EKSource source{other.account.name, true, {}};
-        for (const auto& address : other.account.addresses) source.ownerAddresses.push_back("mailto:" + address);
+        for (const auto& address : other.account.addresses)
+            source.ownerAddresses.push_back("mailto:" + address);
         sources.push_back(std::make_shared<const EKSource>(std::move(source)));
     }
     return sources;
@@ -148,7 +153,8 @@ EKEventRef EKEventStore::eventWithIdentifier(std::string_view identifier) const 
     for (const auto& account : state_->snapshot()->accounts) {
         for (const auto& collection : account.collections) {
             if (!collection.events) continue;
-            if (auto event = collection.index->event(std::string(identifier), collection.events)) return event;
+            if (auto event = collection.index->event(std::string(identifier), collection.events))
+                return event;
         }
     }
     return nullptr;
@@ -166,7 +172,8 @@ EKReminderRef EKEventStore::reminderWithIdentifier(std::string_view identifier) 
     return nullptr;
 }
 
-EKPredicate EKEventStore::predicateForEvents(Date start, Date end, std::vector<EKCalendarRef> calendars) const {
+EKPredicate EKEventStore::predicateForEvents(Date start, Date end,
+                                             std::vector<EKCalendarRef> calendars) const {
     return {EKEntityType::event, start, end, std::move(calendars)};
 }
 
@@ -181,8 +188,8 @@ std::vector<EKEventRef> EKEventStore::events(const EKPredicate& predicate) const
     const auto snapshot = state_->snapshot();
     std::set<const Collection*> asked;
     for (const auto& calendar : predicate.calendars) {
-        const auto known = calendar ? snapshot->byCalendar.find(calendar->calendarIdentifier)
-                                    : snapshot->byCalendar.end();
+        const auto known =
+            calendar ? snapshot->byCalendar.find(calendar->calendarIdentifier) : snapshot->byCalendar.end();
         if (known == snapshot->byCalendar.end()) continue;
         const auto& collection = *known->second;
         const bool isEvents =
@@ -212,8 +219,8 @@ void EKEventStore::fetchReminders(const EKPredicate& predicate,
             if (known == snapshot->byCalendar.end() || !known->second->reminders) continue;
             if (known->second->reminders->calendarIdentifier != calendar->calendarIdentifier) continue;
             if (!asked.insert(known->second).second) continue;
-            known->second->index->appendOpenTasks(predicate.start, predicate.end, now, known->second->reminders,
-                                                  result);
+            known->second->index->appendOpenTasks(predicate.start, predicate.end, now,
+                                                  known->second->reminders, result);
         }
         std::sort(result.begin(), result.end(), [](const EKReminderRef& a, const EKReminderRef& b) {
             if (*a->dueDate != *b->dueDate) return *a->dueDate < *b->dueDate;

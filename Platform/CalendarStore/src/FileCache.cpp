@@ -16,7 +16,9 @@ constexpr std::int64_t clockTick = 2'000'000'000;
 /// More than any calendar; keeps a wrong file from filling the memory.
 constexpr std::uintmax_t largestFile = std::uintmax_t{256} << 20;
 
-std::int64_t nanoseconds(const timespec& time) { return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec; }
+std::int64_t nanoseconds(const timespec& time) {
+    return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
 
 std::int64_t systemNanoseconds() {
     using namespace std::chrono;
@@ -26,7 +28,7 @@ std::int64_t systemNanoseconds() {
 }  // namespace
 
 FileStamp FileStamp::of(const std::filesystem::path& file) {
-    struct stat status {};
+    struct stat status{};
     if (stat(file.c_str(), &status) != 0) return {};
     return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim),
             nanoseconds(status.st_ctim)};
@@ -62,7 +64,8 @@ void FileCache::forgetUnused() {
     for (auto at = entries_.begin(); at != entries_.end();) {
         at = at->second.used ? std::next(at) : entries_.erase(at);
     }
-    for (auto& [path, entry] : entries_) entry.used = false;
+    for (auto& [path, entry] : entries_)
+        entry.used = false;
 }
 
 }  // namespace platform

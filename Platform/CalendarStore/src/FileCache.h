@@ -37,11 +37,11 @@ class FileCache {
 
   private:
     struct Entry {
-        FileStamp stamp;
+        FileStamp stamp = {};
         /// The file changed so shortly before it was read that a further change could carry the same stamp.
         bool tooFresh = false;
         bool used = false;
-        std::shared_ptr<const ScannedFile> file;
+        std::shared_ptr<const ScannedFile> file = nullptr;
         std::uint64_t contentHash = 0;
     };
 

@@ -8,7 +8,8 @@ namespace {
 std::string hexadecimal(std::uint64_t value, int digits) {
     constexpr std::string_view alphabet = "0123456789abcdef";
     std::string text(static_cast<std::size_t>(digits), '0');
-    for (auto at = text.rbegin(); at != text.rend(); ++at, value >>= 4) *at = alphabet[value & 15];
+    for (auto at = text.rbegin(); at != text.rend(); ++at, value >>= 4)
+        *at = alphabet[value & 15];
     return text;
 }
 
@@ -25,7 +26,8 @@ std::string slug(std::string_view text) {
         }
         if (result.size() >= 40) break;
     }
-    while (!result.empty() && result.back() == '-') result.pop_back();
+    while (!result.empty() && result.back() == '-')
+        result.pop_back();
     return result;
 }
 

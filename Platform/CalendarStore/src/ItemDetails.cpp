@@ -16,10 +16,14 @@ bool isWebAddress(std::string_view text) {
 
 EKEventStatus statusOf(icalcomponent* component) {
     switch (icalcomponent_get_status(component)) {
-        case ICAL_STATUS_CONFIRMED: return EKEventStatus::confirmed;
-        case ICAL_STATUS_TENTATIVE: return EKEventStatus::tentative;
-        case ICAL_STATUS_CANCELLED: return EKEventStatus::canceled;
-        default: return EKEventStatus::none;
+        case ICAL_STATUS_CONFIRMED:
+            return EKEventStatus::confirmed;
+        case ICAL_STATUS_TENTATIVE:
+            return EKEventStatus::tentative;
+        case ICAL_STATUS_CANCELLED:
+            return EKEventStatus::canceled;
+        default:
+            return EKEventStatus::none;
     }
 }
 
@@ -33,9 +37,10 @@ std::optional<std::string> addressOf(icalcomponent* component) {
             if (auto value = rawValue(p); isWebAddress(value)) return value;
         } else if (kind == ICAL_X_PROPERTY && !serverAddress) {
             const auto name = asciiUpper(optionalText(icalproperty_get_x_name(p)).value_or(""));
-            const bool holdsAddress = name == "X-GOOGLE-CONFERENCE" ||
-                                      (name.starts_with("X-MICROSOFT-") && name.ends_with("URL")) ||
-                                      (name.starts_with("X-MICROSOFT-ONLINEMEETING") && name.ends_with("LINK"));
+            const bool holdsAddress =
+                name == "X-GOOGLE-CONFERENCE" ||
+                (name.starts_with("X-MICROSOFT-") && name.ends_with("URL")) ||
+                (name.starts_with("X-MICROSOFT-ONLINEMEETING") && name.ends_with("LINK"));
             if (auto value = rawValue(p); holdsAddress && isWebAddress(value)) serverAddress = value;
         }
     }
@@ -83,7 +88,8 @@ ItemDetails ItemDetails::parse(const std::string& text, const std::vector<std::s
         return icalcomponent_get_first_property(component.get(), kind);
     };
     if (auto* p = property(ICAL_SUMMARY_PROPERTY)) details.title = optionalText(icalproperty_get_summary(p));
-    if (auto* p = property(ICAL_LOCATION_PROPERTY)) details.location = optionalText(icalproperty_get_location(p));
+    if (auto* p = property(ICAL_LOCATION_PROPERTY))
+        details.location = optionalText(icalproperty_get_location(p));
     if (auto* p = property(ICAL_DESCRIPTION_PROPERTY)) {
         details.notes = optionalText(icalproperty_get_description(p));
     }

@@ -10,14 +10,22 @@ EKParticipantStatus statusOf(icalproperty* property) {
     auto* parameter = icalproperty_get_first_parameter(property, ICAL_PARTSTAT_PARAMETER);
     if (!parameter) return EKParticipantStatus::pending;
     switch (icalparameter_get_partstat(parameter)) {
-        case ICAL_PARTSTAT_NEEDSACTION: return EKParticipantStatus::pending;
-        case ICAL_PARTSTAT_ACCEPTED: return EKParticipantStatus::accepted;
-        case ICAL_PARTSTAT_DECLINED: return EKParticipantStatus::declined;
-        case ICAL_PARTSTAT_TENTATIVE: return EKParticipantStatus::tentative;
-        case ICAL_PARTSTAT_DELEGATED: return EKParticipantStatus::delegated;
-        case ICAL_PARTSTAT_COMPLETED: return EKParticipantStatus::completed;
-        case ICAL_PARTSTAT_INPROCESS: return EKParticipantStatus::inProcess;
-        default: return EKParticipantStatus::unknown;
+        case ICAL_PARTSTAT_NEEDSACTION:
+            return EKParticipantStatus::pending;
+        case ICAL_PARTSTAT_ACCEPTED:
+            return EKParticipantStatus::accepted;
+        case ICAL_PARTSTAT_DECLINED:
+            return EKParticipantStatus::declined;
+        case ICAL_PARTSTAT_TENTATIVE:
+            return EKParticipantStatus::tentative;
+        case ICAL_PARTSTAT_DELEGATED:
+            return EKParticipantStatus::delegated;
+        case ICAL_PARTSTAT_COMPLETED:
+            return EKParticipantStatus::completed;
+        case ICAL_PARTSTAT_INPROCESS:
+            return EKParticipantStatus::inProcess;
+        default:
+            return EKParticipantStatus::unknown;
     }
 }
 
@@ -25,11 +33,16 @@ EKParticipantRole roleOf(icalproperty* property) {
     auto* parameter = icalproperty_get_first_parameter(property, ICAL_ROLE_PARAMETER);
     if (!parameter) return EKParticipantRole::required;
     switch (icalparameter_get_role(parameter)) {
-        case ICAL_ROLE_CHAIR: return EKParticipantRole::chair;
-        case ICAL_ROLE_REQPARTICIPANT: return EKParticipantRole::required;
-        case ICAL_ROLE_OPTPARTICIPANT: return EKParticipantRole::optional;
-        case ICAL_ROLE_NONPARTICIPANT: return EKParticipantRole::nonParticipant;
-        default: return EKParticipantRole::unknown;
+        case ICAL_ROLE_CHAIR:
+            return EKParticipantRole::chair;
+        case ICAL_ROLE_REQPARTICIPANT:
+            return EKParticipantRole::required;
+        case ICAL_ROLE_OPTPARTICIPANT:
+            return EKParticipantRole::optional;
+        case ICAL_ROLE_NONPARTICIPANT:
+            return EKParticipantRole::nonParticipant;
+        default:
+            return EKParticipantRole::unknown;
     }
 }
 
@@ -57,9 +70,8 @@ EKParticipant participantOf(icalproperty* property, std::string address,
         return mail && std::any_of(ownAddresses.begin(), ownAddresses.end(),
                                    [&](const std::string& own) { return equalIgnoringCase(own, *mail); });
     };
-    participant.isCurrentUser =
-        isOwn(participant.address()) ||
-        (participant.scheme() == "mailto" && isOwn(participant.resourceSpecifier()));
+    participant.isCurrentUser = isOwn(participant.address()) ||
+                                (participant.scheme() == "mailto" && isOwn(participant.resourceSpecifier()));
     return participant;
 }
 
@@ -87,9 +99,9 @@ void readParticipants(icalcomponent* component, const std::vector<std::string>& 
     organizer.participantStatus = EKParticipantStatus::unknown;
     if (details.attendees) {
         const auto& attendees = *details.attendees;
-        const auto same = std::find_if(attendees.begin(), attendees.end(), [&](const EKParticipant& attendee) {
-            return sameAddress(attendee, organizer);
-        });
+        const auto same =
+            std::find_if(attendees.begin(), attendees.end(),
+                         [&](const EKParticipant& attendee) { return sameAddress(attendee, organizer); });
         if (same != attendees.end()) organizer.participantStatus = same->participantStatus;
     }
     details.organizer = std::move(organizer);

@@ -21,7 +21,8 @@ Component componentNamed(std::string_view name) {
     if (equalIgnoringCase(name, "VTODO")) return Component::task;
     if (equalIgnoringCase(name, "VALARM")) return Component::alarm;
     if (equalIgnoringCase(name, "VTIMEZONE")) return Component::zone;
-    if (equalIgnoringCase(name, "STANDARD") || equalIgnoringCase(name, "DAYLIGHT")) return Component::observance;
+    if (equalIgnoringCase(name, "STANDARD") || equalIgnoringCase(name, "DAYLIGHT"))
+        return Component::observance;
     return Component::other;
 }
 
@@ -29,10 +30,18 @@ Component componentNamed(std::string_view name) {
 /// is dropped with the file's bytes.
 bool isKept(std::string_view name, bool inAlarm) {
     if (inAlarm) return name == "ACTION" || name == "TRIGGER";
-    static constexpr std::array<std::string_view, 12> names = {
-        "SUMMARY", "LOCATION", "DESCRIPTION", "URL",       "CONFERENCE",       "STATUS",
-        "ATTENDEE", "ORGANIZER", "COMPLETED", "PERCENT-COMPLETE", "X-GOOGLE-CONFERENCE",
-        "X-APPLE-TRAVEL-DURATION"};
+    static constexpr std::array<std::string_view, 12> names = {"SUMMARY",
+                                                               "LOCATION",
+                                                               "DESCRIPTION",
+                                                               "URL",
+                                                               "CONFERENCE",
+                                                               "STATUS",
+                                                               "ATTENDEE",
+                                                               "ORGANIZER",
+                                                               "COMPLETED",
+                                                               "PERCENT-COMPLETE",
+                                                               "X-GOOGLE-CONFERENCE",
+                                                               "X-APPLE-TRAVEL-DURATION"};
     return std::find(names.begin(), names.end(), name) != names.end() || name.starts_with("X-MICROSOFT-");
 }
 
@@ -76,7 +85,8 @@ class Scanner {
         if (!open_.empty() || skippedDepth_ > 0) {
             tell("the file ends inside a component");
             // A file that was cut off still shows what it has.
-            while (!open_.empty()) end(open_.back());
+            while (!open_.empty())
+                end(open_.back());
         }
         if (!sawCalendar_) {
             line_ = 0;
@@ -112,15 +122,20 @@ class Scanner {
         if (skippedDepth_ > 0 || open_.empty()) return;
         if (inside(Component::zone) && !file_.zones.empty()) file_.zones.back().text.append(raw).append("\n");
         switch (open_.back()) {
-            case Component::calendar: return readCalendarLine(*line);
-            case Component::zone: return readZoneLine(*line);
-            case Component::observance: return readObservanceLine(*line);
+            case Component::calendar:
+                return readCalendarLine(*line);
+            case Component::zone:
+                return readZoneLine(*line);
+            case Component::observance:
+                return readObservanceLine(*line);
             case Component::event:
-            case Component::task: return readItemLine(*line, raw);
+            case Component::task:
+                return readItemLine(*line, raw);
             case Component::alarm:
                 if (item_ && isKept(asciiUpper(line->name), true)) item_->text.append(raw).append("\r\n");
                 return;
-            case Component::other: return;
+            case Component::other:
+                return;
         }
     }
 
@@ -177,7 +192,8 @@ class Scanner {
         open_.pop_back();
         if (component == Component::alarm && item_) item_->text += "END:VALARM\r\n";
         if (component == Component::calendar && calendarCancelled_) {
-            for (auto i = firstItemOfCalendar_; i < file_.items.size(); ++i) file_.items[i].cancelled = true;
+            for (auto i = firstItemOfCalendar_; i < file_.items.size(); ++i)
+                file_.items[i].cancelled = true;
         }
         if ((component == Component::event || component == Component::task) && item_) finishItem();
     }
@@ -201,7 +217,8 @@ class Scanner {
         if (line.is("METHOD")) {
             calendarCancelled_ = equalIgnoringCase(trimmedAscii(line.value), "CANCEL");
         } else if (line.is("X-WR-CALNAME") || (line.is("NAME") && !file_.calendarName)) {
-            if (const auto name = trimmedAscii(line.value); !name.empty()) file_.calendarName = unescaped(name);
+            if (const auto name = trimmedAscii(line.value); !name.empty())
+                file_.calendarName = unescaped(name);
         } else if (line.is("X-APPLE-CALENDAR-COLOR") || (line.is("COLOR") && !file_.color)) {
             file_.color = std::string(trimmedAscii(line.value));
         }

@@ -16,9 +16,7 @@ std::string_view LogicalLines::physicalLine() {
 }
 
 bool LogicalLines::next() {
-    const auto isFold = [this] {
-        return !rest_.empty() && (rest_.front() == ' ' || rest_.front() == '\t');
-    };
+    const auto isFold = [this] { return !rest_.empty() && (rest_.front() == ' ' || rest_.front() == '\t'); };
     if (rest_.empty()) return false;
     number_ = physicalLines_ + 1;
     tooLong_ = false;

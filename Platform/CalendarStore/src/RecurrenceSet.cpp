@@ -33,7 +33,8 @@ RecurrenceSet::RecurrenceSet(const ScannedItem& item, const ZonedTime& start, Ti
     for (const auto& period : written.dates) {
         Instance added{resolver.resolve(period.start, item, floatingZone), {}};
         if (start.isDate) {
-            added.start.local = {added.start.local.year, added.start.local.month, added.start.local.day, 0, 0, 0};
+            added.start.local = {
+                added.start.local.year, added.start.local.month, added.start.local.day, 0, 0, 0};
             added.start.zone = resolver.userZone();
             added.start.isDate = true;
         } else if (added.start.isDate) {
@@ -50,7 +51,8 @@ RecurrenceSet::RecurrenceSet(const ScannedItem& item, const ZonedTime& start, Ti
             const auto seconds = end.timeIntervalSince(added.start.instant());
             added.length = ItemLength{0, static_cast<std::int64_t>(std::max(seconds, 0.0))};
         }
-        if (added.length) longestAddedSeconds_ = std::max(longestAddedSeconds_, added.length->approximateSeconds());
+        if (added.length)
+            longestAddedSeconds_ = std::max(longestAddedSeconds_, added.length->approximateSeconds());
         const auto instant = added.start.instant();
         first_ = std::min(first_, instant);
         lastBound_ = std::max(*lastBound_, instant);
@@ -150,7 +152,8 @@ bool RecurrenceSet::instances(Date from, Date to, std::vector<Instance>& into) c
         if (taken.insert(instant.timeIntervalSinceReferenceDate()).second) into.push_back({time, length});
     };
     // Added dates first: one with a length of its own stands before the rule's instance at that moment.
-    for (const auto& date : dates_) add(date.start, date.length);
+    for (const auto& date : dates_)
+        add(date.start, date.length);
     add(start_, {});
     for (const auto& rule : rules_) {
         complete &= visit(rule, localFrom, localTo, [&](const ZonedTime& time) {

@@ -55,7 +55,8 @@ class RecurrenceSet {
         std::optional<std::int64_t> untilLocal;
     };
 
-    std::optional<Rule> makeRule(const std::string& text, const ScannedItem& item, TimeResolver& resolver) const;
+    std::optional<Rule> makeRule(const std::string& text, const ScannedItem& item,
+                                 TimeResolver& resolver) const;
     std::optional<Date> boundOf(const Rule& rule) const;
     template <class Visit>
     bool visit(const Rule& rule, std::int64_t from, std::int64_t to, const Visit& visit) const;

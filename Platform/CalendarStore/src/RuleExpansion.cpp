@@ -12,7 +12,9 @@ constexpr std::int64_t secondsPerDay = 86400;
 /// Beyond the years that four digits write.
 constexpr int lastYear = 9999;
 
-std::int64_t floorDivide(std::int64_t a, std::int64_t b) { return a / b - (a % b != 0 && (a < 0) != (b < 0)); }
+std::int64_t floorDivide(std::int64_t a, std::int64_t b) {
+    return a / b - (a % b != 0 && (a < 0) != (b < 0));
+}
 
 std::int64_t dayNumber(int year, int month, int day) {
     using namespace std::chrono;
@@ -20,9 +22,13 @@ std::int64_t dayNumber(int year, int month, int day) {
 }
 
 /// 0 Sunday to 6 Saturday; day 0 (1970-01-01) was a Thursday.
-int weekdayOf(std::int64_t day) { return static_cast<int>(((day + 4) % 7 + 7) % 7); }
+int weekdayOf(std::int64_t day) {
+    return static_cast<int>(((day + 4) % 7 + 7) % 7);
+}
 
-bool isLeap(int year) { return std::chrono::year(year).is_leap(); }
+bool isLeap(int year) {
+    return std::chrono::year(year).is_leap();
+}
 
 bool contains(const std::vector<int>& list, int value) {
     return std::find(list.begin(), list.end(), value) != list.end();
@@ -33,8 +39,12 @@ bool containsEither(const std::vector<int>& list, int value, int length) {
     return contains(list, value) || contains(list, value - length - 1);
 }
 
-int nthFromFront(int dayIndex) { return dayIndex / 7 + 1; }
-int nthFromBack(int dayIndex, int length) { return -((length - 1 - dayIndex) / 7 + 1); }
+int nthFromFront(int dayIndex) {
+    return dayIndex / 7 + 1;
+}
+int nthFromBack(int dayIndex, int length) {
+    return -((length - 1 - dayIndex) / 7 + 1);
+}
 
 /// First day of week 1 of the year: the first week with at least four days in it.
 std::int64_t firstWeekStart(int year, int weekStart) {
@@ -57,9 +67,12 @@ bool matchesWeekNumber(const RecurrenceRule& rule, std::int64_t day, int year) {
 
 std::int64_t periodSeconds(Frequency frequency) {
     switch (frequency) {
-        case Frequency::secondly: return 1;
-        case Frequency::minutely: return 60;
-        default: return 3600;
+        case Frequency::secondly:
+            return 1;
+        case Frequency::minutely:
+            return 60;
+        default:
+            return 3600;
     }
 }
 
@@ -75,8 +88,8 @@ struct RuleExpansion::Day {
     }
     int monthLength() const {
         using namespace std::chrono;
-        const year_month_day_last last{std::chrono::year(year), month_day_last{std::chrono::month(
-                                                                    static_cast<unsigned>(month))}};
+        const year_month_day_last last{std::chrono::year(year),
+                                       month_day_last{std::chrono::month(static_cast<unsigned>(month))}};
         return static_cast<int>(static_cast<unsigned>(last.day()));
     }
     int yearDay() const { return static_cast<int>(number - platform::dayNumber(year, 1, 1)) + 1; }
@@ -99,7 +112,8 @@ RuleExpansion::RuleExpansion(const RecurrenceRule& rule, const LocalTime& start,
     }
     if (hasDayParts()) return;
     // What the rule leaves open comes from the start.
-    if (rule_.frequency == Frequency::weekly) rule_.weekdays = {{0, weekdayOf(floorDivide(start_, secondsPerDay))}};
+    if (rule_.frequency == Frequency::weekly)
+        rule_.weekdays = {{0, weekdayOf(floorDivide(start_, secondsPerDay))}};
     if (rule_.frequency == Frequency::monthly) rule_.monthDays = {start.day};
     if (rule_.frequency == Frequency::yearly) {
         if (!rule_.weekNumbers.empty()) {
@@ -124,22 +138,26 @@ bool RuleExpansion::passesWeekday(const Day& day) const {
                                 rule_.frequency == Frequency::monthly;
     const int index = byYear ? day.yearDay() - 1 : day.day - 1;
     const int length = byYear ? day.yearLength() : day.monthLength();
-    return std::any_of(rule_.weekdays.begin(), rule_.weekdays.end(), [&](const RecurrenceRule::Weekday& wanted) {
-        if (wanted.day != weekday) return false;
-        return wanted.position == 0 || !positionsCount || wanted.position == nthFromFront(index) ||
-               wanted.position == nthFromBack(index, length);
-    });
+    return std::any_of(
+        rule_.weekdays.begin(), rule_.weekdays.end(), [&](const RecurrenceRule::Weekday& wanted) {
+            if (wanted.day != weekday) return false;
+            return wanted.position == 0 || !positionsCount || wanted.position == nthFromFront(index) ||
+                   wanted.position == nthFromBack(index, length);
+        });
 }
 
 bool RuleExpansion::passes(const Day& day) const {
     if (!rule_.months.empty() && !contains(rule_.months, day.month)) return false;
-    if (!rule_.monthDays.empty() && !containsEither(rule_.monthDays, day.day, day.monthLength())) return false;
-    if (!rule_.yearDays.empty() && !containsEither(rule_.yearDays, day.yearDay(), day.yearLength())) return false;
+    if (!rule_.monthDays.empty() && !containsEither(rule_.monthDays, day.day, day.monthLength()))
+        return false;
+    if (!rule_.yearDays.empty() && !containsEither(rule_.yearDays, day.yearDay(), day.yearLength()))
+        return false;
     if (!rule_.weekNumbers.empty() && !matchesWeekNumber(rule_, day.number, day.year)) return false;
     return passesWeekday(day);
 }
 
-void RuleExpansion::collectDays(std::int64_t first, std::int64_t last, std::vector<std::int64_t>& days) const {
+void RuleExpansion::collectDays(std::int64_t first, std::int64_t last,
+                                std::vector<std::int64_t>& days) const {
     for (auto number = first; number <= last; ++number) {
         if (passes(Day(number))) days.push_back(number);
     }
@@ -169,7 +187,8 @@ void RuleExpansion::applySetPositions(std::vector<std::int64_t>& instances) cons
     const auto size = static_cast<int>(instances.size());
     std::vector<std::int64_t> chosen;
     for (int i = 0; i < size; ++i) {
-        if (containsEither(rule_.setPositions, i + 1, size)) chosen.push_back(instances[static_cast<std::size_t>(i)]);
+        if (containsEither(rule_.setPositions, i + 1, size))
+            chosen.push_back(instances[static_cast<std::size_t>(i)]);
     }
     instances = std::move(chosen);
 }
@@ -193,10 +212,18 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
     // Whole periods between the start's and the one that holds `from`.
     std::int64_t distance = 0;
     switch (rule_.frequency) {
-        case Frequency::yearly: distance = wanted.year - first.year; break;
-        case Frequency::monthly: distance = (wanted.year - first.year) * 12 + wanted.month - first.month; break;
-        case Frequency::weekly: distance = (weekOf(fromDay) - weekOf(startDay)) / 7; break;
-        default: distance = fromDay - startDay; break;
+        case Frequency::yearly:
+            distance = wanted.year - first.year;
+            break;
+        case Frequency::monthly:
+            distance = (wanted.year - first.year) * 12 + wanted.month - first.month;
+            break;
+        case Frequency::weekly:
+            distance = (weekOf(fromDay) - weekOf(startDay)) / 7;
+            break;
+        default:
+            distance = fromDay - startDay;
+            break;
     }
     std::vector<std::int64_t> days;
     std::vector<std::int64_t> instances;
@@ -226,8 +253,8 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
 
         days.clear();
         instances.clear();
-        const bool singleMonth = rule_.frequency == Frequency::yearly && rule_.months.size() == 1 &&
-                                 rule_.weekNumbers.empty();
+        const bool singleMonth =
+            rule_.frequency == Frequency::yearly && rule_.months.size() == 1 && rule_.weekNumbers.empty();
         if (singleMonth) {
             const auto year = static_cast<int>(first.year + period);
             begin = dayNumber(year, rule_.months.front(), 1);
@@ -282,14 +309,15 @@ RuleExpansion::Outcome RuleExpansion::visitTimes(std::int64_t from, std::int64_t
             continue;
         }
         instances.clear();
-        const auto minutes = unit < 3600                ? std::vector<int>{0}
+        const auto minutes = unit < 3600             ? std::vector<int>{0}
                              : rule_.minutes.empty() ? std::vector<int>{startTime_.minute}
                                                      : rule_.minutes;
-        const auto seconds = unit == 1                ? std::vector<int>{0}
+        const auto seconds = unit == 1               ? std::vector<int>{0}
                              : rule_.seconds.empty() ? std::vector<int>{startTime_.second}
                                                      : rule_.seconds;
         for (const int m : minutes) {
-            for (const int s : seconds) instances.push_back(period + m * 60 + s);
+            for (const int s : seconds)
+                instances.push_back(period + m * 60 + s);
         }
         applySetPositions(instances);
         for (const auto instance : instances) {

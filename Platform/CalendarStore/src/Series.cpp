@@ -15,9 +15,9 @@ Series::Series(std::string identifier, std::optional<ItemRecord> master, std::ve
         replaced_.insert(*override.recurrenceId, master_->start.isDate);
         if (!override.item->thisAndFuture) continue;
         const auto original = originalOf(override);
-        const auto originalThere = override.start.isDate
-                                       ? LocalTime{original.local.year, original.local.month, original.local.day}
-                                       : override.start.zone.localTime(original.instant());
+        const auto originalThere =
+            override.start.isDate ? LocalTime{original.local.year, original.local.month, original.local.day}
+                                  : override.start.zone.localTime(original.instant());
         ranges_.push_back(
             {original.instant(), &override, secondsOf(override.start.local) - secondsOf(originalThere)});
     }

@@ -68,8 +68,8 @@ class Builder {
             const auto& chosen = newest(candidates);
             overrides.push_back(record(chosen, resolverOf(chosen), floatingZone));
         }
-        return std::make_unique<const Series>(eventIdentifier(calendarIdentifier_, group.uid), std::move(master),
-                                              std::move(overrides), resolver);
+        return std::make_unique<const Series>(eventIdentifier(calendarIdentifier_, group.uid),
+                                              std::move(master), std::move(overrides), resolver);
     }
 
   private:
@@ -143,7 +143,8 @@ std::vector<std::unique_ptr<const Series>> buildSeries(
     Builder builder(calendarIdentifier, userZone, zoneInfoDirectory, diagnostics);
     std::vector<std::unique_ptr<const Series>> result;
     result.reserve(groups.size());
-    for (const auto& group : groups) result.push_back(builder.build(group));
+    for (const auto& group : groups)
+        result.push_back(builder.build(group));
     return result;
 }
 

@@ -10,7 +10,8 @@ namespace {
 
 std::shared_ptr<const EKSource> sourceOf(const Account& account) {
     EKSource source{account.name, account.isDelegate, {}};
-    for (const auto& address : account.addresses) source.ownerAddresses.push_back("mailto:" + address);
+    for (const auto& address : account.addresses)
+        source.ownerAddresses.push_back("mailto:" + address);
     return std::make_shared<const EKSource>(std::move(source));
 }
 
@@ -30,15 +31,16 @@ bool StoreSnapshot::anyReadable() const {
 
 bool StoreSnapshot::shows(const StoreSnapshot& other) const {
     const auto sameCollection = [](const Collection& a, const Collection& b) {
-        return sameCalendar(a.events, b.events) && sameCalendar(a.reminders, b.reminders) && a.files == b.files;
+        return sameCalendar(a.events, b.events) && sameCalendar(a.reminders, b.reminders) &&
+               a.files == b.files;
     };
     const auto sameOther = [](const FoundAccount& a, const FoundAccount& b) {
         return a.account == b.account && a.readable == b.readable;
     };
     const auto sameAccount = [&](const SnapshotAccount& a, const SnapshotAccount& b) {
         return sameOther(a.found, b.found) &&
-               std::equal(a.collections.begin(), a.collections.end(), b.collections.begin(), b.collections.end(),
-                          sameCollection);
+               std::equal(a.collections.begin(), a.collections.end(), b.collections.begin(),
+                          b.collections.end(), sameCollection);
     };
     return std::equal(accounts.begin(), accounts.end(), other.accounts.begin(), other.accounts.end(),
                       sameAccount) &&
@@ -118,8 +120,8 @@ Collection StoreLoader::loadCollection(const SnapshotAccount& account, const Fou
     const auto naming = namingOf(found, collection.files);
     EKCalendar calendar;
     calendar.calendarIdentifier = identifier;
-    calendar.title = naming.title.value_or(found.path.empty() ? settings.name
-                                                              : found.location.filename().string());
+    calendar.title =
+        naming.title.value_or(found.path.empty() ? settings.name : found.location.filename().string());
     calendar.color = naming.color ? *naming.color : paletteColor(identifier, colors);
     if (naming.color) colors.insert(naming.color->hexString());
     if (settings.kind == Account::Kind::birthdays) calendar.type = EKCalendarType::birthday;

@@ -7,9 +7,13 @@ namespace {
 
 constexpr double day = 86400;
 
-bool isDone(const ItemRecord& record) { return record.item->completed || record.item->cancelled; }
+bool isDone(const ItemRecord& record) {
+    return record.item->completed || record.item->cancelled;
+}
 
-bool hasDue(const ScannedItem& item) { return item.end || (item.start && item.duration); }
+bool hasDue(const ScannedItem& item) {
+    return item.end || (item.start && item.duration);
+}
 
 /// The occurrence that a recurring task stands for: the next open one, else the last open one, else the
 /// last of all.

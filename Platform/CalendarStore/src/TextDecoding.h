@@ -6,7 +6,8 @@
 namespace platform {
 
 /// The bytes of a file without byte-order mark; UTF-16 (by mark or by its pattern of zeros) becomes UTF-8,
-/// anything else stays as it is: lines may be folded inside a character, so only unfolded lines can be judged.
+/// anything else stays as it is: lines may be folded inside a character, so only unfolded lines can be
+/// judged.
 std::string withoutUtf16(std::string bytes);
 
 bool isUtf8(std::string_view text);

@@ -60,7 +60,8 @@ std::optional<WrittenTime> parseWrittenTime(const ContentLine& line, std::string
     if (!time || line.parameters.empty()) return time;
     if (!time->isDate) {
         if (const auto kind = line.parameter("VALUE"); kind && equalIgnoringCase(*kind, "DATE")) {
-            return WrittenTime{{time->local.year, time->local.month, time->local.day, 0, 0, 0}, true, false, {}};
+            return WrittenTime{
+                {time->local.year, time->local.month, time->local.day, 0, 0, 0}, true, false, {}};
         }
         if (!time->isUtc) time->tzid = line.parameter("TZID").value_or("");
     }
@@ -94,12 +95,23 @@ std::optional<WrittenDuration> parseDuration(std::string_view text) {
         }
         if (length == 0 || length == text.size()) return std::nullopt;
         switch (text[length] & ~0x20) {
-            case 'W': days += number * 7; break;
-            case 'D': days += number; break;
-            case 'H': seconds += number * 3600; break;
-            case 'M': seconds += number * 60; break;
-            case 'S': seconds += number; break;
-            default: return std::nullopt;
+            case 'W':
+                days += number * 7;
+                break;
+            case 'D':
+                days += number;
+                break;
+            case 'H':
+                seconds += number * 3600;
+                break;
+            case 'M':
+                seconds += number * 60;
+                break;
+            case 'S':
+                seconds += number;
+                break;
+            default:
+                return std::nullopt;
         }
         if (inTime == ((text[length] & ~0x20) == 'W' || (text[length] & ~0x20) == 'D')) return std::nullopt;
         any = true;

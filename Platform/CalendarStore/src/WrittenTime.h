@@ -25,10 +25,13 @@ struct WrittenDuration {
     int days = 0;
     std::int64_t seconds = 0;
 
-    double approximateSeconds() const { return static_cast<double>(days) * 86400.0 + static_cast<double>(seconds); }
+    double approximateSeconds() const {
+        return static_cast<double>(days) * 86400.0 + static_cast<double>(seconds);
+    }
 };
 
-/// "20260304", "20260304T0941", "20260304T094100", "20260304T094100Z"; nothing for a date that does not exist.
+/// "20260304", "20260304T0941", "20260304T094100", "20260304T094100Z"; nothing for a date that does not
+/// exist.
 std::optional<WrittenTime> parseWrittenTime(std::string_view value);
 /// The same with the line's VALUE and TZID parameters.
 std::optional<WrittenTime> parseWrittenTime(const ContentLine& line, std::string_view value);

@@ -17,7 +17,8 @@ void appendTransitions(const ZoneDefinition::Observance& observance,
         transitions.push_back({isUtc ? local : local - before, *observance.offsetTo});
     };
     add(secondsOf(observance.start->local), observance.start->isUtc);
-    for (const auto& date : observance.dates) add(secondsOf(date.local), date.isUtc);
+    for (const auto& date : observance.dates)
+        add(secondsOf(date.local), date.isUtc);
     const auto horizon = secondsOf({lastTransitionYear, 1, 1, 0, 0, 0});
     for (const auto& text : observance.rules) {
         std::string problem;

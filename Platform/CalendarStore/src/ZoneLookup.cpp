@@ -20,7 +20,8 @@ std::optional<TimeZone> ZoneLookup::systemZone(std::string_view tzid) const {
     tzid = trimmedAscii(tzid);
     if (tzid.size() >= 2 && tzid.front() == '"' && tzid.back() == '"') tzid = tzid.substr(1, tzid.size() - 2);
     if (looksLikeZoneName(tzid)) {
-        if (equalIgnoringCase(tzid, "UTC") || equalIgnoringCase(tzid, "GMT") || equalIgnoringCase(tzid, "Z")) {
+        if (equalIgnoringCase(tzid, "UTC") || equalIgnoringCase(tzid, "GMT") ||
+            equalIgnoringCase(tzid, "Z")) {
             return TimeZone::utc();
         }
         if (auto zone = TimeZone::named(tzid, directory_)) return zone;

@@ -58,7 +58,8 @@ ItemLength TimeResolver::timeToDue(const ScannedItem& task, const ZonedTime& sta
     if (!task.start) return {};
     if (task.end) {
         const auto due = resolve(*task.end, task, start.isDate ? std::nullopt : std::optional(start.zone));
-        if (start.isDate && due.isDate) return {static_cast<int>(std::max<std::int64_t>(due.day() - start.day(), 0)), 0};
+        if (start.isDate && due.isDate)
+            return {static_cast<int>(std::max<std::int64_t>(due.day() - start.day(), 0)), 0};
         const auto instant = due.isDate ? start.zone.date(due.local) : due.instant();
         // Due before the start is a contradiction in which the due moment counts.
         return {0, static_cast<std::int64_t>(instant.timeIntervalSince(start.instant()))};

@@ -16,11 +16,11 @@ struct Diagnostic {
     enum class Severity { info, warning, error };
 
     Severity severity = Severity::warning;
-    std::filesystem::path file;
-    std::optional<int> line;
+    std::filesystem::path file = {};
+    std::optional<int> line = {};
     /// The setting, property or item meant; may be empty.
-    std::string field;
-    std::string text;
+    std::string field = {};
+    std::string text = {};
 
     friend bool operator==(const Diagnostic&, const Diagnostic&) = default;
 };
