@@ -11,4 +11,7 @@ namespace platform {
 bool writeThrough(const std::filesystem::path& temporary, const std::filesystem::path& file,
                   std::string_view content, unsigned mode, std::error_code& error);
 
+/// Where a write through a symbolic link goes, so that a linked file stays linked.
+std::filesystem::path linkTarget(const std::filesystem::path& file);
+
 }  // namespace platform

@@ -36,14 +36,6 @@ bool syncDirectory(const fs::path& directory) {
     return folder && (fsync(folder.number()) == 0 || errno == EINVAL);
 }
 
-/// Where a write through a symbolic link goes, so that a linked file stays linked.
-fs::path linkTarget(const fs::path& file) {
-    std::error_code error;
-    if (!fs::is_symlink(file, error)) return file;
-    fs::path target = fs::weakly_canonical(file, error);
-    return error ? file : target;
-}
-
 bool fill(FileDescriptor& descriptor, const fs::path& temporary, const fs::path& file,
           std::string_view content, unsigned mode, std::error_code& error) {
     bool isWritten = fchmod(descriptor.number(), mode) == 0 && writeAll(descriptor.number(), content) &&
@@ -101,6 +93,13 @@ std::optional<std::string> readRegularFile(const fs::path& file, std::error_code
     }
     content.resize(size);
     return content;
+}
+
+fs::path linkTarget(const fs::path& file) {
+    std::error_code error;
+    if (!fs::is_symlink(file, error)) return file;
+    fs::path target = fs::weakly_canonical(file, error);
+    return error ? file : target;
 }
 
 bool writeThrough(const fs::path& temporary, const fs::path& file, std::string_view content, unsigned mode,
