@@ -108,7 +108,7 @@ class Scanner {
 
     void read(std::string_view raw) {
         std::string converted;
-        if (!isUtf8(raw)) {
+        if (!isWellFormedUtf8(raw)) {
             converted = lineAsUtf8(raw);
             raw = converted;
         }

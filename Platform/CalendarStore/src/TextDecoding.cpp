@@ -89,7 +89,7 @@ std::string withoutUtf16(std::string bytes) {
     return bytes;
 }
 
-bool isUtf8(std::string_view text) {
+bool isWellFormedUtf8(std::string_view text) {
     for (std::size_t i = 0; i < text.size();) {
         const auto length = characterLength(text, i);
         if (length == 0) return false;

@@ -10,7 +10,7 @@ namespace platform {
 /// judged.
 std::string withoutUtf16(std::string bytes);
 
-bool isUtf8(std::string_view text);
+bool isWellFormedUtf8(std::string_view text);
 /// An unfolded line as UTF-8. A line that is no UTF-8 is read as Latin-1 (Windows-1252), or, when it also
 /// holds whole UTF-8 characters, keeps those and gets U+FFFD for the rest.
 std::string lineAsUtf8(std::string_view line);
