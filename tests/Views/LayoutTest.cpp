@@ -171,6 +171,16 @@ TEST(Layout, TextsOfARowStandOnOneBaseline) {
     EXPECT_LT(children[1].frame.bottom(), children[0].frame.bottom());
 }
 
+TEST(Layout, ARingBesideATextDoesNotMoveItsBaseline) {
+    const View remark = hstack({.spacing = 4}, {progress(0.5).frame(12, 12), text("left").font(system(11))});
+    const View row = hstack({.alignment = VerticalAlignment::lastTextBaseline},
+                            {text("10:00").font(system(11)), remark.padding({.top = 4, .bottom = 2})});
+    const auto tree = layOut(row.fixedHeight(), {200, 40}, {});
+    const auto& children = tree.root.children[0].children;
+    EXPECT_EQ(tree.root.children[0].frame.height, 20);
+    EXPECT_EQ(children[0].frame.y, children[1].children[1].frame.y);
+}
+
 TEST(Timer, CountsBegunSecondsDownAndWholeSecondsUp) {
     const Date target(1'000'000);
     struct Case {

@@ -15,7 +15,7 @@ class FirstThatFitsNode final : public ViewNode {
     void place(Rect frame, const Inherited& inherited, std::vector<LaidOutNode>& out) const override {
         chosen(Proposal::of(frame.size()), inherited).place(frame, inherited, out);
     }
-    double flexibility(Axis, const Inherited&) const override { return unbounded; }
+    Flexibility flexibility(Axis, const Inherited&) const override { return Flexibility::stretching; }
 
   private:
     const ViewNode& chosen(const Proposal& proposal, const Inherited& inherited) const {

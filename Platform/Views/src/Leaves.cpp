@@ -24,7 +24,7 @@ class ShapeNode final : public ViewNode {
         node.opacity = inherited.opacity;
         node.isAccessibilityHidden = true;
     }
-    double flexibility(Axis, const Inherited&) const override { return unbounded; }
+    Flexibility flexibility(Axis, const Inherited&) const override { return Flexibility::stretching; }
 
   private:
     ShapeOptions options_;
@@ -54,8 +54,8 @@ class FileNode : public ViewNode {
         node.isAccessibilityHidden = inherited.isAccessibilityHidden;
         finish(node);
     }
-    double flexibility(Axis, const Inherited& inherited) const override {
-        return inherited.isResizable ? unbounded : 0;
+    Flexibility flexibility(Axis, const Inherited& inherited) const override {
+        return inherited.isResizable ? Flexibility::stretching : Flexibility::fixed;
     }
 
   protected:
@@ -122,7 +122,7 @@ class ProgressNode final : public ViewNode {
         node.opacity = inherited.opacity;
         node.isAccessibilityHidden = inherited.isAccessibilityHidden;
     }
-    double flexibility(Axis, const Inherited&) const override { return unbounded; }
+    Flexibility flexibility(Axis, const Inherited&) const override { return Flexibility::stretching; }
 
   private:
     double fraction_;
@@ -140,7 +140,7 @@ class SpacerNode final : public ViewNode {
         return Extent::of({length(Axis::horizontal), length(Axis::vertical)});
     }
     void place(Rect, const Inherited&, std::vector<LaidOutNode>&) const override {}
-    double flexibility(Axis, const Inherited&) const override { return unbounded; }
+    Flexibility flexibility(Axis, const Inherited&) const override { return Flexibility::stretching; }
     bool isSpacer() const override { return true; }
     double minimumLength() const override { return minimumLength_; }
 

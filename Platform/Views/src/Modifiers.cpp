@@ -20,7 +20,7 @@ class InheritingNode final : public WrapperNode {
     void place(Rect frame, const Inherited& outer, std::vector<LaidOutNode>& out) const override {
         content().place(frame, changed(outer), out);
     }
-    double flexibility(Axis axis, const Inherited& outer) const override {
+    Flexibility flexibility(Axis axis, const Inherited& outer) const override {
         return content().flexibility(axis, changed(outer));
     }
 
@@ -84,10 +84,10 @@ class FrameNode final : public WrapperNode {
                          size.height},
                         inherited, out);
     }
-    double flexibility(Axis axis, const Inherited& inherited) const override {
+    Flexibility flexibility(Axis axis, const Inherited& inherited) const override {
         const auto own = axis == Axis::horizontal ? width_ : height_;
         if (!own) return content().flexibility(axis, inherited);
-        return *own == unbounded ? unbounded : 0;
+        return *own == unbounded ? Flexibility::stretching : Flexibility::fixed;
     }
 
   private:
@@ -113,8 +113,8 @@ class FixedHeightNode final : public WrapperNode {
     Extent measure(const Proposal& proposal, const Inherited& inherited) const override {
         return content().measure({proposal.width, std::nullopt}, inherited);
     }
-    double flexibility(Axis axis, const Inherited& inherited) const override {
-        return axis == Axis::vertical ? 0 : content().flexibility(axis, inherited);
+    Flexibility flexibility(Axis axis, const Inherited& inherited) const override {
+        return axis == Axis::vertical ? Flexibility::fixed : content().flexibility(axis, inherited);
     }
 };
 

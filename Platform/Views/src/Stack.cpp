@@ -25,13 +25,12 @@ class StackNode : public ViewNode {
     StackNode(Axis axis, double spacing, std::vector<View> children)
         : axis_(axis), spacing_(spacing), children_(std::move(children)) {}
 
-    double flexibility(Axis axis, const Inherited& outer) const override {
+    Flexibility flexibility(Axis axis, const Inherited& outer) const override {
         const Inherited inherited = within(outer);
-        double result = 0;
+        auto result = Flexibility::fixed;
         for (const auto& child : children_) {
             if (child.node()->isSpacer() && axis != axis_) continue;
-            const double own = child.node()->flexibility(axis, inherited);
-            result = axis == axis_ ? result + own : std::max(result, own);
+            result = std::max(result, child.node()->flexibility(axis, inherited));
         }
         return result;
     }
@@ -89,17 +88,16 @@ class ColumnNode final : public StackNode {
 
     Extent measure(const Proposal& proposal, const Inherited& outer) const override {
         const auto stack = plan(proposal, within(outer));
-        Extent result{{0, stack.length}, stack.length, stack.length};
+        Extent result = Extent::of({0, stack.length});
         double y = 0;
-        bool hasText = false;
         for (std::size_t i = 0; i < stack.children.size(); ++i) {
             const auto& child = stack.children[i];
             y += stack.gaps[i];
             result.size.width = std::max(result.size.width, child.size.width);
-            if (!children()[i].node()->isSpacer()) {
-                if (!hasText) result.firstBaseline = y + child.firstBaseline;
+            if (child.hasText) {
+                if (!result.hasText) result.firstBaseline = y + child.firstBaseline;
                 result.lastBaseline = y + child.lastBaseline;
-                hasText = true;
+                result.hasText = true;
             }
             y += child.size.height;
         }
@@ -134,15 +132,17 @@ class RowNode final : public StackNode {
     Extent measure(const Proposal& proposal, const Inherited& outer) const override {
         const auto stack = plan(proposal, within(outer));
         const auto tops = topsOf(stack);
-        Extent result{{stack.length, 0}, 0, 0};
+        Extent result;
         for (std::size_t i = 0; i < stack.children.size(); ++i) {
-            if (children()[i].node()->isSpacer()) continue;
             const auto& child = stack.children[i];
             result.size.height = std::max(result.size.height, tops[i] + child.size.height);
+            if (!child.hasText) continue;
+            result.hasText = true;
             result.firstBaseline = std::max(result.firstBaseline, tops[i] + child.firstBaseline);
             result.lastBaseline = std::max(result.lastBaseline, tops[i] + child.lastBaseline);
         }
-        return result;
+        result.size.width = stack.length;
+        return result.hasText ? result : Extent::of(result.size);
     }
 
     void place(Rect frame, const Inherited& outer, std::vector<LaidOutNode>& out) const override {
@@ -219,8 +219,8 @@ class LayersNode final : public ViewNode {
         }
     }
 
-    double flexibility(Axis axis, const Inherited& inherited) const override {
-        double result = 0;
+    Flexibility flexibility(Axis axis, const Inherited& inherited) const override {
+        auto result = Flexibility::fixed;
         for (const auto& child : children_) {
             result = std::max(result, child.node()->flexibility(axis, inherited));
         }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace platform {
 
@@ -35,8 +36,12 @@ std::vector<double> distribute(const std::vector<StackItem>& items, double spaci
     }
     const auto gaps = gapsBefore(items, spacing);
     double left = *available - reserved - std::accumulate(gaps.begin(), gaps.end(), 0.0);
+    std::vector<double> ideals(items.size(), 0);
+    for (const auto i : order) {
+        if (items[i].flexibility == Flexibility::compressible) ideals[i] = items[i].lengthFor(std::nullopt);
+    }
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        return items[a].flexibility < items[b].flexibility;
+        return std::pair(items[a].flexibility, ideals[a]) < std::pair(items[b].flexibility, ideals[b]);
     });
     auto unserved = static_cast<double>(order.size());
     for (const auto i : order) {

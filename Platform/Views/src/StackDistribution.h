@@ -6,18 +6,23 @@
 
 namespace platform {
 
+/// What happens to a length when there is less or more room than the ideal. In the order in which stacks
+/// serve their items.
+enum class Flexibility { fixed, compressible, stretching };
+
 struct StackItem {
-    /// 0: fixed; infinity: takes everything.
-    double flexibility = 0;
+    Flexibility flexibility = Flexibility::fixed;
     bool isSpacer = false;
     double minimumLength = 0;
     /// Length taken when that much (or, absent, the ideal) is offered.
     std::function<double(std::optional<double>)> lengthFor;
 };
 
-/// Lengths of a stack's items along its axis. Each item is offered an equal share of what is left, the less
-/// flexible first; spacers share what the others leave, never less than their minimum. Without `available`
-/// every item takes its ideal length. `spacing` stands between neighbours, none of which is a spacer.
+/// Lengths of a stack's items along its axis. Each item is offered an equal share of what is left: fixed ones
+/// first, then compressible ones, the shorter before the longer, so that none is compressed while the ideal
+/// lengths fit; then stretching ones; spacers share what the others leave, never less than their minimum.
+/// Without `available` every item takes its ideal length. `spacing` stands between neighbours, none of which
+/// is a spacer.
 std::vector<double> distribute(const std::vector<StackItem>& items, double spacing,
                                std::optional<double> available);
 

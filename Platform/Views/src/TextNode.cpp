@@ -13,7 +13,7 @@ class TextNode : public ViewNode {
         const double line = inherited.font.lineHeight();
         const double height = line * plan.shaped->lineCount();
         const double baseline = baselineInLineBox(inherited.font);
-        return {{plan.width, height}, baseline, height - line + baseline};
+        return {{plan.width, height}, baseline, height - line + baseline, true};
     }
 
     void place(Rect frame, const Inherited& inherited, std::vector<LaidOutNode>& out) const override {
@@ -35,9 +35,8 @@ class TextNode : public ViewNode {
         node.isAccessibilityHidden = inherited.isAccessibilityHidden;
     }
 
-    double flexibility(Axis axis, const Inherited& inherited) const override {
-        if (axis == Axis::vertical) return 0;
-        return planText(textAt(inherited), rules(inherited), std::nullopt).width;
+    Flexibility flexibility(Axis axis, const Inherited&) const override {
+        return axis == Axis::horizontal ? Flexibility::compressible : Flexibility::fixed;
     }
 
   protected:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "StackDistribution.h"
+
 #include <Views/Font.h>
 #include <Views/Geometry.h>
 #include <Views/LaidOutTree.h>
@@ -24,11 +26,12 @@ struct Proposal {
 };
 
 /// What a node takes of a proposal. Baselines are distances from its top; a node without text has its
-/// bottom there.
+/// bottom there, and only stands in for a stack's baseline where no text does.
 struct Extent {
     Size size;
     double firstBaseline = 0;
     double lastBaseline = 0;
+    bool hasText = false;
 
     static Extent of(Size size) { return {size, size.height, size.height}; }
     double along(Axis axis) const { return axis == Axis::horizontal ? size.width : size.height; }
@@ -57,9 +60,7 @@ class ViewNode {
     virtual ~ViewNode() = default;
     virtual Extent measure(const Proposal& proposal, const Inherited& inherited) const = 0;
     virtual void place(Rect frame, const Inherited& inherited, std::vector<LaidOutNode>& out) const = 0;
-    /// How far it could grow or shrink along the axis: 0 fixed, `unbounded` takes everything. Stacks serve
-    /// the less flexible first.
-    virtual double flexibility(Axis axis, const Inherited& inherited) const = 0;
+    virtual Flexibility flexibility(Axis axis, const Inherited& inherited) const = 0;
     /// Spacers are served after everything else and have no spacing beside them.
     virtual bool isSpacer() const { return false; }
     /// What a spacer takes at least.
@@ -76,7 +77,7 @@ class WrapperNode : public ViewNode {
     void place(Rect frame, const Inherited& inherited, std::vector<LaidOutNode>& out) const override {
         content().place(frame, inherited, out);
     }
-    double flexibility(Axis axis, const Inherited& inherited) const override {
+    Flexibility flexibility(Axis axis, const Inherited& inherited) const override {
         return content().flexibility(axis, inherited);
     }
 
