@@ -177,6 +177,7 @@ constexpr GMarkupParser events = {
 std::optional<PropertyValue> readXmlPropertyList(std::string_view text) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+    if (text.empty()) return std::nullopt;
     Builder builder;
     std::unique_ptr<GMarkupParseContext, decltype(&g_markup_parse_context_free)> context(
         g_markup_parse_context_new(&events, G_MARKUP_TREAT_CDATA_AS_TEXT, &builder, nullptr),
