@@ -130,10 +130,13 @@ std::vector<std::unique_ptr<const Series>> buildSeries(
     const std::filesystem::path& zoneInfoDirectory, DiagnosticsSink& diagnostics) {
     std::vector<Group> groups;
     std::unordered_map<std::string, std::size_t> byIdentity;
+    std::unordered_map<std::string, int> repeats;
     for (const auto& file : files) {
         for (const auto& item : file->items) {
             if (item.kind != kind) continue;
             auto identity = identityOf(item);
+            // Without a UID nothing says that two items mean the same, however alike they are.
+            if (item.uid.empty()) identity += '#' + std::to_string(++repeats[identity]);
             const auto [at, isNew] = byIdentity.emplace(identity, groups.size());
             if (isNew) groups.push_back({std::move(identity), {}, {}});
             auto& group = groups[at->second];

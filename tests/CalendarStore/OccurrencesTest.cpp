@@ -1,0 +1,248 @@
+#include "CalendarFixture.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using test::CalendarFixture;
+using test::event;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+using Lines = std::vector<std::string>;
+
+TEST(Occurrences, EndOfAnEvent) {
+    struct Case {
+        const char* lines;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"DTSTART:20260304T090000Z\nDTEND:20260304T103000Z", "2026-03-04 09:00Z 90m T"},
+        {"DTSTART:20260304T090000Z\nDURATION:PT45M", "2026-03-04 09:00Z 45m T"},
+        {"DTSTART:20260304T090000Z", "2026-03-04 09:00Z 0m T"},
+        {"DTSTART:20260304T090000Z\nDTEND:20260304T080000Z", "2026-03-04 09:00Z 0m T"},
+        {"DTSTART;VALUE=DATE:20260304", "2026-03-04 1d T"},
+        {"DTSTART;VALUE=DATE:20260304\nDTEND;VALUE=DATE:20260306", "2026-03-04 2d T"},
+        {"DTSTART;VALUE=DATE:20260304\nDTEND;VALUE=DATE:20260304", "2026-03-04 1d T"},
+        {"DTSTART;VALUE=DATE:20260304\nDURATION:P3D", "2026-03-04 3d T"},
+        {"DTSTART:20260304T100000", "2026-03-04 09:00Z 0m T"},
+        {"DTSTART;TZID=America/New_York:20260304T040000\nDTEND;TZID=Europe/Berlin:20260304T110000",
+         "2026-03-04 09:00Z 60m T"},
+        // Days follow the calendar, hours are elapsed time.
+        {"DTSTART;TZID=Europe/Berlin:20260328T120000\nDURATION:P1D", "2026-03-28 11:00Z 1380m T"},
+        {"DTSTART;TZID=Europe/Berlin:20260328T120000\nDURATION:PT24H", "2026-03-28 11:00Z 1440m T"},
+    };
+    CalendarFixture fixture;
+    for (const auto& [lines, expected] : cases) {
+        EXPECT_EQ(fixture.list(event(lines), "2026-03-01T00:00:00Z", "2026-04-01T00:00:00Z"), Lines{expected})
+            << lines;
+    }
+    EXPECT_THAT(fixture.diagnostics(), Contains(HasSubstr("the end lies before the start")));
+}
+
+TEST(Occurrences, AnIntervalTouchesWhatStartsOrEndsAtItsBounds) {
+    CalendarFixture fixture;
+    fixture.write("a.ics", test::calendar(event("DTSTART:20260304T090000Z\nDTEND:20260304T100000Z")));
+    EXPECT_EQ(fixture.list("2026-03-04T10:00:00Z", "2026-03-04T11:00:00Z").size(), 1u);
+    EXPECT_EQ(fixture.list("2026-03-04T08:00:00Z", "2026-03-04T09:00:00Z").size(), 1u);
+    EXPECT_EQ(fixture.list("2026-03-04T09:30:00Z", "2026-03-04T09:30:00Z").size(), 1u);
+    EXPECT_THAT(fixture.list("2026-03-04T10:00:01Z", "2026-03-04T11:00:00Z"), IsEmpty());
+    EXPECT_THAT(fixture.list("2026-03-04T08:00:00Z", "2026-03-04T08:59:59Z"), IsEmpty());
+}
+
+TEST(Occurrences, SeriesKeepTheirWallClockTimeInTheirZone) {
+    CalendarFixture fixture;
+    const auto weekly = [&](const char* start) {
+        return fixture.list(
+            event(std::string("DTSTART;TZID=") + start + "\nDURATION:PT1H\nRRULE:FREQ=WEEKLY"),
+            "2026-03-20T00:00:00Z", "2026-04-04T00:00:00Z");
+    };
+    EXPECT_THAT(weekly("Europe/Berlin:20240105T090000"),
+                ElementsAre("2026-03-20 08:00Z 60m T", "2026-03-27 08:00Z 60m T", "2026-04-03 07:00Z 60m T"));
+    EXPECT_THAT(weekly("Asia/Kolkata:20240105T090000"),
+                ElementsAre("2026-03-20 03:30Z 60m T", "2026-03-27 03:30Z 60m T", "2026-04-03 03:30Z 60m T"));
+    EXPECT_THAT(weekly("America/Mexico_City:20240105T090000"),
+                ElementsAre("2026-03-20 15:00Z 60m T", "2026-03-27 15:00Z 60m T", "2026-04-03 15:00Z 60m T"));
+}
+
+TEST(Occurrences, TimesInAGapOrTwice) {
+    CalendarFixture fixture;
+    EXPECT_THAT(fixture.list(event("DTSTART;TZID=Europe/Berlin:20260328T023000\nRRULE:FREQ=DAILY;COUNT=3"),
+                             "2026-03-01T00:00:00Z", "2026-04-01T00:00:00Z"),
+                ElementsAre("2026-03-28 01:30Z 0m T", "2026-03-29 01:30Z 0m T", "2026-03-30 00:30Z 0m T"));
+    EXPECT_THAT(fixture.list(event("DTSTART;TZID=America/New_York:20261101T013000"), "2026-10-31T00:00:00Z",
+                             "2026-11-02T00:00:00Z"),
+                ElementsAre("2026-11-01 05:30Z 0m T"));
+}
+
+TEST(Occurrences, StartCountAndUntil) {
+    struct Case {
+        const char* lines;
+        Lines expected;
+    };
+    const Case cases[] = {
+        // The start is an occurrence that counts, also when the rule does not yield it.
+        {"DTSTART:20260303T090000Z\nRRULE:FREQ=WEEKLY;BYDAY=WE;COUNT=2",
+         {"2026-03-03 09:00Z 0m T", "2026-03-04 09:00Z 0m T"}},
+        {"DTSTART:20260303T090000Z\nRRULE:FREQ=DAILY;UNTIL=20260305T090000Z",
+         {"2026-03-03 09:00Z 0m T", "2026-03-04 09:00Z 0m T", "2026-03-05 09:00Z 0m T"}},
+        {"DTSTART:20260303T090000Z\nRRULE:FREQ=DAILY;UNTIL=20260304T085959Z", {"2026-03-03 09:00Z 0m T"}},
+        // A date means that day's midnight in the event's zone.
+        {"DTSTART;TZID=America/New_York:20260303T200000\nRRULE:FREQ=DAILY;UNTIL=20260305",
+         {"2026-03-04 01:00Z 0m T", "2026-03-05 01:00Z 0m T"}},
+        {"DTSTART;TZID=America/New_York:20260303T200000\nRRULE:FREQ=DAILY;UNTIL=20260304T200000",
+         {"2026-03-04 01:00Z 0m T", "2026-03-05 01:00Z 0m T"}},
+        {"DTSTART;VALUE=DATE:20260303\nRRULE:FREQ=DAILY;UNTIL=20260304T235959Z",
+         {"2026-03-03 1d T", "2026-03-04 1d T"}},
+        {"DTSTART;VALUE=DATE:20260303\nRRULE:FREQ=DAILY;UNTIL=20260304",
+         {"2026-03-03 1d T", "2026-03-04 1d T"}},
+        {"DTSTART:20260303T090000Z\nRRULE:FREQ=DAILY;UNTIL=20200101T000000Z", {"2026-03-03 09:00Z 0m T"}},
+        {"DTSTART:20260303T090000Z\nRRULE:FREQ=NEVER", {"2026-03-03 09:00Z 0m T"}},
+    };
+    CalendarFixture fixture;
+    for (const auto& [lines, expected] : cases) {
+        EXPECT_EQ(fixture.list(event(lines), "2026-03-01T00:00:00Z", "2026-03-31T00:00:00Z"), expected)
+            << lines;
+    }
+}
+
+TEST(Occurrences, DatesAddedAndTakenOut) {
+    struct Case {
+        const char* lines;
+        Lines expected;
+    };
+    const Case cases[] = {
+        {"DTSTART:20260303T090000Z\nRRULE:FREQ=DAILY;COUNT=3\nRRULE:FREQ=WEEKLY;COUNT=2",
+         {"2026-03-03 09:00Z 0m T", "2026-03-04 09:00Z 0m T", "2026-03-05 09:00Z 0m T",
+          "2026-03-10 09:00Z 0m T"}},
+        {"DTSTART:20260303T090000Z\nRRULE:FREQ=DAILY;COUNT=2\nRDATE:20260304T090000Z,20260309T120000Z",
+         {"2026-03-03 09:00Z 0m T", "2026-03-04 09:00Z 0m T", "2026-03-09 12:00Z 0m T"}},
+        {"DTSTART;TZID=Europe/Berlin:20260303T100000\nRDATE;TZID=America/New_York:20260304T040000",
+         {"2026-03-03 09:00Z 0m T", "2026-03-04 09:00Z 0m T"}},
+        {"DTSTART:20260303T090000Z\nDURATION:PT1H\n"
+         "RDATE;VALUE=PERIOD:20260304T090000Z/PT2H,20260305T090000Z/20260305T093000Z",
+         {"2026-03-03 09:00Z 60m T", "2026-03-04 09:00Z 120m T", "2026-03-05 09:00Z 30m T"}},
+        {"DTSTART;TZID=Europe/Berlin:20260303T100000\nRDATE;VALUE=DATE:20260305",
+         {"2026-03-03 09:00Z 0m T", "2026-03-05 09:00Z 0m T"}},
+        {"DTSTART;TZID=Europe/Berlin:20260303T100000\nRRULE:FREQ=DAILY;COUNT=3\nEXDATE:20260304T090000Z",
+         {"2026-03-03 09:00Z 0m T", "2026-03-05 09:00Z 0m T"}},
+        {"DTSTART;TZID=Europe/Berlin:20260303T003000\nRRULE:FREQ=DAILY;COUNT=3\nEXDATE;VALUE=DATE:20260304",
+         {"2026-03-02 23:30Z 0m T", "2026-03-04 23:30Z 0m T"}},
+        {"DTSTART;TZID=America/New_York:20260303T100000\nRRULE:FREQ=DAILY;COUNT=3\nEXDATE:20260304T100000",
+         {"2026-03-03 15:00Z 0m T", "2026-03-05 15:00Z 0m T"}},
+        {"DTSTART;VALUE=DATE:20260303\nRRULE:FREQ=DAILY;COUNT=3\nEXDATE:20260304T000000Z",
+         {"2026-03-03 1d T", "2026-03-05 1d T"}},
+        // Taken out, the start still counts.
+        {"DTSTART:20260303T090000Z\nRRULE:FREQ=DAILY;COUNT=2\nEXDATE:20260303T090000Z",
+         {"2026-03-04 09:00Z 0m T"}},
+        {"DTSTART:20260303T090000Z\nRRULE:FREQ=DAILY;COUNT=4\nEXRULE:FREQ=DAILY;INTERVAL=2;COUNT=9",
+         {"2026-03-03 09:00Z 0m T", "2026-03-04 09:00Z 0m T", "2026-03-06 09:00Z 0m T"}},
+    };
+    CalendarFixture fixture;
+    for (const auto& [lines, expected] : cases) {
+        EXPECT_EQ(fixture.list(event(lines), "2026-03-01T00:00:00Z", "2026-03-31T00:00:00Z"), expected)
+            << lines;
+    }
+}
+
+const char* dailyAtTen =
+    "DTSTART;TZID=Europe/Berlin:20260303T100000\nDURATION:PT1H\nRRULE:FREQ=DAILY;COUNT=3";
+
+TEST(Occurrences, ChangedByThemselves) {
+    struct Case {
+        const char* override;
+        Lines expected;
+    };
+    const Case cases[] = {
+        {"RECURRENCE-ID;TZID=Europe/Berlin:20260304T100000\nDTSTART;TZID=Europe/"
+         "Berlin:20260310T100000\nSUMMARY:M",
+         {"2026-03-03 09:00Z 60m T", "2026-03-05 09:00Z 60m T", "2026-03-10 09:00Z 0m M*"}},
+        {"RECURRENCE-ID;TZID=America/New_York:20260304T040000\nDTSTART:20260304T120000Z\nSUMMARY:M",
+         {"2026-03-03 09:00Z 60m T", "2026-03-04 12:00Z 0m M*", "2026-03-05 09:00Z 60m T"}},
+        {"RECURRENCE-ID;VALUE=DATE:20260304\nDTSTART:20260304T120000Z\nSUMMARY:M",
+         {"2026-03-03 09:00Z 60m T", "2026-03-04 12:00Z 0m M*", "2026-03-05 09:00Z 60m T"}},
+        {"RECURRENCE-ID:20260304T090000Z\nDTSTART:20260304T090000Z\nSUMMARY:M\nSTATUS:CANCELLED",
+         {"2026-03-03 09:00Z 60m T", "2026-03-04 09:00Z 0m M*!", "2026-03-05 09:00Z 60m T"}},
+        {"RECURRENCE-ID;RANGE=THISANDFUTURE:20260304T090000Z\nDTSTART:20260304T120000Z\nDURATION:"
+         "PT30M\nSUMMARY:M",
+         {"2026-03-03 09:00Z 60m T", "2026-03-04 12:00Z 30m M*", "2026-03-05 12:00Z 30m M"}},
+    };
+    CalendarFixture fixture;
+    for (const auto& [override, expected] : cases) {
+        for (const bool first : {false, true}) {
+            const auto items =
+                first ? event(override) + event(dailyAtTen) : event(dailyAtTen) + event(override);
+            EXPECT_EQ(fixture.list(items, "2026-03-01T00:00:00Z", "2026-03-31T00:00:00Z"), expected)
+                << override;
+        }
+    }
+}
+
+TEST(Occurrences, AChangedOccurrenceStandsWithoutItsSeries) {
+    CalendarFixture fixture;
+    EXPECT_THAT(fixture.list(event("RECURRENCE-ID:20260304T090000Z\nDTSTART:20260306T090000Z"),
+                             "2026-03-01T00:00:00Z", "2026-03-31T00:00:00Z"),
+                ElementsAre("2026-03-06 09:00Z 0m T*"));
+}
+
+TEST(Occurrences, KnowTheirPlaceInTheSeries) {
+    CalendarFixture fixture;
+    fixture.list(event(dailyAtTen) + event("RECURRENCE-ID:20260304T090000Z\nDTSTART:20260304T120000Z") +
+                     event("UID:single\nDTSTART:20260304T200000Z"),
+                 "2026-03-04T00:00:00Z", "2026-03-04T23:00:00Z");
+    const auto found = fixture.events("2026-03-04T00:00:00Z", "2026-03-04T23:00:00Z");
+    ASSERT_EQ(found.size(), 2u);
+    EXPECT_EQ(found[0]->occurrenceDate, test::at("2026-03-04T12:00:00Z"));
+    EXPECT_EQ(found[0]->originalStart, test::at("2026-03-04T09:00:00Z"));
+    EXPECT_TRUE(found[0]->hasRecurrenceRules);
+    EXPECT_EQ(found[0]->eventIdentifier,
+              fixture.events("2026-03-03T09:00:00Z", "2026-03-03T09:00:00Z")[0]->eventIdentifier);
+    EXPECT_FALSE(found[1]->occurrenceDate || found[1]->originalStart || found[1]->hasRecurrenceRules);
+    EXPECT_EQ(fixture.store().eventWithIdentifier(found[0]->eventIdentifier)->startDate,
+              test::at("2026-03-03T09:00:00Z"));
+}
+
+TEST(Occurrences, OfTwoItemsForTheSameThingTheNewerCounts) {
+    CalendarFixture fixture;
+    EXPECT_THAT(
+        fixture.list(event("SEQUENCE:2\nDTSTART:20260304T090000Z\nSUMMARY:new") +
+                         event("SEQUENCE:1\nLAST-MODIFIED:20300101T000000Z\nDTSTART:20260304T110000Z"),
+                     "2026-03-01T00:00:00Z", "2026-03-31T00:00:00Z"),
+        ElementsAre("2026-03-04 09:00Z 0m new"));
+    EXPECT_THAT(fixture.diagnostics(), Contains(HasSubstr("the same UID twice")));
+    EXPECT_THAT(fixture.list(event("DTSTAMP:20260101T000000Z\nDTSTART:20260304T090000Z\nSUMMARY:old") +
+                                 event("DTSTAMP:20260102T000000Z\nDTSTART:20260304T110000Z\nSUMMARY:new"),
+                             "2026-03-01T00:00:00Z", "2026-03-31T00:00:00Z"),
+                ElementsAre("2026-03-04 11:00Z 0m new"));
+    EXPECT_THAT(fixture.list("BEGIN:VEVENT\nDTSTART:20260304T090000Z\nEND:VEVENT\n"
+                             "BEGIN:VEVENT\nDTSTART:20260304T090000Z\nEND:VEVENT\n",
+                             "2026-03-01T00:00:00Z", "2026-03-31T00:00:00Z"),
+                ElementsAre("2026-03-04 09:00Z 0m -", "2026-03-04 09:00Z 0m -"))
+        << "without a UID nothing is known to be the same";
+}
+
+TEST(Occurrences, ACancellationCancels) {
+    CalendarFixture fixture;
+    EXPECT_THAT(fixture.list("METHOD:CANCEL\n" + event("DTSTART:20260304T090000Z"), "2026-03-01T00:00:00Z",
+                             "2026-03-31T00:00:00Z"),
+                ElementsAre("2026-03-04 09:00Z 0m T!"));
+}
+
+TEST(Occurrences, HostileRulesCostLittleAndAreTold) {
+    CalendarFixture fixture;
+    const auto items = event("UID:a\nSUMMARY:every second\nDTSTART:20010101T000000Z\nRRULE:FREQ=SECONDLY") +
+                       event("UID:b\nDTSTART:20010101T000000Z\nRRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30") +
+                       event("UID:c\nDTSTART:20010101T000000Z\nRRULE:FREQ=SECONDLY;COUNT=1000000000") +
+                       event("UID:d\nSUMMARY:meeting\nDTSTART:20260304T090000Z");
+    const auto lines = fixture.list(items, "2026-03-04T09:00:00Z", "2026-03-04T09:00:00Z");
+    EXPECT_THAT(lines, testing::UnorderedElementsAre("2026-03-04 09:00Z 0m every second",
+                                                     "2026-03-04 09:00Z 0m meeting"));
+    EXPECT_THAT(fixture.diagnostics(), Contains(HasSubstr("yields no further occurrence")));
+    EXPECT_THAT(fixture.diagnostics(), Contains(HasSubstr("too many occurrences")));
+    EXPECT_THAT(fixture.list("2026-03-04T08:00:00Z", "2026-06-04T09:00:00Z"),
+                Contains("2026-03-04 09:00Z 0m meeting"));
+}
+
+}  // namespace
