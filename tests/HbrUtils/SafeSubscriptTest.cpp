@@ -1,0 +1,21 @@
+#include <HbrUtils/Optionals.h>
+#include <HbrUtils/SafeSubscript.h>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <vector>
+
+namespace {
+
+using namespace hbr;
+
+TEST(ElementAt, GivesNothingBeyondTheBounds) {
+    const std::vector<int> list{7, 8};
+    EXPECT_EQ(*elementAt(list, 1), 8);
+    EXPECT_EQ(elementAt(list, 2), nullptr);
+    EXPECT_EQ(elementAt(list, -1), nullptr);
+    EXPECT_EQ(takeIf(list, [](const auto& value) { return value.empty(); }), std::nullopt);
+}
+
+}  // namespace

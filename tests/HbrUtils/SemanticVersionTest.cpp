@@ -1,0 +1,40 @@
+#include <HbrUtils/SemanticVersion.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using hbr::SemanticVersion;
+
+TEST(SemanticVersion, ReadsOneToThreeWholeNumbers) {
+    const std::vector<std::pair<std::string, std::optional<SemanticVersion>>> cases = {
+        {"2", SemanticVersion{2, 0, 0}},
+        {"2.1", SemanticVersion{2, 1, 0}},
+        {"2.1.3", SemanticVersion{2, 1, 3}},
+        {".1..2.", SemanticVersion{1, 2, 0}},
+        {"+1.-2", SemanticVersion{1, -2, 0}},
+        {"2.1.3.4", std::nullopt},
+        {"2.x", std::nullopt},
+        {"v2", std::nullopt},
+        {"", std::nullopt},
+        {"...", std::nullopt},
+        {"1. 2", std::nullopt},
+        {"+-1", std::nullopt},
+        {"99999999999999999999", std::nullopt},
+    };
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(SemanticVersion::parse(text), expected) << text;
+}
+
+TEST(SemanticVersion, ComparesFromTheMajorNumberDown) {
+    EXPECT_TRUE((SemanticVersion{2, 1, 0}.isNewerThan({2, 0, 9})));
+    EXPECT_TRUE((SemanticVersion{2, 1, 5}.isNewerThan({2, 1, 0})));
+    EXPECT_FALSE((SemanticVersion{2, 1, 5}.isNewerThan({2, 1, 5})));
+    EXPECT_FALSE((SemanticVersion{2, 1, 5}.isNewerMajorOrMinorThan({2, 1, 0})));
+    EXPECT_TRUE((SemanticVersion{3, 0, 0}.isNewerMajorOrMinorThan({2, 9, 9})));
+}
+
+}  // namespace
