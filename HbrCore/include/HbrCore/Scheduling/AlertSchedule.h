@@ -5,6 +5,7 @@
 #include <HbrCore/Events/EventSettings.h>
 #include <HbrCore/Events/Reminder.h>
 #include <HbrCore/Scheduling/AlertInvocation.h>
+#include <HbrCore/Stores/EventSettingsStore.h>
 
 #include <cstdint>
 #include <optional>
@@ -12,7 +13,6 @@
 
 namespace hbr {
 
-class EventSettingsStore;
 class UserSettingsStore;
 
 /// The settings that decide when and for what there are alerts, read once.
@@ -44,8 +44,10 @@ class AlertSchedule {
     std::vector<AlertInvocation> invocations(const std::vector<platform::EKReminderRef>& reminders) const;
 
   private:
+    std::optional<AlertInvocation> invocation(Event event) const;
+
     const AlertSettings settings_;
-    const EventSettingsStore& eventSettings_;
+    const std::optional<EventSettingsStore::Settings> eventSettings_;
     const VideoConferenceLinkParser& parser_;
     const platform::Calendar& calendar_;
     const platform::Date now_;

@@ -4,6 +4,7 @@
 #include <Foundation/NotificationCenter.h>
 #include <HbrCore/Events/EventSettings.h>
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -25,6 +26,9 @@ class EventSettingsStore {
     static EventSettingsStore& shared();
 
     using Settings = std::map<std::string, EventSettings, std::less<>>;
+    /// Of one event in a list that was read before.
+    static std::optional<EventSettings> find(const std::optional<Settings>& settings,
+                                             std::string_view eventIdentifier);
     /// By event id, unreadable entries left out; nothing when a stored value is no data block.
     std::optional<Settings> customSettings() const;
     std::optional<EventSettings> customSettings(std::string_view forEventIdentifier) const;
@@ -36,6 +40,7 @@ class EventSettingsStore {
 
   private:
     std::optional<platform::PropertyDictionary> stored() const;
+    bool change(const std::function<void(platform::PropertyDictionary&)>& change);
 
     platform::DefaultsDomainRef defaults_;
     platform::NotificationCenter& center_;

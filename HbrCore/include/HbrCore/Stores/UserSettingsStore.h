@@ -16,9 +16,6 @@
 
 namespace hbr {
 
-/// Set in the standard domain once its settings were copied to the shared one.
-inline constexpr std::string_view didMigrateToSharedDefaultsKey = "didMigrateToSharedDefaults";
-
 /// The user's settings. Nothing is cached: every read sees the newest write of any process. Writes post no
 /// notification and are false when the domain's file could not be written. Safe from any thread.
 class UserSettingsStore {

@@ -1,0 +1,51 @@
+#include <HbrCore/Events/Attendance.h>
+
+#include <HbrCore/Stores/UserSettingsStore.h>
+
+#include <algorithm>
+
+namespace hbr {
+
+using platform::EKParticipantStatus;
+
+namespace {
+
+bool counts(EKParticipantStatus answer, bool showOnlyAcceptedEvents) {
+    switch (answer) {
+        case EKParticipantStatus::accepted:
+        case EKParticipantStatus::inProcess:
+            return true;
+        case EKParticipantStatus::pending:
+        case EKParticipantStatus::tentative:
+        case EKParticipantStatus::unknown:
+            return !showOnlyAcceptedEvents;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+AttendanceSettings::AttendanceSettings(const UserSettingsStore& settings)
+    : showOnlyEventsWithAlert(settings.showOnlyEventsWithAlert()),
+      showOnlyAcceptedEvents(settings.showOnlyAcceptedEvents()) {}
+
+bool isAttending(const platform::EKEvent& event, const AttendanceSettings& settings) {
+    if (!event.attendees) return true;
+    const auto user = std::ranges::find_if(*event.attendees, &platform::EKParticipant::isCurrentUser);
+    return user == event.attendees->end() || counts(user->participantStatus, settings.showOnlyAcceptedEvents);
+}
+
+bool shouldSchedule(const platform::EKEvent& event, const AttendanceSettings& settings) {
+    if (event.isAllDay || event.status == platform::EKEventStatus::canceled) return false;
+    if (!isAttending(event, settings)) return false;
+    return !settings.showOnlyEventsWithAlert || (event.alarms && !event.alarms->empty());
+}
+
+bool shouldSchedule(const platform::EKReminder& reminder) {
+    if (reminder.isCompleted) return false;
+    if (!reminder.startDateComponents && !reminder.dueDateComponents) return false;
+    return reminder.alarms.has_value();
+}
+
+}  // namespace hbr

@@ -1,0 +1,108 @@
+#include <HbrCore/Events/EventTexts.h>
+
+#include <Foundation/Text.h>
+#include <HbrCore/Events/EventTiming.h>
+#include <HbrLocalization/L10n.h>
+#include <HbrUtils/RelativeTimeTexts.h>
+
+namespace hbr {
+
+namespace {
+
+/// Six-per-em space, en dash, six-per-em space.
+constexpr std::string_view rangeSeparator = "\u2006\u2013\u2006";
+
+std::string range(const std::string& start, const std::string& end) {
+    return start + std::string(rangeSeparator) + end;
+}
+
+const platform::Calendar& calendarOf(const Formatters& formatters) {
+    return formatters.environment().calendar;
+}
+
+std::string timeAndDate(platform::Date date, const Formatters& formatters, platform::Date now) {
+    return formatters.timeAndDateFormatter().string(date, now);
+}
+
+std::string onAndAt(platform::Date date, const Formatters& formatters, platform::Date now) {
+    return formattedWithOnAndAt(date, formatters.dateOnly(), formatters.timeOnly(), formatters, now);
+}
+
+}  // namespace
+
+std::string formattedTime(const Event& event, const Formatters& formatters) {
+    return range(formatters.timeOnly().string(event.startDate), formatters.timeOnly().string(event.endDate));
+}
+
+std::string formattedStartTime(const Event& event, const Formatters& formatters) {
+    return formatters.timeOnly().string(event.startDate);
+}
+
+std::string formattedStartTimeAndDate(const Event& event, const Formatters& formatters, platform::Date now) {
+    return timeAndDate(event.startDate, formatters, now);
+}
+
+std::string formattedTimeAndDate(const Event& event, const Formatters& formatters, platform::Date now) {
+    const platform::Calendar& calendar = calendarOf(formatters);
+    const platform::DateFormatter& timeOnly = formatters.timeOnly();
+    if (isCurrentEvent(event, now)) {
+        const bool endsToday = calendar.isSameDay(event.endDate, now);
+        return L10n::TimeFormat::until(endsToday ? timeOnly.string(event.endDate)
+                                                 : timeAndDate(event.endDate, formatters, now));
+    }
+    if (!calendar.isSameDay(event.startDate, event.endDate)) {
+        return range(timeAndDate(event.startDate, formatters, now),
+                     timeAndDate(event.endDate, formatters, now));
+    }
+    if (!calendar.isSameDay(event.startDate, now)) {
+        return range(timeAndDate(event.startDate, formatters, now), timeOnly.string(event.endDate));
+    }
+    return formattedTime(event, formatters);
+}
+
+platform::OrderedDictionary<platform::Date, std::vector<Event>, MomentHash> gropedByDay(
+    const std::vector<Event>& events, const platform::Calendar& calendar) {
+    platform::OrderedDictionary<platform::Date, std::vector<Event>, MomentHash> days;
+    for (const Event& event : events)
+        days[calendar.startOfDay(event.startDate)].push_back(event);
+    return days;
+}
+
+std::string accessibilityValue(const Event& event, const Formatters& formatters, platform::Date now) {
+    namespace Summary = L10n::Accessibility::EventSummary;
+    std::string value =
+        isAnyReminder(event) ? Summary::EventType::reminder() : Summary::EventType::calendarEvent();
+    auto add = [&value](const std::string& sentence) { value += " " + sentence; };
+
+    const std::string title = platform::trimmed(event.title ? *event.title : L10n::General::untitled());
+    const std::string location = platform::trimmed(event.location.value_or(""));
+    add(location.empty() ? Summary::titleOnly(title) : Summary::titleAndLocation(title, location));
+
+    const std::string start = onAndAt(event.startDate, formatters, now);
+    add(isAnyReminder(event) ? start
+                             : Summary::timeInfoEvent(start, onAndAt(event.endDate, formatters, now)));
+
+    if (event.travelTime > 0) {
+        if (const auto length = formatters.durationFormatterForAccessibility().string(event.travelTime)) {
+            add(L10n::General::travelTime(*length) + ".");
+        }
+    }
+    if (!event.videoConferenceLinks.empty()) add(Summary::hasVideoCall());
+    return value;
+}
+
+std::optional<std::string> accessibilityHelp(const Event& event) {
+    namespace Summary = L10n::Accessibility::EventSummary;
+    if (!event.calendarName) return std::nullopt;
+    switch (event.type) {
+        case Event::EventType::calendarEvent:
+            return Summary::belongsToCalendar(*event.calendarName);
+        case Event::EventType::appleReminder:
+            return Summary::belongsToReminderList(*event.calendarName);
+        case Event::EventType::hbrReminder:
+            break;
+    }
+    return std::nullopt;
+}
+
+}  // namespace hbr

@@ -1,0 +1,272 @@
+#include <HbrCore/Scheduling/CalendarEventManager.h>
+
+#include <Foundation/MainQueue.h>
+#include <HbrCore/Scheduling/UserCalendar.h>
+#include <HbrCore/Stores/AggregatedEventStore.h>
+#include <HbrCore/Stores/CustomRemindersStore.h>
+#include <HbrCore/Stores/UserSettingsStore.h>
+#include <HbrUtils/DateOperations.h>
+#include <MxLogger/MxLogger.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "EventLists.h"
+#include "Reload.h"
+
+namespace hbr {
+
+namespace {
+
+constexpr double minute = 60;
+
+std::string ownerEmailAddress(const platform::EKCalendar& calendar) {
+    constexpr std::string_view mailto = "mailto:";
+    if (!calendar.source) return {};
+    for (std::string_view address : calendar.source->ownerAddresses) {
+        if (address.starts_with(mailto)) return std::string(address.substr(mailto.size()));
+    }
+    return {};
+}
+
+bool contains(const std::vector<std::string>& identifiers, const std::string& identifier) {
+    return std::ranges::find(identifiers, identifier) != identifiers.end();
+}
+
+}  // namespace
+
+struct CalendarEventManager::State : ReloadContext {
+    using ReloadContext::ReloadContext;
+};
+
+/// What starts reloads by itself; ends before the rest of the manager.
+struct CalendarEventManager::Watch {
+    platform::NotificationCenter::Observation storeChange;
+    platform::NotificationCenter::Observation remindersChange;
+    std::optional<platform::WallClockTimer> minuteTimer;
+};
+
+CalendarEventManager::CalendarEventManager(Collaborators collaborators, Lifetime lifetime)
+    : state_(std::make_shared<State>(std::move(collaborators))), watch_(std::make_unique<Watch>()) {
+    platform::NotificationCenter& center = state_->services.center;
+    watch_->storeChange =
+        center.observe(platform::eventStoreChangedNotification, [weak = std::weak_ptr<State>(state_)] {
+            auto state = weak.lock();
+            if (!state) return;
+            MxLogger::debug(LogCategory::eventKit, "EKEventStoreChanged");
+            startReload(std::move(state), true, {});
+        });
+    watch_->remindersChange =
+        center.observe(remindersChangedNotification, [weak = std::weak_ptr<State>(state_)] {
+            if (auto state = weak.lock()) startReload(std::move(state), true, {});
+        });
+    if (lifetime == Lifetime::longLived) {
+        const platform::Environment& environment = *state_->services.environment;
+        const platform::Date inTwoMinutes = environment.calendar.addingMinutes(environment.now(), 2);
+        watch_->minuteTimer.emplace(removingSeconds(inTwoMinutes, environment.calendar), minute,
+                                    [this] { rescheduleTimerFired(); });
+        state_->services.aggregatedEventStore->startWatching();
+    }
+}
+
+CalendarEventManager::~CalendarEventManager() = default;
+
+void CalendarEventManager::reloadEvents(bool shouldPostNotification, std::function<void()> completion) {
+    startReload(state_, shouldPostNotification, std::move(completion));
+}
+
+void CalendarEventManager::rescheduleTimerFired() {
+    reloadEvents(true);
+}
+
+std::vector<Event> CalendarEventManager::allCachedEvents() const {
+    return state_->lists.all();
+}
+std::vector<Event> CalendarEventManager::allCachedUpcomingEvents() const {
+    return state_->lists.upcoming();
+}
+std::vector<Event> CalendarEventManager::allCachedCurrentEvents() const {
+    return state_->lists.underWay();
+}
+std::vector<Event> CalendarEventManager::currentEvents() const {
+    return *state_->lists.current.load();
+}
+std::vector<Event> CalendarEventManager::scheduledEvents() const {
+    return *state_->lists.scheduled.load();
+}
+std::vector<Event> CalendarEventManager::pendingEvents() const {
+    return *state_->lists.pending.load();
+}
+std::vector<Event> CalendarEventManager::snoozedPastAppleReminderEvents() const {
+    return *state_->lists.snoozedPastAppleReminders.load();
+}
+std::vector<Event> CalendarEventManager::pendingAppleReminderEvents() const {
+    return *state_->lists.pendingAppleReminders.load();
+}
+
+std::vector<AlertInvocation> CalendarEventManager::invocations() const {
+    return state_->alerts.scheduled();
+}
+std::vector<AlertInvocation> CalendarEventManager::snoozedInvocations() const {
+    return state_->alerts.snoozed();
+}
+
+std::optional<Event> CalendarEventManager::cachedEvent(std::string_view id) const {
+    for (Event& event : allCachedEvents()) {
+        if (event.id == id) return std::move(event);
+    }
+    return std::nullopt;
+}
+
+bool CalendarEventManager::hasCalendarAccess() const {
+    return state_->services.aggregatedEventStore->hasCalendarAccess();
+}
+
+bool CalendarEventManager::hasReminderAccess() const {
+    return state_->services.aggregatedEventStore->hasReminderAccess();
+}
+
+std::optional<std::string> CalendarEventManager::accountEmailForEvent(std::string_view identifier) const {
+    const auto event = state_->services.aggregatedEventStore->eventWithIdentifier(identifier);
+    if (!event || !event->calendar) return std::nullopt;
+    std::string address = ownerEmailAddress(*event->calendar);
+    return address.empty() ? std::nullopt : std::optional(std::move(address));
+}
+
+void CalendarEventManager::activateAllCalendars() {
+    std::vector<std::string> identifiers;
+    for (UserCalendar& calendar : fetchCalendars())
+        identifiers.push_back(std::move(calendar.identifier));
+    state_->services.settings->setActiveCalendarIdentifiers(identifiers);
+}
+
+void CalendarEventManager::activateFirstCalendar() {
+    std::vector<std::string> identifiers;
+    auto calendars = fetchCalendars();
+    if (!calendars.empty()) identifiers.push_back(std::move(calendars.front().identifier));
+    state_->services.settings->setActiveCalendarIdentifiers(identifiers);
+}
+
+void CalendarEventManager::activateCalendar(const std::string& identifier) {
+    UserSettingsStore& settings = *state_->services.settings;
+    if (contains(settings.activeCalendarIdentifiers(), identifier)) return;
+    settings.updateActiveCalendarIdentifiers([&](std::vector<std::string>& identifiers) {
+        if (!contains(identifiers, identifier)) identifiers.push_back(identifier);
+    });
+    reloadEvents(true);
+}
+
+void CalendarEventManager::deactivateCalendar(const std::string& identifier) {
+    state_->services.settings->updateActiveCalendarIdentifiers(
+        [&](std::vector<std::string>& identifiers) { std::erase(identifiers, identifier); });
+    reloadEvents(true);
+}
+
+std::vector<UserCalendar> CalendarEventManager::fetchCalendars() const {
+    MxLogger::info(LogCategory::eventKit, "fetching calendars");
+    const auto active = state_->services.settings->activeCalendarIdentifiers();
+    std::vector<UserCalendar> list;
+    for (const auto& calendar :
+         state_->services.aggregatedEventStore->calendars(platform::EKEntityType::event)) {
+        if (calendar->type == platform::EKCalendarType::birthday || calendar->isSubscribedHolidayCalendar)
+            continue;
+        list.push_back({.identifier = calendar->calendarIdentifier,
+                        .name = calendar->title,
+                        .color = calendar->color,
+                        .active = contains(active, calendar->calendarIdentifier),
+                        .accountName = calendar->source ? calendar->source->title : std::string(),
+                        .isDelegate = calendar->source && calendar->source->isDelegate});
+    }
+    MxLogger::info(LogCategory::eventKit, "fetched " + std::to_string(list.size()) + " calendars");
+    return list;
+}
+
+std::vector<UserReminderList> CalendarEventManager::fetchReminderLists() const {
+    MxLogger::info(LogCategory::eventKit, "fetching reminder lists");
+    const auto active = state_->services.settings->activeReminderListIdentifiers();
+    std::vector<UserReminderList> list;
+    for (const auto& calendar :
+         state_->services.aggregatedEventStore->calendars(platform::EKEntityType::reminder)) {
+        if (calendar->type == platform::EKCalendarType::birthday || calendar->isSubscribedHolidayCalendar)
+            continue;
+        list.push_back({.identifier = calendar->calendarIdentifier,
+                        .name = calendar->title,
+                        .color = calendar->color,
+                        .active = contains(active, calendar->calendarIdentifier),
+                        .accountName = calendar->source ? calendar->source->title : std::string()});
+    }
+    MxLogger::info(LogCategory::eventKit, "fetched " + std::to_string(list.size()) + " reminder lists");
+    return list;
+}
+
+void CalendarEventManager::didHandleAlertInvocation(const AlertInvocation& invocation) {
+    state_->alerts.remove(invocation);
+}
+
+void CalendarEventManager::snooze(const Event& event, std::int64_t minutes) {
+    const double seconds = static_cast<double>(minutes) * minute;
+    CustomRemindersStoring& reminders = *state_->services.reminders;
+    const auto reminder =
+        event.type == Event::EventType::hbrReminder ? reminders.reminder(event.id) : std::nullopt;
+    if (reminder) {
+        reminders.updateReminder(reminder->addingTimeInterval(seconds));
+    } else {
+        state_->alerts.snooze({.date = state_->services.environment->now().addingTimeInterval(seconds),
+                               .event = event,
+                               .isSnooze = true});
+    }
+    reloadEvents(true);
+}
+
+void CalendarEventManager::snoozeUntilTimeOfEvent(const Event& event, std::function<void()> completion) {
+    platform::MainQueue::shared().async([state = state_, event, completion = std::move(completion)] {
+        if (event.startDate > state->services.environment->now()) {
+            state->alerts.snooze({.date = event.startDate, .event = event, .isSnooze = true});
+            startReload(state, true, {});
+        }
+        if (completion) completion();
+    });
+}
+
+void CalendarEventManager::removeSnooze(const Event& event) {
+    const auto removed = state_->alerts.removeSnooze(event.id);
+    if (!removed) return;
+    if (auto receiver = delegate()) receiver->didRemoveSnoozedInvocation(*removed);
+}
+
+void CalendarEventManager::restoreSnoozedInvocations(const std::vector<AlertInvocation>& invocations) {
+    for (const AlertInvocation& invocation : invocations)
+        state_->alerts.snooze(invocation);
+}
+
+std::shared_ptr<CalendarEventManagerDelegate> CalendarEventManager::delegate() const {
+    return state_->delegate.load()->lock();
+}
+
+void CalendarEventManager::setDelegate(std::weak_ptr<CalendarEventManagerDelegate> delegate) {
+    state_->delegate.store(std::move(delegate));
+}
+
+void CalendarEventManager::debug_printScheduledAlerts() const {
+    const auto alerts = invocations();
+    std::string text = "scheduled alerts (" + std::to_string(alerts.size()) + "):";
+    for (const AlertInvocation& alert : alerts) {
+        text += "\n" + alert.date.description() + ": " + alert.event.title.value_or("(unknown)");
+    }
+    MxLogger::debug(text + "\n-------------------");
+}
+
+void CalendarEventManager::debug_printCustomReminders() const {
+    const auto reminders = state_->services.reminders->reminders();
+    std::string text = "custom reminders (" + std::to_string(reminders.size()) + "):";
+    for (const Reminder& reminder : reminders)
+        text += "\n" + reminder.debugDescription();
+    MxLogger::debug(text + "-------------------");
+}
+
+const AggregatedEventStore& CalendarEventManager::aggregatedEventStore() const {
+    return *state_->services.aggregatedEventStore;
+}
+
+}  // namespace hbr

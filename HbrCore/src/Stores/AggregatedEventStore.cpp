@@ -1,0 +1,315 @@
+#include <HbrCore/Stores/AggregatedEventStore.h>
+
+#include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
+#include <HbrCore/Events/Attendance.h>
+#include <HbrCore/Events/EventTiming.h>
+#include <HbrCore/Stores/EventSettingsStore.h>
+#include <HbrCore/Stores/UserSettingsStore.h>
+#include <MxLogger/MxLogger.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <map>
+#include <mutex>
+#include <set>
+#include <string>
+#include <tuple>
+#include <utility>
+
+namespace hbr {
+
+using platform::EKAuthorizationStatus;
+using platform::EKCalendarRef;
+using platform::EKEntityType;
+using platform::EKEventRef;
+using platform::EKEventStore;
+using platform::EKReminderRef;
+
+namespace {
+
+/// Two events of the two stores with equal keys are the same occurrence.
+auto occurrenceKey(const platform::EKEvent& event) {
+    const auto seconds = [](platform::Date date) { return date.timeIntervalSinceReferenceDate(); };
+    const auto occurrence =
+        event.occurrenceDate ? std::optional(seconds(*event.occurrenceDate)) : std::nullopt;
+    return std::tuple(event.title, seconds(event.startDate), seconds(event.endDate), occurrence,
+                      event.isDetached, event.isAllDay);
+}
+
+void sortByStart(std::vector<Event>& events) {
+    std::ranges::stable_sort(
+        events, {}, [](const Event& event) { return event.startDate.timeIntervalSinceReferenceDate(); });
+}
+
+/// Those inside their alert period, by start.
+std::vector<Event> pendingOnly(std::vector<Event> events, const UserSettingsStore& settings,
+                               const EventSettingsStore& eventSettings, platform::Date now) {
+    if (events.empty()) return events;
+    const double offset = static_cast<double>(settings.timeOffsetSeconds());
+    const auto custom = eventSettings.customSettings();
+    std::erase_if(events, [&](const Event& event) {
+        return !isPending(event, offset, EventSettingsStore::find(custom, event.id), now);
+    });
+    sortByStart(events);
+    return events;
+}
+
+}  // namespace
+
+EventKitError::EventKitError(Code code)
+    : std::runtime_error("access to the calendars is not granted"), code_(code) {}
+
+struct AggregatedEventStore::State {
+    explicit State(Collaborators given)
+        : environment(std::move(given.environment)),
+          center(given.center),
+          settings(std::move(given.settings)),
+          eventSettings(std::move(given.eventSettings)),
+          parser(std::move(given.parser)),
+          eventStore(environment, center),
+          storeChange(center.observe(platform::eventStoreChangedNotification, [this] { emptyCache(); })) {}
+
+    platform::EnvironmentRef environment;
+    platform::NotificationCenter& center;
+    std::shared_ptr<UserSettingsStore> settings;
+    std::shared_ptr<EventSettingsStore> eventSettings;
+    std::shared_ptr<const VideoConferenceLinkParser> parser;
+
+    EKEventStore eventStore;
+
+    mutable std::mutex mutex;
+    std::shared_ptr<EKEventStore> delegatesEventStore;
+    bool isWatching = false;
+    std::map<std::string, EKCalendarRef, std::less<>> calendarCache;
+    /// Counts the emptyings, so that a lookup under way does not put an old calendar back.
+    std::uint64_t cacheGeneration = 0;
+
+    platform::NotificationCenter::Observation storeChange;
+
+    std::shared_ptr<EKEventStore> delegates() const {
+        std::lock_guard lock(mutex);
+        return delegatesEventStore;
+    }
+
+    void emptyCache() {
+        std::lock_guard lock(mutex);
+        calendarCache.clear();
+        ++cacheGeneration;
+    }
+
+    void replaceDelegates() {
+        auto store = std::make_shared<EKEventStore>(environment, center, eventStore.delegateSources());
+        std::unique_lock lock(mutex);
+        if (isWatching) store->startWatching();
+        delegatesEventStore.swap(store);
+        // The old store ends outside the lock: its end waits for a notification that may want the cache.
+        lock.unlock();
+    }
+
+    EKCalendarRef calendar(std::string_view identifier) {
+        std::shared_ptr<EKEventStore> delegated;
+        std::uint64_t generation = 0;
+        {
+            std::lock_guard lock(mutex);
+            if (auto cached = calendarCache.find(identifier); cached != calendarCache.end()) {
+                return cached->second;
+            }
+            delegated = delegatesEventStore;
+            generation = cacheGeneration;
+        }
+        EKCalendarRef found = eventStore.calendarWithIdentifier(identifier);
+        if (!found && delegated) found = delegated->calendarWithIdentifier(identifier);
+        if (found) {
+            std::lock_guard lock(mutex);
+            if (generation == cacheGeneration) calendarCache.emplace(identifier, found);
+        }
+        return found;
+    }
+
+    std::vector<EKCalendarRef> resolved(const std::vector<std::string>& identifiers) {
+        std::vector<EKCalendarRef> calendars;
+        calendars.reserve(identifiers.size());
+        for (const std::string& identifier : identifiers) {
+            if (auto found = calendar(identifier)) calendars.push_back(std::move(found));
+        }
+        return calendars;
+    }
+
+    template <class Completion>
+    void requestAccess(EKEntityType type, const Completion& completion) {
+        if (environment->platformVersion < platform::PlatformVersion{14, 0, 0}) {
+            eventStore.requestAccess(type, completion);
+        } else if (type == EKEntityType::event) {
+            eventStore.requestFullAccessToEvents(completion);
+        } else {
+            eventStore.requestFullAccessToReminders(completion);
+        }
+    }
+};
+
+AggregatedEventStore::AggregatedEventStore(Collaborators collaborators)
+    : state_(std::make_unique<State>(std::move(collaborators))) {}
+
+AggregatedEventStore::~AggregatedEventStore() = default;
+
+bool AggregatedEventStore::hasCalendarAccess() const {
+    return state_->eventStore.authorizationStatus(EKEntityType::event) == EKAuthorizationStatus::fullAccess;
+}
+
+bool AggregatedEventStore::hasReminderAccess() const {
+    return state_->eventStore.authorizationStatus(EKEntityType::reminder) ==
+           EKAuthorizationStatus::fullAccess;
+}
+
+void AggregatedEventStore::requestCalendarAccess(const AccessCompletion& completion) {
+    MxLogger::info(LogCategory::eventKit, "Requesting Calendar access");
+    state_->requestAccess(EKEntityType::event, [this, completion](bool, std::exception_ptr error) {
+        if (error) return completion(error);
+        if (!hasCalendarAccess()) {
+            MxLogger::warning(LogCategory::eventKit, "No Calendar access. Showing permission alert");
+            return completion(std::make_exception_ptr(EventKitError(EventKitError::Code::accessNotGranted)));
+        }
+        MxLogger::info(LogCategory::eventKit, "Calendar permission granted");
+        state_->replaceDelegates();
+        state_->center.post(grantedPermissionNotification);
+        completion(nullptr);
+    });
+}
+
+void AggregatedEventStore::requestReminderAccess(const AccessCompletion& completion) {
+    MxLogger::info(LogCategory::eventKit, "Requesting Reminders access");
+    state_->requestAccess(EKEntityType::reminder, [this, completion](bool, std::exception_ptr error) {
+        if (error) return completion(error);
+        if (hasReminderAccess()) {
+            MxLogger::info(LogCategory::eventKit, "Reminder permission granted");
+        } else {
+            MxLogger::warning(LogCategory::eventKit, "No Reminder access.");
+        }
+        state_->center.post(grantedPermissionNotification);
+        completion(nullptr);
+    });
+}
+
+void AggregatedEventStore::refreshData() {
+    state_->eventStore.refreshSourcesIfNecessary();
+    if (auto delegated = state_->delegates()) delegated->refreshSourcesIfNecessary();
+}
+
+void AggregatedEventStore::startWatching() {
+    {
+        std::lock_guard lock(state_->mutex);
+        if (std::exchange(state_->isWatching, true)) return;
+    }
+    state_->eventStore.startWatching();
+    if (auto delegated = state_->delegates()) delegated->startWatching();
+}
+
+EKCalendarRef AggregatedEventStore::calendarWithIdentifier(std::string_view identifier) const {
+    return state_->calendar(identifier);
+}
+
+std::vector<EKCalendarRef> AggregatedEventStore::calendars(EKEntityType type) const {
+    auto calendars = state_->eventStore.calendars(type);
+    if (auto delegated = state_->delegates()) {
+        std::set<std::string_view> known;
+        for (const auto& calendar : calendars)
+            known.insert(calendar->calendarIdentifier);
+        for (auto& calendar : delegated->calendars(type)) {
+            if (known.insert(calendar->calendarIdentifier).second) calendars.push_back(calendar);
+        }
+    }
+    return calendars;
+}
+
+std::vector<EKCalendarRef> AggregatedEventStore::activeCalendars() const {
+    return state_->resolved(state_->settings->activeCalendarIdentifiers());
+}
+
+std::vector<EKCalendarRef> AggregatedEventStore::activeReminderCalendars() const {
+    return state_->resolved(state_->settings->activeReminderListIdentifiers());
+}
+
+EKEventRef AggregatedEventStore::eventWithIdentifier(std::string_view identifier) const {
+    if (auto event = state_->eventStore.eventWithIdentifier(identifier)) return event;
+    auto delegated = state_->delegates();
+    return delegated ? delegated->eventWithIdentifier(identifier) : nullptr;
+}
+
+EKReminderRef AggregatedEventStore::reminderWithIdentifier(std::string_view identifier) const {
+    return state_->eventStore.reminderWithIdentifier(identifier);
+}
+
+std::vector<EKEventRef> AggregatedEventStore::events(platform::Date start, platform::Date end) const {
+    const auto calendars = activeCalendars();
+    if (calendars.empty()) return {};
+    auto events = state_->eventStore.events(state_->eventStore.predicateForEvents(start, end, calendars));
+    const auto delegated = state_->delegates();
+    if (!delegated) return events;
+
+    std::set<decltype(occurrenceKey(*events.front()))> known;
+    for (const auto& event : events)
+        known.insert(occurrenceKey(*event));
+    for (auto& event : delegated->events(delegated->predicateForEvents(start, end, calendars))) {
+        if (known.insert(occurrenceKey(*event)).second) events.push_back(std::move(event));
+    }
+    return events;
+}
+
+void AggregatedEventStore::reminders(platform::Date start, platform::Date end,
+                                     RemindersCompletion completion) const {
+    auto lists = activeReminderCalendars();
+    if (lists.empty()) return completion({});
+    const EKEventStore& store = state_->eventStore;
+    store.fetchReminders(store.predicateForIncompleteReminders(start, end, std::move(lists)),
+                         std::move(completion));
+}
+
+std::vector<Event> AggregatedEventStore::currentEvents(platform::Date now) const {
+    const AttendanceSettings attendance(*state_->settings);
+    std::vector<Event> current;
+    for (const auto& event : events(now, now)) {
+        if (shouldSchedule(*event, attendance))
+            current.push_back(Event::fromCalendarEvent(*event, *state_->parser));
+    }
+    sortByStart(current);
+    return current;
+}
+
+std::vector<Event> AggregatedEventStore::pendingEvents(platform::Date now) const {
+    const AttendanceSettings attendance(*state_->settings);
+    std::vector<Event> candidates;
+    for (const auto& event : events(now, now.addingTimeInterval(pendingWindow))) {
+        if (shouldSchedule(*event, attendance)) {
+            candidates.push_back(Event::fromCalendarEvent(*event, *state_->parser));
+        }
+    }
+    return pendingOnly(std::move(candidates), *state_->settings, *state_->eventSettings, now);
+}
+
+void AggregatedEventStore::pendingAppleReminderEvents(platform::Date now, EventsCompletion completion) const {
+    // Holds no store: the last one to let go of a store must not be its own worker thread.
+    auto select = [environment = state_->environment, settings = state_->settings,
+                   eventSettings = state_->eventSettings, now,
+                   completion = std::move(completion)](const std::vector<EKReminderRef>& reminders) {
+        std::vector<Event> candidates;
+        for (const auto& reminder : reminders) {
+            if (!shouldSchedule(*reminder)) continue;
+            if (auto event = Event::fromAppleReminder(*reminder, environment->calendar)) {
+                candidates.push_back(*std::move(event));
+            }
+        }
+        completion(pendingOnly(std::move(candidates), *settings, *eventSettings, now));
+    };
+    reminders(now, now.addingTimeInterval(pendingWindow), std::move(select));
+}
+
+std::vector<platform::AccountReport> AggregatedEventStore::report() const {
+    auto report = state_->eventStore.report();
+    if (auto delegated = state_->delegates()) {
+        std::ranges::move(delegated->report(), std::back_inserter(report));
+    }
+    return report;
+}
+
+}  // namespace hbr

@@ -1,0 +1,92 @@
+#include <HbrCore/Stores/CustomRemindersStore.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace hbr {
+
+using platform::PropertyValue;
+
+namespace {
+
+constexpr int keptDays = 30;
+
+std::vector<Reminder> decoded(const std::optional<PropertyValue>& stored) {
+    const platform::Data* data = stored ? stored->asData() : nullptr;
+    if (!data) return {};
+    try {
+        return decodeJsonData<std::vector<Reminder>>(*data);
+    } catch (const platform::DecodingError&) {
+        return {};
+    }
+}
+
+void removeById(std::vector<Reminder>& reminders, std::string_view id) {
+    std::erase_if(reminders, [&](const Reminder& reminder) { return reminder.id() == id; });
+}
+
+}  // namespace
+
+CustomRemindersStore::CustomRemindersStore(platform::DefaultsDomainRef defaults,
+                                           platform::NotificationCenter& center,
+                                           platform::EnvironmentRef environment)
+    : defaults_(std::move(defaults)), center_(center), environment_(std::move(environment)) {}
+
+bool CustomRemindersStore::change(const std::function<void(std::vector<Reminder>&)>& change) {
+    const bool isStored = defaults_->update(storageKey, [&](const std::optional<PropertyValue>& current) {
+        auto list = decoded(current);
+        change(list);
+        return std::optional<PropertyValue>(encodeJsonData(list));
+    });
+    center_.post(remindersChangedNotification);
+    return isStored;
+}
+
+std::vector<Reminder> CustomRemindersStore::reminders() const { return decoded(defaults_->value(storageKey)); }
+
+std::vector<Reminder> CustomRemindersStore::futureReminders() const {
+    auto list = reminders();
+    std::erase_if(list, [&](const Reminder& reminder) { return reminder.date() <= environment_->now(); });
+    return list;
+}
+
+bool CustomRemindersStore::addReminder(const Reminder& reminder) {
+    return change([&](std::vector<Reminder>& list) { list.push_back(reminder); });
+}
+
+bool CustomRemindersStore::updateReminder(const Reminder& reminder) {
+    return change([&](std::vector<Reminder>& list) {
+        removeById(list, reminder.id());
+        list.push_back(reminder);
+    });
+}
+
+bool CustomRemindersStore::removeReminder(std::string_view id) {
+    return change([&](std::vector<Reminder>& list) { removeById(list, id); });
+}
+
+bool CustomRemindersStore::purgePastReminders() {
+    const platform::Date cutoff = environment_->calendar.addingDays(environment_->now(), -keptDays);
+    auto isPast = [&](const Reminder& reminder) { return reminder.date() < cutoff; };
+    // A reload comes here every minute; it takes the lock only when there is something to drop.
+    if (std::ranges::none_of(reminders(), isPast)) return true;
+    return defaults_->update(storageKey, [&](const std::optional<PropertyValue>& current) {
+        auto list = decoded(current);
+        if (std::erase_if(list, isPast) == 0) return current;
+        return std::optional<PropertyValue>(encodeJsonData(list));
+    });
+}
+
+std::optional<Reminder> CustomRemindersStore::reminder(std::string_view forID) const {
+    const auto list = reminders();
+    const auto found = std::ranges::find_if(list, [&](const Reminder& stored) { return stored.id() == forID; });
+    return found == list.end() ? std::nullopt : std::optional(*found);
+}
+
+std::vector<Reminder> CustomRemindersStore::reminders(platform::Date from, platform::Date to) const {
+    auto list = reminders();
+    std::erase_if(list, [&](const Reminder& reminder) { return reminder.date() < from || reminder.date() > to; });
+    return list;
+}
+
+}  // namespace hbr
