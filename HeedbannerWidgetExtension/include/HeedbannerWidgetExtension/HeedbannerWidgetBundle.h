@@ -1,9 +1,9 @@
 #pragma once
 
 #include <HbrCore/CoreServices.h>
-#include <HeedbannerWidgetExtension/WidgetStrings.h>
 #include <WidgetHost/WidgetBundle.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -11,11 +11,14 @@
 
 namespace hbr {
 
-/// Countdown, upcoming and current events. Made on the main thread.
+/// Countdown, upcoming and current events. Used on the main thread.
 class HeedbannerWidgetBundle final : public platform::WidgetBundle {
   public:
-    /// Over the services of the process.
-    explicit HeedbannerWidgetBundle(std::shared_ptr<CoreServices> services);
+    /// Makes or finds the process's core when entries are asked for, not before.
+    using Services = std::function<CoreServices&()>;
+
+    /// However many bundles there are, an announced reload asks once a kind for new timelines.
+    HeedbannerWidgetBundle(platform::EnvironmentRef environment, Services services);
     /// With demonstration events; reads and writes no setting and no calendar.
     static std::unique_ptr<HeedbannerWidgetBundle> demonstration(platform::EnvironmentRef environment);
     ~HeedbannerWidgetBundle() override;
@@ -24,6 +27,7 @@ class HeedbannerWidgetBundle final : public platform::WidgetBundle {
     /// "countdown", "upcoming", "current".
     std::string shortName(std::string_view kind) const override;
     std::string localizedText(std::string_view key) const override;
+    std::string language() const override;
     void prepareSnapshots(std::function<void()> completion) const override;
 
   private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Foundation/Date.h>
+#include <Foundation/Environment.h>
 #include <Foundation/Json.h>
 #include <HbrCore/Events/Event.h>
 
@@ -37,9 +38,9 @@ platform::JsonValue entryJson(const NextEventEntry& entry);
 platform::JsonValue entryJson(const UpcomingEventsEntry& entry);
 platform::JsonValue entryJson(const CurrentEventsEntry& entry);
 
-/// For people at a terminal: the entry's time, then a line an event.
-std::string entryText(const NextEventEntry& entry);
-std::string entryText(const UpcomingEventsEntry& entry);
-std::string entryText(const CurrentEventsEntry& entry);
+/// For people at a terminal: the entry's time, then a line an event, in the user's zone and language.
+std::string entryText(const NextEventEntry& entry, const platform::Environment& environment);
+std::string entryText(const UpcomingEventsEntry& entry, const platform::Environment& environment);
+std::string entryText(const CurrentEventsEntry& entry, const platform::Environment& environment);
 
 }  // namespace hbr

@@ -1,29 +1,32 @@
 #pragma once
 
 #include <Foundation/Environment.h>
+#include <HbrLocalization/StringBundle.h>
 
 #include <cstddef>
-#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace hbr {
 
-/// The extension's own texts, keys beginning with "Widget.": one JSON table a language ("en.json") in
-/// HeedbannerWidgetExtension.bundle. The first of the user's languages that has a table is taken, a key
-/// that it lacks comes from English, an unknown key stands for itself. Immutable.
+/// The extension's own texts, keys beginning with "Widget.", in the user's language. A key without a text
+/// stands for itself. Safe from any thread.
 class WidgetStrings {
   public:
     static constexpr std::string_view bundleName = "HeedbannerWidgetExtension.bundle";
 
-    explicit WidgetStrings(const platform::Environment& environment);
+    explicit WidgetStrings(platform::EnvironmentRef environment);
 
+    /// BCP 47 tag of the language in use.
+    std::string language() const;
     std::string text(std::string_view key) const;
-    /// The text with "%i" replaced by the count; KEY.one for 1, else KEY.other.
+    /// The text of KEY.one for 1, else of KEY.other, its "%i" replaced by the count.
     std::string counted(std::string_view key, std::size_t count) const;
 
   private:
-    std::map<std::string, std::string, std::less<>> texts_;
+    std::shared_ptr<const StringBundle> bundle_;
+    platform::EnvironmentRef environment_;
 };
 
 }  // namespace hbr

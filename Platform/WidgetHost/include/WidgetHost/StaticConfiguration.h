@@ -14,16 +14,18 @@ namespace platform {
 /// Cheap to copy.
 class StaticConfiguration {
   public:
-    template <class Entry>
-    StaticConfiguration(std::string kind, std::shared_ptr<const TimelineProvider<Entry>> provider,
-                        std::function<View(const Entry&, const ViewContext&)> content)
+    /// `content` gives the view of an entry: View(const Entry&, const ViewContext&).
+    template <class Provider, class Content>
+    StaticConfiguration(std::string kind, std::shared_ptr<Provider> provider, Content content)
         : kind_(std::move(kind)) {
+        using Entry = typename Provider::Entry;
         auto bind = [content = std::move(content)](Entry entry) {
             auto shared = std::make_shared<const Entry>(std::move(entry));
             return WidgetEntry{
                 shared->date,
                 [shared, content](const ViewContext& context) { return content(*shared, context); },
-                [shared] { return entryJson(*shared); }, [shared] { return entryText(*shared); }};
+                [shared] { return entryJson(*shared); },
+                [shared](const Environment& environment) { return entryText(*shared, environment); }};
         };
         placeholder_ = [provider, bind](const TimelineProviderContext& context) {
             return bind(provider->placeholder(context));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Foundation/Date.h>
+#include <Foundation/Environment.h>
 #include <Foundation/Json.h>
 #include <Views/View.h>
 #include <Views/ViewContext.h>
@@ -22,7 +23,7 @@ struct TimelineReloadPolicy {
 
 /// Entries by ascending date; each is shown until the next one's date. An Entry is a plain value with a
 /// `Date date` and the free functions `JsonValue entryJson(const Entry&)` and
-/// `std::string entryText(const Entry&)` (one line a thing shown).
+/// `std::string entryText(const Entry&, const Environment&)`, lines for people at a terminal.
 template <class Entry>
 struct Timeline {
     std::vector<Entry> entries;
@@ -36,7 +37,7 @@ struct WidgetEntry {
     std::function<View(const ViewContext& context)> view;
     /// {"date", …}.
     std::function<JsonValue()> json;
-    std::function<std::string()> text;
+    std::function<std::string(const Environment& environment)> text;
 };
 
 using WidgetTimeline = Timeline<WidgetEntry>;

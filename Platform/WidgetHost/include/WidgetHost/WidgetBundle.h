@@ -20,6 +20,8 @@ class WidgetBundle {
     virtual std::string shortName(std::string_view kind) const = 0;
     /// A text of the gallery in the user's language.
     virtual std::string localizedText(std::string_view key) const = 0;
+    /// Language of its texts, as a BCP 47 tag.
+    virtual std::string language() const = 0;
     /// Brings what snapshots show up to date, then completes on the main queue.
     virtual void prepareSnapshots(std::function<void()> completion) const = 0;
 };

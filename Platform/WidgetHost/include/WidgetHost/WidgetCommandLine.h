@@ -42,7 +42,4 @@ class WidgetCommandLine {
     std::ostream& err_;
 };
 
-/// The candidate nearest to a mistyped word; empty when none is near.
-std::string nearestName(std::string_view word, const std::vector<std::string>& candidates);
-
 }  // namespace platform

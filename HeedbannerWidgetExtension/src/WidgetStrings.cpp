@@ -1,0 +1,32 @@
+#include <HeedbannerWidgetExtension/WidgetStrings.h>
+
+#include <HbrLocalization/FormatArgument.h>
+#include <HbrLocalization/PrintfFormat.h>
+
+#include <cstdint>
+#include <utility>
+
+namespace hbr {
+
+namespace {
+constexpr std::string_view table = "Localizable";
+}
+
+WidgetStrings::WidgetStrings(platform::EnvironmentRef environment)
+    : bundle_(StringBundle::find(environment, bundleName)), environment_(std::move(environment)) {}
+
+std::string WidgetStrings::language() const {
+    return bundle_ ? bundle_->language() : std::string("en");
+}
+
+std::string WidgetStrings::text(std::string_view key) const {
+    return bundle_ ? bundle_->localizedString(key, table, key) : std::string(key);
+}
+
+std::string WidgetStrings::counted(std::string_view key, std::size_t count) const {
+    const std::string format = text(std::string(key) + (count == 1 ? ".one" : ".other"));
+    const L10n::FormatArgument number = static_cast<std::int64_t>(count);
+    return formattedText(format, {&number, 1}, environment_->locale);
+}
+
+}  // namespace hbr

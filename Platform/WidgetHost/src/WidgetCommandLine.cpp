@@ -1,0 +1,255 @@
+#include <WidgetHost/WidgetCommandLine.h>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <optional>
+#include <ostream>
+#include <utility>
+
+#include "CommandFailure.h"
+#include "NearestName.h"
+#include "RenderCommand.h"
+#include "WidgetSession.h"
+
+namespace platform {
+
+namespace {
+
+struct Arguments {
+    bool isVerbose = false;
+    bool isWithoutColor = false;
+    std::optional<std::string> now;
+    bool wantsJson = false;
+    std::string widget;
+    RenderOptions render;
+};
+
+JsonValue familiesJson(const StaticConfiguration& widget) {
+    JsonValue json = JsonValue::array();
+    for (WidgetFamily family : widget.families())
+        json.append(nameOf(family));
+    return json;
+}
+
+void writeDocument(std::ostream& out, const JsonValue& json) {
+    out << writeJson(json, 2) << '\n';
+}
+
+void gallery(const WidgetSession& session, bool wantsJson, std::ostream& out) {
+    const WidgetBundle& bundle = session.bundle();
+    JsonValue json = JsonValue::array();
+    for (const StaticConfiguration& widget : session.widgets()) {
+        const std::string name = bundle.localizedText(widget.displayNameKey());
+        const std::string description = bundle.localizedText(widget.descriptionKey());
+        JsonValue object = JsonValue::object();
+        object.set("kind", widget.kind())
+            .set("name", name)
+            .set("description", description)
+            .set("families", familiesJson(widget));
+        json.append(std::move(object));
+        if (wantsJson) continue;
+        out << bundle.shortName(widget.kind()) << ": " << name << ". " << description << " (";
+        const char* separator = "";
+        for (WidgetFamily family : widget.families())
+            out << std::exchange(separator, ", ") << nameOf(family);
+        out << ")\n";
+    }
+    if (wantsJson) writeDocument(out, json);
+}
+
+void writeEntry(const WidgetSession& session, const StaticConfiguration& widget, const WidgetEntry& entry,
+                bool wantsJson, std::ostream& out) {
+    if (!wantsJson) {
+        out << entry.text(*session.environment()) << '\n';
+        return;
+    }
+    JsonValue json = JsonValue::object();
+    json.set("kind", widget.kind()).set("entry", entry.json());
+    writeDocument(out, json);
+}
+
+void timeline(const WidgetSession& session, const StaticConfiguration& widget, bool wantsJson,
+              std::ostream& out) {
+    const WidgetTimeline timeline = session.timeline(widget, WidgetFamily::systemMedium);
+    if (!wantsJson) {
+        for (const WidgetEntry& entry : timeline.entries)
+            out << entry.text(*session.environment()) << '\n';
+        out << "next: " << formatRfc3339(timeline.policy.date) << '\n';
+        return;
+    }
+    JsonValue entries = JsonValue::array();
+    for (const WidgetEntry& entry : timeline.entries)
+        entries.append(entry.json());
+    JsonValue policy = JsonValue::object();
+    policy.set("after", formatRfc3339(timeline.policy.date));
+    JsonValue json = JsonValue::object();
+    json.set("kind", widget.kind()).set("entries", std::move(entries)).set("policy", std::move(policy));
+    writeDocument(out, json);
+}
+
+EnvironmentRef withClock(const EnvironmentRef& environment, const std::optional<std::string>& now) {
+    if (!now) return environment;
+    const auto moment = parseRfc3339(*now);
+    if (!moment) {
+        throw CommandFailure(exitStatus::wrongUsage,
+                             "--now: \"" + *now + "\" is no time like 2026-03-04T09:30:00+01:00");
+    }
+    auto frozen = std::make_shared<Environment>(*environment);
+    frozen->clock = [moment = *moment] { return moment; };
+    return frozen;
+}
+
+void addWidgetArgument(CLI::App& command, Arguments& arguments) {
+    command.add_option("WIDGET", arguments.widget, "Short name of a widget, or its kind")->required();
+}
+
+void addJson(CLI::App& command, Arguments& arguments) {
+    command.add_flag("--json", arguments.wantsJson, "Answer in JSON");
+}
+
+void addRenderOptions(CLI::App& command, RenderOptions& options) {
+    command.add_option("--family", options.family, "small, medium or large")->capture_default_str();
+    command.add_option("--entry", options.entry, "Which entry of the timeline")->capture_default_str();
+    command.add_option("--scale", options.scale, "Pixels a point, 0.5 to 4")
+        ->check(CLI::Range(0.5, 4.0))
+        ->capture_default_str();
+    command.add_option("--appearance", options.appearance, "light or dark")
+        ->check(CLI::IsMember({"light", "dark"}))
+        ->capture_default_str();
+    command.add_option("--contrast", options.contrast, "normal or high")
+        ->check(CLI::IsMember({"normal", "high"}))
+        ->capture_default_str();
+    command.add_flag("--demo", options.isDemonstration, "Draw demonstration events; touch no setting");
+    command
+        .add_option("--format", options.format,
+                    "png, svg, pdf, json or text; else by FILE's ending, else png")
+        ->check(CLI::IsMember({"png", "svg", "pdf", "json", "text"}));
+    command.add_option("-o,--output", options.output, "FILE to write instead of standard output");
+}
+
+std::string footer(const WidgetCommandLine::Program& program) {
+    std::string text = "Examples:\n";
+    for (const auto& [line, effect] : program.examples)
+        text += "  " + line + "\n      " + effect + "\n";
+    return text;
+}
+
+std::vector<std::string> commandNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands({}))
+        names.push_back(command->get_name());
+    return names;
+}
+
+/// The command that a wrong first word most likely means.
+std::optional<std::string> unknownCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
+    const auto names = commandNames(app);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == "--now") {
+            ++i;
+        } else if (!arguments[i].starts_with('-')) {
+            return std::ranges::find(names, arguments[i]) == names.end() ? std::optional(arguments[i])
+                                                                         : std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
+void writeDiagnostics(const Environment& environment, bool isVerbose, std::ostream& err) {
+    const auto* collected = dynamic_cast<const CollectedDiagnostics*>(environment.diagnostics.get());
+    if (!collected) return;
+    for (const Diagnostic& diagnostic : collected->all()) {
+        if (!isVerbose && diagnostic.severity == Diagnostic::Severity::info) continue;
+        err << environment.programName << ": " << describe(diagnostic) << '\n';
+    }
+}
+
+}  // namespace
+
+WidgetCommandLine::WidgetCommandLine(Program program, std::shared_ptr<const Environment> environment,
+                                     std::ostream& out, std::ostream& err)
+    : program_(std::move(program)), environment_(std::move(environment)), out_(out), err_(err) {}
+
+int WidgetCommandLine::run(const std::vector<std::string>& arguments) {
+    Arguments given;
+    CLI::App app(program_.summary, program_.name);
+    app.footer(footer(program_));
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.set_version_flag("-V,--version", program_.name + " " + program_.version);
+    app.add_flag("-v,--verbose", given.isVerbose, "Say everything on standard error");
+    app.add_flag("--no-color", given.isWithoutColor, "Plain text");
+    app.add_option("--now", given.now, "Take this time (RFC 3339) for the clock's");
+
+    CLI::App* galleryCommand = app.add_subcommand("gallery", "The widgets that there are");
+    CLI::App* placeholderCommand =
+        app.add_subcommand("placeholder", "What a widget shows while nothing is known");
+    CLI::App* snapshotCommand = app.add_subcommand("snapshot", "What a widget shows now");
+    CLI::App* timelineCommand =
+        app.add_subcommand("timeline", "What a widget shows from now on, and until when");
+    CLI::App* renderCommand = app.add_subcommand("render", "Draw one entry of a widget's timeline");
+    for (CLI::App* command : {placeholderCommand, snapshotCommand, timelineCommand, renderCommand}) {
+        addWidgetArgument(*command, given);
+    }
+    for (CLI::App* command : {galleryCommand, placeholderCommand, snapshotCommand, timelineCommand}) {
+        addJson(*command, given);
+    }
+    addRenderOptions(*renderCommand, given.render);
+    for (CLI::App* command : app.get_subcommands({}))
+        command->footer(footer(program_));
+
+    auto complain = [&](const std::string& message) { err_ << program_.name << ": " << message << '\n'; };
+    try {
+        // CLI11 takes the words from the back.
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::CallForVersion& version) {
+        out_ << version.what() << '\n';
+        return exitStatus::done;
+    } catch (const CLI::CallForHelp&) {
+        const auto chosen = app.get_subcommands();
+        out_ << (chosen.empty() ? app.help() : chosen.front()->help());
+        return exitStatus::done;
+    } catch (const CLI::ParseError& error) {
+        if (const auto word = unknownCommand(app, arguments)) {
+            const std::string nearest = nearestName(*word, commandNames(app));
+            complain("no command \"" + *word + "\"" +
+                     (nearest.empty() ? std::string("; see --help") : ", did you mean \"" + nearest + "\"?"));
+        } else {
+            complain(std::string(error.what()) + "; see --help");
+        }
+        return exitStatus::wrongUsage;
+    }
+
+    int status = exitStatus::done;
+    try {
+        const WidgetSession session(program_, withClock(environment_, given.now),
+                                    given.render.isDemonstration);
+        if (galleryCommand->parsed()) {
+            gallery(session, given.wantsJson, out_);
+        } else {
+            const StaticConfiguration widget = session.widget(given.widget);
+            if (placeholderCommand->parsed()) {
+                writeEntry(session, widget, session.placeholder(widget), given.wantsJson, out_);
+            } else if (snapshotCommand->parsed()) {
+                writeEntry(session, widget, session.snapshot(widget), given.wantsJson, out_);
+            } else if (timelineCommand->parsed()) {
+                timeline(session, widget, given.wantsJson, out_);
+            } else {
+                render(session, widget, given.render, out_);
+            }
+        }
+        out_.flush();
+        if (!out_) throw CommandFailure(exitStatus::failed, "standard output cannot be written");
+    } catch (const CommandFailure& failure) {
+        complain(failure.what());
+        status = failure.status();
+    } catch (const std::exception& problem) {
+        complain(problem.what());
+        status = exitStatus::failed;
+    }
+    writeDiagnostics(*environment_, given.isVerbose, err_);
+    return status;
+}
+
+}  // namespace platform
