@@ -74,6 +74,7 @@ TEST(Environment, TheZoneIsTheOneThatTzNames) {
         {":Europe/Berlin", "Europe/Berlin 7200"},
         {"/usr/share/zoneinfo/Asia/Kolkata", "Asia/Kolkata 19800"},
         {":/usr/share/zoneinfo/Asia/Kolkata", "Asia/Kolkata 19800"},
+        {"CET-1CEST,M3.5.0,M10.5.0/3", "CET-1CEST,M3.5.0,M10.5.0/3 7200"},
         {"", "UTC 0"},
         {"UTC", "UTC 0"},
     };

@@ -49,8 +49,8 @@ class DefaultsDomain::Observation : public std::enable_shared_from_this<Observat
 };
 
 struct DefaultsDomain::State {
-    State(std::filesystem::path path, std::shared_ptr<DiagnosticsSink> diagnostics)
-        : file(std::move(path), std::move(diagnostics)) {}
+    State(std::filesystem::path path, std::shared_ptr<DiagnosticsSink> sink)
+        : diagnostics(std::move(sink)), file(std::move(path), diagnostics) {}
 
     void tellObservers() {
         auto values = file.read();
@@ -65,6 +65,7 @@ struct DefaultsDomain::State {
             observation->compare(*values);
     }
 
+    const std::shared_ptr<DiagnosticsSink> diagnostics;
     DefaultsFile file;
     std::mutex mutex;
     std::vector<std::weak_ptr<Observation>> observations;
@@ -148,7 +149,7 @@ std::shared_ptr<DefaultsDomain::Observation> DefaultsDomain::observe(std::string
                 [weak = std::weak_ptr(state_)](const auto&) {
                     if (auto state = weak.lock()) state->tellObservers();
                 },
-                quietSeconds);
+                quietSeconds, state_->diagnostics);
         }
         // Read after watching began, known to the watcher only then: no change falls between.
         observation->remember(*state_->file.read());

@@ -62,8 +62,10 @@ EnvironmentRef& currentEnvironment() {
 }  // namespace
 
 EnvironmentRef Environment::fromProcess(std::string productName, const fs::path& programPath,
-                                        std::vector<fs::path> furtherResourceDirectories) {
+                                        std::vector<fs::path> furtherResourceDirectories,
+                                        std::shared_ptr<DiagnosticsSink> diagnostics) {
     auto environment = std::make_shared<Environment>();
+    if (diagnostics) environment->diagnostics = std::move(diagnostics);
     environment->programName = programPath.filename().string();
     environment->clock = systemNow;
 

@@ -54,8 +54,10 @@ struct Target {
 
 class Watch {
   public:
-    Watch(std::vector<fs::path> paths, FileWatcher::Callback callback, double quietSeconds)
+    Watch(std::vector<fs::path> paths, FileWatcher::Callback callback, double quietSeconds,
+          std::shared_ptr<DiagnosticsSink> diagnostics)
         : callback_(std::move(callback)),
+          diagnostics_(std::move(diagnostics)),
           quiet_(std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(quietSeconds))),
           wake_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
         for (fs::path& path : paths) {
@@ -105,7 +107,12 @@ class Watch {
             for (const auto& [folder, mask] : plan_) {
                 int watch =
                     inotify_add_watch(inotify.number(), folder.c_str(), mask | IN_MASK_ADD | IN_ONLYDIR);
-                if (watch >= 0) folders[watch].push_back(folder);
+                if (watch >= 0) {
+                    folders[watch].push_back(folder);
+                } else if (errno != ENOENT && errno != ENOTDIR && (errno != EACCES || (mask & IN_CREATE))) {
+                    // Not reported: what is gone again, and folders above that may not be listed.
+                    reportUnwatched(folder, errno);
+                }
             }
             // What the old watches still have to say counts; from here on the new ones see everything.
             readEvents();
@@ -114,6 +121,15 @@ class Watch {
             plan = planWatches(targetPaths());
         } while (plan != plan_);
         isPlanDoubtful_ = false;
+    }
+
+    void reportUnwatched(const fs::path& folder, int reason) {
+        if (!diagnostics_) return;
+        std::string why = reason == ENOSPC || reason == EBADF
+                              ? "the system's limit of watches is reached (fs.inotify)"
+                              : std::generic_category().message(reason);
+        diagnostics_->report(
+            {Diagnostic::Severity::warning, folder, {}, "", "changes are not noticed: " + why});
     }
 
     Clock::time_point dueAt() const {
@@ -194,6 +210,7 @@ class Watch {
 
     std::vector<Target> targets_;
     FileWatcher::Callback callback_;
+    std::shared_ptr<DiagnosticsSink> diagnostics_;
     Clock::duration quiet_;
     FileDescriptor wake_;
     FileDescriptor inotify_;
@@ -213,9 +230,11 @@ struct FileWatcher::State {
     std::thread thread;
 };
 
-FileWatcher::FileWatcher(std::vector<fs::path> paths, Callback callback, double quietSeconds)
+FileWatcher::FileWatcher(std::vector<fs::path> paths, Callback callback, double quietSeconds,
+                         std::shared_ptr<DiagnosticsSink> diagnostics)
     : state_(std::make_unique<State>()) {
-    state_->watch = std::make_shared<Watch>(std::move(paths), std::move(callback), quietSeconds);
+    state_->watch =
+        std::make_shared<Watch>(std::move(paths), std::move(callback), quietSeconds, std::move(diagnostics));
     state_->thread = std::thread([watch = state_->watch] { watch->run(); });
 }
 

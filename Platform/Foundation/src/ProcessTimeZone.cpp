@@ -1,5 +1,7 @@
 #include "ProcessTimeZone.h"
 
+#include "time/PosixTimeZoneRule.h"
+
 namespace platform {
 namespace fs = std::filesystem;
 namespace {
@@ -36,6 +38,7 @@ TimeZone processTimeZone(const std::optional<std::string>& tz, const fs::path& z
         std::string name = tz->starts_with(':') ? tz->substr(1) : *tz;
         if (name.empty() || name == "UTC") return TimeZone::utc();
         auto zone = name.front() == '/' ? zoneAt(name, zoneInfo) : TimeZone::named(name, zoneInfo);
+        if (!zone && PosixTimeZoneRule::parse(name)) zone = TimeZone::fromTransitions(name, 0, {}, name);
         if (zone) return *zone;
         diagnostics.report({Diagnostic::Severity::warning,
                             {},

@@ -49,10 +49,12 @@ struct Environment {
     /// The real world: system clock, TZ or /etc/localtime, LANGUAGE/LC_*/LANG, XDG directories.
     /// `programPath` is the program's file, links resolved. Resources are looked for in the variable
     /// PRODUCTNAME_RESOURCES (upper case, absolute), share/productName under the program's prefix, the
-    /// further directories (a build's own), the program's folder.
+    /// further directories (a build's own), the program's folder. What cannot be read is reported to
+    /// `diagnostics`, which the environment keeps; without one it collects them itself.
     static std::shared_ptr<const Environment> fromProcess(
         std::string productName, const std::filesystem::path& programPath,
-        std::vector<std::filesystem::path> furtherResourceDirectories = {});
+        std::vector<std::filesystem::path> furtherResourceDirectories = {},
+        std::shared_ptr<DiagnosticsSink> diagnostics = nullptr);
 
     /// The process's default wiring, used by the `shared()` instances. Set once, before the first of them
     /// is made; reading it before that gives fromProcess("heedbanner", …).

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Foundation/Diagnostics.h>
+
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -17,7 +19,9 @@ class FileWatcher {
   public:
     using Callback = std::function<void(const std::vector<std::filesystem::path>& changed)>;
 
-    FileWatcher(std::vector<std::filesystem::path> paths, Callback callback, double quietSeconds = 0.2);
+    /// What the system refuses to watch (its limits are reached) is reported.
+    FileWatcher(std::vector<std::filesystem::path> paths, Callback callback, double quietSeconds = 0.2,
+                std::shared_ptr<DiagnosticsSink> diagnostics = nullptr);
     ~FileWatcher();
     FileWatcher(const FileWatcher&) = delete;
     FileWatcher& operator=(const FileWatcher&) = delete;
