@@ -76,11 +76,17 @@ icu::UnicodeString skeletonPattern(const icu::Locale& locale, std::string_view s
 }
 
 icu::UnicodeString dateTimeGlue(const icu::Locale& locale) {
+    icu::UnicodeString glue = icuStylePattern(locale, Style::medium, Style::short_);
+    const icu::UnicodeString date = icuStylePattern(locale, Style::medium, Style::none);
+    const icu::UnicodeString time = icuStylePattern(locale, Style::none, Style::short_);
+    if (glue.indexOf(date) >= 0 && glue.indexOf(time) >= 0) {
+        return glue.findAndReplace(date, u"{1}").findAndReplace(time, u"{0}");
+    }
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::DateTimePatternGenerator> generator(
         icu::DateTimePatternGenerator::createInstance(locale, status));
     require(status, "no date patterns");
-    icu::UnicodeString glue = generator->getDateTimeFormat(UDAT_MEDIUM, status);
+    glue = generator->getDateTimeFormat(UDAT_MEDIUM, status);
     require(status, "no pattern for a date with a time");
     return glue;
 }

@@ -150,12 +150,12 @@ std::int64_t PosixTimeZoneRule::DayOfYear::localSecondsIn(int year) const {
     return days * 86400 + secondOfDay;
 }
 
-std::vector<TimeZone::Transition> PosixTimeZoneRule::transitionsIn(int year) const {
-    if (!daylight_) return {};
-    std::vector<TimeZone::Transition> changes{
-        {daylight_->start.localSecondsIn(year) - standardOffset_, daylight_->offset},
-        {daylight_->end.localSecondsIn(year) - daylight_->offset, standardOffset_},
-    };
+std::array<TimeZone::Transition, 2> PosixTimeZoneRule::transitionsIn(int year) const {
+    const Daylight daylight = daylight_.value();
+    std::array<TimeZone::Transition, 2> changes{{
+        {daylight.start.localSecondsIn(year) - standardOffset_, daylight.offset},
+        {daylight.end.localSecondsIn(year) - daylight.offset, standardOffset_},
+    }};
     if (changes[1].at < changes[0].at) std::swap(changes[0], changes[1]);
     return changes;
 }

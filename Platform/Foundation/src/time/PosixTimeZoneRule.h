@@ -2,10 +2,10 @@
 
 #include <Foundation/TimeZone.h>
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 namespace platform {
 
@@ -19,8 +19,8 @@ class PosixTimeZoneRule {
     /// Seconds east of Greenwich.
     int standardOffset() const { return standardOffset_; }
     bool hasDaylightTime() const { return daylight_.has_value(); }
-    /// The two changes that the rule dates in `year`; none without daylight time.
-    std::vector<TimeZone::Transition> transitionsIn(int year) const;
+    /// The two changes that the rule dates in `year`, in order; only with daylight time.
+    std::array<TimeZone::Transition, 2> transitionsIn(int year) const;
 
     /// One day of each year.
     struct DayOfYear {

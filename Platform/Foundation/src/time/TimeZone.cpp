@@ -51,15 +51,17 @@ struct TimeZone::Table {
 
     void extend(const PosixTimeZoneRule& rule, const std::vector<Transition>& transitions) {
         if (transitions.empty()) periods.front().offset = rule.standardOffset();
-        if (!rule.hasDaylightTime()) return;
         constexpr int firstYearWithoutTable = 1900;
+        constexpr int lastSensibleYear = 1'000'000;
         const std::int64_t last =
             transitions.empty() ? std::numeric_limits<std::int64_t>::min() : transitions.back().at;
+        if (!rule.hasDaylightTime() || last > secondsOf({.year = lastSensibleYear})) return;
         const int firstYear = transitions.empty() ? firstYearWithoutTable : localTimeOf(last).year;
         // Two years more than a cycle at both ends, so that a lookup shifted by a cycle, and its
         // neighbourhood, lie where the rule holds.
         const int lastYear = firstYear + yearsPerCycle + 4;
         std::vector<Transition> changes;
+        changes.reserve(2 * static_cast<std::size_t>(lastYear - firstYear + 1));
         for (int year = firstYear; year <= lastYear; ++year) {
             for (const Transition& change : rule.transitionsIn(year)) {
                 if (transitions.empty() || change.at > last) changes.push_back(change);
