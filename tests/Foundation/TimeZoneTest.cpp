@@ -7,6 +7,7 @@
 #include <ctime>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <string>
 #include <thread>
 #include <vector>
@@ -176,6 +177,17 @@ TEST(TimeZone, OwnTransitionsHoldUntilTheFooterTakesOver) {
     EXPECT_EQ(offset(secondsOf({.year = 1999, .month = 8})), 3600);
     EXPECT_EQ(offset(secondsOf({.year = 2000, .month = 12})), 3600);
     EXPECT_EQ(offset(secondsOf({.year = 2026, .month = 7})), 7200);
+}
+
+TEST(TimeZone, ExtremeTransitionsDoNoHarm) {
+    constexpr auto furthest = std::numeric_limits<std::int64_t>::max();
+    for (const std::int64_t at : {-furthest - 1, -furthest, std::int64_t{-1} << 59, furthest}) {
+        const TimeZone zone = TimeZone::fromTransitions("Own", 0, {{at, 3600}}, "CET-1CEST,M3.5.0,M10.5.0/3");
+        const LocalTime summer{2026, 7, 1, 12, 0, 0};
+        EXPECT_EQ(zone.localTime(zone.date(summer)), summer) << at;
+        EXPECT_EQ(zone.offsetAt(zone.date(summer)), at < 0 ? 7200 : 0) << at;
+        zone.localTime(Date(-1e300));
+    }
 }
 
 TEST(TimeZone, NamesDoNotLeaveTheDirectory) {

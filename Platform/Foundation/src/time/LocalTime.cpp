@@ -14,9 +14,8 @@ struct Division {
 
 /// The remainder is never negative.
 constexpr Division floorDivide(std::int64_t value, std::int64_t by) {
-    std::int64_t quotient = value / by;
-    if (value % by < 0) --quotient;
-    return {quotient, value - quotient * by};
+    const std::int64_t remainder = value % by;
+    return remainder < 0 ? Division{value / by - 1, remainder + by} : Division{value / by, remainder};
 }
 
 }  // namespace

@@ -51,12 +51,14 @@ struct TimeZone::Table {
 
     void extend(const PosixTimeZoneRule& rule, const std::vector<Transition>& transitions) {
         if (transitions.empty()) periods.front().offset = rule.standardOffset();
-        constexpr int firstYearWithoutTable = 1900;
+        // Nobody asks for what a yearly rule, younger than that, said before.
+        constexpr int firstSensibleYear = 1900;
         constexpr int lastSensibleYear = 1'000'000;
         const std::int64_t last =
             transitions.empty() ? std::numeric_limits<std::int64_t>::min() : transitions.back().at;
         if (!rule.hasDaylightTime() || last > secondsOf({.year = lastSensibleYear})) return;
-        const int firstYear = transitions.empty() ? firstYearWithoutTable : localTimeOf(last).year;
+        const int firstYear =
+            last < secondsOf({.year = firstSensibleYear}) ? firstSensibleYear : localTimeOf(last).year;
         // Two years more than a cycle at both ends, so that a lookup shifted by a cycle, and its
         // neighbourhood, lie where the rule holds.
         const int lastYear = firstYear + yearsPerCycle + 4;
