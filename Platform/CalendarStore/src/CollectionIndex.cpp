@@ -29,7 +29,10 @@ struct CollectionIndex::Window {
     /// By start; `latestEnd` is the latest end up to each.
     std::vector<Entry> entries;
     std::vector<Date> latestEnd;
+    /// False: the entries are only the first of too many.
     bool complete = true;
+    /// A series has so many occurrences that only what is asked for is worked out.
+    bool neverWide = false;
     std::unordered_map<const ScannedItem*, std::shared_ptr<const ItemDetails>> details;
 };
 
@@ -104,7 +107,7 @@ void CollectionIndex::widen(Date from, Date to) const {
     if (isInside) return;
     auto wantedFrom = from.addingTimeInterval(-daysBefore * day);
     auto wantedTo = to.addingTimeInterval(daysAfter * day);
-    if (window.complete && window.from < window.to) {
+    if (window.from < window.to) {
         const auto joinedFrom = std::min(window.from, wantedFrom);
         const auto joinedTo = std::max(window.to, wantedTo);
         if (joinedTo.timeIntervalSince(joinedFrom) <= longestWindow) {
@@ -112,15 +115,14 @@ void CollectionIndex::widen(Date from, Date to) const {
             wantedTo = joinedTo;
         }
     }
+    // Too much for a wide interval may still fit the one asked for.
     std::vector<std::pair<Occurrence, const Series*>> found;
-    if (!collect(wantedFrom, wantedTo, found)) {
-        // Too much for a wide interval may still fit the one asked for.
+    if (window.neverWide || !collect(wantedFrom, wantedTo, found)) {
+        window.neverWide = true;
         found.clear();
         wantedFrom = from;
         wantedTo = to;
         window.complete = collect(from, to, found);
-    } else {
-        window.complete = true;
     }
     window.from = wantedFrom;
     window.to = wantedTo;

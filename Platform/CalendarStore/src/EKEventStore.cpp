@@ -19,6 +19,21 @@ struct EKEventStore::State {
           center(notificationCenter),
           loader(environment, std::move(sources)) {}
 
+    /// The watcher hands work to the worker, whose work makes watchers: no new watcher, then the one there is
+    /// stopped, then the worker.
+    ~State() {
+        std::unique_ptr<FileWatcher> stopped;
+        {
+            std::lock_guard lock(watchMutex);
+            closing = true;
+            stopped = std::move(watcher);
+        }
+        stopped.reset();
+        worker.stop();
+    }
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
+
     /// Read with the first question.
     std::shared_ptr<const StoreSnapshot> snapshot() {
         {
@@ -53,20 +68,24 @@ struct EKEventStore::State {
         worker.async([this] { center.post(eventStoreChangedNotification); });
     }
 
-    /// On the worker: looks again, and watches what there is to watch now.
+    /// On the worker: looks again, and watches what there is to watch now. What changes in a new folder
+    /// before its watch stands is found by the next look.
     void changedOutside() {
-        if (reload()) center.post(eventStoreChangedNotification);
-        watch();
+        do {
+            if (reload()) center.post(eventStoreChangedNotification);
+        } while (watch());
     }
 
-    void watch() {
+    /// True when something is watched that was not before.
+    bool watch() {
         auto paths = StoreLoader::watchedPaths(*environment, *snapshot());
         std::lock_guard lock(watchMutex);
-        if (watcher && paths == watchedPaths) return;
+        if (closing || (watcher && paths == watchedPaths)) return false;
         watchedPaths = paths;
         watcher.reset();
         watcher = std::make_unique<FileWatcher>(
             std::move(paths), [this](const auto&) { worker.async([this] { changedOutside(); }); });
+        return true;
     }
 
     EnvironmentRef environment;
@@ -77,8 +96,8 @@ struct EKEventStore::State {
     std::shared_ptr<const StoreSnapshot> current;
     std::mutex watchMutex;
     std::vector<std::filesystem::path> watchedPaths;
-    // The watcher hands work to the worker, whose work makes watchers.
     std::unique_ptr<FileWatcher> watcher;
+    bool closing = false;
     SerialWorker worker;
 };
 

@@ -6,44 +6,34 @@
 namespace platform {
 namespace {
 
+/// The parameter's word in upper case; the library's own enumeration does not know every word.
+std::optional<std::string> word(icalproperty* property, const char* parameter) {
+    char* text = icalproperty_get_parameter_as_string_r(property, parameter);
+    if (!text) return std::nullopt;
+    auto result = asciiUpper(trimmedAscii(text));
+    icalmemory_free_buffer(text);
+    return result;
+}
+
 EKParticipantStatus statusOf(icalproperty* property) {
-    auto* parameter = icalproperty_get_first_parameter(property, ICAL_PARTSTAT_PARAMETER);
-    if (!parameter) return EKParticipantStatus::pending;
-    switch (icalparameter_get_partstat(parameter)) {
-        case ICAL_PARTSTAT_NEEDSACTION:
-            return EKParticipantStatus::pending;
-        case ICAL_PARTSTAT_ACCEPTED:
-            return EKParticipantStatus::accepted;
-        case ICAL_PARTSTAT_DECLINED:
-            return EKParticipantStatus::declined;
-        case ICAL_PARTSTAT_TENTATIVE:
-            return EKParticipantStatus::tentative;
-        case ICAL_PARTSTAT_DELEGATED:
-            return EKParticipantStatus::delegated;
-        case ICAL_PARTSTAT_COMPLETED:
-            return EKParticipantStatus::completed;
-        case ICAL_PARTSTAT_INPROCESS:
-            return EKParticipantStatus::inProcess;
-        default:
-            return EKParticipantStatus::unknown;
-    }
+    const auto status = word(property, "PARTSTAT");
+    if (!status || status == "NEEDS-ACTION") return EKParticipantStatus::pending;
+    if (status == "ACCEPTED") return EKParticipantStatus::accepted;
+    if (status == "DECLINED") return EKParticipantStatus::declined;
+    if (status == "TENTATIVE") return EKParticipantStatus::tentative;
+    if (status == "DELEGATED") return EKParticipantStatus::delegated;
+    if (status == "COMPLETED") return EKParticipantStatus::completed;
+    if (status == "IN-PROCESS") return EKParticipantStatus::inProcess;
+    return EKParticipantStatus::unknown;
 }
 
 EKParticipantRole roleOf(icalproperty* property) {
-    auto* parameter = icalproperty_get_first_parameter(property, ICAL_ROLE_PARAMETER);
-    if (!parameter) return EKParticipantRole::required;
-    switch (icalparameter_get_role(parameter)) {
-        case ICAL_ROLE_CHAIR:
-            return EKParticipantRole::chair;
-        case ICAL_ROLE_REQPARTICIPANT:
-            return EKParticipantRole::required;
-        case ICAL_ROLE_OPTPARTICIPANT:
-            return EKParticipantRole::optional;
-        case ICAL_ROLE_NONPARTICIPANT:
-            return EKParticipantRole::nonParticipant;
-        default:
-            return EKParticipantRole::unknown;
-    }
+    const auto role = word(property, "ROLE");
+    if (!role || role == "REQ-PARTICIPANT") return EKParticipantRole::required;
+    if (role == "CHAIR") return EKParticipantRole::chair;
+    if (role == "OPT-PARTICIPANT") return EKParticipantRole::optional;
+    if (role == "NON-PARTICIPANT") return EKParticipantRole::nonParticipant;
+    return EKParticipantRole::unknown;
 }
 
 std::string withLowerCaseScheme(std::string address) {

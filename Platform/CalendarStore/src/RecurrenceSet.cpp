@@ -5,6 +5,33 @@
 
 namespace platform {
 
+namespace {
+
+/// Seconds from one instance to the next where no part of the rule changes them.
+std::optional<std::int64_t> equalStep(const RecurrenceRule& rule) {
+    using Frequency = RecurrenceRule::Frequency;
+    const bool hasParts = !rule.seconds.empty() || !rule.minutes.empty() || !rule.hours.empty() ||
+                          !rule.weekdays.empty() || !rule.monthDays.empty() || !rule.yearDays.empty() ||
+                          !rule.weekNumbers.empty() || !rule.months.empty() || !rule.setPositions.empty();
+    if (hasParts) return std::nullopt;
+    switch (rule.frequency) {
+        case Frequency::secondly:
+            return rule.interval;
+        case Frequency::minutely:
+            return std::int64_t{60} * rule.interval;
+        case Frequency::hourly:
+            return std::int64_t{3600} * rule.interval;
+        case Frequency::daily:
+            return std::int64_t{86400} * rule.interval;
+        case Frequency::weekly:
+            return std::int64_t{7 * 86400} * rule.interval;
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace
+
 void MomentSet::insert(const ZonedTime& time, bool eventIsDate) {
     if (time.isDate || eventIsDate) {
         days_.insert(time.day());
@@ -51,8 +78,9 @@ RecurrenceSet::RecurrenceSet(const ScannedItem& item, const ZonedTime& start, Ti
             const auto seconds = end.timeIntervalSince(added.start.instant());
             added.length = ItemLength{0, static_cast<std::int64_t>(std::max(seconds, 0.0))};
         }
+        // A day more for days that follow the calendar.
         if (added.length)
-            longestAddedSeconds_ = std::max(longestAddedSeconds_, added.length->approximateSeconds());
+            longestAddedSeconds_ = std::max(longestAddedSeconds_, added.length->approximateSeconds() + 86400);
         const auto instant = added.start.instant();
         first_ = std::min(first_, instant);
         lastBound_ = std::max(*lastBound_, instant);
@@ -75,7 +103,7 @@ std::optional<RecurrenceSet::Rule> RecurrenceSet::makeRule(const std::string& te
         resolver.tell(item, problem + " left out");
         return std::nullopt;
     }
-    Rule rule{*parsed, RuleExpansion(*parsed, start_.local, start_.isDate), {}, {}};
+    Rule rule{*parsed, RuleExpansion(*parsed, start_.local, start_.isDate), parsed->count, {}, {}};
     if (parsed->until) {
         auto until = *parsed->until;
         if (start_.isDate || until.isDate) {
@@ -87,6 +115,10 @@ std::optional<RecurrenceSet::Rule> RecurrenceSet::makeRule(const std::string& te
         } else {
             rule.untilLocal = secondsOf(until.local);
         }
+    }
+    if (const auto step = equalStep(*parsed); step && parsed->count && !parsed->until && !start_.isDate) {
+        rule.untilLocal = secondsOf(start_.local) + (*parsed->count - std::int64_t{1}) * *step;
+        rule.count.reset();
     }
     if (!rule.expansion.yieldsAnything()) {
         resolver.tell(item, "recurrence rule that yields no further occurrence: " + text.substr(0, 120));
@@ -121,9 +153,9 @@ bool RecurrenceSet::visit(const Rule& rule, std::int64_t from, std::int64_t to, 
     // not yield it.
     int seen = 1;
     const auto outcome =
-        rule.expansion.visit(rule.rule.count ? start : std::max(from, start), to, [&](std::int64_t local) {
+        rule.expansion.visit(rule.count ? start : std::max(from, start), to, [&](std::int64_t local) {
             if (local == start) return true;
-            if (rule.rule.count && ++seen > *rule.rule.count) return false;
+            if (rule.count && ++seen > *rule.count) return false;
             if (local < from) return true;
             ZonedTime time{localTimeOf(local), start_.zone, start_.isDate};
             if (rule.untilInstant && time.instant() > *rule.untilInstant) return false;

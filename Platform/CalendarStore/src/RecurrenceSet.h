@@ -32,7 +32,7 @@ class RecurrenceSet {
         std::optional<ItemLength> length;
     };
     /// Instances handed out for one interval, at most.
-    static constexpr std::size_t maximumInstances = 100'000;
+    static constexpr std::size_t maximumInstances = 20'000;
 
     RecurrenceSet(const ScannedItem& item, const ZonedTime& start, TimeResolver& resolver);
 
@@ -50,6 +50,8 @@ class RecurrenceSet {
     struct Rule {
         RecurrenceRule rule;
         RuleExpansion expansion;
+        /// COUNT where instances have to be counted; one of equal steps has its end worked out instead.
+        std::optional<int> count;
         /// UNTIL in UTC; other forms compare by `untilLocal`.
         std::optional<Date> untilInstant;
         std::optional<std::int64_t> untilLocal;

@@ -3,9 +3,14 @@
 namespace platform {
 
 SerialWorker::~SerialWorker() {
+    stop();
+}
+
+void SerialWorker::stop() {
     std::jthread thread;
     {
         std::lock_guard lock(mutex_);
+        stopped_ = true;
         work_.clear();
         thread = std::move(thread_);
     }
@@ -14,6 +19,7 @@ SerialWorker::~SerialWorker() {
 
 void SerialWorker::async(std::function<void()> work) {
     std::lock_guard lock(mutex_);
+    if (stopped_) return;
     work_.push_back(std::move(work));
     if (!thread_.joinable()) thread_ = std::jthread([this](std::stop_token stop) { run(std::move(stop)); });
     wake_.notify_one();

@@ -18,6 +18,8 @@ class SerialWorker {
     SerialWorker& operator=(const SerialWorker&) = delete;
 
     void async(std::function<void()> work);
+    /// As destruction does; work handed over later is dropped.
+    void stop();
 
   private:
     void run(std::stop_token stop);
@@ -25,6 +27,7 @@ class SerialWorker {
     std::mutex mutex_;
     std::condition_variable_any wake_;
     std::deque<std::function<void()>> work_;
+    bool stopped_ = false;
     std::jthread thread_;
 };
 

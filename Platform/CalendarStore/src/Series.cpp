@@ -4,6 +4,16 @@
 #include <cmath>
 
 namespace platform {
+namespace {
+
+constexpr double day = 86400;
+
+/// At most so many seconds: days that follow the calendar may be longer than others.
+double reachOf(const ItemLength& length) {
+    return length.approximateSeconds() + (length.days != 0 ? day : 0);
+}
+
+}  // namespace
 
 Series::Series(std::string identifier, std::optional<ItemRecord> master, std::vector<ItemRecord> overrides,
                TimeResolver* resolver)
@@ -40,18 +50,15 @@ ZonedTime Series::originalOf(const ItemRecord& override) const {
 }
 
 void Series::findBounds() {
-    constexpr double day = 86400;
     std::optional<Date> first;
     std::optional<Date> last;
     bool endless = false;
     if (master_) {
-        reach_ = std::max(master_->length.approximateSeconds(), set_->longestAddedSeconds());
+        reach_ = std::max(reachOf(master_->length), set_->longestAddedSeconds());
         for (const auto& range : ranges_) {
-            const double shift = std::abs(static_cast<double>(range.shift));
-            reach_ = std::max(reach_, range.record->length.approximateSeconds() + shift);
+            reach_ = std::max(
+                reach_, reachOf(range.record->length) + std::abs(static_cast<double>(range.shift)) + day);
         }
-        // A day for changes of offset within days that follow the calendar.
-        reach_ += day;
         first = ranges_.empty() ? set_->first() : set_->first().addingTimeInterval(-reach_);
         if (set_->lastBound()) {
             last = recurs_ ? set_->lastBound()->addingTimeInterval(reach_)

@@ -15,10 +15,10 @@ struct Account {
     enum class Kind { ordinary, birthdays, holidays };
     enum class Contents { calendars, contacts };
 
-    std::string name;
-    std::filesystem::path location;
+    std::string name = {};
+    std::filesystem::path location = {};
     /// The user's own addresses there, without "mailto:".
-    std::vector<std::string> addresses;
+    std::vector<std::string> addresses = {};
     bool isDelegate = false;
     Contents contents = Contents::calendars;
     Kind kind = Kind::ordinary;
