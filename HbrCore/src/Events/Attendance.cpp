@@ -1,6 +1,7 @@
 #include <HbrCore/Events/Attendance.h>
 
 #include <HbrCore/Stores/UserSettingsStore.h>
+#include <HbrUtils/CalendarItemReaders.h>
 
 #include <algorithm>
 
@@ -39,7 +40,7 @@ bool isAttending(const platform::EKEvent& event, const AttendanceSettings& setti
 bool shouldSchedule(const platform::EKEvent& event, const AttendanceSettings& settings) {
     if (event.isAllDay || event.status == platform::EKEventStatus::canceled) return false;
     if (!isAttending(event, settings)) return false;
-    return !settings.showOnlyEventsWithAlert || (event.alarms && !event.alarms->empty());
+    return !settings.showOnlyEventsWithAlert || hasAlerts(event);
 }
 
 bool shouldSchedule(const platform::EKReminder& reminder) {

@@ -3,6 +3,7 @@
 #include <Foundation/OrderedSet.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 #include <HbrCore/Events/Reminder.h>
+#include <HbrUtils/CalendarItemReaders.h>
 #include <HbrUtils/Colors.h>
 
 #include <algorithm>
@@ -41,7 +42,8 @@ std::vector<Event::ParticipantData> participants(const platform::EKEvent& event)
     list.reserve((event.organizer ? 1 : 0) + (event.attendees ? event.attendees->size() : 0));
     if (event.organizer) list.push_back(participantData(*event.organizer));
     if (event.attendees) {
-        for (const auto& attendee : *event.attendees) list.push_back(participantData(attendee));
+        for (const auto& attendee : *event.attendees)
+            list.push_back(participantData(attendee));
     }
     return list;
 }
@@ -51,7 +53,8 @@ std::vector<VideoConferenceLink> conferenceLinks(const platform::EKEvent& event,
     platform::OrderedSet<VideoConferenceLink> links;
     for (const auto* text : {&event.notes, &event.location, &event.url}) {
         if (!*text) continue;
-        for (auto& link : parser.parse(**text)) links.insert(std::move(link));
+        for (auto& link : parser.parse(**text))
+            links.insert(std::move(link));
     }
     return links.elements();
 }
@@ -80,8 +83,6 @@ std::optional<Event::EventType> fromRawValue<Event::EventType>(std::string_view 
 }
 
 Event Event::fromCalendarEvent(const platform::EKEvent& event, const VideoConferenceLinkParser& parser) {
-    const auto travel = event.value("travelTime");
-    const double* travelSeconds = std::get_if<double>(&travel);
     return {.id = event.eventIdentifier,
             .calendarItemIdentifier = event.calendarItemIdentifier,
             .type = EventType::calendarEvent,
@@ -95,7 +96,7 @@ Event Event::fromCalendarEvent(const platform::EKEvent& event, const VideoConfer
             .color = event.calendar ? event.calendar->color : Colors::primary(),
             .calendarName = event.calendar ? std::optional(event.calendar->title) : std::nullopt,
             .videoConferenceLinks = conferenceLinks(event, parser),
-            .travelTime = travelSeconds ? *travelSeconds : 0,
+            .travelTime = hbr::travelTime(event),
             .participantsData = participants(event)};
 }
 
@@ -125,7 +126,8 @@ Event Event::fromReminder(const Reminder& reminder, const VideoConferenceLinkPar
     std::vector<VideoConferenceLink> links;
     for (const auto* text : {&reminder.notes(), &reminder.title()}) {
         if (!*text) continue;
-        for (auto& link : parser.parse(**text)) links.push_back(std::move(link));
+        for (auto& link : parser.parse(**text))
+            links.push_back(std::move(link));
     }
     return {.id = reminder.id(),
             .calendarItemIdentifier = std::nullopt,

@@ -5,6 +5,7 @@
 #include <HbrCore/Stores/AggregatedEventStore.h>
 #include <HbrCore/Stores/CustomRemindersStore.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
+#include <HbrUtils/CalendarItemReaders.h>
 #include <HbrUtils/DateOperations.h>
 #include <MxLogger/MxLogger.h>
 
@@ -20,15 +21,6 @@ namespace hbr {
 namespace {
 
 constexpr double minute = 60;
-
-std::string ownerEmailAddress(const platform::EKCalendar& calendar) {
-    constexpr std::string_view mailto = "mailto:";
-    if (!calendar.source) return {};
-    for (std::string_view address : calendar.source->ownerAddresses) {
-        if (address.starts_with(mailto)) return std::string(address.substr(mailto.size()));
-    }
-    return {};
-}
 
 bool contains(const std::vector<std::string>& identifiers, const std::string& identifier) {
     return std::ranges::find(identifiers, identifier) != identifiers.end();
@@ -130,8 +122,7 @@ bool CalendarEventManager::hasReminderAccess() const {
 std::optional<std::string> CalendarEventManager::accountEmailForEvent(std::string_view identifier) const {
     const auto event = state_->services.aggregatedEventStore->eventWithIdentifier(identifier);
     if (!event || !event->calendar) return std::nullopt;
-    std::string address = ownerEmailAddress(*event->calendar);
-    return address.empty() ? std::nullopt : std::optional(std::move(address));
+    return ownerEmailAddress(*event->calendar);
 }
 
 void CalendarEventManager::activateAllCalendars() {
@@ -169,14 +160,14 @@ std::vector<UserCalendar> CalendarEventManager::fetchCalendars() const {
     std::vector<UserCalendar> list;
     for (const auto& calendar :
          state_->services.aggregatedEventStore->calendars(platform::EKEntityType::event)) {
-        if (calendar->type == platform::EKCalendarType::birthday || calendar->isSubscribedHolidayCalendar)
+        if (calendar->type == platform::EKCalendarType::birthday || isSubscribedHolidayCalendar(*calendar))
             continue;
         list.push_back({.identifier = calendar->calendarIdentifier,
                         .name = calendar->title,
                         .color = calendar->color,
                         .active = contains(active, calendar->calendarIdentifier),
                         .accountName = calendar->source ? calendar->source->title : std::string(),
-                        .isDelegate = calendar->source && calendar->source->isDelegate});
+                        .isDelegate = isDelegate(*calendar)});
     }
     MxLogger::info(LogCategory::eventKit, "fetched " + std::to_string(list.size()) + " calendars");
     return list;
@@ -188,7 +179,7 @@ std::vector<UserReminderList> CalendarEventManager::fetchReminderLists() const {
     std::vector<UserReminderList> list;
     for (const auto& calendar :
          state_->services.aggregatedEventStore->calendars(platform::EKEntityType::reminder)) {
-        if (calendar->type == platform::EKCalendarType::birthday || calendar->isSubscribedHolidayCalendar)
+        if (calendar->type == platform::EKCalendarType::birthday || isSubscribedHolidayCalendar(*calendar))
             continue;
         list.push_back({.identifier = calendar->calendarIdentifier,
                         .name = calendar->title,

@@ -1,0 +1,252 @@
+#include <Foundation/MainQueue.h>
+#include <HbrCore/CoreFixture.h>
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <thread>
+
+namespace {
+
+using namespace hbr;
+using test::at;
+using test::meeting;
+using test::titles;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+void runUntil(const std::function<bool()>& condition) {
+    ASSERT_TRUE(platform::MainQueue::shared().runUntil(condition, 20));
+}
+
+TEST(CalendarEventManager, AReloadSortsRealEventsIntoTheLists) {
+    test::CoreFixture core;
+    core.write("calendars/work.ics",
+               meeting("Running", "20260304T083000Z") + meeting("Started now", "20260304T090000Z") +
+                   meeting("Later", "20260305T083000Z") + meeting("Pending", "20260304T090030Z") +
+                   meeting("Soon", "20260304T091000Z") +
+                   meeting("Cancelled", "20260304T093000Z", "STATUS:CANCELLED\n") +
+                   meeting("Beyond", "20260312T083000Z") +
+                   "BEGIN:VEVENT\nUID:day\nSUMMARY:All day\nDTSTART;VALUE=DATE:20260304\nEND:VEVENT\n"
+                   "BEGIN:VTODO\nUID:t1\nSUMMARY:Task\nDUE:20260304T120000Z\nEND:VTODO\n"
+                   "BEGIN:VTODO\nUID:t2\nSUMMARY:Pending task\nDUE:20260304T090045Z\nEND:VTODO\n");
+    core.services().reminders().addReminder({"own", at("2026-03-04T09:30:00Z"), "Own", std::nullopt, 60});
+    const auto& manager = core.reloaded();
+    EXPECT_THAT(titles(manager.allCachedCurrentEvents()), ElementsAre("Running", "Started now"));
+    EXPECT_THAT(titles(manager.pendingEvents()), ElementsAre("Started now", "Pending"));
+    EXPECT_THAT(titles(manager.pendingAppleReminderEvents()), ElementsAre("Pending task"));
+    EXPECT_THAT(titles(manager.scheduledEvents()), ElementsAre("Soon", "Own", "Task", "Later"));
+    EXPECT_THAT(titles(manager.allCachedUpcomingEvents()),
+                ElementsAre("Started now", "Pending", "Pending task", "Soon", "Own", "Task", "Later"));
+}
+
+TEST(CalendarEventManager, ExcludeRulesActOnAlertsOnly) {
+    test::CoreFixture core;
+    core.write("calendars/work.ics",
+               meeting("Hidden", "20260304T083000Z") + meeting("Hidden pending", "20260304T090030Z") +
+                   meeting("Hidden later", "20260304T120000Z") + meeting("Kept", "20260304T130000Z"));
+    auto rule = FilterRule::makeDefault();
+    rule.value = "Hidden";
+    core.services().settings().setExcludeRules({rule});
+    const auto& manager = core.reloaded();
+    EXPECT_THAT(titles(manager.allCachedCurrentEvents()), ElementsAre("Hidden"));
+    EXPECT_THAT(titles(manager.allCachedUpcomingEvents()), ElementsAre("Hidden pending", "Kept"));
+    ASSERT_EQ(manager.invocations().size(), 1u);
+    EXPECT_EQ(manager.invocations()[0].date, at("2026-03-04T12:59:00Z"));
+}
+
+TEST(CalendarEventManager, TheWindowEndsWithTheLastDay) {
+    test::CoreFixture core("2026-03-28T09:00:00Z");
+    // The clocks in Berlin change on the 29th.
+    core.write("calendars/work.ics", meeting("Last", "20260329T215959Z") +
+                                         meeting("Next day", "20260329T220000Z") +
+                                         meeting("Today", "20260328T225959Z"));
+    core.services().settings().setUpcomingEventsDaysFilter(1);
+    EXPECT_THAT(titles(core.reloaded().scheduledEvents()), ElementsAre("Today", "Last"));
+    core.services().settings().setUpcomingEventsDaysFilter(0);
+    EXPECT_THAT(titles(core.reloaded().scheduledEvents()), ElementsAre("Today"));
+}
+
+TEST(CalendarEventManager, ScreenshotModeShowsTheDemonstration) {
+    test::CoreFixture core;
+    core.services().settings().setDebugScreenshotMode(true);
+    reloadAndWait(core.services());
+    const auto current = core.services().manager().allCachedCurrentEvents();
+    ASSERT_EQ(current.size(), 1u);
+    EXPECT_EQ(current[0].startDate, at("2026-03-04T14:00:00Z"));
+    EXPECT_THAT(titles(core.services().manager().allCachedUpcomingEvents()),
+                ElementsAre("Design Sync", "Write sales report", "Candidate Interview", "Daily Standup"));
+}
+
+struct RecordingDelegate final : CalendarEventManagerDelegate {
+    std::vector<std::string> told;
+    void didUpdateInvocations(const std::vector<AlertInvocation>& invocations) override {
+        EXPECT_TRUE(platform::MainQueue::shared().isCurrent());
+        std::string line = "alerts";
+        for (const auto& each : invocations)
+            line += " " + each.event.title.value_or("-") + (each.isSnooze ? "*" : "");
+        told.push_back(line);
+    }
+    void didRemoveSnoozedInvocation(const AlertInvocation& removed) override {
+        told.push_back("removed " + removed.event.title.value_or("-"));
+    }
+};
+
+TEST(CalendarEventManager, AReloadTellsTheDelegateThenAnnouncesThenCompletes) {
+    test::CoreFixture core;
+    core.write("calendars/work.ics", meeting("Later", "20260304T120000Z"));
+    auto& manager = core.reloaded();
+    const auto delegate = std::make_shared<RecordingDelegate>();
+    manager.setDelegate(delegate);
+    const auto observation = core.services().center().observe(didReloadEventsNotification,
+                                                              [&] { delegate->told.push_back("announced"); });
+    bool isDone = false;
+    manager.reloadEvents(true, [&] { isDone = true; });
+    runUntil([&] { return isDone; });
+    reloadAndWait(core.services());
+    EXPECT_THAT(delegate->told, ElementsAre("alerts Later", "announced", "alerts Later"));
+}
+
+TEST(CalendarEventManager, SnoozesOutliveReloadsUntilHandledOrRemoved) {
+    test::CoreFixture core;
+    core.write("calendars/work.ics", meeting("Later", "20260304T120000Z"));
+    core.services().reminders().addReminder({"own", at("2026-03-04T09:30:00Z"), "Own", std::nullopt, 0});
+    auto& manager = core.reloaded();
+    const Event later = manager.scheduledEvents().at(1);
+    const auto delegate = std::make_shared<RecordingDelegate>();
+    manager.setDelegate(delegate);
+
+    manager.snooze(later, 5);
+    manager.snooze(later, 5);
+    core.environment.advance(60);
+    manager.snooze(later, 5);
+    bool isDone = false;
+    manager.snoozeUntilTimeOfEvent(later, [&] { isDone = true; });
+    runUntil([&] { return isDone; });
+    reloadAndWait(core.services());
+    const auto snoozed = manager.snoozedInvocations();
+    ASSERT_EQ(snoozed.size(), 3u);
+    EXPECT_EQ(snoozed[0].date, at("2026-03-04T09:05:00Z"));
+    EXPECT_EQ(snoozed[1].date, at("2026-03-04T09:06:00Z"));
+    EXPECT_EQ(snoozed[2].date, later.startDate);
+
+    manager.didHandleAlertInvocation(snoozed[0]);
+    delegate->told.clear();
+    manager.removeSnooze(later);
+    manager.removeSnooze(manager.scheduledEvents().at(0));
+    EXPECT_THAT(delegate->told, ElementsAre("removed Later"));
+    EXPECT_EQ(manager.snoozedInvocations(), std::vector{snoozed[2]});
+
+    manager.snooze(*manager.cachedEvent("own"), 10);
+    EXPECT_EQ(core.services().reminders().reminder("own")->date(), at("2026-03-04T09:40:00Z"));
+    EXPECT_EQ(manager.snoozedInvocations().size(), 1u);
+    reloadAndWait(core.services());
+}
+
+TEST(CalendarEventManager, ASnoozedTaskWhoseTimeHasPassedIsCurrent) {
+    test::CoreFixture core;
+    core.write("calendars/work.ics", "BEGIN:VTODO\nUID:t\nSUMMARY:Task\nDUE:20260304T093000Z\nEND:VTODO\n");
+    auto& manager = core.reloaded();
+    manager.snooze(manager.scheduledEvents().at(0), 60);
+    core.environment.setNow("2026-03-04T09:30:01Z");
+    reloadAndWait(core.services());
+    EXPECT_THAT(titles(manager.allCachedCurrentEvents()), ElementsAre("Task"));
+}
+
+TEST(CalendarEventManager, CalendarsAreSwitchedOnAndOff) {
+    test::CoreFixture core;
+    core.write("calendars/a/1.ics", meeting("A", "20260304T120000Z"));
+    core.write("calendars/b/1.ics", meeting("B", "20260304T130000Z"));
+    auto& manager = core.services().manager();
+    const auto calendars = manager.fetchCalendars();
+    ASSERT_EQ(calendars.size(), 2u);
+    EXPECT_FALSE(calendars[0].active);
+    manager.activateFirstCalendar();
+    int reloads = 0;
+    const auto observation =
+        core.services().center().observe(didReloadEventsNotification, [&] { ++reloads; });
+    manager.activateCalendar(calendars[0].identifier);
+    manager.activateCalendar(calendars[1].identifier);
+    runUntil([&] { return reloads == 1; });
+    EXPECT_THAT(titles(manager.scheduledEvents()), ElementsAre("A", "B"));
+    manager.deactivateCalendar(calendars[0].identifier);
+    runUntil([&] { return reloads == 2; });
+    EXPECT_THAT(titles(manager.scheduledEvents()), ElementsAre("B"));
+    EXPECT_TRUE(manager.fetchCalendars()[1].active);
+}
+
+TEST(CalendarEventManager, ChangesOfOwnRemindersReload) {
+    test::CoreFixture core;
+    auto& manager = core.reloaded();
+    core.services().reminders().addReminder({"own", at("2026-03-04T09:30:00Z"), "Own", std::nullopt, 0});
+    runUntil([&] { return !manager.scheduledEvents().empty(); });
+    EXPECT_THAT(titles(manager.scheduledEvents()), ElementsAre("Own"));
+}
+
+TEST(CalendarEventManager, MayEndWhileAReloadIsUnderWay) {
+    bool isDone = false;
+    {
+        test::CoreFixture core;
+        core.write("calendars/work.ics",
+                   "BEGIN:VTODO\nUID:t\nSUMMARY:Task\nDUE:20260304T093000Z\nEND:VTODO\n");
+        core.reloaded().reloadEvents(true, [&] { isDone = true; });
+    }
+    runUntil([&] { return isDone; });
+}
+
+TEST(CalendarEventManager, ListsAreReadWhileTheyAreReplaced) {
+    test::CoreFixture core;
+    core.write("calendars/work.ics",
+               meeting("Running", "20260304T083000Z") + meeting("Later", "20260304T120000Z"));
+    auto& manager = core.reloaded();
+    std::atomic<bool> isOver = false;
+    std::thread reader([&] {
+        while (!isOver) {
+            EXPECT_EQ(manager.allCachedUpcomingEvents().size(), 1u);
+            EXPECT_EQ(manager.allCachedCurrentEvents().size(), 1u);
+        }
+    });
+    for (int i = 0; i < 10; ++i)
+        reloadAndWait(core.services());
+    isOver = true;
+    reader.join();
+}
+
+TEST(AggregatedEventStore, DelegatedCalendarsCountOnceAccessWasAskedFor) {
+    test::CoreFixture core;
+    core.account("Boss", "delegated", true);
+    core.write("calendars/own.ics", meeting("Both", "20260304T120000Z") + meeting("Own", "20260304T130000Z"));
+    core.write("delegated/theirs.ics",
+               meeting("Both", "20260304T120000Z") + meeting("Theirs", "20260304T140000Z"));
+    auto& store = core.services().aggregatedEventStore();
+    EXPECT_THAT(titles(core.reloaded().scheduledEvents()), ElementsAre("Both", "Own"));
+    int granted = 0;
+    const auto observation =
+        core.services().center().observe(grantedPermissionNotification, [&] { ++granted; });
+    store.requestCalendarAccess([](std::exception_ptr error) { EXPECT_FALSE(error); });
+    EXPECT_THAT(titles(core.reloaded().scheduledEvents()), ElementsAre("Both", "Own", "Theirs"));
+    EXPECT_EQ(granted, 1);
+    const auto calendars = core.services().manager().fetchCalendars();
+    ASSERT_EQ(calendars.size(), 2u);
+    EXPECT_TRUE(calendars[1].isDelegate);
+    EXPECT_EQ(
+        core.services().manager().accountEmailForEvent(core.services().manager().scheduledEvents()[2].id),
+        "me@example.org");
+}
+
+TEST(AggregatedEventStore, WithoutAccessTheRequestSaysSoAndListsAreEmpty) {
+    test::TestEnvironment environment;
+    CoreServices services(environment, {});
+    bool isRefused = false;
+    services.aggregatedEventStore().requestCalendarAccess([&](std::exception_ptr error) {
+        try {
+            std::rethrow_exception(error);
+        } catch (const EventKitError& refusal) {
+            isRefused = refusal.code() == EventKitError::Code::accessNotGranted;
+        }
+    });
+    EXPECT_TRUE(isRefused);
+    reloadAndWait(services);
+    EXPECT_THAT(services.manager().allCachedEvents(), IsEmpty());
+}
+
+}  // namespace

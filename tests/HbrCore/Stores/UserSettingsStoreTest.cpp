@@ -1,0 +1,145 @@
+#include <HbrCore/Stores/SettingsMigration.h>
+#include <HbrCore/Stores/UserSettingsStore.h>
+#include <gmock/gmock.h>
+#include <support/TestEnvironment.h>
+
+#include <thread>
+
+namespace {
+
+using namespace hbr;
+using Strings = std::vector<std::string>;
+using testing::ElementsAre;
+
+class UserSettings : public testing::Test {
+  protected:
+    UserSettingsStore store() { return {domains, environment.diagnostics}; }
+
+    test::TestEnvironment environment;
+    DefaultsDomains domains = DefaultsDomains::of(*environment.ref());
+};
+
+TEST_F(UserSettings, AFreshInstallationHasTheDefaults) {
+    const auto settings = store();
+    EXPECT_EQ(settings.timeOffsetSeconds(), 60);
+    EXPECT_EQ(settings.upcomingEventsDaysFilter(), 7);
+    EXPECT_EQ(settings.defaultSnooze1(), 1);
+    EXPECT_EQ(settings.defaultSnooze2(), 5);
+    EXPECT_EQ(settings.keyboardShortcutsDelay(), 1);
+    EXPECT_TRUE(settings.activeCalendarIdentifiers().empty());
+    EXPECT_TRUE(settings.excludeRules().empty());
+    EXPECT_FALSE(settings.showOnlyAcceptedEvents());
+}
+
+TEST_F(UserSettings, ValuesStandUnderTheirKeysInTheirDomains) {
+    auto settings = store();
+    settings.setShowOnlyAcceptedEvents(true);
+    settings.setKeyboardShortcutsDelay(3);
+    settings.setActiveCalendarIdentifiers({"b", "a"});
+    EXPECT_EQ(domains.shared->value("showTentativeEvents"), platform::PropertyValue(true));
+    EXPECT_FALSE(domains.shared->value("showOnlyAcceptedEvents"));
+    EXPECT_EQ(domains.standard->value("keyboardShortcutsDelay"), platform::PropertyValue(3));
+    EXPECT_THAT(settings.activeCalendarIdentifiers(), ElementsAre("b", "a"));
+
+    domains.shared->setValue("upcomingEventsDaysFilter", "many");
+    EXPECT_EQ(settings.upcomingEventsDaysFilter(), 7);
+    EXPECT_EQ(domains.shared->upcomingEventsDaysFilter(), 0);
+
+    settings.setTimeOffsetSeconds(90);
+    settings.resetAll();
+    EXPECT_EQ(settings.timeOffsetSeconds(), 90);
+    EXPECT_EQ(settings.keyboardShortcutsDelay(), 1);
+}
+
+TEST_F(UserSettings, ExcludeRulesThatCannotBeReadAreNone) {
+    auto settings = store();
+    const auto rule = FilterRule::makeDefault();
+    settings.setExcludeRules({rule});
+    EXPECT_EQ(settings.excludeRules(), std::vector{rule});
+    for (const char* block : {"no json", R"([{"id":"x"}])", "{}"}) {
+        domains.shared->setValue("excludeRules", platform::dataOf(block));
+        EXPECT_TRUE(settings.excludeRules().empty()) << block;
+    }
+}
+
+TEST_F(UserSettings, OldSettingsAreCopiedOnce) {
+    domains.standard->setValue("activeCalendarIdentifiers", platform::PropertyArray{"A"});
+    domains.standard->setValue("customReminders", platform::dataOf("[]"));
+    domains.shared->setValue("activeCalendarIdentifiers", platform::PropertyArray{"B"});
+    domains.shared->setValue("defaultSnooze1", 9);
+    EXPECT_EQ(store().activeCalendarIdentifiers(), Strings{"A"});
+    EXPECT_EQ(store().defaultSnooze1(), 1);
+    EXPECT_TRUE(domains.shared->value("customReminders"));
+    EXPECT_EQ(domains.standard->value(didMigrateToSharedDefaultsKey), platform::PropertyValue(true));
+
+    store().setActiveCalendarIdentifiers({"C"});
+    EXPECT_EQ(store().activeCalendarIdentifiers(), Strings{"C"});
+    EXPECT_TRUE(domains.standard->value("activeCalendarIdentifiers"));
+}
+
+TEST_F(UserSettings, ObsoleteMinutesBecomeSecondsThatTheCopyDoesNotLose) {
+    domains.standard->setValue("timeOffset", 5);
+    domains.standard->setValue("timeOffsetSeconds", 30);
+    EXPECT_EQ(store().timeOffsetSeconds(), 300);
+    EXPECT_FALSE(domains.standard->value("timeOffset"));
+
+    domains.standard->setValue("timeOffset", 10);
+    EXPECT_EQ(store().timeOffsetSeconds(), 600);
+}
+
+TEST_F(UserSettings, MinutesThatCannotBeConvertedStay) {
+    const auto marked = [&](platform::PropertyValue minutes) {
+        domains.standard->setValue(didMigrateToSharedDefaultsKey, true);
+        domains.standard->setValue("timeOffset", minutes);
+        EXPECT_EQ(store().timeOffsetSeconds(), 60);
+        EXPECT_EQ(domains.standard->value("timeOffset"), minutes);
+    };
+    marked("5");
+    EXPECT_TRUE(environment.diagnostics->all().empty());
+    marked(std::int64_t{1} << 60);
+    ASSERT_EQ(environment.diagnostics->all().size(), 1u);
+    EXPECT_EQ(environment.diagnostics->all()[0].field, "timeOffset");
+}
+
+TEST_F(UserSettings, ASharedDomainFromABackupSurvivesTheFirstStart) {
+    domains.shared->setValue("activeCalendarIdentifiers", platform::PropertyArray{"kept"});
+    markMigratedWithoutOldSettings(domains);
+    EXPECT_EQ(store().activeCalendarIdentifiers(), Strings{"kept"});
+}
+
+TEST_F(UserSettings, AnUnreadableStandardFileCountsAsCopied) {
+    domains.shared->setValue("activeCalendarIdentifiers", platform::PropertyArray{"kept"});
+    environment.home.write("config/heedbanner/com.quietlark.hbr.plist", "no property list");
+    domains = DefaultsDomains::of(*environment.ref());
+    markMigratedWithoutOldSettings(domains);
+    EXPECT_EQ(store().activeCalendarIdentifiers(), Strings{"kept"});
+}
+
+TEST_F(UserSettings, WritersOfOneListLoseNothingToEachOther) {
+    store();
+    auto add = [&](std::string prefix) {
+        UserSettingsStore own(DefaultsDomains::of(*environment.ref()), environment.diagnostics);
+        for (int i = 0; i < 20; ++i) {
+            own.updateActiveCalendarIdentifiers(
+                [&](Strings& identifiers) { identifiers.push_back(prefix + std::to_string(i)); });
+        }
+    };
+    std::thread other(add, "a");
+    add("b");
+    other.join();
+    EXPECT_EQ(store().activeCalendarIdentifiers().size(), 40u);
+}
+
+TEST_F(UserSettings, OfTwoFirstStartsAtOnceOneCopies) {
+    domains.standard->setValue("activeCalendarIdentifiers", platform::PropertyArray{"old"});
+    auto start = [&](std::string name) {
+        UserSettingsStore own(DefaultsDomains::of(*environment.ref()), environment.diagnostics);
+        own.updateActiveCalendarIdentifiers([&](Strings& identifiers) { identifiers.push_back(name); });
+    };
+    std::thread other(start, "x");
+    start("y");
+    other.join();
+    EXPECT_THAT(store().activeCalendarIdentifiers(), testing::UnorderedElementsAre("old", "x", "y"));
+}
+
+}  // namespace
