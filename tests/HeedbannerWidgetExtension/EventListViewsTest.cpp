@@ -1,0 +1,133 @@
+#include <HeedbannerWidgetExtension/Views/EventListViews.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Drawing.h"
+
+using namespace hbr;
+using namespace platform;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using Kind = LaidOutNode::Kind;
+using enum WidgetFamily;
+
+namespace {
+
+std::vector<Event> events(const test::Drawing& drawing, int count, double startMinute, double endMinute) {
+    std::vector<Event> events;
+    for (int i = 1; i <= count; ++i)
+        events.push_back(drawing.event(std::to_string(i), startMinute, endMinute));
+    return events;
+}
+
+LaidOutTree upcoming(const test::Drawing& drawing, std::vector<Event> events, WidgetFamily family) {
+    const UpcomingEventsEntry entry{drawing.now, std::move(events)};
+    const auto inputs = drawing.inputs();
+    return drawing.draw(UpcomingEventsWidgetView{entry, inputs}, family);
+}
+
+LaidOutTree current(const test::Drawing& drawing, std::vector<Event> events, WidgetFamily family) {
+    const CurrentEventsEntry entry{drawing.now, std::move(events)};
+    const auto inputs = drawing.inputs();
+    return drawing.draw(CurrentEventsWidgetView{entry, inputs}, family);
+}
+
+TEST(UpcomingEventsView, ShowsAsManyRowsAsFitFromTheFirst) {
+    test::Drawing drawing;
+    struct Case {
+        WidgetFamily family;
+        int count;
+        std::size_t rows;
+    };
+    for (const auto& c : std::vector<Case>{{systemSmall, 6, 2},
+                                           {systemMedium, 6, 3},
+                                           {systemLarge, 6, 6},
+                                           {systemLarge, 1, 1},
+                                           {systemMedium, 2, 2}}) {
+        const auto tree = upcoming(drawing, events(drawing, c.count, 30, 60), c.family);
+        const auto links = tree.links();
+        ASSERT_EQ(links.size(), c.rows) << nameOf(c.family);
+        EXPECT_EQ(links[0].url.absoluteString(), "heedbanner://preview/1");
+        EXPECT_LE(links.back().frame.bottom(), sizeOf(c.family).height - 16);
+        EXPECT_THAT(tree.texts(), Each(Not(HasSubstr("more"))));
+    }
+}
+
+TEST(UpcomingEventsView, RowsStandUnderTheHeader) {
+    test::Drawing drawing;
+    const auto medium = upcoming(drawing, events(drawing, 3, 30, 60), systemMedium).links();
+    ASSERT_EQ(medium.size(), 3U);
+    EXPECT_EQ(medium[0].frame, (Rect{16, 34, 332, 32}));
+    EXPECT_EQ(medium[1].frame, (Rect{16, 69, 332, 32}));
+    EXPECT_EQ(medium[2].frame.bottom(), 16 + 120);
+    const auto large = upcoming(drawing, events(drawing, 6, 30, 60), systemLarge).links();
+    ASSERT_EQ(large.size(), 6U);
+    EXPECT_EQ(large[0].frame, (Rect{16, 39, 332, 40}));
+    EXPECT_EQ(large[5].frame.bottom(), 16 + 293);
+}
+
+TEST(UpcomingEventsView, TwoLongTitlesDoNotFitASmallWidget) {
+    test::Drawing drawing;
+    auto list = events(drawing, 3, 30, 60);
+    list[0].title = "A title that takes two lines in any font that one could draw it in";
+    EXPECT_EQ(upcoming(drawing, list, systemSmall).links().size(), 2U);
+    list[1].title = list[0].title;
+    EXPECT_EQ(upcoming(drawing, list, systemSmall).links().size(), 1U);
+}
+
+TEST(UpcomingEventsView, OccurrencesOfOneSeriesAreRowsOfTheirOwn) {
+    test::Drawing drawing;
+    const auto tree =
+        upcoming(drawing, {drawing.event("s", 30, 60), drawing.event("s", 90, 120)}, systemMedium);
+    EXPECT_THAT(test::targetsOf(tree), ElementsAre("heedbanner://preview/s", "heedbanner://preview/s"));
+    EXPECT_THAT(tree.texts(), Contains("11:30–12:00"));
+}
+
+TEST(CurrentEventsView, SaysHowManyEventsItCannotShow) {
+    test::Drawing drawing;
+    struct Case {
+        WidgetFamily family;
+        int count;
+        std::size_t rows;
+        std::string overflow;
+    };
+    for (const auto& c : std::vector<Case>{{systemLarge, 3, 3, ""},
+                                           {systemLarge, 4, 3, "1 more event"},
+                                           {systemLarge, 5, 3, "2 more events"},
+                                           {systemMedium, 3, 3, ""},
+                                           {systemMedium, 4, 2, "2 more events"},
+                                           {systemSmall, 2, 1, "1 more event"}}) {
+        const auto tree = current(drawing, events(drawing, c.count, -30, 30), c.family);
+        EXPECT_EQ(tree.links().size(), c.rows) << nameOf(c.family) << c.count;
+        if (c.overflow.empty()) {
+            EXPECT_THAT(tree.texts(), Each(Not(HasSubstr("more"))));
+        } else {
+            EXPECT_EQ(tree.texts().back(), c.overflow);
+        }
+    }
+}
+
+TEST(CurrentEventsView, DrawsItsRowsForTheEntryOrTwelveMinutesInForScreenshots) {
+    test::Drawing drawing;
+    const auto list = events(drawing, 1, -30, 30);
+    const auto fraction = [&] {
+        return test::nodesOf(current(drawing, list, systemMedium).root, Kind::progress).at(0)->fraction;
+    };
+    EXPECT_DOUBLE_EQ(fraction(), 0.5);
+    drawing.settings.debugScreenshotMode = true;
+    EXPECT_DOUBLE_EQ(fraction(), 0.2);
+}
+
+TEST(EventLists, WithoutEventsEachHasItsMessage) {
+    test::Drawing drawing;
+    EXPECT_THAT(upcoming(drawing, {}, systemSmall).texts(), ElementsAre("No upcoming events"));
+    EXPECT_THAT(current(drawing, {}, systemLarge).texts(), ElementsAre("No current events"));
+    drawing.settings.debugScreenshotMode = true;
+    EXPECT_THAT(current(drawing, {}, systemLarge).texts(), ElementsAre("No current events"));
+}
+
+}  // namespace
