@@ -54,7 +54,7 @@ class Drawing {
 
   private:
     hbr::Formatters formatters{world};
-    hbr::WidgetStrings strings{*world.ref()};
+    hbr::WidgetStrings strings{world.ref()};
     std::shared_ptr<const platform::PictureLibrary> pictures =
         std::make_shared<platform::PictureLibrary>(world);
 };

@@ -137,12 +137,14 @@ TEST(EventDetailView, ShowsProgressFromTheStartToTheEndOfAnEvent) {
 TEST(EventDetailView, MarksTheKindOfEvent) {
     test::Drawing drawing;
     Event event = drawing.event("1", 30, 30);
-    const auto bars = test::nodesOf(pill(drawing, event, systemMedium).root, Kind::shape);
+    const auto withBar = pill(drawing, event, systemMedium);
+    const auto bars = test::nodesOf(withBar.root, Kind::shape);
     ASSERT_EQ(bars.size(), 2U);
     EXPECT_EQ(bars[0]->frame.width, 332);
     EXPECT_EQ(bars[1]->frame, (Rect{12, bars[0]->frame.y + 2, 3, 28}));
     event.type = Event::EventType::appleReminder;
-    const auto circle = test::nodesOf(pill(drawing, event, systemMedium).root, Kind::symbol);
+    const auto withCircle = pill(drawing, event, systemMedium);
+    const auto circle = test::nodesOf(withCircle.root, Kind::symbol);
     ASSERT_EQ(circle.size(), 1U);
     EXPECT_EQ(circle[0]->text, "circle");
     EXPECT_EQ(circle[0]->frame, (Rect{12, bars[0]->frame.y + 7, 10, 10}));

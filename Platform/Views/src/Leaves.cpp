@@ -1,3 +1,4 @@
+#include "ShapedText.h"
 #include "ViewNode.h"
 
 #include <algorithm>
@@ -82,10 +83,11 @@ class SymbolNode final : public FileNode {
 
   protected:
     double sizeFactor(const Inherited& inherited) const override { return inherited.font.size / 11; }
-    /// Beside text the middle of a symbol is that of capitals.
+    /// Beside text the middle of a symbol is that of the line, so that a symbol of the line's height adds
+    /// nothing to it.
     Extent baselined(Size size, const Inherited& inherited) const override {
-        constexpr double halfCapitalHeight = 0.364;
-        const double baseline = size.height / 2 + inherited.font.size * halfCapitalHeight;
+        const double middleToBaseline = baselineInLineBox(inherited.font) - inherited.font.lineHeight() / 2;
+        const double baseline = size.height / 2 + middleToBaseline;
         return {size, baseline, baseline};
     }
 };
