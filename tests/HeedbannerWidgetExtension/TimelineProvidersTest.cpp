@@ -1,0 +1,149 @@
+#include <HbrCore/CoreFixture.h>
+#include <HeedbannerWidgetExtension/HeedbannerWidgetBundle.h>
+#include <HeedbannerWidgetExtension/TimelineProviders.h>
+#include <HeedbannerWidgetExtension/WidgetKinds.h>
+#include <WidgetHost/WidgetCenter.h>
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace hbr;
+using test::at;
+using testing::ElementsAre;
+
+/// Providers over a fixed list, ten minutes apart from 10:00 on; a reload completes at once.
+EventSource listed(const test::TestEnvironment& environment, int count, int* reloads = nullptr) {
+    std::vector<Event> events;
+    for (int i = 0; i < count; ++i) {
+        Event event;
+        event.id = std::to_string(i);
+        event.startDate = at("2026-03-04T10:00:00Z").addingTimeInterval(600.0 * i);
+        events.push_back(event);
+    }
+    return {environment, [events] { return events; }, [events] { return events; },
+            [reloads](const std::function<void()>& completion) {
+                if (reloads) ++*reloads;
+                completion();
+            }};
+}
+
+template <class Provider>
+auto timelineOf(const Provider& provider) {
+    platform::Timeline<typename Provider::Entry> result;
+    provider.getTimeline({}, [&](auto timeline) { result = std::move(timeline); });
+    return result;
+}
+
+TEST(NextEventProvider, CountsDownToThreeEventsEachFromTheStartOfTheOneBefore) {
+    test::TestEnvironment environment("2026-03-04T09:00:00Z");
+    struct Case {
+        int events;
+        std::vector<std::string> dates;
+        const char* after;
+    };
+    const Case cases[] = {{0, {}, "2026-03-04T09:01:00Z"},
+                          {1, {"09:00"}, "2026-03-04T10:01:00Z"},
+                          {5, {"09:00", "10:00", "10:10"}, "2026-03-04T10:21:00Z"}};
+    for (const Case& c : cases) {
+        int reloads = 0;
+        const auto timeline = timelineOf(NextEventProvider(listed(environment, c.events, &reloads)));
+        std::vector<std::string> dates;
+        for (std::size_t i = 0; i < timeline.entries.size(); ++i) {
+            dates.push_back(platform::formatRfc3339(timeline.entries[i].date).substr(11, 5));
+            EXPECT_EQ(timeline.entries[i].event->id, std::to_string(i));
+        }
+        EXPECT_EQ(dates, c.dates);
+        EXPECT_EQ(timeline.policy.date, at(c.after));
+        EXPECT_EQ(reloads, 1);
+    }
+}
+
+TEST(ListProviders, GiveOneEntryForAMinute) {
+    test::TestEnvironment environment("2026-03-04T09:00:00Z");
+    const auto upcoming = timelineOf(UpcomingEvetsProvider(listed(environment, 10)));
+    const auto current = timelineOf(CurrentEvetsProvider(listed(environment, 10)));
+    ASSERT_EQ(upcoming.entries.size(), 1u);
+    EXPECT_EQ(upcoming.entries[0].events.size(), 6u);
+    EXPECT_EQ(current.entries.at(0).events.size(), 10u);
+    for (const auto& policy : {upcoming.policy, current.policy})
+        EXPECT_EQ(policy.date, at("2026-03-04T09:01:00Z"));
+    EXPECT_TRUE(timelineOf(UpcomingEvetsProvider(listed(environment, 0))).entries.at(0).events.empty());
+}
+
+TEST(Providers, SnapshotsAndPlaceholdersDoNotReload) {
+    test::TestEnvironment environment;
+    int reloads = 0;
+    const auto source = listed(environment, 7, &reloads);
+    NextEventProvider(source).getSnapshot(
+        {}, [](const NextEventEntry& entry) { EXPECT_EQ(entry.event->id, "0"); });
+    UpcomingEvetsProvider(source).getSnapshot(
+        {}, [](const UpcomingEventsEntry& e) { EXPECT_EQ(e.events.size(), 6u); });
+    CurrentEvetsProvider(source).getSnapshot(
+        {}, [](const CurrentEventsEntry& e) { EXPECT_EQ(e.events.size(), 7u); });
+    EXPECT_FALSE(NextEventProvider(source).placeholder({}).event);
+    EXPECT_TRUE(UpcomingEvetsProvider(source).placeholder({}).events.empty());
+    EXPECT_EQ(reloads, 0);
+}
+
+TEST(Providers, TimelinesAcrossAChangeOfTheClock) {
+    struct Case {
+        const char* zone;
+        const char* now;
+        std::vector<std::string> starts;
+    };
+    // Daily at 03:30 by the wall clock of the zone, from the evening before the change on.
+    const Case cases[] = {
+        {"Europe/Berlin",
+         "2026-03-28T20:00:00Z",
+         {"2026-03-29T01:30:00.000Z", "2026-03-30T01:30:00.000Z", "2026-03-31T01:30:00.000Z"}},
+        {"Europe/Berlin",
+         "2026-10-23T20:00:00Z",
+         {"2026-10-24T01:30:00.000Z", "2026-10-25T02:30:00.000Z", "2026-10-26T02:30:00.000Z"}},
+        {"America/New_York",
+         "2026-03-06T20:00:00Z",
+         {"2026-03-07T08:30:00.000Z", "2026-03-08T07:30:00.000Z", "2026-03-09T07:30:00.000Z"}},
+        {"Asia/Kolkata",
+         "2026-03-28T20:00:00Z",
+         {"2026-03-28T22:00:00.000Z", "2026-03-29T22:00:00.000Z", "2026-03-30T22:00:00.000Z"}},
+        // Without summer time since 2022, which older zone data does not know.
+        {"America/Mexico_City",
+         "2026-04-04T20:00:00Z",
+         {"2026-04-05T09:30:00.000Z", "2026-04-06T09:30:00.000Z", "2026-04-07T09:30:00.000Z"}},
+    };
+    for (const Case& c : cases) {
+        test::CoreFixture core(c.now, c.zone);
+        core.write("calendars/daily.ics",
+                   "BEGIN:VEVENT\nUID:d\nSUMMARY:Daily\nDTSTART;TZID=" + std::string(c.zone) +
+                       ":20260101T033000\nDURATION:PT10M\nRRULE:FREQ=DAILY\nEND:VEVENT\n");
+        auto& manager = core.reloaded();
+        const EventSource source{core.environment, [&] { return manager.allCachedUpcomingEvents(); },
+                                 [&] { return manager.allCachedCurrentEvents(); },
+                                 [&](const std::function<void()>& completion) { completion(); }};
+        const auto timeline = timelineOf(NextEventProvider(source));
+        std::vector<std::string> starts;
+        for (const auto& entry : timeline.entries)
+            starts.push_back(platform::formatRfc3339(entry.event->startDate));
+        EXPECT_EQ(starts, c.starts) << c.zone << " " << c.now;
+    }
+}
+
+struct RecordingCenter final : platform::WidgetCenter {
+    std::vector<std::string> kinds;
+    void reloadTimelines(std::string_view ofKind) override { kinds.emplace_back(ofKind); }
+};
+
+TEST(HeedbannerWidgetBundle, AnAnnouncedReloadAsksOnceForEachKind) {
+    test::CoreFixture core;
+    const auto services = [&]() -> CoreServices& { return core.services(); };
+    const HeedbannerWidgetBundle first(core.environment, services);
+    const HeedbannerWidgetBundle second(core.environment, services);
+    const auto center = std::make_shared<RecordingCenter>();
+    platform::WidgetCenter::install(center);
+    core.services().center().post(didReloadEventsNotification);
+    platform::WidgetCenter::install(nullptr);
+    core.services().center().post(didReloadEventsNotification);
+    EXPECT_THAT(center->kinds, ElementsAre(widgetKind::nextEventCountdown, widgetKind::upcomingEvents,
+                                           widgetKind::currentEvents));
+}
+
+}  // namespace
