@@ -1,6 +1,6 @@
 #include <Views/LaidOutTree.h>
 
-#include "ViewNode.h"
+#include "StackPlan.h"
 
 namespace platform {
 
@@ -29,6 +29,8 @@ LaidOutTree layOut(const View& view, Size size, const ViewContext& context) {
     Inherited inherited;
     inherited.color = context.palette().primary;
     inherited.context = &context;
+    StackPlanCache plans;
+    inherited.plans = &plans;
     const Size taken = view.node()->measure(Proposal::of(size), inherited).size;
     view.node()->place(
         {(size.width - taken.width) / 2, (size.height - taken.height) / 2, taken.width, taken.height},

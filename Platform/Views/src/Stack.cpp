@@ -1,5 +1,4 @@
-#include "StackDistribution.h"
-#include "ViewNode.h"
+#include "StackPlan.h"
 
 #include <algorithm>
 #include <numeric>
@@ -12,13 +11,6 @@ std::vector<View> withoutEmpty(std::vector<View> children) {
     std::erase_if(children, [](const View& child) { return child.isEmpty(); });
     return children;
 }
-
-/// Lengths and extents of a stack's children for one proposal.
-struct StackPlan {
-    std::vector<double> gaps;
-    std::vector<Extent> children;
-    double length = 0;
-};
 
 class StackNode : public ViewNode {
   public:
@@ -42,7 +34,22 @@ class StackNode : public ViewNode {
         return inherited;
     }
 
-    StackPlan plan(const Proposal& proposal, const Inherited& inherited) const {
+    const StackPlan& plan(const Proposal& proposal, const Inherited& inherited) const {
+        const StackPlanCache::Key key{this,
+                                      proposal.width,
+                                      proposal.height,
+                                      inherited.font,
+                                      inherited.lineLimit,
+                                      inherited.minimumScaleFactor,
+                                      inherited.isResizable};
+        if (const auto* known = inherited.plans->find(key)) return *known;
+        return inherited.plans->add(key, newPlan(proposal, inherited));
+    }
+
+    const std::vector<View>& children() const { return children_; }
+
+  private:
+    StackPlan newPlan(const Proposal& proposal, const Inherited& inherited) const {
         std::vector<StackItem> items;
         items.reserve(children_.size());
         for (const auto& child : children_) {
@@ -68,9 +75,6 @@ class StackNode : public ViewNode {
         return result;
     }
 
-    const std::vector<View>& children() const { return children_; }
-
-  private:
     Proposal along(std::optional<double> length, const Proposal& proposal) const {
         return axis_ == Axis::horizontal ? Proposal{length, proposal.height}
                                          : Proposal{proposal.width, length};
@@ -87,7 +91,7 @@ class ColumnNode final : public StackNode {
         : StackNode(Axis::vertical, options.spacing, std::move(children)), alignment_(options.alignment) {}
 
     Extent measure(const Proposal& proposal, const Inherited& outer) const override {
-        const auto stack = plan(proposal, within(outer));
+        const auto& stack = plan(proposal, within(outer));
         Extent result = Extent::of({0, stack.length});
         double y = 0;
         for (std::size_t i = 0; i < stack.children.size(); ++i) {
@@ -106,7 +110,7 @@ class ColumnNode final : public StackNode {
 
     void place(Rect frame, const Inherited& outer, std::vector<LaidOutNode>& out) const override {
         const Inherited inherited = within(outer);
-        const auto stack = plan(Proposal::of(frame.size()), inherited);
+        const auto& stack = plan(Proposal::of(frame.size()), inherited);
         auto& column = out.emplace_back();
         column.kind = LaidOutNode::Kind::column;
         column.frame = frame;
@@ -130,7 +134,7 @@ class RowNode final : public StackNode {
         : StackNode(Axis::horizontal, options.spacing, std::move(children)), alignment_(options.alignment) {}
 
     Extent measure(const Proposal& proposal, const Inherited& outer) const override {
-        const auto stack = plan(proposal, within(outer));
+        const auto& stack = plan(proposal, within(outer));
         const auto tops = topsOf(stack);
         Extent result;
         for (std::size_t i = 0; i < stack.children.size(); ++i) {
@@ -147,7 +151,7 @@ class RowNode final : public StackNode {
 
     void place(Rect frame, const Inherited& outer, std::vector<LaidOutNode>& out) const override {
         const Inherited inherited = within(outer);
-        const auto stack = plan(Proposal::of(frame.size()), inherited);
+        const auto& stack = plan(Proposal::of(frame.size()), inherited);
         const auto tops = topsOf(stack);
         auto& row = out.emplace_back();
         row.kind = LaidOutNode::Kind::row;

@@ -37,6 +37,8 @@ struct Extent {
     double along(Axis axis) const { return axis == Axis::horizontal ? size.width : size.height; }
 };
 
+class StackPlanCache;
+
 /// What modifiers of outer views hand to the inner ones.
 struct Inherited {
     Font font;
@@ -51,6 +53,7 @@ struct Inherited {
     /// Of the nearest stack; a spacer stretches along it only.
     std::optional<Axis> stackAxis;
     const ViewContext* context = nullptr;
+    StackPlanCache* plans = nullptr;
 };
 
 /// One step of a layout: told a proposal it says what it takes; given a frame it adds what it draws.
