@@ -39,6 +39,7 @@ TEST(ItemScanner, ReadsTextsAsTheyWereWritten) {
     EXPECT_EQ(titleOf(utf16(withTitle("Wide"), false, true)), "Wide");
     EXPECT_EQ(titleOf(utf16(withTitle("Wide"), true, true)), "Wide");
     EXPECT_EQ(titleOf(utf16(withTitle("Wide"), false, false)), "Wide");
+    EXPECT_EQ(titleOf(withTitle(std::string("nul\0l", 5))), "null");
     EXPECT_EQ(titleOf(withTitle("a\\, b\\; c\\\\ \\nd")), "a, b; c\\ \nd");
     auto oldLineEnds = withTitle("Old");
     for (auto at = oldLineEnds.find("\r\n"); at != std::string::npos; at = oldLineEnds.find("\r\n")) {

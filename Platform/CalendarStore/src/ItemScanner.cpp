@@ -112,6 +112,12 @@ class Scanner {
             converted = lineAsUtf8(raw);
             raw = converted;
         }
+        if (raw.find('\0') != std::string_view::npos) {
+            // The item's text would end there for the parser.
+            converted = std::string(raw);
+            std::erase(converted, '\0');
+            raw = converted;
+        }
         const auto line = ContentLine::parse(raw);
         if (!line) {
             if (!open_.empty() && !trimmedAscii(raw).empty()) tell("line without a property left out");

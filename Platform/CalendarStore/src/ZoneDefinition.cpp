@@ -19,14 +19,17 @@ void appendTransitions(const ZoneDefinition::Observance& observance,
     add(secondsOf(observance.start->local), observance.start->isUtc);
     for (const auto& date : observance.dates)
         add(secondsOf(date.local), date.isUtc);
+    // Some begin in 1601; nobody's calendar does.
+    const auto earliest = secondsOf({1960, 1, 1, 0, 0, 0});
     const auto horizon = secondsOf({lastTransitionYear, 1, 1, 0, 0, 0});
     for (const auto& text : observance.rules) {
         std::string problem;
         const auto rule = RecurrenceRule::parse(text, problem);
         if (!rule || rule->frequency < RecurrenceRule::Frequency::daily) continue;
         int count = 1;
+        const auto from = secondsOf(observance.start->local) + 1;
         RuleExpansion(*rule, observance.start->local, false)
-            .visit(secondsOf(observance.start->local) + 1, horizon, [&](std::int64_t local) {
+            .visit(rule->count ? from : std::max(from, earliest), horizon, [&](std::int64_t local) {
                 if (rule->count && ++count > *rule->count) return false;
                 if (rule->until) {
                     const auto last = secondsOf(rule->until->local) + (rule->until->isDate ? 86399 : 0);

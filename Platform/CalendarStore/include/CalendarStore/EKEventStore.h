@@ -18,7 +18,8 @@ namespace platform {
 /// Posted from the store's worker thread after the new state is in place.
 inline constexpr std::string_view eventStoreChangedNotification = "EKEventStoreChanged";
 
-/// What to ask for; made by the store's predicate operations.
+/// What to ask for; made by the store's predicate operations. Calendars that the store does not know are
+/// passed over; without calendars nothing is asked for.
 struct EKPredicate {
     EKEntityType entityType = EKEntityType::event;
     Date start;
@@ -63,17 +64,18 @@ class EKEventStore {
     EKEventStore(const EKEventStore&) = delete;
     EKEventStore& operator=(const EKEventStore&) = delete;
 
-    /// Full when an account of this kind of store can be read, denied when there are some and none can,
-    /// not determined when there is none.
+    /// Full when at least one calendar account can be read (a delegated one too: access is what makes a store
+    /// of delegates possible), denied when there are some and none can, not determined when there is none.
     EKAuthorizationStatus authorizationStatus(EKEntityType type) const;
     using AccessCompletion = std::function<void(bool granted, std::exception_ptr error)>;
     /// Reads the accounts again, then completes (on the calling thread).
     void requestFullAccessToEvents(const AccessCompletion& completion);
     void requestFullAccessToReminders(const AccessCompletion& completion);
     void requestAccess(EKEntityType type, const AccessCompletion& completion);
-    /// Looks for changed files; posts the change notification when something changed.
+    /// Looks for changed files and accounts on the calling thread; what changed is told by the notification.
     void refreshSourcesIfNecessary();
-    /// Watches the accounts from now on and posts the change notification; long-lived processes only.
+    /// Watches the accounts' files and folders from now on and posts the change notification; long-lived
+    /// processes only.
     void startWatching();
 
     std::vector<std::shared_ptr<const EKSource>> delegateSources() const;
@@ -81,6 +83,7 @@ class EKEventStore {
     EKCalendarRef calendarWithIdentifier(std::string_view identifier) const;
     /// The first occurrence; nullptr when there is none.
     EKEventRef eventWithIdentifier(std::string_view identifier) const;
+    /// A recurring task stands for its next open due, from the environment's clock on.
     EKReminderRef reminderWithIdentifier(std::string_view identifier) const;
 
     EKPredicate predicateForEvents(Date start, Date end, std::vector<EKCalendarRef> calendars) const;
