@@ -28,13 +28,14 @@ void addMissing(std::vector<std::string>& addresses, const std::vector<std::stri
     }
 }
 
-std::vector<std::string> undecided(CommandContext& context, platform::EKEntityType type,
-                                   const std::vector<std::string>& accountNames) {
+std::vector<std::string> toWatch(CommandContext& context, platform::EKEntityType type,
+                                 const std::vector<AddedAccount>& accounts) {
     std::vector<std::string> identifiers;
     for (const auto& choice : collectionChoices(context, type)) {
-        const bool isNamed =
-            std::find(accountNames.begin(), accountNames.end(), choice.accountName) != accountNames.end();
-        if (isNamed && choice.isNew) identifiers.push_back(choice.identifier);
+        const bool isMeant = std::any_of(accounts.begin(), accounts.end(), [&](const AddedAccount& one) {
+            return one.account.name == choice.accountName && (choice.isNew || !one.wasThere);
+        });
+        if (isMeant && !choice.active) identifiers.push_back(choice.identifier);
     }
     return identifiers;
 }
@@ -99,11 +100,11 @@ AddedAccount addAccount(CommandContext& context, platform::Account account, bool
     return result;
 }
 
-SetupRecord watchUndecided(CommandContext& context, const std::vector<std::string>& accountNames) {
+SetupRecord watchAdded(CommandContext& context, const std::vector<AddedAccount>& accounts) {
     context.forgetCore();
     SetupRecord record;
-    record.calendars = undecided(context, platform::EKEntityType::event, accountNames);
-    record.reminderLists = undecided(context, platform::EKEntityType::reminder, accountNames);
+    record.calendars = toWatch(context, platform::EKEntityType::event, accounts);
+    record.reminderLists = toWatch(context, platform::EKEntityType::reminder, accounts);
     setActive(context, platform::EKEntityType::event, record.calendars, true);
     setActive(context, platform::EKEntityType::reminder, record.reminderLists, true);
     return record;

@@ -26,9 +26,9 @@ std::string uniqueAccountName(const std::string& name, const std::vector<platfor
 /// accounts cannot be written.
 AddedAccount addAccount(CommandContext& context, platform::Account account, bool dryRun);
 
-/// Starts watching the calendars and task lists of the named accounts that the user has not decided about;
-/// gives what was activated.
-SetupRecord watchUndecided(CommandContext& context, const std::vector<std::string>& accountNames);
+/// Starts watching every calendar and task list of accounts that were added, and of those that were there
+/// the ones about which the user has not decided; gives what was activated.
+SetupRecord watchAdded(CommandContext& context, const std::vector<AddedAccount>& accounts);
 
 /// Lines for standard output: what an account holds, and what of it was skipped.
 std::string describeAddition(const AddedAccount& added, const Console& console, bool dryRun);

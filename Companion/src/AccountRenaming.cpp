@@ -35,10 +35,47 @@ void replaceIn(std::vector<std::string>& identifiers, const Replacements& replac
     }
 }
 
+/// An event that has settings of its own, as it was called before.
+struct CustomizedEvent {
+    EventSettings settings;
+    platform::EKEventRef event;
+};
+
+std::vector<CustomizedEvent> customizedEvents(CoreServices& core) {
+    std::vector<CustomizedEvent> found;
+    const auto all = core.eventSettings().customSettings();
+    if (!all) return found;
+    for (const auto& [identifier, settings] : *all) {
+        const auto event = core.aggregatedEventStore().eventWithIdentifier(identifier);
+        if (event && event->calendar) found.push_back({settings, event});
+    }
+    return found;
+}
+
+/// Event identifiers come from those of their calendars; the UID tells which is which.
+void moveEventSettings(CoreServices& core, const std::vector<CustomizedEvent>& customized,
+                       const Replacements& replacements) {
+    for (const auto& [settings, before] : customized) {
+        const auto calendar = replacements.find(before->calendar->calendarIdentifier);
+        if (calendar == replacements.end()) continue;
+        for (const auto& after : core.aggregatedEventStore().events(before->startDate, before->endDate)) {
+            const bool isSame =
+                after->calendar->calendarIdentifier == calendar->second &&
+                after->calendarItemExternalIdentifier == before->calendarItemExternalIdentifier;
+            if (!isSame) continue;
+            if (core.eventSettings().storeCustomSettings(settings, after->eventIdentifier)) {
+                core.eventSettings().deleteCustomSettings(before->eventIdentifier);
+            }
+            break;
+        }
+    }
+}
+
 }  // namespace
 
 void renameAccount(CommandContext& context, const std::string& name, const std::string& newName) {
     const Identifiers before = collectionsOf(context, name);
+    const auto customized = customizedEvents(context.core());
     bool isTaken = false;
     const bool written = context.accounts().update([&](std::vector<platform::Account>& accounts) {
         isTaken = std::any_of(accounts.begin(), accounts.end(),
@@ -62,6 +99,7 @@ void renameAccount(CommandContext& context, const std::string& name, const std::
     const auto replace = [&](std::vector<std::string>& identifiers) { replaceIn(identifiers, replacements); };
     context.core().settings().updateActiveCalendarIdentifiers(replace);
     context.core().settings().updateActiveReminderListIdentifiers(replace);
+    moveEventSettings(context.core(), customized, replacements);
 
     auto decided = context.records().decidedIdentifiers();
     const auto oldDecided = decided;

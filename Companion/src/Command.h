@@ -28,6 +28,8 @@ class Command {
     /// Three lines as one would type them, with what they do.
     virtual std::string_view examples() const = 0;
     virtual void declare(CLI::App& app) = 0;
+    /// False for a command that works without the calendars; none of their files is then opened.
+    virtual bool readsCalendars() const { return true; }
     /// A failure is thrown as CommandFailure.
     virtual ExitCode run(CommandContext& context) = 0;
 };

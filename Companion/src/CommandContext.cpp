@@ -4,7 +4,8 @@ namespace hbr {
 
 CoreServices& CommandContext::core() {
     if (!core_) {
-        core_ = std::make_unique<CoreServices>(environment_, CoreServices::Options{.asksForAccess = true});
+        core_ = std::make_unique<CoreServices>(environment_,
+                                               CoreServices::Options{.asksForAccess = readsCalendars_});
     }
     return *core_;
 }

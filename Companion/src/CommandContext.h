@@ -16,8 +16,13 @@ namespace hbr {
 /// What a command works with.
 class CommandContext {
   public:
-    CommandContext(platform::EnvironmentRef environment, Console console, GeneralOptions options)
-        : environment_(std::move(environment)), console_(console), options_(std::move(options)) {}
+    /// Access to the calendars, so that delegated accounts count, is asked for where `readsCalendars`.
+    CommandContext(platform::EnvironmentRef environment, Console console, GeneralOptions options,
+                   bool readsCalendars)
+        : environment_(std::move(environment)),
+          console_(console),
+          options_(std::move(options)),
+          readsCalendars_(readsCalendars) {}
 
     const platform::EnvironmentRef& environment() const { return environment_; }
     const Console& console() const { return console_; }
@@ -25,7 +30,7 @@ class CommandContext {
     platform::Date now() const { return environment_->now(); }
     platform::AccountsFile accounts() const { return platform::AccountsFile(environment_); }
 
-    /// The core, made on first use; asks for access to the calendars, so that delegated accounts count.
+    /// The core, made on first use.
     CoreServices& core();
     /// Makes the next use of `core` see accounts that were changed since.
     void forgetCore() { core_.reset(); }
@@ -38,6 +43,7 @@ class CommandContext {
     platform::EnvironmentRef environment_;
     Console console_;
     GeneralOptions options_;
+    bool readsCalendars_;
     std::unique_ptr<CoreServices> core_;
     std::unique_ptr<CompanionRecords> records_;
 };

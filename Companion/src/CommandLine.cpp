@@ -1,6 +1,6 @@
 #include "CommandLine.h"
 
-#include "MomentText.h"
+#include <Companion/MomentText.h>
 
 #include <Companion/NearestName.h>
 #include <CLI/CLI.hpp>
@@ -78,8 +78,9 @@ class HelpText : public CLI::Formatter {
 
   private:
     static std::string optionArgument(const CLI::Option& option) {
-        if (option.get_type_size() == 0 || option.get_positional()) return "";
-        return " " + option.get_type_name() + (option.get_items_expected_max() > 1 ? " ..." : "");
+        if (option.get_items_expected_max() == 0 || option.get_positional()) return "";
+        const std::string type = option.get_type_name();
+        return (type.empty() ? "" : " " + type) + (option.get_items_expected_max() > 1 ? " ..." : "");
     }
 };
 

@@ -1,4 +1,4 @@
-#include "DurationText.h"
+#include <Companion/DurationText.h>
 
 #include <charconv>
 

@@ -27,10 +27,6 @@ LocationExamination refused(ExitCode code, std::string reason) {
     return result;
 }
 
-std::string counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
 }  // namespace
 
 std::size_t LocationExamination::eventCount() const {
@@ -104,6 +100,10 @@ LocationExamination examineLocation(const platform::Environment& environment,
         return refused(ExitCode::nothingThere, name + ": no .ics files in this folder or its subfolders");
     }
     return result;
+}
+
+std::string counted(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
 std::string countsText(const platform::AccountReport& report) {

@@ -30,6 +30,9 @@ std::filesystem::path normalizedLocation(const std::string& location);
 LocationExamination examineLocation(const platform::Environment& environment,
                                     const platform::Account& account);
 
+/// "1 calendar", "2 calendars".
+std::string counted(std::size_t count, const std::string& noun);
+
 /// "2 calendars, 31 events, 1 task list, 4 tasks".
 std::string countsText(const platform::AccountReport& report);
 

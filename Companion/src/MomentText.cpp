@@ -1,4 +1,4 @@
-#include "MomentText.h"
+#include <Companion/MomentText.h>
 
 #include <charconv>
 #include <string>

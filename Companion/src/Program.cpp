@@ -3,8 +3,13 @@
 #include "ProgramDiagnostics.h"
 
 #include <Companion/Program.h>
+#include <MxLogger/MxLogger.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+#include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <exception>
 #include <iostream>
 
@@ -18,9 +23,23 @@ std::filesystem::path programPath(const char* name) {
     return error ? std::filesystem::path(name) : path;
 }
 
+/// The log is on only when asked for; the switch is not stored.
+void startLogging(const GeneralOptions& options) {
+    if (options.log.empty()) return;
+    int output = STDERR_FILENO;
+    if (options.log != "-") {
+        output = open(options.log.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+        if (output < 0) throw CommandFailure(ExitCode::failed, options.log + ": " + std::strerror(errno));
+    }
+    MxLogger::setOutput(output);
+    if (options.verbose) MxLogger::setMinimumLevel(MxLogger::Level::debug);
+    MxLogger::start(true);
+}
+
 ExitCode run(Command& command, CommandContext& context, const ProgramDiagnostics& diagnostics) {
     ExitCode code = ExitCode::failed;
     try {
+        startLogging(context.options());
         code = command.run(context);
     } catch (const CommandFailure& failure) {
         context.console().complain(failure.what());
@@ -58,7 +77,8 @@ int runCompanion(int argc, char** argv) {
     if (line.general.now) environment->clock = [now = *line.general.now] { return now; };
     platform::Environment::setCurrent(environment);
 
-    CommandContext context(environment, Console(!line.general.noColor), line.general);
+    CommandContext context(environment, Console(!line.general.noColor), line.general,
+                           line.command->readsCalendars());
     return static_cast<int>(finishOutput(run(*line.command, context, *diagnostics)));
 }
 

@@ -1,6 +1,6 @@
 #include "SettingCatalogue.h"
 
-#include "DurationText.h"
+#include <Companion/DurationText.h>
 
 #include <Companion/ExitCode.h>
 #include <Companion/NearestName.h>

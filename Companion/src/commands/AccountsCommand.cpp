@@ -117,7 +117,7 @@ class AccountsCommand final : public Command {
         if (kind_ == "holidays") account.kind = Account::Kind::holidays;
         const auto added = addAccount(context, account, false);
         context.console().out() << describeAddition(added, context.console(), false);
-        watchUndecided(context, {added.account.name});
+        watchAdded(context, {added});
         return ExitCode::done;
     }
 

@@ -2,6 +2,7 @@
 #include "CollectionChoices.h"
 #include "Command.h"
 #include "CommandContext.h"
+#include "LocationExamination.h"
 #include "ProgramDiagnostics.h"
 #include "SettingCatalogue.h"
 
@@ -133,9 +134,6 @@ class DoctorCommand final : public Command {
 
     static std::string collectionLine(const platform::CollectionReport& collection) {
         const auto& titled = collection.events ? collection.events : collection.reminders;
-        const auto counted = [](std::size_t count, const std::string& noun) {
-            return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-        };
         return onOneLine(titled ? titled->title : collection.location.filename().string()) + ": " +
                counted(collection.files, "file") + ", " + counted(collection.eventCount, "event") + ", " +
                counted(collection.reminderCount, "task");

@@ -1,6 +1,6 @@
+#include <Companion/MomentText.h>
 #include "Command.h"
 #include "CommandContext.h"
-#include "MomentText.h"
 
 #include <HbrCore/Events/EventJson.h>
 #include <HbrCore/Events/EventTexts.h>

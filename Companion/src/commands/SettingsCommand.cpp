@@ -36,6 +36,8 @@ class SettingsCommand final : public Command {
                "  heedbanner settings export settings.json       and later: settings import settings.json";
     }
 
+    bool readsCalendars() const override { return false; }
+
     void declare(CLI::App& app) override {
         app.require_subcommand(0, 1);
         app.add_subcommand("list", "All settings, their values and what they mean");

@@ -84,28 +84,29 @@ class SetupCommand final : public Command {
     ExitCode setUp(CommandContext& context) {
         const Console& console = context.console();
         SetupRecord record;
-        std::vector<std::string> names;
+        std::vector<AddedAccount> accounts;
         ExitCode code = ExitCode::done;
         for (const auto& location : locations_) {
             try {
                 const auto added = addAccount(context, accountFor(location, addresses_), dryRun_);
                 console.out() << describeAddition(added, console, dryRun_);
-                names.push_back(added.account.name);
+                accounts.push_back(added);
                 if (!added.wasThere) record.accounts.push_back(added.account.name);
             } catch (const CommandFailure& failure) {
                 console.complain(failure.what());
                 if (code != ExitCode::failed) code = failure.code;
             }
         }
-        if (dryRun_ || names.empty()) return code;
+        if (dryRun_ || accounts.empty()) return code;
 
-        const SetupRecord watched = watchUndecided(context, names);
+        const SetupRecord watched = watchAdded(context, accounts);
         record.calendars = watched.calendars;
         record.reminderLists = watched.reminderLists;
         if (!record.empty()) context.records().setLastSetup(record);
-        console.out() << "Watched: " << context.core().settings().activeCalendarIdentifiers().size()
-                      << " calendars, " << context.core().settings().activeReminderListIdentifiers().size()
-                      << " task lists. See them with: heedbanner agenda\n";
+        const UserSettingsStore& settings = context.core().settings();
+        console.out() << "Watched: " << counted(settings.activeCalendarIdentifiers().size(), "calendar")
+                      << ", " << counted(settings.activeReminderListIdentifiers().size(), "task list")
+                      << ". See them with: heedbanner agenda\n";
         return code;
     }
 
@@ -118,9 +119,9 @@ class SetupCommand final : public Command {
         const std::string state = dryRun_ ? "would be removed" : "removed";
         for (const auto& account : record.accounts)
             console.out() << onOneLine(account) << ": " << state << "\n";
-        console.out() << record.calendars.size() << " calendars, " << record.reminderLists.size()
-                      << " task lists: " << (dryRun_ ? "would no longer be watched" : "no longer watched")
-                      << "\n";
+        console.out() << counted(record.calendars.size(), "calendar") << ", "
+                      << counted(record.reminderLists.size(), "task list") << ": "
+                      << (dryRun_ ? "would no longer be watched" : "no longer watched") << "\n";
         if (dryRun_) return ExitCode::done;
 
         setActive(context, platform::EKEntityType::event, record.calendars, false);
