@@ -44,5 +44,6 @@ function(hbr_room_tests name)
   target_link_libraries(${name} PRIVATE ${TESTS_LEANS_ON} GTest::gmock GTest::gtest GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE HEEDBANNER_BUILD_RESOURCES="${HEEDBANNER_BUILD_RESOURCES}")
   hbr_compile_settings(${name})
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120
+    ENVIRONMENT LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leak-suppressions.txt:print_suppressions=0)
 endfunction()
