@@ -37,12 +37,12 @@ CoreServices::CoreServices(platform::EnvironmentRef environment, Options options
     parts.eventSettings = std::make_shared<EventSettingsStore>(parts.domains.shared, parts.center);
     parts.reminders =
         std::make_shared<CustomRemindersStore>(parts.domains.shared, parts.center, parts.environment);
-    parts.aggregatedEventStore =
-        std::make_shared<AggregatedEventStore>(AggregatedEventStore::Collaborators{.environment = parts.environment,
-                                                                                   .center = parts.center,
-                                                                                   .settings = parts.settings,
-                                                                                   .eventSettings = parts.eventSettings,
-                                                                                   .parser = parts.parser});
+    parts.aggregatedEventStore = std::make_shared<AggregatedEventStore>(
+        AggregatedEventStore::Collaborators{.environment = parts.environment,
+                                            .center = parts.center,
+                                            .settings = parts.settings,
+                                            .eventSettings = parts.eventSettings,
+                                            .parser = parts.parser});
     if (options.asksForAccess) {
         // Without access there is nothing to show; the lists are then empty and `doctor` says why.
         parts.aggregatedEventStore->requestCalendarAccess([](std::exception_ptr) {});
@@ -57,7 +57,8 @@ CoreServices::CoreServices(platform::EnvironmentRef environment, Options options
                                             .aggregatedEventStore = parts.aggregatedEventStore,
                                             .parser = parts.parser,
                                             .demoEvents = parts.demoEvents},
-        options.isLongLived ? CalendarEventManager::Lifetime::longLived : CalendarEventManager::Lifetime::oneShot);
+        options.isLongLived ? CalendarEventManager::Lifetime::longLived
+                            : CalendarEventManager::Lifetime::oneShot);
 }
 
 CoreServices::~CoreServices() = default;
@@ -69,7 +70,9 @@ CoreServices::Options& sharedOptions() {
 }
 }  // namespace
 
-void CoreServices::configureShared(Options options) { sharedOptions() = options; }
+void CoreServices::configureShared(Options options) {
+    sharedOptions() = options;
+}
 
 CoreServices& CoreServices::shared() {
     // Never destroyed: work on the main queue may use it until the process ends.
@@ -77,23 +80,55 @@ CoreServices& CoreServices::shared() {
     return *services;
 }
 
-const platform::EnvironmentRef& CoreServices::environment() const { return parts_->environment; }
-platform::NotificationCenter& CoreServices::center() const { return parts_->center; }
-const DefaultsDomains& CoreServices::domains() const { return parts_->domains; }
-const Formatters& CoreServices::formatters() const { return *parts_->formatters; }
-const VideoConferenceLinkParser& CoreServices::parser() const { return *parts_->parser; }
-const DemoEvents& CoreServices::demoEvents() const { return *parts_->demoEvents; }
-UserSettingsStore& CoreServices::settings() const { return *parts_->settings; }
-EventSettingsStore& CoreServices::eventSettings() const { return *parts_->eventSettings; }
-CustomRemindersStore& CoreServices::reminders() const { return *parts_->reminders; }
-AggregatedEventStore& CoreServices::aggregatedEventStore() const { return *parts_->aggregatedEventStore; }
-CalendarEventManager& CoreServices::manager() const { return *parts_->manager; }
+const platform::EnvironmentRef& CoreServices::environment() const {
+    return parts_->environment;
+}
+platform::NotificationCenter& CoreServices::center() const {
+    return parts_->center;
+}
+const DefaultsDomains& CoreServices::domains() const {
+    return parts_->domains;
+}
+const Formatters& CoreServices::formatters() const {
+    return *parts_->formatters;
+}
+const VideoConferenceLinkParser& CoreServices::parser() const {
+    return *parts_->parser;
+}
+const DemoEvents& CoreServices::demoEvents() const {
+    return *parts_->demoEvents;
+}
+UserSettingsStore& CoreServices::settings() const {
+    return *parts_->settings;
+}
+EventSettingsStore& CoreServices::eventSettings() const {
+    return *parts_->eventSettings;
+}
+CustomRemindersStore& CoreServices::reminders() const {
+    return *parts_->reminders;
+}
+AggregatedEventStore& CoreServices::aggregatedEventStore() const {
+    return *parts_->aggregatedEventStore;
+}
+CalendarEventManager& CoreServices::manager() const {
+    return *parts_->manager;
+}
 
-UserSettingsStore& UserSettingsStore::shared() { return CoreServices::shared().settings(); }
-EventSettingsStore& EventSettingsStore::shared() { return CoreServices::shared().eventSettings(); }
-CustomRemindersStore& CustomRemindersStore::shared() { return CoreServices::shared().reminders(); }
-AggregatedEventStore& AggregatedEventStore::shared() { return CoreServices::shared().aggregatedEventStore(); }
-CalendarEventManager& CalendarEventManager::shared() { return CoreServices::shared().manager(); }
+UserSettingsStore& UserSettingsStore::shared() {
+    return CoreServices::shared().settings();
+}
+EventSettingsStore& EventSettingsStore::shared() {
+    return CoreServices::shared().eventSettings();
+}
+CustomRemindersStore& CustomRemindersStore::shared() {
+    return CoreServices::shared().reminders();
+}
+AggregatedEventStore& AggregatedEventStore::shared() {
+    return CoreServices::shared().aggregatedEventStore();
+}
+CalendarEventManager& CalendarEventManager::shared() {
+    return CoreServices::shared().manager();
+}
 
 void reloadAndWait(CoreServices& services) {
     bool isDone = false;

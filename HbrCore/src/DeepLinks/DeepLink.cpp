@@ -33,8 +33,7 @@ std::optional<DeepLinkDestination> deepLinkDestination(std::string_view text) {
 
 template <DeepLinkDestination fixedDestination>
 platform::Url EventDeepLink<fixedDestination>::url() const {
-    const std::string base =
-        std::string(deepLinkScheme) + "://" + std::string(rawValue(fixedDestination));
+    const std::string base = std::string(deepLinkScheme) + "://" + std::string(rawValue(fixedDestination));
     return platform::Url::parse(base).value().appendingPathComponent(eventID);
 }
 

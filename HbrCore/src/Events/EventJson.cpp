@@ -42,7 +42,8 @@ JsonValue participantJson(const Event::ParticipantData& participant) {
 template <class List, class Write>
 JsonValue listJson(const List& list, Write write) {
     JsonValue json = JsonValue::array();
-    for (const auto& element : list) json.append(write(element));
+    for (const auto& element : list)
+        json.append(write(element));
     return json;
 }
 

@@ -14,7 +14,9 @@ bool isCurrentEvent(const Event& event, platform::Date now) {
     return event.startDate <= now && now <= event.endDate;
 }
 
-bool isAnyReminder(const Event& event) { return event.type != Event::EventType::calendarEvent; }
+bool isAnyReminder(const Event& event) {
+    return event.type != Event::EventType::calendarEvent;
+}
 
 double timeLeft(const Event& event, platform::Date now) {
     return isCurrentEvent(event, now) ? event.endDate.timeIntervalSince(now) : 0;
@@ -30,10 +32,12 @@ bool startsWithin(const Event& event, double timeinterval, platform::Date relati
     return event.startDate > relativeTo && event.startDate < relativeTo.addingTimeInterval(timeinterval);
 }
 
-bool isInFuture(const Event& event, platform::Date relativeTo) { return event.startDate > relativeTo; }
+bool isInFuture(const Event& event, platform::Date relativeTo) {
+    return event.startDate > relativeTo;
+}
 
-bool isPending(const Event& event, double defaultTimeOffset, const std::optional<EventSettings>& eventSettings,
-               platform::Date now) {
+bool isPending(const Event& event, double defaultTimeOffset,
+               const std::optional<EventSettings>& eventSettings, platform::Date now) {
     double offset = defaultTimeOffset;
     if (eventSettings) {
         if (eventSettings->isExcluded) return false;

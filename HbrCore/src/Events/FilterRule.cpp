@@ -26,9 +26,13 @@ T decodeCase(const platform::KeyedDecoder& record, std::string_view key) {
 
 }  // namespace
 
-FilterRule FilterRule::makeDefault() { return {.id = platform::Uuid::random(), .value = {}}; }
+FilterRule FilterRule::makeDefault() {
+    return {.id = platform::Uuid::random(), .value = {}};
+}
 
-std::string_view rawValue(FilterRule::Field field) { return fieldTexts[static_cast<std::size_t>(field)]; }
+std::string_view rawValue(FilterRule::Field field) {
+    return fieldTexts[static_cast<std::size_t>(field)];
+}
 
 std::string_view rawValue(Comparison comparison) {
     return comparisonTexts[static_cast<std::size_t>(comparison)];

@@ -66,7 +66,8 @@ bool isAscii(std::string_view text) {
 /// Texts are runs of user-perceived characters: "e" is not found inside "e" with a combining accent.
 bool cutsCharacter(std::string_view text, std::size_t position) {
     if (position == 0 || position == text.size()) return false;
-    return platform::characterCount(text.substr(0, position)) + platform::characterCount(text.substr(position)) !=
+    return platform::characterCount(text.substr(0, position)) +
+               platform::characterCount(text.substr(position)) !=
            platform::characterCount(text);
 }
 
@@ -157,8 +158,12 @@ bool FilterRuleMatcher::matchesAnyOf(const Item& item) const {
     return std::ranges::any_of(rules_, [&](const Rule& rule) { return rule.matches(item, calendar_); });
 }
 
-bool FilterRuleMatcher::matchesAny(const EKEvent& event) const { return matchesAnyOf(event); }
-bool FilterRuleMatcher::matchesAny(const EKReminder& reminder) const { return matchesAnyOf(reminder); }
+bool FilterRuleMatcher::matchesAny(const EKEvent& event) const {
+    return matchesAnyOf(event);
+}
+bool FilterRuleMatcher::matchesAny(const EKReminder& reminder) const {
+    return matchesAnyOf(reminder);
+}
 
 bool matches(const EKEvent& event, const FilterRule& rule, const platform::Calendar& calendar) {
     return FilterRuleMatcher({rule}, calendar).matchesAny(event);
@@ -171,8 +176,8 @@ bool matches(const EKReminder& reminder, const FilterRule& rule, const platform:
 namespace {
 
 template <class Item>
-std::vector<Item> filtered(const std::vector<Item>& items, const std::vector<FilterRule>& rules, bool excludes,
-                           const platform::Calendar& calendar) {
+std::vector<Item> filtered(const std::vector<Item>& items, const std::vector<FilterRule>& rules,
+                           bool excludes, const platform::Calendar& calendar) {
     const FilterRuleMatcher matcher(rules, calendar);
     std::vector<Item> kept;
     std::ranges::copy_if(items, std::back_inserter(kept),
@@ -189,8 +194,8 @@ std::vector<platform::EKEventRef> filteredApplyingRules(const std::vector<platfo
 }
 
 std::vector<platform::EKReminderRef> filteredApplyingRules(
-    const std::vector<platform::EKReminderRef>& reminders, const std::vector<FilterRule>& rules, bool excludes,
-    const platform::Calendar& calendar) {
+    const std::vector<platform::EKReminderRef>& reminders, const std::vector<FilterRule>& rules,
+    bool excludes, const platform::Calendar& calendar) {
     return filtered(reminders, rules, excludes, calendar);
 }
 

@@ -33,8 +33,8 @@ std::string Reminder::formattedDate(const platform::Environment& environment) co
 }
 
 std::string Reminder::debugDescription() const {
-    return "Reminder (" + id_ + ")\n    date: " + date_.description() + "\n    title: " + title_.value_or("") +
-           "\n    notes: " + notes_.value_or("") +
+    return "Reminder (" + id_ + ")\n    date: " + date_.description() +
+           "\n    title: " + title_.value_or("") + "\n    notes: " + notes_.value_or("") +
            "\n    timeOffsetSeconds: " + std::to_string(timeOffsetSeconds_);
 }
 

@@ -17,7 +17,9 @@ std::string exactText(double value) {
 
 }  // namespace
 
-std::string AlertInvocation::id() const { return event.id + "." + exactText(date.timeIntervalSince1970()); }
+std::string AlertInvocation::id() const {
+    return event.id + "." + exactText(date.timeIntervalSince1970());
+}
 
 std::string AlertInvocation::debugDescription() const {
     return event.title.value_or("untitled event") + ", " + date.description() +
@@ -26,7 +28,8 @@ std::string AlertInvocation::debugDescription() const {
 
 }  // namespace hbr
 
-std::size_t std::hash<hbr::AlertInvocation>::operator()(const hbr::AlertInvocation& invocation) const noexcept {
+std::size_t std::hash<hbr::AlertInvocation>::operator()(
+    const hbr::AlertInvocation& invocation) const noexcept {
     std::size_t result = std::hash<double>{}(invocation.date.timeIntervalSinceReferenceDate());
     result = result * 31 + std::hash<std::string>{}(invocation.event.id);
     return result * 31 + (invocation.isSnooze ? 1 : 0);

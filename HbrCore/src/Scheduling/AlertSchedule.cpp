@@ -18,7 +18,8 @@ AlertSettings AlertSettings::of(const UserSettingsStore& settings) {
 }
 
 std::optional<platform::Date> alertDate(const Event& event, const AlertSettings& settings,
-                                        const std::optional<EventSettings>& eventSettings, platform::Date now) {
+                                        const std::optional<EventSettings>& eventSettings,
+                                        platform::Date now) {
     double offset = static_cast<double>(settings.timeOffsetSeconds);
     if (eventSettings) {
         if (eventSettings->isExcluded) return std::nullopt;
@@ -46,14 +47,16 @@ std::optional<AlertInvocation> AlertSchedule::invocation(Event event) const {
     return AlertInvocation{.date = *alert, .event = std::move(event), .isSnooze = false};
 }
 
-std::vector<AlertInvocation> AlertSchedule::invocations(const std::vector<platform::EKEventRef>& events) const {
+std::vector<AlertInvocation> AlertSchedule::invocations(
+    const std::vector<platform::EKEventRef>& events) const {
     const AttendanceSettings attendance(settings_.showOnlyEventsWithAlert, settings_.showOnlyAcceptedEvents);
     std::vector<AlertInvocation> alerts;
     for (const auto& event : events) {
         if (!shouldSchedule(*event, attendance)) continue;
         auto alert = invocation(Event::fromCalendarEvent(*event, parser_));
         if (!alert) continue;
-        if (settings_.showOnlyEventsWithVideoConference && alert->event.videoConferenceLinks.empty()) continue;
+        if (settings_.showOnlyEventsWithVideoConference && alert->event.videoConferenceLinks.empty())
+            continue;
         alerts.push_back(*std::move(alert));
     }
     return alerts;

@@ -26,9 +26,8 @@ std::vector<Event> sortedByStart(std::vector<Event> events) {
 }  // namespace
 
 void sortByStart(std::vector<Event>& events) {
-    std::ranges::stable_sort(events, {}, [](const Event& event) {
-        return event.startDate.timeIntervalSinceReferenceDate();
-    });
+    std::ranges::stable_sort(
+        events, {}, [](const Event& event) { return event.startDate.timeIntervalSinceReferenceDate(); });
 }
 
 std::vector<Event> EventLists::all() const {

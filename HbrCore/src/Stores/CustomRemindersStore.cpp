@@ -42,7 +42,9 @@ bool CustomRemindersStore::change(const std::function<void(std::vector<Reminder>
     return isStored;
 }
 
-std::vector<Reminder> CustomRemindersStore::reminders() const { return decoded(defaults_->value(storageKey)); }
+std::vector<Reminder> CustomRemindersStore::reminders() const {
+    return decoded(defaults_->value(storageKey));
+}
 
 std::vector<Reminder> CustomRemindersStore::futureReminders() const {
     auto list = reminders();
@@ -79,13 +81,15 @@ bool CustomRemindersStore::purgePastReminders() {
 
 std::optional<Reminder> CustomRemindersStore::reminder(std::string_view forID) const {
     const auto list = reminders();
-    const auto found = std::ranges::find_if(list, [&](const Reminder& stored) { return stored.id() == forID; });
+    const auto found =
+        std::ranges::find_if(list, [&](const Reminder& stored) { return stored.id() == forID; });
     return found == list.end() ? std::nullopt : std::optional(*found);
 }
 
 std::vector<Reminder> CustomRemindersStore::reminders(platform::Date from, platform::Date to) const {
     auto list = reminders();
-    std::erase_if(list, [&](const Reminder& reminder) { return reminder.date() < from || reminder.date() > to; });
+    std::erase_if(list,
+                  [&](const Reminder& reminder) { return reminder.date() < from || reminder.date() > to; });
     return list;
 }
 

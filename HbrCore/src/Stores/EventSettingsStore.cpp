@@ -24,7 +24,8 @@ PropertyDictionary dictionary(const std::optional<PropertyValue>& stored) {
 
 }  // namespace
 
-EventSettingsStore::EventSettingsStore(platform::DefaultsDomainRef defaults, platform::NotificationCenter& center)
+EventSettingsStore::EventSettingsStore(platform::DefaultsDomainRef defaults,
+                                       platform::NotificationCenter& center)
     : defaults_(std::move(defaults)), center_(center) {}
 
 std::optional<PropertyDictionary> EventSettingsStore::stored() const {
@@ -60,8 +61,10 @@ std::optional<EventSettings> EventSettingsStore::customSettings(std::string_view
     return entry ? decoded(*entry) : std::nullopt;
 }
 
-bool EventSettingsStore::storeCustomSettings(const EventSettings& settings, const std::string& forEventIdentifier) {
-    return change([&](PropertyDictionary& entries) { entries.set(forEventIdentifier, encodeJsonData(settings)); });
+bool EventSettingsStore::storeCustomSettings(const EventSettings& settings,
+                                             const std::string& forEventIdentifier) {
+    return change(
+        [&](PropertyDictionary& entries) { entries.set(forEventIdentifier, encodeJsonData(settings)); });
 }
 
 bool EventSettingsStore::deleteCustomSettings(const std::string& forEventIdentifier) {

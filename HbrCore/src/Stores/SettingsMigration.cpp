@@ -18,7 +18,9 @@ namespace {
 constexpr std::string_view obsoleteMinutesKey = "timeOffset";
 constexpr std::string_view secondsKey = "timeOffsetSeconds";
 
-bool isSet(const std::optional<PropertyValue>& marker) { return marker && marker->asBool() == true; }
+bool isSet(const std::optional<PropertyValue>& marker) {
+    return marker && marker->asBool() == true;
+}
 
 bool isMigrated(const PropertyDictionary& standard) {
     const PropertyValue* marker = standard.find(didMigrateToSharedDefaultsKey);
@@ -34,7 +36,8 @@ void copy(std::string_view key, const PropertyDictionary& from, PropertyDictiona
 }
 
 void copySettings(PropertyDictionary& standard, PropertyDictionary& shared) {
-    for (std::string_view key : UserSettingsStore::keys) copy(key, standard, shared);
+    for (std::string_view key : UserSettingsStore::keys)
+        copy(key, standard, shared);
     copy(CustomRemindersStore::storageKey, standard, shared);
     copy(EventSettingsStore::storageKey, standard, shared);
     standard.set(didMigrateToSharedDefaultsKey, true);

@@ -27,7 +27,8 @@ UserSettingsStore::UserSettingsStore(DefaultsDomains domains,
 }
 
 void UserSettingsStore::resetAll() {
-    for (std::string_view key : keys) domains_.standard->removeValue(key);
+    for (std::string_view key : keys)
+        domains_.standard->removeValue(key);
 }
 
 }  // namespace hbr

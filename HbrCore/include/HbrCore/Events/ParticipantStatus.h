@@ -8,9 +8,9 @@ namespace hbr {
 
 enum class ParticipantStatus { accepted, tentative, declined, pending, unknown };
 
-inline constexpr std::array allParticipantStatuses = {ParticipantStatus::accepted, ParticipantStatus::tentative,
-                                                      ParticipantStatus::declined, ParticipantStatus::pending,
-                                                      ParticipantStatus::unknown};
+inline constexpr std::array allParticipantStatuses = {
+    ParticipantStatus::accepted, ParticipantStatus::tentative, ParticipantStatus::declined,
+    ParticipantStatus::pending, ParticipantStatus::unknown};
 
 ParticipantStatus participantStatus(platform::EKParticipantStatus status);
 

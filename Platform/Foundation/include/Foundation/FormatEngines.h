@@ -19,9 +19,11 @@ class DateFormatter {
 
     static DateFormatter withStyles(const Locale& locale, const Calendar& calendar, Style date, Style time);
     /// Localized order of the fields of an ICU skeleton ("EdMMM").
-    static DateFormatter withTemplate(const Locale& locale, const Calendar& calendar, std::string_view skeleton);
+    static DateFormatter withTemplate(const Locale& locale, const Calendar& calendar,
+                                      std::string_view skeleton);
     /// A fixed ICU pattern.
-    static DateFormatter withPattern(const Locale& locale, const Calendar& calendar, std::string_view pattern);
+    static DateFormatter withPattern(const Locale& locale, const Calendar& calendar,
+                                     std::string_view pattern);
     /// Medium date and short time where days next to `now` are words (today, tomorrow, …) in the form that
     /// stands in the middle of a sentence.
     static DateFormatter relativeDateAndTime(const Locale& locale, const Calendar& calendar);

@@ -24,7 +24,8 @@ std::size_t characterCount(std::string_view text);
 std::string_view firstCharacters(std::string_view text, std::size_t count);
 /// Canonically equivalent texts are equal.
 bool canonicallyEqual(std::string_view a, std::string_view b);
-std::vector<std::string> split(std::string_view text, std::string_view separator, bool keepEmptyPieces = true);
+std::vector<std::string> split(std::string_view text, std::string_view separator,
+                               bool keepEmptyPieces = true);
 /// zlib CRC-32, initial value 0, over the bytes.
 std::uint32_t crc32(std::string_view bytes);
 
