@@ -32,7 +32,13 @@ need $build_packages
 if [ ! -f build/release/build.ninja ]; then
     cmake --preset release -DHEEDBANNER_TESTS=OFF -DHEEDBANNER_BENCHMARKS=OFF >/dev/null
 fi
-cmake --build build/release --target heedbanner heedbanner-widgets | tail -n 1
+mkdir -p out
+echo "Building; the first time takes some minutes ..."
+if ! cmake --build build/release --target heedbanner heedbanner-widgets >out/build.log 2>&1; then
+    grep -E -A12 'FAILED|[Ee]rror' out/build.log | head -n 60 >&2
+    echo "run.sh: the build failed; see $project/out/build.log" >&2
+    exit 1
+fi
 
 # A home of its own: nothing of yours is read or changed. Made anew each time, so that the accounts are
 # those asked for now.
