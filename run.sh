@@ -35,7 +35,7 @@ fi
 mkdir -p out
 echo "Building; the first time takes some minutes ..."
 if ! cmake --build build/release --target heedbanner heedbanner-widgets >out/build.log 2>&1; then
-    grep -E -A12 'FAILED|[Ee]rror' out/build.log | head -n 60 >&2
+    { grep -E -A12 'FAILED|[Ee]rror' out/build.log || tail -n 20 out/build.log; } | head -n 60 >&2 || true
     echo "run.sh: the build failed; see $project/out/build.log" >&2
     exit 1
 fi
