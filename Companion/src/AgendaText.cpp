@@ -5,6 +5,7 @@
 #include <HbrCore/Events/EventTiming.h>
 
 #include <algorithm>
+#include <string>
 
 namespace hbr {
 
@@ -54,12 +55,12 @@ class AgendaWriter {
 
     std::string timeText(const AgendaEvent& one) const {
         if (isAnyReminder(one.event)) return formattedStartTime(one.event, formatters_);
+        // An end on a later day says by how many; midnight still belongs to the evening before it.
         const platform::Calendar& calendar = formatters_.environment().calendar;
-        const bool endsThatDay = calendar.isSameDay(one.event.startDate, one.event.endDate);
-        return endsThatDay ? formattedTime(one.event, formatters_)
-                           : formattedStartTime(one.event, formatters_) + " – " +
-                                 formatters_.dateOnlyNoYearWeekDay().string(one.event.endDate) + " " +
-                                 formatters_.timeOnly().string(one.event.endDate);
+        const platform::Date end = one.event.endDate;
+        int days = calendar.daysBetween(one.event.startDate, end);
+        if (end == calendar.startOfDay(end)) --days;
+        return formattedTime(one.event, formatters_) + (days > 0 ? " +" + std::to_string(days) : "");
     }
 
     /// What is under way or about to begin stands out, also without colours.
