@@ -2,6 +2,7 @@
 
 #include <Foundation/Json.h>
 #include <HbrLocalization/LocalizedString.h>
+#include <support/BuildResources.h>
 #include <support/TestEnvironment.h>
 
 #include <gtest/gtest.h>
@@ -118,7 +119,7 @@ std::string placeholdersOf(const std::string& text) {
 
 TEST_F(L10nTest, EveryShippedTableHasTheEnglishKeysAndPlaceholders) {
     const auto bundle =
-        std::filesystem::path(HEEDBANNER_BUILD_RESOURCES) / "HbrLocalization_HbrLocalization.bundle";
+        test::buildResources() / "HbrLocalization_HbrLocalization.bundle";
     const auto read = [](const std::filesystem::path& folder) {
         return platform::parseJson(test::readFile(folder / "Localizable.json")).value();
     };

@@ -19,7 +19,7 @@ class TextEnvironment : public ::test::TestEnvironment {
     const Formatters formatters;
 
   private:
-    void useResources() { change().resourceDirectories = {HEEDBANNER_BUILD_RESOURCES}; }
+    void useResources() { change().resourceDirectories = {::test::buildResources()}; }
 };
 
 /// Narrow no-break spaces shown as "_".

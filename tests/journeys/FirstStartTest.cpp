@@ -11,7 +11,7 @@ using ::testing::Not;
 
 class FirstStart : public Journey {
   protected:
-    const std::vector<std::string> setupExamples = {"setup", EXAMPLES, "--email", "me@example.org"};
+    const std::vector<std::string> setupExamples = {"setup", examples(), "--email", "me@example.org"};
     /// Settings and reminders as an installation before the shared domain left them.
     void writeOldSettings() const {
         platform::PropertyDictionary old;

@@ -107,6 +107,14 @@ std::vector<Outcome> Journey::runTogether(const std::vector<std::pair<std::strin
     return outcomes;
 }
 
+std::string Journey::examples() {
+    return EXAMPLES;
+}
+
+std::string Journey::calendars() {
+    return CALENDARS;
+}
+
 platform::JsonValue Journey::json(const Outcome& outcome) {
     auto value = platform::parseJson(outcome.out);
     if (!value) ADD_FAILURE() << "no JSON: " << outcome.out << outcome.err;

@@ -35,6 +35,10 @@ class Journey : public ::testing::Test {
     /// The answer as JSON; fails the test when it is none.
     platform::JsonValue json(const Outcome& outcome);
 
+    /// The calendars that the project ships, and those written for these journeys.
+    static std::string examples();
+    static std::string calendars();
+
     std::filesystem::path configFile(std::string_view name) const {
         return home / ("config/heedbanner/" + std::string(name));
     }

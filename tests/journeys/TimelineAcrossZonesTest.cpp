@@ -75,7 +75,7 @@ const std::vector<Expectation> expectations = {
 };
 
 TEST_F(TimelineAcrossZones, TwentyFilesGiveTheRightUpcomingEventsWhereverTheUserIs) {
-    ASSERT_EQ(companion({"setup", CALENDARS, "--email", "me@example.org"}).exitCode, 0);
+    ASSERT_EQ(companion({"setup", calendars(), "--email", "me@example.org"}).exitCode, 0);
     for (const auto& [zone, now, events] : expectations) {
         SCOPED_TRACE(zone + " " + now);
         variables["TZ"] = zone;
@@ -102,7 +102,7 @@ TEST_F(TimelineAcrossZones, TwentyFilesGiveTheRightUpcomingEventsWhereverTheUser
 }
 
 TEST_F(TimelineAcrossZones, TheCountdownGoesFromEventToEvent) {
-    ASSERT_EQ(companion({"setup", CALENDARS, "--email", "me@example.org"}).exitCode, 0);
+    ASSERT_EQ(companion({"setup", calendars(), "--email", "me@example.org"}).exitCode, 0);
     variables["TZ"] = "America/New_York";
     const auto timeline = json(widgets({"timeline", "countdown", "--json", "--now", "2026-03-28T23:30:00Z"}));
     ASSERT_TRUE(timeline.find("entries"));
@@ -118,7 +118,7 @@ TEST_F(TimelineAcrossZones, TheCountdownGoesFromEventToEvent) {
 }
 
 TEST_F(TimelineAcrossZones, OnlyWhatIsAttendedIsUnderWay) {
-    ASSERT_EQ(companion({"setup", CALENDARS, "--email", "me@example.org"}).exitCode, 0);
+    ASSERT_EQ(companion({"setup", calendars(), "--email", "me@example.org"}).exitCode, 0);
     const auto titlesAt = [&](const std::string& now) {
         const auto timeline = json(widgets({"timeline", "current", "--json", "--now", now}));
         std::vector<std::string> titles;

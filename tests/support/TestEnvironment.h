@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Foundation/Environment.h>
+#include <support/BuildResources.h>
 #include <support/TemporaryDirectory.h>
 
 #include <atomic>
@@ -31,7 +32,7 @@ class TestEnvironment {
         environment_->configDirectory = home / "config/heedbanner";
         environment_->dataDirectory = home / "data/heedbanner";
         environment_->cacheDirectory = home / "cache/heedbanner";
-        environment_->resourceDirectories = {HEEDBANNER_BUILD_RESOURCES};
+        environment_->resourceDirectories = {buildResources()};
         diagnostics = std::make_shared<platform::CollectedDiagnostics>();
         environment_->diagnostics = diagnostics;
     }

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <filesystem>
+
+namespace test {
+
+/// The resource folder of this build, as the programs find theirs.
+std::filesystem::path buildResources();
+
+}  // namespace test
