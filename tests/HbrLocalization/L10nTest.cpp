@@ -118,8 +118,7 @@ std::string placeholdersOf(const std::string& text) {
 }
 
 TEST_F(L10nTest, EveryShippedTableHasTheEnglishKeysAndPlaceholders) {
-    const auto bundle =
-        test::buildResources() / "HbrLocalization_HbrLocalization.bundle";
+    const auto bundle = test::buildResources() / "HbrLocalization_HbrLocalization.bundle";
     const auto read = [](const std::filesystem::path& folder) {
         return platform::parseJson(test::readFile(folder / "Localizable.json")).value();
     };
