@@ -67,6 +67,18 @@ TEST(RuleExpansion, DaysOfEachKindOfRule) {
         {"FREQ=YEARLY;BYWEEKNO=1;BYDAY=MO", "20250106", "20251229 20270104 20280103"},
         {"FREQ=YEARLY;INTERVAL=4;BYMONTH=11;BYDAY=TU;BYMONTHDAY=2,3,4,5,6,7,8", "19961105",
          "19961105 20001107 20041102"},
+        // Shapes that other expansions get wrong, worked out by hand.
+        {"FREQ=YEARLY;BYMONTHDAY=15", "20261115", "20261115 20261215 20270115 20270215"},
+        {"FREQ=YEARLY;BYMONTH=3,9;BYYEARDAY=-280,-12", "20170327", "20170327 20180327 20190327 20200327"},
+        {"FREQ=YEARLY;BYMONTH=5;BYYEARDAY=132;BYDAY=TH", "20110512", "20110512 20220512"},
+        {"FREQ=YEARLY;BYWEEKNO=-1;BYDAY=FR,SU", "20101231", "20101231 20110102 20111230 20120101 20121228"},
+        {"FREQ=YEARLY;BYWEEKNO=52;BYDAY=FR,SA", "20101231", "20101231 20110101 20111230 20111231 20121228"},
+        {"FREQ=YEARLY;BYMONTH=12;BYWEEKNO=53;BYDAY=TU", "20151229", "20151229 20201229 20261229"},
+        {"FREQ=DAILY;BYMONTHDAY=-31,-10", "20110122", "20110122 20110219 20110301 20110322 20110421"},
+        {"FREQ=WEEKLY;BYDAY=SA,SU;BYSETPOS=2", "20230521", "20230521 20230528 20230604"},
+        {"FREQ=WEEKLY;INTERVAL=2;WKST=SA;BYDAY=FR,SU", "20110708", "20110708 20110717 20110722 20110731"},
+        {"FREQ=WEEKLY;BYDAY=WE,TU,WE", "20260303", "20260303 20260304 20260310 20260311"},
+        {"FREQ=MONTHLY;BYMONTHDAY=-27,4,12;BYSETPOS=-2", "19980904", "19980904 19981005 19981104"},
         {"freq=weekly;byday=we;x-foo=1;", "20260304", "20260304 20260311"},
         {"FREQ=WEEKLY;BYDAY=", "20260304", "20260304 20260311"},
     };
@@ -86,28 +98,12 @@ TEST(RuleExpansion, TimesOfDay) {
               "20260304T0940 20260304T1000 20260304T1020 20260304T1040");
     EXPECT_EQ(instances("FREQ=HOURLY;BYDAY=MO;BYHOUR=8", "20260304T0800", 2, "19000101", true),
               "20260309T0800 20260316T0800");
+    EXPECT_EQ(instances("FREQ=HOURLY;BYHOUR=11,13", "20260304T1330", 3, "19000101", true),
+              "20260304T1330 20260305T1130 20260305T1330");
+    EXPECT_EQ(instances("FREQ=DAILY;BYMINUTE=53,7,39;BYSETPOS=-1", "20260304T0953", 2, "19000101", true),
+              "20260304T0953 20260305T0953");
     EXPECT_EQ(instances("FREQ=DAILY;BYHOUR=9,10", "20260304", 2), "20260304 20260305")
         << "an all-day event knows no hours";
-}
-
-TEST(RuleExpansion, BeginningLateGivesTheSameInstances) {
-    const char* rules[] = {"FREQ=DAILY;INTERVAL=7",
-                           "FREQ=WEEKLY;INTERVAL=3;BYDAY=MO,FR",
-                           "FREQ=MONTHLY;INTERVAL=5",
-                           "FREQ=MONTHLY;BYDAY=-1FR;BYSETPOS=1",
-                           "FREQ=YEARLY;INTERVAL=3;BYMONTH=2,7",
-                           "FREQ=YEARLY;BYWEEKNO=10;BYDAY=SA",
-                           "FREQ=HOURLY;INTERVAL=29",
-                           "FREQ=MINUTELY;INTERVAL=1441"};
-    for (const auto* rule : rules) {
-        const auto all = instances(rule, "20010131T1030", 100000, "19000101", true);
-        const auto late = instances(rule, "20010131T1030", 5, "20260304T1200", true);
-        EXPECT_NE(all.find(late), std::string::npos) << rule << ": " << late;
-        EXPECT_FALSE(late.empty()) << rule;
-        EXPECT_LT(all.find(late.substr(0, 8)), all.size());
-        const auto before = all.substr(0, all.find(late));
-        EXPECT_LT(before.substr(before.size() - 14, 13), std::string("20260304T1200")) << rule;
-    }
 }
 
 TEST(RuleExpansion, RulesThatYieldNothingEndSoon) {
