@@ -65,12 +65,12 @@ void showDemoEvents(ReloadContext& context) {
     context.lists.pendingAppleReminders.store({demo.demo_upcomingAppleReminderEvent1()});
 }
 
-std::vector<AlertInvocation> computeAlerts(const Reload& reload) {
+std::vector<AlertInvocation> computeAlerts(const Reload& reload, platform::Date now) {
     const auto& services = reload.context->services;
     const platform::Calendar& calendar = services.environment->calendar;
     const auto rules = services.settings->excludeRules();
     const AlertSchedule schedule(AlertSettings::of(*services.settings), *services.eventSettings,
-                                 *services.parser, calendar, services.environment->now());
+                                 *services.parser, calendar, now);
     services.reminders->purgePastReminders();
 
     auto alerts = schedule.invocations(filteredApplyingRules(reload.events, rules, true, calendar));
@@ -106,11 +106,12 @@ std::vector<Event> snoozedPastTasks(const ReloadContext& context, platform::Date
 void refresh(ReloadRef reload) {
     ReloadContext& context = *reload->context;
     const auto& services = context.services;
-    auto alerts = computeAlerts(*reload);
+    // One moment for alerts and lists: an alert that falls due in between is scheduled or pending, not both.
+    const platform::Date now = services.environment->now();
+    auto alerts = computeAlerts(*reload, now);
     auto scheduled = eventsOf(alerts);
     context.alerts.replaceScheduled(std::move(alerts));
 
-    const platform::Date now = services.environment->now();
     context.lists.current.store(services.aggregatedEventStore->currentEvents(now));
     context.lists.scheduled.store(std::move(scheduled));
     context.lists.pending.store(services.aggregatedEventStore->pendingEvents(now));

@@ -34,7 +34,7 @@ constexpr ListStyle currentStyle = {.headerKey = "Widget.upcomingEvent.currentEv
                                     .saysHowManyMore = true,
                                     .showsTravelTime = false,
                                     .showsEventProgress = true};
-constexpr std::string_view moreEventsKey = "Widget.currentEvents.moreEvents";
+constexpr std::string_view moreEventsKey = "^[%lld more events](inflect: true)";
 
 class EventList {
   public:

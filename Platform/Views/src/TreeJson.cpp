@@ -1,3 +1,4 @@
+#include <Foundation/Text.h>
 #include <Views/Painters.h>
 
 #include <array>
@@ -80,7 +81,7 @@ JsonValue treeJson(const LaidOutTree& tree) {
 std::string treeText(const LaidOutTree& tree) {
     std::string text;
     for (const auto& line : tree.texts())
-        text += line + "\n";
+        text += trimmed(line) + "\n";
     return text;
 }
 
