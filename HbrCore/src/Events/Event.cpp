@@ -56,7 +56,7 @@ std::vector<VideoConferenceLink> conferenceLinks(const platform::EKEvent& event,
         for (auto& link : parser.parse(**text))
             links.insert(std::move(link));
     }
-    return links.elements();
+    return std::move(links).elements();
 }
 
 }  // namespace

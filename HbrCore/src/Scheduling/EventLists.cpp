@@ -26,8 +26,9 @@ std::vector<Event> sortedByStart(std::vector<Event> events) {
 }  // namespace
 
 void sortByStart(std::vector<Event>& events) {
-    std::ranges::stable_sort(
-        events, {}, [](const Event& event) { return event.startDate.timeIntervalSinceReferenceDate(); });
+    const auto start = [](const Event& event) { return event.startDate.timeIntervalSinceReferenceDate(); };
+    // Stores answer by start already; moving events about is most of the cost.
+    if (!std::ranges::is_sorted(events, {}, start)) std::ranges::stable_sort(events, {}, start);
 }
 
 std::vector<Event> EventLists::all() const {
