@@ -1,7 +1,7 @@
 #include "CollectionChoice.h"
 
 #include <Companion/ExitCode.h>
-#include <Companion/NearestName.h>
+#include <Foundation/NearestName.h>
 
 namespace hbr {
 
@@ -30,8 +30,8 @@ const CollectionChoice& chosen(const std::vector<CollectionChoice>& choices, con
         std::vector<std::string> names;
         for (const auto& choice : choices)
             names.push_back(choice.name);
-        throw CommandFailure(ExitCode::nothingThere,
-                             "no " + kind + " is called \"" + wanted + "\"" + proposal(wanted, names));
+        throw CommandFailure(ExitCode::nothingThere, "no " + kind + " is called \"" + wanted + "\"" +
+                                                         platform::proposal(wanted, names));
     }
     std::string list;
     for (const auto* choice : found) {

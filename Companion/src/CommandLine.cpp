@@ -2,7 +2,7 @@
 
 #include <Companion/MomentText.h>
 
-#include <Companion/NearestName.h>
+#include <Foundation/NearestName.h>
 #include <CLI/CLI.hpp>
 
 #include <iostream>
@@ -118,10 +118,10 @@ std::string describe(const CLI::App& root, const CLI::ParseError& error) {
     const std::string& extra = extras.front();
     if (extra.size() > 1 && extra.front() == '-') {
         const std::string name = extra.substr(0, extra.find('='));
-        return where + "unknown option \"" + name + "\"" + proposal(name, optionNames(place));
+        return where + "unknown option \"" + name + "\"" + platform::proposal(name, optionNames(place));
     }
     const auto names = commandNames(place);
-    if (!names.empty()) return where + "unknown command \"" + extra + "\"" + proposal(extra, names);
+    if (!names.empty()) return where + "unknown command \"" + extra + "\"" + platform::proposal(extra, names);
     return where + "\"" + extra + "\" is one argument too many";
 }
 

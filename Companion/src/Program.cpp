@@ -17,12 +17,6 @@ namespace hbr {
 
 namespace {
 
-std::filesystem::path programPath(const char* name) {
-    std::error_code error;
-    auto path = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::path(name) : path;
-}
-
 /// The log is on only when asked for; the switch is not stored.
 void startLogging(const GeneralOptions& options) {
     if (options.log.empty()) return;
@@ -70,10 +64,9 @@ int runCompanion(int argc, char** argv) {
     if (!line.command) return static_cast<int>(finishOutput(line.exitCode));
 
     const auto diagnostics = std::make_shared<ProgramDiagnostics>(line.general.verbose);
-    auto environment = std::make_shared<platform::Environment>(
-        *platform::Environment::fromProcess("heedbanner", programPath(argc > 0 ? argv[0] : "heedbanner")));
+    auto environment = std::make_shared<platform::Environment>(*platform::Environment::fromProcess(
+        "heedbanner", platform::programPath(argc > 0 ? argv[0] : ""), {}, diagnostics));
     environment->programName = "heedbanner";
-    environment->diagnostics = diagnostics;
     if (line.general.now) environment->clock = [now = *line.general.now] { return now; };
     platform::Environment::setCurrent(environment);
 

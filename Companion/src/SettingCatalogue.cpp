@@ -3,7 +3,7 @@
 #include <Companion/DurationText.h>
 
 #include <Companion/ExitCode.h>
-#include <Companion/NearestName.h>
+#include <Foundation/NearestName.h>
 #include <Foundation/Text.h>
 
 #include <charconv>
@@ -293,7 +293,7 @@ const SettingEntry& settingNamed(const std::string& name) {
         names.push_back(entry.name);
     }
     throw CommandFailure(ExitCode::wrongUsage,
-                         "no setting is called \"" + name + "\"" + proposal(name, names));
+                         "no setting is called \"" + name + "\"" + platform::proposal(name, names));
 }
 
 std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& settings) {

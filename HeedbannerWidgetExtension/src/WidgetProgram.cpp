@@ -23,12 +23,6 @@ std::unique_ptr<platform::WidgetBundle> makeBundle(platform::EnvironmentRef envi
                                                     []() -> CoreServices& { return CoreServices::shared(); });
 }
 
-std::filesystem::path programPath(const char* name) {
-    std::error_code error;
-    auto path = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::path(name) : path;
-}
-
 }  // namespace
 
 int runWidgetProgram(int argc, const char* const* argv, std::string_view version) {
@@ -42,7 +36,7 @@ int runWidgetProgram(int argc, const char* const* argv, std::string_view version
                       "the same with demonstration events"}},
         .makeBundle = makeBundle};
     const auto environment =
-        platform::Environment::fromProcess("heedbanner", programPath(argc > 0 ? argv[0] : ""));
+        platform::Environment::fromProcess("heedbanner", platform::programPath(argc > 0 ? argv[0] : ""));
     platform::WidgetCommandLine commandLine(std::move(program), environment, std::cout, std::cerr);
     return commandLine.run(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
 }

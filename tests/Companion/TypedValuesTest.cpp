@@ -1,6 +1,6 @@
 #include <Companion/DurationText.h>
 #include <Companion/MomentText.h>
-#include <Companion/NearestName.h>
+#include <Foundation/NearestName.h>
 #include <Foundation/TimeZone.h>
 #include <gtest/gtest.h>
 
@@ -61,7 +61,7 @@ TEST(NearestName, ProposesWhatASlipMeant) {
         {"x", std::nullopt},     {"completely", std::nullopt}, {"", std::nullopt},
     };
     for (const auto& [word, expected] : cases)
-        EXPECT_EQ(hbr::nearestName(word, names), expected) << word;
+        EXPECT_EQ(platform::nearestName(word, names), expected) << word;
 }
 
 }  // namespace

@@ -88,7 +88,7 @@ TEST(Environment, TheZoneIsTheOneThatTzNames) {
     EXPECT_EQ(inWorld({{"TZ", "Asia/Kolkata"}}, diagnostics), "");
 }
 
-TEST(Environment, FoldersFollowTheBaseDirectorySpecification) {
+TEST(Environment, FoldersFollowTheXdgVariables) {
     auto folders = [](const Environment& environment) {
         return environment.configDirectory.string() + " " + environment.dataDirectory.string() + " " +
                environment.cacheDirectory.string();

@@ -81,7 +81,7 @@ TEST_F(WidgetCommands, WrongWordsAreAnsweredWithWhatThereIs) {
         {{"timelin", "countdown"}, 2, "did you mean \"timeline\""},
         {{}, 2, "widgets: "},
         {{"timeline"}, 2, "WIDGET"},
-        {{"timeline", "upcomin"}, 1, "did you mean \"upcoming\"? (there are: countdown, upcoming, current)"},
+        {{"timeline", "upcomin"}, 1, "did you mean \"upcoming\"?); there are: countdown, upcoming, current"},
         {{"render", "countdown", "--family", "large", "--demo", "--format", "text"},
          1,
          "(there are: small, medium)"},

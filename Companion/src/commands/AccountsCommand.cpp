@@ -5,8 +5,8 @@
 #include "Command.h"
 #include "CommandContext.h"
 
-#include <Companion/NearestName.h>
 #include <Foundation/Json.h>
+#include <Foundation/NearestName.h>
 #include <CLI/App.hpp>
 
 #include <algorithm>
@@ -160,7 +160,7 @@ class AccountsCommand final : public Command {
             names.push_back(account.name);
         if (std::find(names.begin(), names.end(), name_) != names.end()) return;
         throw CommandFailure(ExitCode::nothingThere,
-                             "no account is called \"" + name_ + "\"" + proposal(name_, names));
+                             "no account is called \"" + name_ + "\"" + platform::proposal(name_, names));
     }
 
     ExitCode (AccountsCommand::*action_)(CommandContext&) = &AccountsCommand::list;

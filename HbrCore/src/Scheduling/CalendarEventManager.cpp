@@ -26,6 +26,26 @@ bool contains(const std::vector<std::string>& identifiers, const std::string& id
     return std::ranges::find(identifiers, identifier) != identifiers.end();
 }
 
+/// The store's calendars as choices, without birthdays and subscribed holidays.
+template <class Choice, class Complete>
+std::vector<Choice> choices(const AggregatedEventStore& store, platform::EKEntityType type,
+                            const std::vector<std::string>& active, const Complete& complete) {
+    std::vector<Choice> list;
+    for (const auto& calendar : store.calendars(type)) {
+        if (calendar->type == platform::EKCalendarType::birthday || isSubscribedHolidayCalendar(*calendar))
+            continue;
+        Choice choice;
+        choice.identifier = calendar->calendarIdentifier;
+        choice.name = calendar->title;
+        choice.color = calendar->color;
+        choice.active = contains(active, calendar->calendarIdentifier);
+        if (calendar->source) choice.accountName = calendar->source->title;
+        complete(*calendar, choice);
+        list.push_back(std::move(choice));
+    }
+    return list;
+}
+
 }  // namespace
 
 struct CalendarEventManager::State : ReloadContext {
@@ -156,37 +176,21 @@ void CalendarEventManager::deactivateCalendar(const std::string& identifier) {
 
 std::vector<UserCalendar> CalendarEventManager::fetchCalendars() const {
     MxLogger::info(LogCategory::eventKit, "fetching calendars");
-    const auto active = state_->services.settings->activeCalendarIdentifiers();
-    std::vector<UserCalendar> list;
-    for (const auto& calendar :
-         state_->services.aggregatedEventStore->calendars(platform::EKEntityType::event)) {
-        if (calendar->type == platform::EKCalendarType::birthday || isSubscribedHolidayCalendar(*calendar))
-            continue;
-        list.push_back({.identifier = calendar->calendarIdentifier,
-                        .name = calendar->title,
-                        .color = calendar->color,
-                        .active = contains(active, calendar->calendarIdentifier),
-                        .accountName = calendar->source ? calendar->source->title : std::string(),
-                        .isDelegate = isDelegate(*calendar)});
-    }
+    auto list = choices<UserCalendar>(*state_->services.aggregatedEventStore, platform::EKEntityType::event,
+                                      state_->services.settings->activeCalendarIdentifiers(),
+                                      [](const platform::EKCalendar& calendar, UserCalendar& choice) {
+                                          choice.isDelegate = isDelegate(calendar);
+                                      });
     MxLogger::info(LogCategory::eventKit, "fetched " + std::to_string(list.size()) + " calendars");
     return list;
 }
 
 std::vector<UserReminderList> CalendarEventManager::fetchReminderLists() const {
     MxLogger::info(LogCategory::eventKit, "fetching reminder lists");
-    const auto active = state_->services.settings->activeReminderListIdentifiers();
-    std::vector<UserReminderList> list;
-    for (const auto& calendar :
-         state_->services.aggregatedEventStore->calendars(platform::EKEntityType::reminder)) {
-        if (calendar->type == platform::EKCalendarType::birthday || isSubscribedHolidayCalendar(*calendar))
-            continue;
-        list.push_back({.identifier = calendar->calendarIdentifier,
-                        .name = calendar->title,
-                        .color = calendar->color,
-                        .active = contains(active, calendar->calendarIdentifier),
-                        .accountName = calendar->source ? calendar->source->title : std::string()});
-    }
+    auto list =
+        choices<UserReminderList>(*state_->services.aggregatedEventStore, platform::EKEntityType::reminder,
+                                  state_->services.settings->activeReminderListIdentifiers(),
+                                  [](const platform::EKCalendar&, UserReminderList&) {});
     MxLogger::info(LogCategory::eventKit, "fetched " + std::to_string(list.size()) + " reminder lists");
     return list;
 }

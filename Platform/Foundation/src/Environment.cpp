@@ -27,7 +27,7 @@ fs::path userHome() {
     return user && user->pw_dir ? fs::path(user->pw_dir) : fs::path("/");
 }
 
-/// The base directory specification has relative paths ignored.
+/// Relative paths in XDG variables are to be ignored.
 fs::path baseDirectory(const char* name, const fs::path& standard) {
     fs::path directory = variable(name);
     return directory.is_absolute() ? directory : standard;
@@ -99,6 +99,12 @@ EnvironmentRef Environment::current() {
 void Environment::setCurrent(EnvironmentRef environment) {
     std::lock_guard lock(currentMutex());
     currentEnvironment() = std::move(environment);
+}
+
+std::filesystem::path programPath(const char* name) {
+    std::error_code error;
+    auto path = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::filesystem::path(name) : path;
 }
 
 }  // namespace platform

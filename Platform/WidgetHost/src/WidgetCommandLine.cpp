@@ -1,5 +1,6 @@
 #include <WidgetHost/WidgetCommandLine.h>
 
+#include <Foundation/NearestName.h>
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 #include <utility>
 
 #include "CommandFailure.h"
-#include "NearestName.h"
 #include "RenderCommand.h"
 #include "WidgetSession.h"
 
@@ -212,9 +212,8 @@ int WidgetCommandLine::run(const std::vector<std::string>& arguments) {
         return exitStatus::done;
     } catch (const CLI::ParseError& error) {
         if (const auto word = unknownCommand(app, arguments)) {
-            const std::string nearest = nearestName(*word, commandNames(app));
-            complain("no command \"" + *word + "\"" +
-                     (nearest.empty() ? std::string("; see --help") : ", did you mean \"" + nearest + "\"?"));
+            complain("unknown command \"" + *word + "\"" + proposal(*word, commandNames(app)) +
+                     "; see --help");
         } else {
             complain(std::string(error.what()) + "; see --help");
         }

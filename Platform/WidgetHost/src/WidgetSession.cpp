@@ -1,12 +1,12 @@
 #include "WidgetSession.h"
 
 #include <Foundation/MainQueue.h>
+#include <Foundation/NearestName.h>
 
 #include <optional>
 #include <utility>
 
 #include "CommandFailure.h"
-#include "NearestName.h"
 
 namespace platform {
 
@@ -41,11 +41,8 @@ StaticConfiguration WidgetSession::widget(std::string_view name) const {
         if (widget.kind() == name || shortName == name) return std::move(widget);
         names.push_back(std::move(shortName));
     }
-    const std::string nearest = nearestName(name, names);
-    throw CommandFailure(exitStatus::failed,
-                         "no widget \"" + std::string(name) + "\"" +
-                             (nearest.empty() ? "" : ", did you mean \"" + nearest + "\"?") +
-                             " (there are: " + joined(names) + ")");
+    throw CommandFailure(exitStatus::failed, "no widget \"" + std::string(name) + "\"" +
+                                                 proposal(name, names) + "; there are: " + joined(names));
 }
 
 WidgetEntry WidgetSession::placeholder(const StaticConfiguration& widget) const {

@@ -1,9 +1,9 @@
-#include <Companion/NearestName.h>
+#include <Foundation/NearestName.h>
 #include <Foundation/Text.h>
 
 #include <algorithm>
 
-namespace hbr {
+namespace platform {
 
 namespace {
 
@@ -30,12 +30,12 @@ std::size_t distance(std::string_view a, std::string_view b) {
 std::optional<std::string> nearestName(std::string_view word, const std::vector<std::string>& candidates) {
     constexpr std::size_t longestWord = 100;
     if (word.empty() || word.size() > longestWord) return std::nullopt;
-    const std::string wanted = platform::lowercased(word);
+    const std::string wanted = lowercased(word);
     const std::string* best = nullptr;
     std::size_t bestDistance = std::max<std::size_t>(2, word.size() / 3) + 1;
     for (const auto& candidate : candidates) {
         if (candidate.size() > longestWord) continue;
-        const std::string name = platform::lowercased(candidate);
+        const std::string name = lowercased(candidate);
         const bool isBeginning = wanted.size() >= 2 && name.starts_with(wanted);
         const std::size_t steps = isBeginning ? 1 : distance(wanted, name);
         if (steps >= bestDistance || steps >= std::max(wanted.size(), name.size())) continue;
@@ -50,4 +50,4 @@ std::string proposal(std::string_view word, const std::vector<std::string>& cand
     return nearest ? " (did you mean \"" + *nearest + "\"?)" : "";
 }
 
-}  // namespace hbr
+}  // namespace platform

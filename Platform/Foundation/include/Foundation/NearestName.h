@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace hbr {
+namespace platform {
 
 /// The candidate that a slip of the fingers most likely meant: fewest inserted, deleted, changed or swapped
 /// letters (letter case ignored), or one that the word begins; nothing when none is near. The first of
@@ -15,4 +15,4 @@ std::optional<std::string> nearestName(std::string_view word, const std::vector<
 /// " (did you mean \"NAME\"?)" or nothing.
 std::string proposal(std::string_view word, const std::vector<std::string>& candidates);
 
-}  // namespace hbr
+}  // namespace platform
