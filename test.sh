@@ -39,7 +39,7 @@ formatted() {
 }
 
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
-export TSAN_OPTIONS=halt_on_error=1
+export TSAN_OPTIONS=halt_on_error=1:suppressions=$PWD/tests/support/thread-suppressions.txt
 
 release() { build release && ctest --preset release -j"$jobs" >"$logs/release.log" 2>&1; }
 address() { build address && ctest --preset address -j"$jobs" >"$logs/address.log" 2>&1; }

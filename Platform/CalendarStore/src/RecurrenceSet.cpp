@@ -24,7 +24,7 @@ std::optional<std::int64_t> equalStep(const RecurrenceRule& rule) {
         case Frequency::daily:
             return std::int64_t{86400} * rule.interval;
         case Frequency::weekly:
-            return std::int64_t{7 * 86400} * rule.interval;
+            return std::int64_t{7} * 86400 * rule.interval;
         default:
             return std::nullopt;
     }
@@ -129,7 +129,7 @@ std::optional<RecurrenceSet::Rule> RecurrenceSet::makeRule(const std::string& te
 /// A moment after which the rule yields nothing; rough where it must be cheap.
 std::optional<Date> RecurrenceSet::boundOf(const Rule& rule) const {
     constexpr double day = 86400;
-    if (rule.untilInstant) return *rule.untilInstant;
+    if (rule.untilInstant) return rule.untilInstant;
     if (rule.untilLocal) return start_.zone.date(localTimeOf(*rule.untilLocal + 86400));
     const auto& parts = rule.rule;
     const bool restricted = !parts.months.empty() || !parts.monthDays.empty() || !parts.yearDays.empty() ||

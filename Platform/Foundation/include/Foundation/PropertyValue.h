@@ -24,10 +24,10 @@ class PropertyDictionary {
     void set(std::string_view key, PropertyValue value);
     /// True when there was an entry.
     bool remove(std::string_view key);
-    bool empty() const { return entries_.empty(); }
-    std::size_t size() const { return entries_.size(); }
-    std::vector<Entry>::const_iterator begin() const { return entries_.begin(); }
-    std::vector<Entry>::const_iterator end() const { return entries_.end(); }
+    bool empty() const;
+    std::size_t size() const;
+    std::vector<Entry>::const_iterator begin() const;
+    std::vector<Entry>::const_iterator end() const;
 
     friend bool operator==(const PropertyDictionary&, const PropertyDictionary&);
 
@@ -71,5 +71,19 @@ class PropertyValue {
   private:
     Storage storage_;
 };
+
+// Here, where the entries' type is complete.
+inline bool PropertyDictionary::empty() const {
+    return entries_.empty();
+}
+inline std::size_t PropertyDictionary::size() const {
+    return entries_.size();
+}
+inline std::vector<PropertyDictionary::Entry>::const_iterator PropertyDictionary::begin() const {
+    return entries_.begin();
+}
+inline std::vector<PropertyDictionary::Entry>::const_iterator PropertyDictionary::end() const {
+    return entries_.end();
+}
 
 }  // namespace platform
