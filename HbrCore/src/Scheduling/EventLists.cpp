@@ -1,7 +1,8 @@
 #include "EventLists.h"
 
-#include <algorithm>
 #include <initializer_list>
+
+#include "Events/EventOrder.h"
 
 namespace hbr {
 
@@ -24,12 +25,6 @@ std::vector<Event> sortedByStart(std::vector<Event> events) {
 }
 
 }  // namespace
-
-void sortByStart(std::vector<Event>& events) {
-    const auto start = [](const Event& event) { return event.startDate.timeIntervalSinceReferenceDate(); };
-    // Stores answer by start already; moving events about is most of the cost.
-    if (!std::ranges::is_sorted(events, {}, start)) std::ranges::stable_sort(events, {}, start);
-}
 
 std::vector<Event> EventLists::all() const {
     return concatenated({&current, &scheduled, &pending, &snoozedPastAppleReminders, &pendingAppleReminders});

@@ -22,7 +22,4 @@ struct EventLists {
     std::vector<Event> underWay() const;
 };
 
-/// Stable.
-void sortByStart(std::vector<Event>& events);
-
 }  // namespace hbr

@@ -16,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+#include "Events/EventOrder.h"
+
 namespace hbr {
 
 namespace {

@@ -17,6 +17,8 @@
 #include <tuple>
 #include <utility>
 
+#include "Events/EventOrder.h"
+
 namespace hbr {
 
 using platform::EKAuthorizationStatus;
@@ -35,11 +37,6 @@ auto occurrenceKey(const platform::EKEvent& event) {
         event.occurrenceDate ? std::optional(seconds(*event.occurrenceDate)) : std::nullopt;
     return std::tuple(event.title, seconds(event.startDate), seconds(event.endDate), occurrence,
                       event.isDetached, event.isAllDay);
-}
-
-void sortByStart(std::vector<Event>& events) {
-    std::ranges::stable_sort(
-        events, {}, [](const Event& event) { return event.startDate.timeIntervalSinceReferenceDate(); });
 }
 
 /// Those inside their alert period, by start.
