@@ -4,11 +4,13 @@
 
 namespace hbr {
 
-std::string HexFormatter::string(std::string_view text) const {
-    return "#" + std::string(removingLeadingHash(text));
+std::optional<std::string> HexFormatter::string(const platform::PropertyValue& object) const {
+    const auto* text = object.asString();
+    if (!text) return std::nullopt;
+    return "#" + std::string(removingLeadingHash(*text));
 }
 
-std::string HexFormatter::objectValue(std::string_view text) const {
+std::string HexFormatter::getObjectValue(std::string_view text) const {
     return std::string(removingLeadingHash(text));
 }
 

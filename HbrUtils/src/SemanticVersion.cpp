@@ -11,12 +11,12 @@ namespace hbr {
 
 namespace {
 
-std::optional<int> wholeNumber(std::string_view text) {
+std::optional<std::int64_t> wholeNumber(std::string_view text) {
     if (text.starts_with('+')) {
         text.remove_prefix(1);
         if (text.starts_with('-')) return std::nullopt;
     }
-    int number = 0;
+    std::int64_t number = 0;
     const auto* end = text.data() + text.size();
     const auto parsed = std::from_chars(text.data(), end, number);
     return parsed.ec == std::errc{} && parsed.ptr == end ? std::optional(number) : std::nullopt;
@@ -26,7 +26,7 @@ std::optional<int> wholeNumber(std::string_view text) {
 
 std::optional<SemanticVersion> SemanticVersion::parse(std::string_view text) {
     const auto pieces = platform::split(text, ".", false);
-    std::array<int, 3> numbers{};
+    std::array<std::int64_t, 3> numbers{};
     if (pieces.empty() || pieces.size() > numbers.size()) return std::nullopt;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         const auto number = wholeNumber(pieces[i]);

@@ -21,9 +21,14 @@ TEST(HexFormatter, AcceptsUpToSixDigitsWhileTyping) {
                                                                                  {"#12G", false},
                                                                                  {"##1", false}})
         EXPECT_EQ(formatter.isPartialStringValid(text), isValid) << text;
+}
+
+TEST(HexFormatter, WritesTextsWithOneHash) {
+    const HexFormatter formatter;
     EXPECT_EQ(formatter.string("#fff"), "#fff");
     EXPECT_EQ(formatter.string("fff"), "#fff");
-    EXPECT_EQ(formatter.objectValue("##fff"), "#fff");
+    EXPECT_EQ(formatter.string(platform::PropertyValue(std::int64_t{255})), std::nullopt);
+    EXPECT_EQ(formatter.getObjectValue("##fff"), "#fff");
 }
 
 TEST(Prefixes, OnlyTheFrontGoesAndOnlyOnce) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <Foundation/PropertyValue.h>
+
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,10 +13,10 @@ class HexFormatter {
   public:
     static constexpr std::string_view hexCharacterSet = "0123456789ABCDEFabcdef";
 
-    /// With exactly the one "#" that the text may already have.
-    std::string string(std::string_view text) const;
-    /// Without one leading "#"; always succeeds.
-    std::string objectValue(std::string_view text) const;
+    /// A text with exactly the one "#" that it may already have; nothing for any other object.
+    std::optional<std::string> string(const platform::PropertyValue& object) const;
+    /// The text without one leading "#"; always succeeds.
+    std::string getObjectValue(std::string_view text) const;
     /// Whether the text may stand in the field while the user types.
     bool isPartialStringValid(std::string_view text) const;
 };

@@ -1,14 +1,15 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
 namespace hbr {
 
 struct SemanticVersion {
-    int major = 0;
-    int minor = 0;
-    int patch = 0;
+    std::int64_t major = 0;
+    std::int64_t minor = 0;
+    std::int64_t patch = 0;
 
     /// One to three whole numbers between dots; empty pieces are passed over, missing ones are 0.
     static std::optional<SemanticVersion> parse(std::string_view text);

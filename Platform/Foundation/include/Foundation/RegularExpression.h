@@ -16,8 +16,18 @@ class RegularExpression {
   public:
     struct Options {
         bool caseInsensitive = false;
+        bool allowCommentsAndWhitespace = false;
+        bool ignoreMetacharacters = false;
         bool dotMatchesLineSeparators = false;
         bool anchorsMatchLines = false;
+        bool useUnixLineSeparators = false;
+        bool useUnicodeWordBoundaries = false;
+    };
+    struct MatchingOptions {
+        /// Only a match that begins where the text begins.
+        bool anchored = false;
+        /// "^" and "$" do not match at the ends of the text.
+        bool withoutAnchoringBounds = false;
     };
     /// Byte offsets into the text, end not included.
     struct Range {
@@ -43,7 +53,11 @@ class RegularExpression {
     std::optional<Range> firstMatch(std::string_view text) const;
     std::vector<Range> allMatches(std::string_view text) const;
     /// "$1" stands for the first group.
-    std::string replacingMatches(std::string_view text, std::string_view replacementTemplate) const;
+    std::string replacingMatches(std::string_view text, std::string_view replacementTemplate,
+                                 MatchingOptions options) const;
+    std::string replacingMatches(std::string_view text, std::string_view replacementTemplate) const {
+        return replacingMatches(text, replacementTemplate, MatchingOptions{});
+    }
 
   private:
     struct Compiled;

@@ -49,8 +49,12 @@ std::unique_ptr<icu::RegexMatcher> boundedMatcher(const icu::RegexPattern& patte
 std::uint32_t flagsOf(const RegularExpression::Options& options) {
     std::uint32_t flags = 0;
     if (options.caseInsensitive) flags |= UREGEX_CASE_INSENSITIVE;
+    if (options.allowCommentsAndWhitespace) flags |= UREGEX_COMMENTS;
+    if (options.ignoreMetacharacters) flags |= UREGEX_LITERAL;
     if (options.dotMatchesLineSeparators) flags |= UREGEX_DOTALL;
     if (options.anchorsMatchLines) flags |= UREGEX_MULTILINE;
+    if (options.useUnixLineSeparators) flags |= UREGEX_UNIX_LINES;
+    if (options.useUnicodeWordBoundaries) flags |= UREGEX_UWORD;
     return flags;
 }
 
@@ -121,14 +125,22 @@ std::vector<RegularExpression::Range> RegularExpression::allMatches(std::string_
     return result;
 }
 
-std::string RegularExpression::replacingMatches(std::string_view text,
-                                                std::string_view replacementTemplate) const {
+std::string RegularExpression::replacingMatches(std::string_view text, std::string_view replacementTemplate,
+                                                MatchingOptions options) const {
     const icu::UnicodeString input = unicode(text);
     const auto matcher = boundedMatcher(*compiled_->pattern, text.size());
     if (!matcher) return std::string(text);
     matcher->reset(input);
+    matcher->useAnchoringBounds(!options.withoutAnchoringBounds);
     UErrorCode status = U_ZERO_ERROR;
-    const icu::UnicodeString replaced = matcher->replaceAll(unicode(replacementTemplate), status);
+    const icu::UnicodeString substitute = unicode(replacementTemplate);
+    icu::UnicodeString replaced;
+    if (!options.anchored) {
+        replaced = matcher->replaceAll(substitute, status);
+    } else {
+        if (!matcher->lookingAt(status)) return std::string(text);
+        matcher->appendReplacement(replaced, substitute, status).appendTail(replaced);
+    }
     if (U_FAILURE(status)) return std::string(text);
     std::string result;
     replaced.toUTF8String(result);

@@ -1,0 +1,95 @@
+#include <HbrUtils/CombineLatest.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace hbr;
+using platform::ValueSubject;
+using testing::ElementsAre;
+
+struct Six {
+    ValueSubject<int> a, b, c, d, e;
+    ValueSubject<std::string> f;
+
+    CombineLatest5<int, int, int, int, int> five() const {
+        return {a.stream(), b.stream(), c.stream(), d.stream(), e.stream()};
+    }
+    CombineLatest6<int, int, int, int, int, std::string> six() const {
+        return {a.stream(), b.stream(), c.stream(), d.stream(), e.stream(), f.stream()};
+    }
+    void sendNumbers() {
+        int number = 0;
+        for (auto* subject : {&a, &b, &c, &d, &e})
+            subject->send(++number);
+    }
+};
+
+TEST(CombineLatest, SendsOnceEachHasAValueAndThenAtEveryValue) {
+    Six from;
+    std::vector<std::tuple<int, int, int, int, int>> fives;
+    std::vector<std::tuple<int, int, int, int, int, std::string>> sixes;
+    const auto five = from.five().subscribe([&](const auto& value) { fives.push_back(value); });
+    const auto six = from.six().subscribe([&](const auto& value) { sixes.push_back(value); });
+    from.a.send(-1);
+    from.sendNumbers();
+    EXPECT_THAT(sixes, ElementsAre());
+    from.f.send("f");
+    from.c.send(33);
+    EXPECT_THAT(fives, ElementsAre(std::tuple(1, 2, 3, 4, 5), std::tuple(1, 2, 33, 4, 5)));
+    EXPECT_THAT(sixes, ElementsAre(std::tuple(1, 2, 3, 4, 5, "f"), std::tuple(1, 2, 33, 4, 5, "f")));
+}
+
+TEST(CombineLatest, FinishesWithTheLastStreamOrWithOneThatNeverSent) {
+    Six from;
+    int finished = 0;
+    std::vector<std::tuple<int, int, int, int, int>> values;
+    const auto subscription =
+        from.five().subscribe([&](const auto& value) { values.push_back(value); }, [&] { ++finished; });
+    from.sendNumbers();
+    for (auto* subject : {&from.a, &from.b, &from.c, &from.d})
+        subject->finish();
+    EXPECT_EQ(finished, 0);
+    from.e.send(55);
+    from.e.finish();
+    EXPECT_EQ(finished, 1);
+    EXPECT_THAT(values, ElementsAre(std::tuple(1, 2, 3, 4, 5), std::tuple(1, 2, 3, 4, 55)));
+
+    Six silent;
+    const auto other = silent.six().subscribe([](const auto&) {}, [&] { ++finished; });
+    silent.b.finish();
+    EXPECT_EQ(finished, 2);
+}
+
+TEST(CombineLatest, NothingComesOnceTheSubscriptionIsGone) {
+    Six from;
+    int received = 0;
+    {
+        const auto subscription = from.five().subscribe([&](const auto&) { ++received; });
+        from.sendNumbers();
+    }
+    from.sendNumbers();
+    EXPECT_EQ(received, 1);
+}
+
+TEST(CombineLatest, ValuesSentAtOnceByThreadsLoseNoLastValue) {
+    Six from;
+    std::tuple<int, int, int, int, int> last;
+    const auto subscription = from.five().subscribe([&](const auto& value) { last = value; });
+    std::vector<std::thread> threads;
+    for (auto* subject : {&from.a, &from.b, &from.c, &from.d, &from.e})
+        threads.emplace_back([subject] {
+            for (int i = 1; i <= 200; ++i)
+                subject->send(i);
+        });
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_EQ(last, std::tuple(200, 200, 200, 200, 200));
+}
+
+}  // namespace
