@@ -1,8 +1,8 @@
 #include <CalendarStore/Account.h>
 
-#include "ContentLine.h"
 #include "FileLock.h"
 
+#include <Foundation/ContentLine.h>
 #include <Foundation/Files.h>
 #include <Foundation/Toml.h>
 

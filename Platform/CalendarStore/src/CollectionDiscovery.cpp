@@ -1,10 +1,9 @@
 #include "CollectionDiscovery.h"
 
-#include "ContentLine.h"
+#include <Foundation/ContentLine.h>
 
 #include <algorithm>
 #include <set>
-
 #include <unistd.h>
 
 namespace platform {

@@ -1,7 +1,7 @@
-#include "ContentLine.h"
 #include "CssColorNames.h"
 #include "StoreLoader.h"
 
+#include <Foundation/ContentLine.h>
 #include <Foundation/Files.h>
 
 namespace platform {

@@ -1,6 +1,6 @@
 #include "CssColorNames.h"
 
-#include "ContentLine.h"
+#include <Foundation/ContentLine.h>
 
 #include <array>
 #include <utility>

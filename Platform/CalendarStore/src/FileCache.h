@@ -3,6 +3,7 @@
 #include "ItemScanner.h"
 
 #include <Foundation/Diagnostics.h>
+#include <Foundation/FileStamp.h>
 
 #include <cstdint>
 #include <filesystem>
@@ -10,20 +11,6 @@
 #include <memory>
 
 namespace platform {
-
-/// Tells one state of a file from another.
-struct FileStamp {
-    std::uint64_t device = 0;
-    std::uint64_t inode = 0;
-    std::int64_t size = -1;
-    std::int64_t modifiedNanoseconds = 0;
-    std::int64_t changedNanoseconds = 0;
-
-    /// Of the file behind symbolic links; size -1 when there is none.
-    static FileStamp of(const std::filesystem::path& file);
-
-    friend bool operator==(const FileStamp&, const FileStamp&) = default;
-};
 
 /// Scanned files by path: each is read once, and again only when it changed. Not for several threads.
 class FileCache {

@@ -1,6 +1,7 @@
-#include "ContentLine.h"
 #include "ICalComponent.h"
 #include "WrittenTime.h"
+
+#include <Foundation/ContentLine.h>
 
 namespace platform {
 namespace {

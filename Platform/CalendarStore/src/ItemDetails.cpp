@@ -1,8 +1,9 @@
 #include "ItemDetails.h"
 
-#include "ContentLine.h"
 #include "ICalComponent.h"
 #include "WrittenTime.h"
+
+#include <Foundation/ContentLine.h>
 
 #include <mutex>
 

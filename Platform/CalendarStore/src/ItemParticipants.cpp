@@ -1,5 +1,6 @@
-#include "ContentLine.h"
 #include "ICalComponent.h"
+
+#include <Foundation/ContentLine.h>
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "ItemScanner.h"
 
-#include "LogicalLines.h"
-#include "TextDecoding.h"
+#include <Foundation/LogicalLines.h>
+#include <Foundation/TextDecoding.h>
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "ContentLine.h"
-
+#include <Foundation/ContentLine.h>
 #include <Foundation/TimeZone.h>
 
 #include <cstdint>

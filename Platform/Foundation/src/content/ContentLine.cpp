@@ -1,4 +1,4 @@
-#include "ContentLine.h"
+#include <Foundation/ContentLine.h>
 
 #include <algorithm>
 

@@ -1,9 +1,11 @@
-#include "TextDecoding.h"
+#include <Foundation/TextDecoding.h>
 
 #include <Foundation/Text.h>
 
 #include <array>
 #include <cstdint>
+
+#include "text/Utf8.h"
 
 namespace platform {
 namespace {
@@ -90,12 +92,7 @@ std::string withoutUtf16(std::string bytes) {
 }
 
 bool isWellFormedUtf8(std::string_view text) {
-    for (std::size_t i = 0; i < text.size();) {
-        const auto length = characterLength(text, i);
-        if (length == 0) return false;
-        i += length;
-    }
-    return true;
+    return isUtf8(text);
 }
 
 std::string lineAsUtf8(std::string_view line) {

@@ -1,4 +1,4 @@
-#include "LogicalLines.h"
+#include <Foundation/LogicalLines.h>
 
 namespace platform {
 

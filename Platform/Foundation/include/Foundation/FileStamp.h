@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+namespace platform {
+
+/// Tells one state of a file from another.
+struct FileStamp {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::int64_t size = -1;
+    std::int64_t modifiedNanoseconds = 0;
+    std::int64_t changedNanoseconds = 0;
+
+    /// Of the file behind symbolic links; size -1 when there is none.
+    static FileStamp of(const std::filesystem::path& file);
+
+    /// Changed so shortly ago that a further change could carry the same stamp. By the system's clock.
+    bool isFresh() const;
+
+    friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+
+}  // namespace platform
