@@ -21,6 +21,9 @@ struct ContentLine {
     bool is(std::string_view upperName) const;
     /// First value of the parameter, quotes taken away and "^n", "^'", "^^" decoded.
     std::optional<std::string> parameter(std::string_view upperName) const;
+    /// Whether the word is among the values of its TYPE parameters, or stands without a name among the
+    /// parameters, as in the oldest cards. Letter case ignored.
+    bool hasType(std::string_view upperWord) const;
 };
 
 bool equalIgnoringCase(std::string_view a, std::string_view b);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,5 +15,12 @@ bool isWellFormedUtf8(std::string_view text);
 /// An unfolded line as UTF-8. A line that is no UTF-8 is read as Latin-1 (Windows-1252), or, when it also
 /// holds whole UTF-8 characters, keeps those and gets U+FFFD for the rest.
 std::string lineAsUtf8(std::string_view line);
+/// Text in a named character set ("ISO-8859-2", "Shift_JIS", "koi8-r") as UTF-8; nothing when the name says
+/// nothing. Text that is said to be Latin-1 is read as by `lineAsUtf8`, since it is often something else.
+std::optional<std::string> utf8FromCharset(std::string_view text, const std::string& charset);
+/// Quoted-printable to bytes; what is no escape stays as it is.
+std::string decodedQuotedPrintable(std::string_view text);
+/// Base64, blanks and line ends passed over; nothing when anything else stands there.
+std::optional<std::string> decodedBase64(std::string_view text);
 
 }  // namespace platform

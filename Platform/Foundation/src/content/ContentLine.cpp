@@ -40,6 +40,21 @@ std::string decodedParameter(std::string_view raw) {
     return text;
 }
 
+/// Calls `visit(name, value)` until it says false; a parameter without "=" has an empty name.
+template <class Visit>
+void forEachParameter(std::string_view parameters, const Visit& visit) {
+    for (std::size_t from = 0; from < parameters.size();) {
+        auto end = findOutsideQuotes(parameters, ';', from);
+        if (end == std::string_view::npos) end = parameters.size();
+        const auto piece = parameters.substr(from, end - from);
+        const auto equals = piece.find('=');
+        const bool isNamed = equals != std::string_view::npos;
+        const auto name = isNamed ? trimmedAscii(piece.substr(0, equals)) : std::string_view();
+        if (!visit(name, trimmedAscii(isNamed ? piece.substr(equals + 1) : piece))) return;
+        from = end + 1;
+    }
+}
+
 }  // namespace
 
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
@@ -98,18 +113,27 @@ bool ContentLine::is(std::string_view upperName) const {
 }
 
 std::optional<std::string> ContentLine::parameter(std::string_view upperName) const {
-    for (std::size_t from = 0; from < parameters.size();) {
-        auto end = findOutsideQuotes(parameters, ';', from);
-        if (end == std::string_view::npos) end = parameters.size();
-        const auto piece = parameters.substr(from, end - from);
-        const auto equals = piece.find('=');
-        if (equals != std::string_view::npos &&
-            equalIgnoringCase(trimmedAscii(piece.substr(0, equals)), upperName)) {
-            return decodedParameter(trimmedAscii(piece.substr(equals + 1)));
+    std::optional<std::string> found;
+    forEachParameter(parameters, [&](std::string_view key, std::string_view text) {
+        if (equalIgnoringCase(key, upperName)) found = decodedParameter(text);
+        return !found;
+    });
+    return found;
+}
+
+bool ContentLine::hasType(std::string_view upperWord) const {
+    bool found = false;
+    forEachParameter(parameters, [&](std::string_view key, std::string_view text) {
+        if (key.empty()) {
+            found = equalIgnoringCase(text, upperWord);
+        } else if (equalIgnoringCase(key, "TYPE")) {
+            const auto types = decodedParameter(text);
+            for (const auto type : commaSeparated(types))
+                found = found || equalIgnoringCase(trimmedAscii(type), upperWord);
         }
-        from = end + 1;
-    }
-    return std::nullopt;
+        return !found;
+    });
+    return found;
 }
 
 }  // namespace platform

@@ -1,8 +1,10 @@
+#include <Foundation/ContentLine.h>
 #include <Foundation/LogicalLines.h>
 
 namespace platform {
 
-LogicalLines::LogicalLines(std::string_view text) : rest_(text) {
+LogicalLines::LogicalLines(std::string_view text, Options options)
+    : options_(options), size_(text.size()), rest_(text) {
     if (text.find('\n') == std::string_view::npos) lineEnd_ = '\r';
 }
 
@@ -15,29 +17,38 @@ std::string_view LogicalLines::physicalLine() {
     return line;
 }
 
+bool LogicalLines::isSoftBreak() const {
+    if (!options_.joinsSoftBreaks || !line_.ends_with('=') || rest_.empty()) return false;
+    const auto content = ContentLine::parse(line_);
+    if (!content) return false;
+    const auto encoding = content->parameter("ENCODING");
+    return encoding ? equalIgnoringCase(*encoding, "QUOTED-PRINTABLE") : content->hasType("QUOTED-PRINTABLE");
+}
+
+void LogicalLines::append(std::string_view piece) {
+    if (joined_.size() + piece.size() > options_.longest) {
+        tooLong_ = true;
+    } else {
+        joined_ += piece;
+    }
+}
+
 bool LogicalLines::next() {
     const auto isFold = [this] { return !rest_.empty() && (rest_.front() == ' ' || rest_.front() == '\t'); };
     if (rest_.empty()) return false;
     number_ = physicalLines_ + 1;
-    tooLong_ = false;
     line_ = physicalLine();
-    if (isFold()) {
-        joined_.assign(line_.substr(0, maximumLength));
-        tooLong_ = line_.size() > maximumLength;
-        while (isFold()) {
-            const auto piece = physicalLine().substr(1);
-            if (joined_.size() + piece.size() > maximumLength) {
-                tooLong_ = true;
-            } else {
-                joined_ += piece;
-            }
-        }
+    tooLong_ = line_.size() > options_.longest;
+    line_ = line_.substr(0, options_.longest);
+    for (bool isFirst = true;; isFirst = false) {
+        // A blank behind a soft break belongs to the text.
+        const bool isSoft = isSoftBreak();
+        if (!isSoft && !isFold()) return true;
+        if (isFirst) joined_.assign(line_);
+        if (isSoft) joined_.pop_back();
+        append(isSoft ? physicalLine() : physicalLine().substr(1));
         line_ = joined_;
-    } else if (line_.size() > maximumLength) {
-        tooLong_ = true;
-        line_ = line_.substr(0, maximumLength);
     }
-    return true;
 }
 
 }  // namespace platform

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// A picture as the bytes of its file, recognised by their first ones; not decoded. Copies share the bytes.
+class ImageBytes {
+  public:
+    enum class Format { png, jpeg, gif, webp };
+
+    /// Nothing for bytes that begin like none of the formats.
+    static std::optional<ImageBytes> recognize(std::string bytes);
+
+    Format format() const { return format_; }
+    const std::string& bytes() const { return *bytes_; }
+    /// Equal for equal bytes.
+    std::size_t hash() const { return hash_; }
+
+    friend bool operator==(const ImageBytes& a, const ImageBytes& b) {
+        return a.bytes_ == b.bytes_ || (a.hash_ == b.hash_ && *a.bytes_ == *b.bytes_);
+    }
+
+  private:
+    ImageBytes(Format format, std::string bytes);
+
+    Format format_;
+    std::shared_ptr<const std::string> bytes_;
+    std::size_t hash_;
+};
+
+}  // namespace platform
+
+template <>
+struct std::hash<platform::ImageBytes> {
+    std::size_t operator()(const platform::ImageBytes& image) const noexcept { return image.hash(); }
+};
