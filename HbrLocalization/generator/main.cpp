@@ -21,6 +21,11 @@ struct Entry {
     std::string text;
 };
 
+/// A form of another key's text for some numbers ("KEY#one"): it stands in the table only.
+bool isPluralForm(const Entry& entry) {
+    return entry.key.find('#') != std::string::npos;
+}
+
 struct Scope {
     std::map<std::string, Scope> scopes;
     std::map<std::string, const Entry*> accessors;
@@ -95,7 +100,7 @@ Entry parseEntry(const std::string& line) {
     const std::string head = line.substr(0, equals);
     const auto open = head.find(" (");
     entry.key = head.substr(0, open);
-    if (entry.key.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._") !=
+    if (entry.key.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._#") !=
             std::string::npos ||
         entry.key.empty())
         throw std::runtime_error("bad key \"" + entry.key + "\"");
@@ -115,13 +120,17 @@ std::vector<Entry> readCatalogue(const std::string& file) {
     std::ifstream in(file);
     if (!in) throw std::runtime_error(file + ": cannot be read");
     std::vector<Entry> entries;
-    std::set<std::string> keys;
+    std::map<std::string, std::vector<std::string>> argumentsOf;
     std::string line;
     for (int number = 1; std::getline(in, line); ++number) {
         if (line.empty() || line[0] == '#') continue;
         try {
-            entries.push_back(parseEntry(line));
-            if (!keys.insert(entries.back().key).second) throw std::runtime_error("the key stands twice");
+            const auto& entry = entries.emplace_back(parseEntry(line));
+            if (!argumentsOf.emplace(entry.key, entry.arguments).second)
+                throw std::runtime_error("the key stands twice");
+            const auto of = argumentsOf.find(entry.key.substr(0, entry.key.find('#')));
+            if (of == argumentsOf.end() || of->second != entry.arguments)
+                throw std::runtime_error("a form of no text with these arguments above it");
         } catch (const std::exception& error) {
             throw std::runtime_error(file + ":" + std::to_string(number) + ": " + error.what());
         }
@@ -177,6 +186,7 @@ void write(std::ostream& header, std::ostream& source, const Scope& scope) {
 Scope tree(const std::vector<Entry>& entries) {
     Scope root;
     for (const auto& entry : entries) {
+        if (isPluralForm(entry)) continue;
         auto components = split(entry.key, ".");
         Scope* scope = &root;
         for (std::size_t i = 0; i + 1 < components.size(); ++i)

@@ -4,11 +4,14 @@
 #include <HbrLocalization/StringBundle.h>
 
 #include "AccessorText.h"
+#include "TextDirection.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <mutex>
+#include <variant>
+#include <vector>
 
 namespace hbr {
 
@@ -61,8 +64,21 @@ std::optional<std::string> LocalizedStringOrNil(std::string_view table, std::str
 std::string L10n::accessorText(std::string_view key, std::string_view defaultText,
                                std::initializer_list<FormatArgument> arguments) {
     const auto bundle = currentBundle();
-    return formattedText(bundle.strings->localizedString(key, localizable, defaultText),
-                         {arguments.begin(), arguments.size()}, bundle.environment->locale);
+    std::optional<std::int64_t> count;
+    std::vector<FormatArgument> inserted(arguments);
+    // Reserved once: the arguments refer to these texts.
+    std::vector<std::string> isolated;
+    isolated.reserve(inserted.size());
+    for (auto& argument : inserted) {
+        if (const auto* number = std::get_if<std::int64_t>(&argument)) {
+            if (!count) count = *number;
+        } else if (const auto text = std::get<std::string_view>(argument);
+                   runsAgainst(text, bundle.strings->isRightToLeft())) {
+            argument = isolated.emplace_back(isolatedText(text));
+        }
+    }
+    return formattedText(bundle.strings->localizedString(key, localizable, defaultText, count), inserted,
+                         bundle.environment->locale);
 }
 
 }  // namespace hbr

@@ -3,8 +3,10 @@
 #include <Foundation/Files.h>
 #include <Foundation/Json.h>
 #include <Foundation/ResourceBundle.h>
+#include <HbrLocalization/PluralCategory.h>
 
 #include "LanguageMatch.h"
+#include "TextDirection.h"
 
 #include <system_error>
 #include <vector>
@@ -41,7 +43,8 @@ std::shared_ptr<const StringBundle> StringBundle::find(platform::EnvironmentRef 
 StringBundle::StringBundle(platform::EnvironmentRef environment, std::filesystem::path folder)
     : environment_(std::move(environment)),
       folder_(std::move(folder)),
-      language_(bestLanguage(environment_->locale.languages, languagesOf(folder_))) {}
+      language_(bestLanguage(environment_->locale.languages, languagesOf(folder_))),
+      isRightToLeft_(isRightToLeftLanguage(language_)) {}
 
 std::optional<std::string> StringBundle::text(std::string_view key, std::string_view table) const {
     const auto& entries = loadedTable(table);
@@ -50,13 +53,24 @@ std::optional<std::string> StringBundle::text(std::string_view key, std::string_
     return entry->second;
 }
 
+std::optional<std::string> StringBundle::form(std::string_view key, std::string_view table,
+                                              std::optional<std::int64_t> count) const {
+    if (count) {
+        if (auto counted = text(std::string(key) + '#' + pluralCategory(language_, *count), table))
+            return counted;
+    }
+    return text(key, table);
+}
+
 std::string StringBundle::localizedString(std::string_view key, std::string_view table,
-                                          std::string_view defaultText) const {
+                                          std::string_view defaultText,
+                                          std::optional<std::int64_t> count) const {
     if (environment_->platformVersion < firstWithNewWording) {
         const auto legacyKey = std::string(key) + "_legacy";
-        if (auto legacy = text(legacyKey, table); legacy && *legacy != legacyKey) return *std::move(legacy);
+        if (auto legacy = form(legacyKey, table, count); legacy && *legacy != legacyKey)
+            return *std::move(legacy);
     }
-    if (auto found = text(key, table)) return *std::move(found);
+    if (auto found = form(key, table, count)) return *std::move(found);
     return std::string(defaultText);
 }
 

@@ -1,7 +1,6 @@
 #include <HeedbannerWidgetExtension/WidgetStrings.h>
 
 #include <HbrLocalization/FormatArgument.h>
-#include <HbrLocalization/PluralCategory.h>
 #include <HbrLocalization/PrintfFormat.h>
 
 #include <cstdint>
@@ -26,9 +25,7 @@ std::string WidgetStrings::text(std::string_view key) const {
 
 std::string WidgetStrings::counted(std::string_view key, std::size_t count) const {
     const auto value = static_cast<std::int64_t>(count);
-    const std::string other = text(std::string(key) + ".other");
-    const std::string form = std::string(key) + "." + pluralCategory(language(), value);
-    const std::string format = bundle_ ? bundle_->localizedString(form, table, other) : other;
+    const std::string format = bundle_ ? bundle_->localizedString(key, table, key, value) : std::string(key);
     const L10n::FormatArgument number = value;
     return formattedText(format, {&number, 1}, environment_->locale);
 }

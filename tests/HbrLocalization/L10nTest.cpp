@@ -1,15 +1,18 @@
 #include <HbrLocalization/L10n.h>
 
-#include <Foundation/Json.h>
 #include <HbrLocalization/LocalizedString.h>
 #include <support/BuildResources.h>
+#include <support/StringTables.h>
 #include <support/TestEnvironment.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <string>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -108,30 +111,112 @@ TEST_F(L10nTest, AMissingBundleEndsTheProcess) {
                 "unable to find bundle named HbrLocalization_HbrLocalization");
 }
 
-/// "%@", "%d" and the like, in the order of their arguments.
-std::string placeholdersOf(const std::string& text) {
-    std::string kinds;
-    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-        if (text[i] == '%') kinds += text[++i] == 'i' ? 'd' : text[i];
+TEST_F(L10nTest, TextsAreInTheLanguageThatTheUserPrefers) {
+    struct Case {
+        std::vector<std::string> languages;
+        std::string now;
+        std::string oneMore;
+        std::string twoMore;
+        std::string manyMore;
+    };
+    const Case english = {
+        {"en-GB"}, "now", "1 more participants", "2 more participants", "20 more participants"};
+    const Case german = {
+        {"de-AT"}, "jetzt", "1 weiterer Teilnehmer", "2 weitere Teilnehmer", "20 weitere Teilnehmer"};
+    const Case hebrew = {{"he-IL"}, "עכשיו", "עוד משתתף אחד", "עוד שני משתתפים", "עוד 20 משתתפים"};
+    const auto preferring = [](Case expected, std::vector<std::string> languages) {
+        expected.languages = std::move(languages);
+        return expected;
+    };
+    for (const auto& expected :
+         {english, german, hebrew, preferring(hebrew, {"iw"}), preferring(german, {"fr", "de", "en"}),
+          preferring(english, {"en", "de"}), preferring(english, {"fr"})}) {
+        test::TestEnvironment world;
+        world.change().locale.languages = expected.languages;
+        platform::Environment::setCurrent(world.ref());
+        const auto trace = testing::PrintToString(expected.languages);
+        EXPECT_EQ(L10n::TimeFormat::now(), expected.now) << trace;
+        EXPECT_EQ(L10n::Alert::participantsOverflowToolTip(1), expected.oneMore) << trace;
+        EXPECT_EQ(L10n::Alert::participantsOverflowToolTip(2), expected.twoMore) << trace;
+        EXPECT_EQ(L10n::Alert::participantsOverflowToolTip(20), expected.manyMore) << trace;
     }
-    return kinds;
 }
 
-TEST_F(L10nTest, EveryShippedTableHasTheEnglishKeysAndPlaceholders) {
+TEST_F(L10nTest, ATextWithANumberTakesTheFormOfItsLanguage) {
+    useTable("ar", R"({"Alert.customMinutes": "%i دقيقة", "Alert.customMinutes#few": "%i دقائق",
+        "Alert.customMinutes_legacy#two": "دقيقتان", "General.all#one": "x"})");
+    world_.change().locale = {"ar_EG", {"ar"}};
+    start();
+    EXPECT_EQ(L10n::Alert::customMinutes(3), "٣ دقائق");
+    EXPECT_EQ(L10n::Alert::customMinutes(11), "١١ دقيقة");
+    EXPECT_EQ(L10n::Alert::customMinutes(2), "٢ دقيقة");
+    EXPECT_EQ(L10n::General::all(), "All");
+    test::TestEnvironment old;
+    old.change().resourceDirectories = world_->resourceDirectories;
+    old.change().locale = world_->locale;
+    old.change().platformVersion = {12, 0, 0};
+    platform::Environment::setCurrent(old.ref());
+    EXPECT_EQ(L10n::Alert::customMinutes(2), "دقيقتان");
+    EXPECT_EQ(L10n::Alert::customMinutes(3), "٣ دقائق");
+}
+
+TEST_F(L10nTest, TextsOfTheOtherDirectionAreIsolatedInASentence) {
+    start();
+    EXPECT_EQ(L10n::Accessibility::EventSummary::titleOnly("Standup – 9:41, 5\u202Fm"),
+              "Standup – 9:41, 5\u202Fm.");
+    EXPECT_EQ(L10n::Accessibility::EventSummary::titleAndLocation("פגישה", "Room 1"),
+              "\u2068פגישה\u2069 at Room 1.");
+    EXPECT_EQ(L10n::Accessibility::EventSummary::titleOnly("Jour fixe مع ليلى"),
+              "\u2068Jour fixe مع ليلى\u2069.");
+    test::TestEnvironment hebrew;
+    hebrew.change().locale = {"he_IL", {"he"}};
+    platform::Environment::setCurrent(hebrew.ref());
+    EXPECT_EQ(L10n::TimeFormat::left("5\u202Fדק׳"), "נותרו 5\u202Fדק׳");
+    EXPECT_EQ(L10n::TimeFormat::until("9:41"), "עד 9:41");
+    EXPECT_EQ(L10n::Accessibility::EventSummary::titleAndLocation("Standup (C++)", "חדר 1"),
+              "\u2068Standup (C++)\u2069, מיקום: חדר 1.");
+}
+
+TEST_F(L10nTest, EveryShippedTableIsComplete) {
     const auto bundle = test::buildResources() / "HbrLocalization_HbrLocalization.bundle";
-    const auto read = [](const std::filesystem::path& folder) {
-        return platform::parseJson(test::readFile(folder / "Localizable.json")).value();
+    const auto english = test::readStringTable(bundle, "en");
+    const auto languages = test::languagesIn(bundle);
+    EXPECT_THAT(languages, testing::IsSupersetOf({"de", "en", "he"}));
+    for (const auto& language : languages) {
+        test::TableExamination examination(language, test::readStringTable(bundle, language), english);
+        EXPECT_THAT(examination.faults(), testing::IsEmpty());
+    }
+}
+
+TEST(TableExamination, FindsWhatATranslatorGotWrong) {
+    const test::StringTable english = {{"a", "All"}, {"b", "%@ at %@"}, {"c", "100%%"}, {"d", "%d days"}};
+    const test::StringTable good = {{"a", "ا"},       {"b", "%2$@، %1$@"}, {"c", "%%100"},
+                                    {"d", "%d يوما"}, {"d#zero", "-"},     {"d#one", "يوم"},
+                                    {"d#two", "%d"},  {"d#few", "%d"},     {"d#many", "%d"}};
+    struct Case {
+        std::string key;
+        std::string text;
+        std::string fault;
     };
-    const auto english = read(bundle / "en.lproj");
-    EXPECT_EQ(english.asObject()->size(), 386U);
-    for (const auto& folder : std::filesystem::directory_iterator(bundle)) {
-        const auto table = read(folder.path());
-        for (const auto& [key, value] : *table.asObject()) {
-            const auto* original = english.find(key);
-            ASSERT_TRUE(original) << folder << key;
-            EXPECT_EQ(placeholdersOf(*value.asString()), placeholdersOf(*original->asString()))
-                << folder << key;
-        }
+    const std::vector<Case> cases = {
+        {"a", "", "ar: a: empty"},
+        {"a", "All ", "ar: a: blank at an end"},
+        {"b", "%1$@ %1$@", "ar: b: other placeholders than in English"},
+        {"b", "%@", "ar: b: other placeholders than in English"},
+        {"c", "100 %", "ar: c: a single percent sign"},
+        {"d", "%@", "ar: d: other placeholders than in English"},
+        {"d#few", "-", "ar: d#few: other placeholders than in English"},
+        {"d#some", "%d", "ar: d#some: no plural form of this language"},
+        {"e", "E", "ar: e: unknown key"},
+        {"a", "missing", "ar: a: missing"},
+        {"d#two", "missing", "ar: d: no form #two"},
+    };
+    EXPECT_THAT(test::TableExamination("ar", good, english).faults(), testing::IsEmpty());
+    for (const auto& [key, text, fault] : cases) {
+        auto table = good;
+        table[key] = text;
+        if (text == "missing") table.erase(key);
+        EXPECT_THAT(test::TableExamination("ar", table, english).faults(), testing::ElementsAre(fault));
     }
 }
 

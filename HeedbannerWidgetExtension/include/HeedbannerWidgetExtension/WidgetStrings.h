@@ -21,7 +21,7 @@ class WidgetStrings {
     /// BCP 47 tag of the language in use.
     std::string language() const;
     std::string text(std::string_view key) const;
-    /// The text of KEY.one for 1, else of KEY.other, its "%i" replaced by the count.
+    /// The key's text in its form for `count`, which stands for "%i".
     std::string counted(std::string_view key, std::size_t count) const;
 
   private:

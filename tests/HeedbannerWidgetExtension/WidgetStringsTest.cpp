@@ -1,0 +1,48 @@
+#include <HeedbannerWidgetExtension/WidgetStrings.h>
+
+#include <gmock/gmock.h>
+#include <support/BuildResources.h>
+#include <support/StringTables.h>
+#include <support/TestEnvironment.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+TEST(WidgetStrings, AreInTheLanguageThatTheUserPrefers) {
+    struct Case {
+        std::vector<std::string> languages;
+        std::string header;
+        std::string one;
+        std::string two;
+        std::string three;
+    };
+    const std::string key = "^[%lld more events](inflect: true)";
+    for (const auto& expected : std::vector<Case>{
+             {{"en-GB"}, "Current events", "1 more event", "2 more events", "3 more events"},
+             {{"de-AT"}, "Laufende Termine", "1 weiterer Termin", "2 weitere Termine", "3 weitere Termine"},
+             {{"iw-IL"}, "אירועים נוכחיים", "עוד אירוע אחד", "עוד שני אירועים", "עוד 3 אירועים"}}) {
+        test::TestEnvironment world;
+        world.change().locale.languages = expected.languages;
+        const hbr::WidgetStrings strings(world.ref());
+        EXPECT_EQ(strings.text("Widget.upcomingEvent.currentEvents"), expected.header);
+        EXPECT_EQ(strings.counted(key, 1), expected.one);
+        EXPECT_EQ(strings.counted(key, 2), expected.two);
+        EXPECT_EQ(strings.counted(key, 3), expected.three);
+    }
+}
+
+TEST(WidgetStrings, EveryShippedTableIsComplete) {
+    const auto bundle = test::buildResources() / hbr::WidgetStrings::bundleName;
+    auto english = test::readStringTable(bundle, "en");
+    const auto core = test::languagesIn(test::buildResources() / "HbrLocalization_HbrLocalization.bundle");
+    const auto languages = test::languagesIn(bundle);
+    EXPECT_EQ(languages, core);
+    for (const auto& language : languages) {
+        test::TableExamination examination(language, test::readStringTable(bundle, language), english);
+        EXPECT_THAT(examination.faults(), testing::IsEmpty());
+    }
+}
+
+}  // namespace
