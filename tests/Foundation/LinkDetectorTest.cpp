@@ -39,6 +39,10 @@ TEST(LinkDetector, FindsWebLinksWithAScheme) {
         {"https://example.org/a;b=c,d/e!f$g", {"https://example.org/a;b=c,d/e!f$g"}},
         {"https://example.org/@ann/x~y_z-", {"https://example.org/@ann/x~y_z-"}},
         {"https://example.org/?list[]=1&b=2", {"https://example.org/?list[]=1&b=2"}},
+        {"http://[fe80::1%25eth0]/x http://user@[2001:db8::1]:80/",
+         {"http://[fe80::1%25eth0]/x", "http://user@[2001:db8::1]:80/"}},
+        {"https://example.org./a https://example.org:", {"https://example.org./a", "https://example.org"}},
+        {"https://https://example.org/a http:example.org/b", {"https://example.org/a", "example.org/b"}},
         {"https://www.google.com/url?q=https://meet.google.com/abc-defg-hij&sa=D",
          {"https://www.google.com/url?q=https://meet.google.com/abc-defg-hij&sa=D"}},
         {"https://web.archive.org/web/2020/https://example.org/",
@@ -75,6 +79,14 @@ TEST(LinkDetector, LeavesOutWhatSurroundsALink) {
         {"&lt;https://example.org/a?b=1&amp;c=2&gt; &quot;https://example.org/b&quot;",
          {"https://example.org/a?b=1&amp;c=2", "https://example.org/b"}},
         {"https://example.org/a\\nPasscode", {"https://example.org/a"}},
+        {"https://example.org/a&#160;b https://example.org/c&#x27;d https://example.org/e&#f",
+         {"https://example.org/a", "https://example.org/c", "https://example.org/e&#f"}},
+        {"[url]https://example.org/a[/url] [url=https://example.org/b]x[/url]",
+         {"https://example.org/a", "https://example.org/b"}},
+        {"https://example.org/a(b https://example.org/c[1",
+         {"https://example.org/a", "https://example.org/c"}},
+        {"<a href=https://example.org/a>x</a>", {"https://example.org/a"}},
+        {"{\"url\":\"https://example.org/a\"}", {"https://example.org/a"}},
         {"https://example.org/a|https://example.org/b", {"https://example.org/a", "https://example.org/b"}},
         {"https://example.org/a\thttps://example.org/b\r\nhttps://example.org/c",
          {"https://example.org/a", "https://example.org/b", "https://example.org/c"}},
@@ -91,6 +103,11 @@ TEST(LinkDetector, FindsLinksGluedToOtherText) {
         {"1.https://example.org/a", {"https://example.org/a"}},
         {"https://example.org/1https://example.org/2", {"https://example.org/1", "https://example.org/2"}},
         {"https://example.org/1,https://example.org/2", {"https://example.org/1", "https://example.org/2"}},
+        {"https://example.org/1(https://example.org/2)", {"https://example.org/1", "https://example.org/2"}},
+        {"https://example.org/1;zoommtg://zoom.us/join?confno=2",
+         {"https://example.org/1", "zoommtg://zoom.us/join?confno=2"}},
+        {"Skype:https://join.skype.com/a Webex:acme.webex.com/meet/ann",
+         {"https://join.skype.com/a", "acme.webex.com/meet/ann"}},
         {"📞https://example.org/a🎉", {"https://example.org/a"}},
         {"📞️example.org/a", {"example.org/a"}},
         {"→https://example.org/a…", {"https://example.org/a"}},
@@ -98,6 +115,9 @@ TEST(LinkDetector, FindsLinksGluedToOtherText) {
         {"（https://zoom.us/j/123）", {"https://zoom.us/j/123"}},
         {"「https://zoom.us/j/123」。", {"https://zoom.us/j/123"}},
         {"https://zoom.us/j/123から参加", {"https://zoom.us/j/123"}},
+        {"ลิงก์https://zoom.us/j/1ครับ www.example.co.thนะ", {"https://zoom.us/j/1", "www.example.co.th"}},
+        {"회의는 https://zoom.us/my/ann으로", {"https://zoom.us/my/ann"}},
+        {"Ссылка:https://zoom.us/j/1и example.ruили", {"https://zoom.us/j/1", "example.ru"}},
         {"请访问example.com/x。", {"example.com/x"}},
         {"example.comにアクセス", {"example.com"}},
         {"الرابط: https://zoom.us/j/123، شكرا", {"https://zoom.us/j/123"}},
@@ -160,6 +180,11 @@ TEST(LinkDetector, TakesNoFilesVersionsTimesOrAbbreviationsForLinks) {
                                         "B.Sc.",
                                         "m.in.",
                                         "z.B.",
+                                        "GmbH & Co.KG",
+                                        "2.UG/Raum 12",
+                                        "9.am/10.am",
+                                        "com.example.app",
+                                        "foo.bar()",
                                         "That was all.It rained",
                                         "wait...what",
                                         "Note:this",
@@ -189,6 +214,10 @@ TEST(LinkDetector, FindsOtherSchemesAndMailAddresses) {
         {"msteams:/l/meetup-join/19%3a", {"msteams:/l/meetup-join/19%3a"}},
         {"sip:ann@example.org;transport=tcp.", {"sip:ann@example.org;transport=tcp"}},
         {"tel:+49-30-1234,,99# or Tel: 030", {"tel:+49-30-1234,,99#"}},
+        {"tel:%2B49-619,,*01*23%23%23*01* tel:+1(555)123-4567",
+         {"tel:%2B49-619,,*01*23%23%23*01*", "tel:+1(555)123-4567"}},
+        {"h323:ann@example.org msteams://teams.microsoft.com/l/x",
+         {"h323:ann@example.org", "msteams://teams.microsoft.com/l/x"}},
         {"mailto:ann@example.org?subject=Hi", {"mailto:ann@example.org?subject=Hi"}},
         {"skype:ann?call facetime:ann@example.org", {"skype:ann?call", "facetime:ann@example.org"}},
         {"Skype: ann", {}},
@@ -199,6 +228,32 @@ TEST(LinkDetector, FindsOtherSchemesAndMailAddresses) {
         {"ann@example.org.", {"ann@example.org"}},
         {"ann@example.orgまで 问ann@example.org", {"ann@example.org", "ann@example.org"}},
         {"ann@localhost ann@ @ann", {}},
+        {"_ann@example.org_ a@@example.org", {"ann@example.org"}},
+    });
+}
+
+TEST(LinkDetector, FindsWhatInvitationsOfServicesHold) {
+    expectLinks({
+        {"Ann Doe is inviting you to a scheduled Zoom meeting.\n\nJoin Zoom Meeting\n"
+         "https://us02web.zoom.us/j/85512345678?pwd=Zk9Za.1\n\nMeeting ID: 855 1234 5678\nPasscode: 1\n\n"
+         "One tap mobile\n+13017158592,,85512345678#,,,,*123456# US (Washington DC)\n\nJoin by SIP\n"
+         "• 85512345678@zoomcrc.com\n\nJoin by H.323\n• 144.195.19.161 (US West)\n",
+         {"https://us02web.zoom.us/j/85512345678?pwd=Zk9Za.1", "85512345678@zoomcrc.com"}},
+        {"________________\nMicrosoft Teams meeting\nClick here to join the meeting"
+         "<https://teams.microsoft.com/l/meetup-join/19%3ameeting_Xy%40thread.v2/0?context=%7b%22Tid%22%7d>\n"
+         "Meeting ID: 123 456 789 012\nPasscode: aB3.dE\nDownload Teams<https://www.microsoft.com/app> | "
+         "Join on the web<https://www.microsoft.com/join>\n+49 69 1,,2#<tel:+49691,,2#>   Frankfurt am Main",
+         {"https://teams.microsoft.com/l/meetup-join/19%3ameeting_Xy%40thread.v2/0?context=%7b%22Tid%22%7d",
+          "https://www.microsoft.com/app", "https://www.microsoft.com/join", "tel:+49691,,2#"}},
+        {"-::~:~::~:~:~::~:~::-\nJoin with Google Meet: https://meet.google.com/abc-defg-hij\nOr dial: (DE) "
+         "+49 30 1 PIN: 1#\nMore phone numbers: https://tel.meet/abc-defg-hij?pin=1&hs=7\n\nPlease do not "
+         "edit this section.\n-::~:~::~:~:~::~:~::-",
+         {"https://meet.google.com/abc-defg-hij", "https://tel.meet/abc-defg-hij?pin=1&hs=7"}},
+        {"<p>Join: <a href=\"https://www.google.com/url?q=https%3A%2F%2Fzoom.us%2Fj%2F1&amp;sa=D\">"
+         "https://zoom.us/j/1</a></p>",
+         {"https://www.google.com/url?q=https%3A%2F%2Fzoom.us%2Fj%2F1&amp;sa=D", "https://zoom.us/j/1"}},
+        {"#腾讯会议：123-456-789\n\n点击https://meeting.tencent.com/dm/AbC123，或添加至会议列表：",
+         {"https://meeting.tencent.com/dm/AbC123"}},
     });
 }
 
@@ -206,9 +261,10 @@ TEST(LinkDetector, NeedsNoLongerForAHostileTextThanForAPlainOneOfThatLength) {
     // Anything worse than linear takes hours at this length, far beyond the limit on a test.
     constexpr std::size_t length = 500'000;
     for (const std::string_view piece :
-         {"a.",   "http:",  "http://", "http://a:", "a@",      "a@a.", "a.com/(",  "http://a/(",
-          "x.y?", "a.com?", "x.md?",   "://",       "a.com.",  "(",    "http://[", "&quot;",
-          "あ",   "aあ",    "https",   "tel:+",     "a.com:1", "[](",  "http://a'"}) {
+         {"a.",         "http:",     "http://", "http://a:", "a@",      "a@a.",   "a.com/(",
+          "http://a/(", "x.y?",      "a.com?",  "x.md?",     "://",     "a.com.", "(",
+          "http://[",   "&quot;",    "あ",      "aあ",       "https",   "tel:+",  "a.com:1",
+          "[](",        "http://a'", "a.comあ", "a@b.coあ",  "a.com/x,"}) {
         std::string text;
         while (text.size() < length)
             text += piece;

@@ -58,6 +58,12 @@ HostJudgement judgeHostWithoutScheme(std::string_view host) {
 
     const auto known = topLevelDomain(domain);
     if (known == TopLevelDomain::unknown) return HostJudgement::noHost;
+    const auto first = lowercasedAscii(host.substr(0, host.find('.')));
+    // "Co.KG"; a floor, a time or a date: "2.UG", "9.am".
+    if (hasTwoLabels && (first == "co" || (first.size() < 3 && std::ranges::all_of(first, isAsciiDigit))))
+        return HostJudgement::noHost;
+    // A name written backwards, as programs have: "com.example.app".
+    if (!hasTwoLabels && isOneOf(first, {"com", "net", "org"})) return HostJudgement::hostWithPath;
     // A sentence that goes on without a blank: "That was all.In the evening".
     if (hasMixedCase(host.substr(lastDot + 1)) && !isOneOf(domain, {"com", "net", "org"}))
         return HostJudgement::noHost;
@@ -76,22 +82,6 @@ bool isMailHost(std::string_view host) {
     if (lastDot == std::string_view::npos || !areLabels(host)) return false;
     const auto domain = host.substr(lastDot + 1);
     return domain.size() > 1 && (isAlphabetic(domain) || lowercasedAscii(domain).starts_with("xn--"));
-}
-
-std::size_t scriptChangeBeforeAscii(std::string_view label) {
-    std::size_t change = 0;
-    bool hasAsciiBehind = false;
-    for (std::size_t i = 0; i < label.size();) {
-        const auto character = linkCharacterAt(label, i);
-        i += character.size;
-        if (character.kind == LinkCharacter::Kind::otherScript) {
-            change = i;
-            hasAsciiBehind = false;
-        } else if (character.kind == LinkCharacter::Kind::ascii) {
-            hasAsciiBehind = true;
-        }
-    }
-    return hasAsciiBehind ? change : 0;
 }
 
 }  // namespace platform

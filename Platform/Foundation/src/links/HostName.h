@@ -15,8 +15,5 @@ enum class HostJudgement {
 /// Whether a text that stands without a scheme ("example.com") names a host.
 HostJudgement judgeHostWithoutScheme(std::string_view host);
 bool isMailHost(std::string_view host);
-/// Bytes at the front that belong to text of another script glued to ASCII letters; 0 when the whole is of
-/// one kind.
-std::size_t scriptChangeBeforeAscii(std::string_view label);
 
 }  // namespace platform

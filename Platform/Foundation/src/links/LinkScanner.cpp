@@ -5,6 +5,8 @@
 #include "LinkSchemes.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 
 namespace platform {
 
@@ -12,19 +14,48 @@ namespace {
 
 constexpr std::size_t longestHost = 253;
 constexpr std::size_t longestLocalPart = 128;
+constexpr std::size_t longestAddressInBrackets = 64;
 
-bool isWordCharacter(char c) {
-    return isAsciiAlphanumeric(c) || c == '.' || c == '-' || c == '_' || c == '+';
-}
+/// What the scanner asks of an ASCII character, as bits.
+enum CharacterTrait : std::uint8_t {
+    /// Of a scheme, a host or the name before an "@".
+    inWord = 1,
+    /// White space, controls and what a URL never holds unescaped.
+    endsLink = 2,
+    trailing = 4,
+    /// Of a user and password before an "@".
+    inUserInfo = 8,
+    /// Goes on with a link without a second look.
+    plainInTail = 16,
+    /// A link has one of these behind its scheme, in its host or in its address.
+    mark = 32,
+    blank = 64
+};
 
-/// Characters that end every link: white space, controls and those that a URL never holds unescaped.
-bool endsLink(char c) {
-    return static_cast<unsigned char>(c) <= 0x20 || c == 0x7F ||
-           std::string_view("<>\"`{}|\\^").find(c) != std::string_view::npos;
-}
+constexpr auto characterTraits = [] {
+    std::array<std::uint8_t, 256> table{};
+    const auto give = [&table](std::string_view characters, std::uint8_t trait) {
+        for (const char c : characters)
+            table[static_cast<unsigned char>(c)] |= trait;
+    };
+    for (std::size_t c = 0; c <= 0x20; ++c)
+        table[c] |= endsLink;
+    table[0x7F] |= endsLink;
+    constexpr std::string_view alphanumeric =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+    give(alphanumeric, inWord | inUserInfo | plainInTail);
+    give(".-_+", inWord);
+    give("<>\"`{}|\\^", endsLink);
+    give(".,;:!?'([&", trailing);
+    give("-._~%!$*+=:;", inUserInfo);
+    give("-._~%!$*+=;,/?#@", plainInTail);
+    give(".:@", mark);
+    give(" \t\r\n", blank);
+    return table;
+}();
 
-bool isTrailingPunctuation(char c) {
-    return std::string_view(".,;:!?'([&").find(c) != std::string_view::npos;
+bool has(char c, CharacterTrait trait) {
+    return (characterTraits[static_cast<unsigned char>(c)] & trait) != 0;
 }
 
 /// Markup that may stand directly before a link and then directly behind it too.
@@ -32,11 +63,37 @@ bool isEmphasis(char c) {
     return c == '*' || c == '_' || c == '~';
 }
 
+/// "&#39;" and "&#x27;" too.
+bool isNumericEntity(std::string_view rest) {
+    constexpr std::size_t mostDigits = 7;
+    if (!rest.starts_with("&#")) return false;
+    rest.remove_prefix(2);
+    const bool isHexadecimal = !rest.empty() && asciiLowercased(rest.front()) == 'x';
+    if (isHexadecimal) rest.remove_prefix(1);
+    const auto end = std::min(rest.find(';'), rest.size());
+    return end > 0 && end < rest.size() && end <= mostDigits &&
+           std::ranges::all_of(
+               rest.substr(0, end),
+               [isHexadecimal](char c) { return isAsciiDigit(c) || (isHexadecimal && isAsciiLetter(c)); });
+}
+
+/// "&amp;" is none: it stands for the separator of a query.
 bool isMarkupEntity(std::string_view rest) {
-    return std::ranges::any_of(
-        std::initializer_list<std::string_view>{"&quot;", "&lt;", "&gt;", "&nbsp;", "&#39;", "&#34;",
-                                                "&apos;", "&rsquo;", "&rdquo;"},
-        [&](std::string_view entity) { return rest.starts_with(entity); });
+    constexpr auto named = std::to_array<std::string_view>(
+        {"&quot;", "&lt;", "&gt;", "&nbsp;", "&apos;", "&lsquo;", "&rsquo;", "&ldquo;", "&rdquo;"});
+    return isNumericEntity(rest) ||
+           std::ranges::any_of(named, [&](std::string_view entity) { return rest.starts_with(entity); });
+}
+
+/// Text of another script glued to ASCII letters or digits: none of the two is written so in one name.
+bool changesScript(LinkCharacter::Kind one, LinkCharacter::Kind other) {
+    using enum LinkCharacter::Kind;
+    return (one == otherScript && other == ascii) || (one == ascii && other == otherScript);
+}
+
+/// A dot, dash or the like stands between scripts without dividing them.
+LinkCharacter::Kind glueKind(char c, LinkCharacter::Kind kind) {
+    return kind == LinkCharacter::Kind::ascii && !isAsciiAlphanumeric(c) ? LinkCharacter::Kind::latin : kind;
 }
 
 }  // namespace
@@ -44,32 +101,52 @@ bool isMarkupEntity(std::string_view rest) {
 std::vector<DetectedLink> LinkScanner::links() {
     std::vector<DetectedLink> found;
     std::size_t position = 0;
-    while (position < text_.size()) {
-        const auto end = wordEnd(position);
-        if (end == position) {
-            position += linkCharacterAt(text_, position).size;
-            continue;
-        }
-        if (auto link = linkAt({position, end})) {
-            found.push_back(*link);
-            position = std::max(link->end, position + 1);
-        } else {
-            position = end;
-        }
+    for (auto at = nextMark(0); at < text_.size(); at = nextMark(std::max(at + 1, position))) {
+        // The end of a sentence or of a label: an earlier mark of the same word has been here before.
+        const bool isLast = at + 1 == text_.size() || has(text_[at + 1], blank);
+        if (isLast && text_[at] != '@') continue;
+        const Word word{wordStart(at, position), text_[at] == '.' ? wordEnd(at) : at};
+        if (word.start == word.end) continue;
+        const auto link = linkAt(word);
+        if (link) found.push_back(*link);
+        position = link ? link->end : word.end;
     }
     return found;
 }
 
+std::size_t LinkScanner::nextMark(std::size_t from) const {
+    while (from < text_.size() && !has(text_[from], mark))
+        ++from;
+    return from;
+}
+
+std::size_t LinkScanner::wordStart(std::size_t end, std::size_t earliest) const {
+    auto start = end;
+    auto behind = LinkCharacter::Kind::separator;
+    while (start > earliest) {
+        const char last = text_[start - 1];
+        if (isAscii(last) && !has(last, inWord)) break;
+        const auto before = isAscii(last) ? start - 1 : previousCharacterStart(text_, start);
+        const auto character = linkCharacterAt(text_, before);
+        if (character.kind == LinkCharacter::Kind::separator || before + character.size != start) break;
+        const auto kind = glueKind(last, character.kind);
+        if (changesScript(kind, behind)) break;
+        behind = kind;
+        start = before;
+    }
+    return std::max(start, earliest);
+}
+
 std::size_t LinkScanner::wordEnd(std::size_t start) const {
     auto end = start;
+    auto before = LinkCharacter::Kind::separator;
     while (end < text_.size()) {
-        if (isAscii(text_[end])) {
-            if (!isWordCharacter(text_[end])) break;
-            ++end;
-            continue;
-        }
+        if (isAscii(text_[end]) && !has(text_[end], inWord)) break;
         const auto character = linkCharacterAt(text_, end);
         if (character.kind == LinkCharacter::Kind::separator) break;
+        const auto kind = glueKind(text_[end], character.kind);
+        if (changesScript(before, kind)) break;
+        before = kind;
         end += character.size;
     }
     return end;
@@ -97,15 +174,25 @@ std::optional<DetectedLink> LinkScanner::linkWithScheme(Word word) {
 
     const auto body = word.end + (hasSlashes ? 3 : 1);
     if (body >= text_.size() || !mayFollowScheme(scheme, text_.substr(body))) return std::nullopt;
-    const auto end = tailEnd(linkStart, body);
+    // "Skype:https://…": a label.
+    if (!hasSlashes && (beginsWebAddress(body) || beginsWww(body))) return std::nullopt;
+    auto end = tailEnd(linkStart, body);
     if (end <= body) return std::nullopt;
+    if (takesNumbers(scheme) && (linkStart == 0 || text_[linkStart - 1] != '*')) {
+        while (end < text_.size() && (text_[end] == '*' || text_[end] == '#'))
+            ++end;
+    }
     return DetectedLink{linkStart, end};
 }
 
 std::optional<DetectedLink> LinkScanner::webLink(std::size_t start, std::size_t authority) {
+    // "https://https://…": the inner one is the address.
+    if (beginsWebAddress(authority)) return std::nullopt;
     const auto host = userInfoEnd(authority);
-    const auto end = hostEnd(host);
+    auto end = hostEnd(host);
     if (end == host) return std::nullopt;
+    // A host written in full, down to the root.
+    if (isAt(end, "./") || isAt(end, ".:")) ++end;
     const auto behindPort = portEnd(end);
     const bool hasTail = behindPort < text_.size() &&
                          (text_[behindPort] == '/' || text_[behindPort] == '?' || text_[behindPort] == '#');
@@ -116,7 +203,6 @@ std::optional<DetectedLink> LinkScanner::mailAddress(Word word) const {
     auto local = text_.substr(word.start, word.end - word.start);
     if (local.back() == '.') return std::nullopt;
     if (const auto gap = local.rfind(".."); gap != std::string_view::npos) local.remove_prefix(gap + 2);
-    local.remove_prefix(scriptChangeBeforeAscii(local));
     while (!local.empty() && isAscii(local.front()) && !isAsciiAlphanumeric(local.front()) &&
            local.front() != '_')
         local.remove_prefix(1);
@@ -124,6 +210,7 @@ std::optional<DetectedLink> LinkScanner::mailAddress(Word word) const {
     const auto hostStart = word.end + 1;
     const auto end = hostEnd(hostStart);
     if (!isMailHost(text_.substr(hostStart, end - hostStart))) return std::nullopt;
+    if (local.size() > 1 && local.front() == '_' && isAt(end, "_")) local.remove_prefix(1);
     return DetectedLink{word.end - local.size(), end};
 }
 
@@ -142,9 +229,9 @@ std::optional<DetectedLink> LinkScanner::bareHost(Word word) {
     }
     while (!whole.empty() && (whole.front() == '.' || whole.front() == '-'))
         whole.remove_prefix(1);
-    whole.remove_prefix(scriptChangeBeforeAscii(whole.substr(0, whole.find('.'))));
     const auto start = static_cast<std::size_t>(whole.data() - text_.data());
     const auto end = std::min(hostEnd(start), start + whole.size());
+    if (isAt(end, "()")) return std::nullopt;
     const auto host = text_.substr(start, end - start);
     const auto judgement = judgeHostWithoutScheme(host);
     if (judgement == HostJudgement::noHost) return std::nullopt;
@@ -160,8 +247,10 @@ std::optional<DetectedLink> LinkScanner::bareHost(Word word) {
 
 std::size_t LinkScanner::hostEnd(std::size_t start) const {
     if (start < text_.size() && text_[start] == '[') {
-        const auto close = text_.substr(start, 48).find(']');
-        const auto inner = text_.substr(start + 1, close == std::string_view::npos ? 0 : close - 1);
+        const auto close = text_.substr(start, longestAddressInBrackets).find(']');
+        auto inner = text_.substr(start + 1, close == std::string_view::npos ? 0 : close - 1);
+        // The zone of a link-local address.
+        inner = inner.substr(0, inner.find('%'));
         const bool isAddress = inner.find(':') != std::string_view::npos &&
                                inner.find_first_not_of("0123456789abcdefABCDEF:.") == std::string_view::npos;
         return isAddress ? start + close + 1 : start;
@@ -201,9 +290,7 @@ std::size_t LinkScanner::portEnd(std::size_t hostEnd) const {
 
 std::size_t LinkScanner::userInfoEnd(std::size_t start) const {
     auto end = start;
-    while (end < text_.size() &&
-           (isAsciiAlphanumeric(text_[end]) ||
-            std::string_view("-._~%!$*+=:;").find(text_[end]) != std::string_view::npos))
+    while (end < text_.size() && has(text_[end], inUserInfo))
         ++end;
     return end > start && end < text_.size() && text_[end] == '@' ? end + 1 : start;
 }
@@ -215,6 +302,10 @@ std::size_t LinkScanner::tailEnd(std::size_t linkStart, std::size_t position) {
     auto end = position;
     while (end < text_.size()) {
         const char c = text_[end];
+        if (has(c, plainInTail)) {
+            ++end;
+            continue;
+        }
         if (!isAscii(c)) {
             const auto character = linkCharacterAt(text_, end);
             if (character.kind == LinkCharacter::Kind::separator) break;
@@ -225,12 +316,16 @@ std::size_t LinkScanner::tailEnd(std::size_t linkStart, std::size_t position) {
             end += character.size;
             continue;
         }
-        if (endsLink(c) || (c == '\'' && before == '\'')) break;
-        if (c == '&' && isMarkupEntity(text_.substr(end, 8))) break;
-        if (c == ':' && opensAnotherLink(end)) {
-            end -= asciiLowercased(text_[end - 1]) == 's' ? 5 : 4;
-            break;
+        if (has(c, endsLink) || (c == '\'' && before == '\'')) break;
+        if (c == '&' && isMarkupEntity(text_.substr(end, 12))) break;
+        if (c == ':') {
+            if (const auto another = startOfAnotherLink(position, end); another < end) {
+                end = another;
+                break;
+            }
         }
+        // "[/url]" and the like.
+        if (c == '[' && isAt(end + 1, "/")) break;
         const bool round = c == '(' || c == ')';
         if (c == '(' || c == '[') {
             if (!isClosedLater(end)) break;
@@ -244,17 +339,30 @@ std::size_t LinkScanner::tailEnd(std::size_t linkStart, std::size_t position) {
     return withoutTrailingPunctuation(linkStart, position, end);
 }
 
-bool LinkScanner::opensAnotherLink(std::size_t colon) const {
-    if (!isAt(colon, "://")) return false;
-    const auto matches = [&](std::string_view scheme) {
-        if (colon < scheme.size() + 1) return false;
-        const auto written = text_.substr(colon - scheme.size(), scheme.size());
-        return std::ranges::equal(written, scheme, {}, asciiLowercased);
-    };
-    const auto size = matches("https") ? 5U : matches("http") ? 4U : 0U;
-    if (size == 0) return false;
-    const char glue = text_[colon - size - 1];
-    return isAsciiAlphanumeric(glue) || glue == ',' || glue == ';' || glue == ')';
+std::size_t LinkScanner::startOfAnotherLink(std::size_t earliest, std::size_t colon) const {
+    if (!isAt(colon, "://")) return colon;
+    const auto ahead = text_.substr(earliest, colon - earliest);
+    for (const std::string_view scheme : {"https", "http"}) {
+        if (ahead.size() <= scheme.size() || !isWebScheme(ahead.substr(ahead.size() - scheme.size())))
+            continue;
+        const char glue = ahead[ahead.size() - scheme.size() - 1];
+        const bool opens =
+            isAsciiAlphanumeric(glue) || std::string_view(",;)([").find(glue) != std::string_view::npos;
+        return opens ? colon - scheme.size() : colon;
+    }
+    const auto start = schemeStart(ahead, true);
+    const bool opens = start && *start > 0 && (ahead[*start - 1] == ',' || ahead[*start - 1] == ';');
+    return opens ? earliest + *start : colon;
+}
+
+bool LinkScanner::beginsWebAddress(std::size_t position) const {
+    const auto ahead = text_.substr(position, std::string_view("https://").size());
+    const auto colon = ahead.find("://");
+    return colon != std::string_view::npos && isWebScheme(ahead.substr(0, colon));
+}
+
+bool LinkScanner::beginsWww(std::size_t position) const {
+    return std::ranges::equal(text_.substr(position, 4), std::string_view("www."), {}, asciiLowercased);
 }
 
 bool LinkScanner::isClosedLater(std::size_t bracket) {
@@ -269,7 +377,7 @@ void LinkScanner::matchBrackets(std::size_t from) {
     closedBrackets_.clear();
     nextClosedBracket_ = 0;
     auto end = from;
-    for (; end < text_.size() && !endsLink(text_[end]); ++end) {
+    for (; end < text_.size() && !has(text_[end], endsLink); ++end) {
         const char c = text_[end];
         const bool round = c == '(' || c == ')';
         if (c == '(' || c == '[') {
@@ -287,7 +395,7 @@ std::size_t LinkScanner::withoutTrailingPunctuation(std::size_t linkStart, std::
                                                     std::size_t end) const {
     const char before = linkStart > 0 ? text_[linkStart - 1] : ' ';
     while (end > minimum &&
-           (isTrailingPunctuation(text_[end - 1]) ||
+           (has(text_[end - 1], trailing) ||
             (isEmphasis(text_[end - 1]) && (text_[end - 1] == before || text_[end - 1] == '*'))))
         --end;
     return end;

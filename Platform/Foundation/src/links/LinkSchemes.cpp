@@ -14,15 +14,10 @@ namespace {
 constexpr std::size_t longestScheme = 40;
 
 // Sorted. Calls, mail and messages: what stands in invitations.
-constexpr auto schemesWithoutSlashes =
-    std::to_array<std::string_view>({"callto",         "facetime", "facetime-audio",
-                                     "facetime-group", "geo",      "lync",
-                                     "mailto",         "maps",     "ms-teams",
-                                     "msteams",        "sip",      "sips",
-                                     "skype",          "sms",      "tel",
-                                     "ts3server",      "webcal",   "webex",
-                                     "webexteams",     "xmpp",     "zoommtg",
-                                     "zoomus"});
+constexpr auto schemesWithoutSlashes = std::to_array<std::string_view>(
+    {"callto", "facetime",  "facetime-audio", "facetime-group", "geo",     "h323",  "lync",  "magnet",
+     "mailto", "matrix",    "ms-teams",       "msteams",        "sip",     "sips",  "skype", "sms",
+     "tel",    "ts3server", "webcal",         "xmpp",           "zoommtg", "zoomus"});
 static_assert(std::ranges::is_sorted(schemesWithoutSlashes));
 
 std::string lowercasedScheme(std::string_view scheme) {
@@ -37,10 +32,6 @@ bool isSchemeCharacter(char c) {
 
 bool isKnown(std::string_view scheme) {
     return isWebScheme(scheme) || std::ranges::binary_search(schemesWithoutSlashes, lowercasedScheme(scheme));
-}
-
-bool takesNumbers(std::string_view scheme) {
-    return scheme == "tel" || scheme == "sms" || scheme == "callto";
 }
 
 }  // namespace
@@ -71,9 +62,15 @@ std::optional<std::size_t> schemeStart(std::string_view word, bool hasSlashes) {
     return start;
 }
 
+bool takesNumbers(std::string_view scheme) {
+    const auto lower = lowercasedScheme(scheme);
+    return lower == "tel" || lower == "sms" || lower == "callto";
+}
+
 bool mayFollowScheme(std::string_view scheme, std::string_view rest) {
     const char first = rest.front();
-    if (takesNumbers(lowercasedScheme(scheme))) return isAsciiDigit(first) || first == '+' || first == '(';
+    if (takesNumbers(scheme))
+        return isAsciiDigit(first) || std::string_view("+(%*#").find(first) != std::string_view::npos;
     if (!isAscii(first)) return linkCharacterAt(rest, 0).kind != LinkCharacter::Kind::separator;
     return isAsciiAlphanumeric(first) || first == '/' || first == '+' || first == '[' || first == '%' ||
            first == '?' || first == '_' || first == '~';

@@ -11,6 +11,8 @@ namespace platform {
 std::optional<std::size_t> schemeStart(std::string_view word, bool hasSlashes);
 /// "http" and "https", letter case ignored.
 bool isWebScheme(std::string_view scheme);
+/// "tel" and its like, whose links may end in "*" and "#".
+bool takesNumbers(std::string_view scheme);
 /// Whether what stands behind the scheme's colon (and slashes) can be the rest of such a link.
 bool mayFollowScheme(std::string_view scheme, std::string_view rest);
 
