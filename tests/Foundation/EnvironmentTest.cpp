@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <map>
 
 using namespace platform;
@@ -61,6 +62,48 @@ TEST(Environment, LanguagesAndFormatsFollowTheirOwnVariables) {
     };
     for (const auto& [variables, expected] : cases)
         EXPECT_EQ(inWorld(variables, locale), expected);
+}
+
+TEST(Environment, TheDesktopsClockDecidesTheHoursUnlessLcAllDoes) {
+    test::TemporaryDirectory folder;
+    folder.write("schemas/interface.gschema.xml", R"(<schemalist>
+        <enum id="format"><value nick="24h" value="0"/><value nick="12h" value="1"/></enum>
+        <schema id="org.gnome.desktop.interface" path="/org/gnome/desktop/interface/">
+          <key name="clock-format" enum="format"><default>'24h'</default></key>
+        </schema></schemalist>)");
+    const std::string compile = "glib-compile-schemas " + (folder / "schemas").string();
+    ASSERT_EQ(std::system(compile.c_str()), 0);
+    folder.write("none/.keep", "");
+    folder.write("twelve/glib-2.0/settings/keyfile", "[org/gnome/desktop/interface]\nclock-format='12h'\n");
+    folder.write("twentyfour/glib-2.0/settings/keyfile",
+                 "[org/gnome/desktop/interface]\nclock-format='24h'\n");
+
+    struct Case {
+        const char* desktop;
+        const char* choice;
+        Variables variables;
+        const char* identifier;
+    };
+    const Case cases[] = {
+        {"ubuntu:GNOME", "twelve", {{"LANG", "de_DE"}}, "de_DE@hours=h12"},
+        {"GNOME", "twentyfour", {{"LC_TIME", "en_US.UTF-8"}}, "en_US@hours=h23"},
+        {"GNOME", "none", {{"LANG", "en_US"}}, "en_US"},
+        {"GNOME", "twelve", {{"LC_ALL", "de_DE"}}, "de_DE"},
+        {"KDE", "twelve", {{"LANG", "de_DE"}}, "de_DE"},
+    };
+    for (const Case& c : cases) {
+        Variables variables = c.variables;
+        variables.insert({{"XDG_CURRENT_DESKTOP", c.desktop},
+                          {"XDG_CONFIG_HOME", (folder / c.choice).string()},
+                          {"GSETTINGS_BACKEND", "keyfile"},
+                          {"GSETTINGS_SCHEMA_DIR", (folder / "schemas").string()}});
+        EXPECT_EQ(inWorld(variables, [](const Environment& e) { return e.locale.identifier; }), c.identifier)
+            << c.desktop << " " << c.choice;
+    }
+    // Without the schema GLib would end the process.
+    EXPECT_EQ(inWorld({{"XDG_CURRENT_DESKTOP", "GNOME"}, {"XDG_DATA_DIRS", "/nowhere"}, {"LANG", "fr_FR"}},
+                      [](const Environment& e) { return e.locale.identifier; }),
+              "fr_FR");
 }
 
 TEST(Environment, TheZoneIsTheOneThatTzNames) {

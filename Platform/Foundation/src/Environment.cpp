@@ -73,7 +73,8 @@ EnvironmentRef Environment::fromProcess(std::string productName, const fs::path&
     environment->calendar = Calendar(processTimeZone(tz ? std::optional<std::string>(tz) : std::nullopt,
                                                      environment->zoneInfoDirectory, "/etc/localtime",
                                                      *environment->diagnostics));
-    environment->locale = processLocale(variable);
+    environment->locale =
+        processLocale(variable, [] { return desktopHourCycle(variable("XDG_CURRENT_DESKTOP")); });
 
     fs::path home = userHome();
     environment->configDirectory = baseDirectory("XDG_CONFIG_HOME", home / ".config") / productName;

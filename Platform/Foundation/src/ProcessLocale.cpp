@@ -48,9 +48,13 @@ std::string firstSet(const VariableLookup& variable, std::initializer_list<const
 
 }  // namespace
 
-Locale processLocale(const VariableLookup& variable) {
+Locale processLocale(const VariableLookup& variable, const HourCycleLookup& desktopClock) {
     Locale locale;
     locale.identifier = joined(parse(firstSet(variable, {"LC_ALL", "LC_TIME", "LANG"})), '_');
+    if (variable("LC_ALL").empty()) {
+        if (const auto cycle = desktopClock())
+            locale.identifier += *cycle == HourCycle::twelve ? "@hours=h12" : "@hours=h23";
+    }
     locale.languages.clear();
     std::string list = variable("LANGUAGE");
     if (list.find_first_not_of(':') == std::string::npos) {

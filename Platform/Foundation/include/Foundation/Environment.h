@@ -46,7 +46,8 @@ struct Environment {
 
     Date now() const { return clock(); }
 
-    /// The real world: system clock, TZ or /etc/localtime, LANGUAGE/LC_*/LANG, XDG directories.
+    /// The real world: system clock, TZ or /etc/localtime, LANGUAGE/LC_*/LANG, the desktop's choice of a
+    /// 12 or 24 hour clock, XDG directories.
     /// `programPath` is the program's file, links resolved. Resources are looked for in the variable
     /// PRODUCTNAME_RESOURCES (upper case, absolute), share/productName under the program's prefix, the
     /// further directories (a build's own), the program's folder. What cannot be read is reported to

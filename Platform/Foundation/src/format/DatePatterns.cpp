@@ -3,8 +3,11 @@
 #include <unicode/dtptngen.h>
 #include <unicode/smpdtfmt.h>
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "IcuTimeZone.h"
 
@@ -40,9 +43,28 @@ icu::UnicodeString icuStylePattern(const icu::Locale& locale, Style date, Style 
     return simple->toPattern(pattern);
 }
 
-bool choosesHours(const icu::Locale& locale) {
+/// The pattern without its quoted words ("H 'h' mm").
+icu::UnicodeString fieldsOf(const icu::UnicodeString& pattern) {
+    icu::UnicodeString fields;
+    bool isQuoted = false;
+    for (int32_t i = 0; i < pattern.length(); ++i) {
+        if (pattern[i] == u'\'')
+            isQuoted = !isQuoted;
+        else if (!isQuoted)
+            fields += pattern[i];
+    }
+    return fields;
+}
+
+/// Whether the pattern counts hours otherwise than the locale's "hours" keyword wants them.
+bool hasOtherHours(const icu::UnicodeString& timePattern, const icu::Locale& locale) {
     UErrorCode status = U_ZERO_ERROR;
-    return locale.getKeywordValue<std::string>("hours", status) != "" && U_SUCCESS(status);
+    const auto wanted = locale.getKeywordValue<std::string>("hours", status);
+    if (U_FAILURE(status)) return false;
+    constexpr std::pair<const char*, char16_t> letters[] = {
+        {"h11", u'K'}, {"h12", u'h'}, {"h23", u'H'}, {"h24", u'k'}};
+    const auto* found = std::ranges::find(letters, wanted, &std::pair<const char*, char16_t>::first);
+    return found != std::end(letters) && fieldsOf(timePattern).indexOf(found->second) < 0;
 }
 
 }  // namespace
@@ -53,14 +75,15 @@ std::unique_lock<std::mutex> constructionLock() {
 }
 
 icu::UnicodeString shortTimePattern(const icu::Locale& locale) {
-    return choosesHours(locale) ? skeletonPattern(locale, "jmm")
-                                : icuStylePattern(locale, Style::none, Style::short_);
+    icu::UnicodeString pattern = icuStylePattern(locale, Style::none, Style::short_);
+    return hasOtherHours(pattern, locale) ? skeletonPattern(locale, "jmm") : pattern;
 }
 
 icu::UnicodeString stylePattern(const icu::Locale& locale, Style date, Style time) {
     icu::UnicodeString pattern = icuStylePattern(locale, date, time);
-    if (time == Style::none || !choosesHours(locale)) return pattern;
+    if (time == Style::none) return pattern;
     const icu::UnicodeString own = icuStylePattern(locale, Style::none, time);
+    if (!hasOtherHours(own, locale)) return pattern;
     return pattern.findAndReplace(own, skeletonPattern(locale, time == Style::short_ ? "jmm" : "jmmss"));
 }
 
