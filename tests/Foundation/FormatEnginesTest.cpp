@@ -13,8 +13,10 @@ namespace {
 
 using Style = DateFormatter::Style;
 
-Locale locale(const char* identifier) {
-    return {.identifier = identifier};
+/// Of one who uses the same language for texts and formats.
+Locale locale(std::string identifier) {
+    const std::string language = identifier.substr(0, identifier.find('_'));
+    return {.identifier = std::move(identifier), .languages = {language}};
 }
 Calendar calendarIn(const char* zone) {
     return Calendar(TimeZone::named(zone).value());
@@ -42,6 +44,9 @@ TEST(DateFormatter, WritesAsTheLocaleDoes) {
         {"en_US", "9:05 PM", "March 4, 2026", "Wed, Mar 4", "Mar 4, 2026, 9:05 PM"},
         {"en_GB", "21:05", "4 March 2026", "Wed, 4 Mar", "4 Mar 2026, 21:05"},
         {"en_GB@hours=h12", "9:05 pm", "4 March 2026", "Wed, 4 Mar", "4 Mar 2026, 9:05 pm"},
+        {"en_GB@hours=h23", "21:05", "4 March 2026", "Wed, 4 Mar", "4 Mar 2026, 21:05"},
+        // The letter in its pattern is a word: "21 h 05".
+        {"fr_CA@hours=h12", "9 h 05 p.m.", "4 mars 2026", "mer. 4 mars", "4 mars 2026, 9 h 05 p.m."},
         {"en_US@hours=h23", "21:05", "March 4, 2026", "Wed, Mar 4", "Mar 4, 2026, 21:05"},
         {"de_DE", "21:05", "4. März 2026", "Mi., 4. März", "04.03.2026, 21:05"},
         {"ja_JP", "21:05", "2026年3月4日", "3月4日(水)", "2026/03/04 21:05"},
@@ -204,6 +209,66 @@ TEST(RelativeDateTimeFormatter, NamesTheLargestUnitThatDiffers) {
         EXPECT_EQ(format.string(now.addingTimeInterval(c.seconds), now), c.text)
             << c.locale << " " << c.seconds;
     }
+}
+
+TEST(FormatEngines, WordsFollowTheLanguageOfTextsAndDatesTheFormats) {
+    struct Case {
+        std::vector<std::string> languages;
+        const char* formats;
+        const char* spoken;
+        const char* distance;
+        const char* tomorrow;
+        const char* nextWeek;
+    };
+    const Case cases[] = {
+        {{"en-US"}, "de_DE", "1 hour, 30 minutes", "2 hours ago", "tomorrow, 21:05", "11.03.2026, 21:05"},
+        {{"de"},
+         "en_US",
+         "1 Stunde, 30 Minuten",
+         "vor 2 Stunden",
+         "morgen, 9:05 PM",
+         "Mar 11, 2026, 9:05 PM"},
+        {{"en"},
+         "ar_EG",
+         "١ hour, ٣٠ minutes",
+         "٢ hours ago",
+         "tomorrow, ٩:٠٥ م",
+         "١١\u200F/٠٣\u200F/٢٠٢٦، ٩:٠٥ م"},
+        {{"ar"}, "en_GB", "ساعة و30 دقيقة", "قبل ساعتين", "غدًا، 21:05", "11 Mar 2026, 21:05"},
+        // A region of the formats alone is that of the words as well; an unknown language is passed over.
+        {{"pt"}, "pt_PT", "1 hora e 30 minutos", "há 2 horas", "amanhã, 21:05", "11/03/2026, 21:05"},
+        {{"tlh", "not a tag", "fr"},
+         "en_GB",
+         "1\u00A0heure et 30 minutes",
+         "il y a 2 heures",
+         "demain, 21:05",
+         "11 Mar 2026, 21:05"},
+        {{}, "es_ES", "1 hora y 30 minutos", "hace 2 horas", "mañana, 21:05", "11 mar 2026, 21:05"},
+    };
+    const Calendar berlin = calendarIn("Europe/Berlin");
+    const Date now = at("2026-03-04T20:05:00Z");
+    for (const Case& c : cases) {
+        const Locale mixed{.identifier = c.formats, .languages = c.languages};
+        const DurationFormatter spoken(mixed, berlin, {.style = DurationFormatter::UnitsStyle::full});
+        EXPECT_EQ(spoken.string(5400), c.spoken) << c.formats;
+        EXPECT_EQ(RelativeDateTimeFormatter(mixed, berlin).string(now.addingTimeInterval(-7300), now),
+                  c.distance)
+            << c.formats;
+        const auto relative = DateFormatter::relativeDateAndTime(mixed, berlin);
+        EXPECT_EQ(folded(relative.string(berlin.addingDays(now, 1), now)), c.tomorrow) << c.formats;
+        EXPECT_EQ(folded(relative.string(berlin.addingDays(now, 7), now)), c.nextWeek) << c.formats;
+    }
+}
+
+TEST(Locale, WritesDigitsOfItsOwn) {
+    const std::pair<const char*, const char*> cases[] = {{"en_US", "1:02:03"},
+                                                         {"de_DE", "1:02:03"},
+                                                         {"ar_EG", "١:٠٢:٠٣"},
+                                                         {"fa_IR", "۱:۰۲:۰۳"},
+                                                         {"ar_EG@numbers=latn", "1:02:03"},
+                                                         {"ff_Adlm_GN", "𞥑:𞥐𞥒:𞥐𞥓"}};
+    for (const auto& [identifier, text] : cases)
+        EXPECT_EQ(withLocalDigits("1:02:03", locale(identifier)), text) << identifier;
 }
 
 TEST(FormatEngines, AreSharedByThreads) {

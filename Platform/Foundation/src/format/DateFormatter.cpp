@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "DatePatterns.h"
+#include "IcuLocale.h"
 #include "IcuTimeZone.h"
 
 namespace platform {
@@ -76,19 +77,21 @@ DateFormatter DateFormatter::withPattern(const Locale& locale, const Calendar& c
         Engine{calendar, patternFormat(icuLocale(locale), calendar.timeZone(), icuPattern)}));
 }
 
-// ICU's own relative date format reads the clock itself and must not be shared between threads.
+// ICU's own relative date format reads the clock itself and must not be shared between threads. A day's word
+// stands in a text, so it and what joins it to the time come from the language of texts.
 DateFormatter DateFormatter::relativeDateAndTime(const Locale& locale, const Calendar& calendar) {
     const auto lock = constructionLock();
     const icu::Locale icu = icuLocale(locale);
     UErrorCode status = U_ZERO_ERROR;
-    const icu::RelativeDateTimeFormatter words(icu, nullptr, UDAT_STYLE_LONG,
+    const icu::Locale language = icuTextLocale(locale);
+    const icu::RelativeDateTimeFormatter words(language, nullptr, UDAT_STYLE_LONG,
                                                UDISPCTX_CAPITALIZATION_FOR_MIDDLE_OF_SENTENCE, status);
     if (U_FAILURE(status)) throw std::runtime_error("no words for days");
-    const icu::UnicodeString glue = dateTimeGlue(icu);
+    const icu::UnicodeString glue = dateTimeGlue(language);
     const icu::UnicodeString time = shortTimePattern(icu);
     const icu::UnicodeString date = stylePattern(icu, Style::medium, Style::none);
 
-    Engine engine{calendar, patternFormat(icu, calendar.timeZone(), joined(glue, date, time))};
+    Engine engine{calendar, patternFormat(icu, calendar.timeZone(), joined(dateTimeGlue(icu), date, time))};
     for (int days = -Engine::wordsReach; days <= Engine::wordsReach; ++days) {
         const icu::UnicodeString word = dayWord(words, days);
         if (word.isEmpty()) continue;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "DatePatterns.h"
+#include "IcuLocale.h"
 #include "IcuTimeZone.h"
 
 namespace platform {
@@ -96,7 +97,7 @@ struct DurationFormatter::Engine {
     static icu::MeasureFormat makeFormat(const Locale& locale, UnitsStyle style) {
         const auto lock = constructionLock();
         UErrorCode status = U_ZERO_ERROR;
-        icu::MeasureFormat format(icuLocale(locale),
+        icu::MeasureFormat format(icuTextLocale(locale),
                                   style == UnitsStyle::full ? UMEASFMT_WIDTH_WIDE : UMEASFMT_WIDTH_NARROW,
                                   status);
         if (U_FAILURE(status)) throw std::runtime_error("no texts of durations");

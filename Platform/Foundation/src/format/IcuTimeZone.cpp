@@ -64,10 +64,6 @@ UDate icuDate(Date date) {
            std::floor(fractionOfSecond(date) * millisPerSecond);
 }
 
-icu::Locale icuLocale(const Locale& locale) {
-    return icu::Locale(locale.identifier.c_str());
-}
-
 std::string utf8(const icu::UnicodeString& text) {
     std::string result;
     text.toUTF8String(result);

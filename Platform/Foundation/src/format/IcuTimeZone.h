@@ -1,9 +1,7 @@
 #pragma once
 
 #include <Foundation/Calendar.h>
-#include <Foundation/Locale.h>
 #include <Foundation/TimeZone.h>
-#include <unicode/locid.h>
 #include <unicode/timezone.h>
 
 #include <string>
@@ -40,7 +38,6 @@ class IcuTimeZone final : public icu::TimeZone {
 
 /// Milliseconds since 1970, cut off towards the past.
 UDate icuDate(Date date);
-icu::Locale icuLocale(const Locale& locale);
 std::string utf8(const icu::UnicodeString& text);
 
 }  // namespace platform

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "DatePatterns.h"
+#include "IcuLocale.h"
 #include "IcuTimeZone.h"
 
 namespace platform {
@@ -34,7 +35,7 @@ constexpr std::array units{
 
 RelativeDateTimeFormatter::RelativeDateTimeFormatter(const Locale& locale, const Calendar& calendar) {
     const auto lock = constructionLock();
-    const icu::Locale icu = icuLocale(locale);
+    const icu::Locale icu = icuTextLocale(locale);
     UErrorCode status = U_ZERO_ERROR;
     engine_ = std::make_shared<const Engine>(Engine{
         icu::RelativeDateTimeFormatter(icu, nullptr, UDAT_STYLE_LONG, UDISPCTX_CAPITALIZATION_NONE, status),
