@@ -194,6 +194,10 @@ TEST(Timer, CountsBegunSecondsDownAndWholeSecondsUp) {
         EXPECT_EQ(laidOutText(timer(target), 300, target.addingTimeInterval(c.offset)).text, c.text)
             << c.offset;
     }
+    ViewContext egypt;
+    egypt.now = target.addingTimeInterval(-59);
+    egypt.locale = {.identifier = "ar_EG", .languages = {"ar"}};
+    EXPECT_EQ(layOut(timer(target), {300, 100}, egypt).root.children.at(0).text, "٠:٥٩");
 }
 
 TEST(Timer, TellsWhenItShowsAnotherText) {

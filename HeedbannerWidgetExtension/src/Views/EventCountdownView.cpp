@@ -31,7 +31,7 @@ View countdown(const Event& event, const Formatters& formatters, Date now) {
 View EventCountdownView::body(const ViewContext& context) const {
     const Palette& palette = context.palette();
     const auto headline =
-        uppercased(inputs.strings.text("Widget.nextEventCountdown.headline"), context.locale.identifier);
+        uppercased(inputs.strings.text("Widget.nextEventCountdown.headline"), context.locale.language());
     return link(PreviewEventDeepLink(event.id).url(),
                 vstack({.alignment = HorizontalAlignment::leading},
                        {

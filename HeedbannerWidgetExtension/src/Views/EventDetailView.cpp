@@ -114,15 +114,12 @@ View EventDetailView::dayAndTime(const ViewContext& context, const EventPillColo
 std::string EventDetailView::dayLabel(const ViewContext& context) const {
     const Calendar& calendar = inputs.formatters.environment().calendar;
     const Date day = event.occurrenceDate.value_or(event.startDate);
-    std::string label;
-    if (calendar.isSameDay(day, context.now)) {
-        label = L10n::TimeFormat::today();
-    } else if (calendar.isSameDay(day, calendar.addingDays(context.now, 1))) {
-        label = L10n::TimeFormat::tomorrow();
-    } else {
-        label = inputs.formatters.dateOnlyNoYearWeekDay().string(day);
-    }
-    return capitalizedFirstLetter(label, context.locale.identifier);
+    const platform::Locale& locale = context.locale;
+    if (calendar.isSameDay(day, context.now))
+        return capitalizedFirstLetter(L10n::TimeFormat::today(), locale.language());
+    if (calendar.isSameDay(day, calendar.addingDays(context.now, 1)))
+        return capitalizedFirstLetter(L10n::TimeFormat::tomorrow(), locale.language());
+    return capitalizedFirstLetter(inputs.formatters.dateOnlyNoYearWeekDay().string(day), locale.identifier);
 }
 
 std::string EventDetailView::timeText() const {

@@ -52,7 +52,7 @@ class EventList {
     bool isLarge() const { return context_.family == WidgetFamily::systemLarge; }
 
     View header() const {
-        const auto title = uppercased(inputs_.strings.text(style_.headerKey), context_.locale.identifier);
+        const auto title = uppercased(inputs_.strings.text(style_.headerKey), context_.locale.language());
         return text(title).font(system(10).bold()).foreground(context_.palette().secondary).lineLimit(1);
     }
 

@@ -72,7 +72,7 @@ class TimerNode final : public TextNode {
 
   protected:
     std::string textAt(const Inherited& inherited) const override {
-        return timerText(target_, inherited.context->now);
+        return timerText(target_, inherited.context->now, inherited.context->locale);
     }
 
   private:

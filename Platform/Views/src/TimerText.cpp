@@ -16,7 +16,7 @@ double wholeSecondsSince(Date target, Date now) {
 
 }  // namespace
 
-std::string timerText(Date target, Date now) {
+std::string timerText(Date target, Date now, const Locale& locale) {
     const auto seconds = static_cast<long long>(std::fabs(wholeSecondsSince(target, now)));
     std::array<char, 48> text{};
     if (seconds >= 3600) {
@@ -25,7 +25,7 @@ std::string timerText(Date target, Date now) {
     } else {
         std::snprintf(text.data(), text.size(), "%lld:%02lld", seconds / 60, seconds % 60);
     }
-    return text.data();
+    return withLocalDigits(text.data(), locale);
 }
 
 Date nextTimerChange(Date target, Date now) {
