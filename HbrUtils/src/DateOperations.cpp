@@ -63,12 +63,11 @@ Date beginningOfDay(Date date, const Calendar& calendar) {
     return calendar.startOfDay(date);
 }
 
+// From the next day backwards: where the clock goes from midnight back to 23:00, the last hour of the day is
+// the second one of that name, and it counts.
 Date endOfDay(Date date, const Calendar& calendar) {
-    auto local = calendar.timeZone().localTime(date);
-    local.hour = 23;
-    local.minute = 59;
-    local.second = 59;
-    return calendar.timeZone().date(local);
+    const Date beginning = calendar.startOfDay(date);
+    return calendar.startOfDay(calendar.addingDays(beginning, 1)).addingTimeInterval(-1);
 }
 
 // By subtraction: made anew from its reading, a moment in the second of two equal hours would move to the

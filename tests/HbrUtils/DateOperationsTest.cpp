@@ -53,6 +53,28 @@ TEST(DateOperations, StepToTheBoundsOfTheDayAndTheClock) {
          {2017, 10, 14, 0, 0, 0},
          {2017, 10, 14, 23, 59, 59},
          {2017, 10, 15, 1, 0, 0}},
+        {"America/Santiago",
+         {2026, 9, 5, 23, 30, 0},
+         {2026, 9, 5, 0, 0, 0},
+         {2026, 9, 5, 23, 59, 59},
+         {2026, 9, 6, 1, 0, 0}},
+        {"Asia/Beirut",
+         {2026, 3, 29, 1, 10, 0},
+         {2026, 3, 29, 1, 0, 0},
+         {2026, 3, 29, 23, 59, 59},
+         {2026, 3, 29, 2, 0, 0}},
+        // Half an hour is left out at two.
+        {"Australia/Lord_Howe",
+         {2026, 10, 4, 1, 45, 0},
+         {2026, 10, 4, 0, 0, 0},
+         {2026, 10, 4, 23, 59, 59},
+         {2026, 10, 4, 2, 30, 0}},
+        // The next day does not exist.
+        {"Pacific/Apia",
+         {2011, 12, 29, 23, 0, 0},
+         {2011, 12, 29, 0, 0, 0},
+         {2011, 12, 29, 23, 59, 59},
+         {2011, 12, 31, 0, 0, 0}},
     };
     for (const Case& c : cases) {
         const Calendar calendar = calendarIn(c.zone);
@@ -69,6 +91,29 @@ TEST(DateOperations, RemovingSecondsStaysInTheSecondOfTwoEqualHours) {
     const Calendar calendar = calendarIn("Europe/Berlin");
     const Date second = test::at("2026-10-25T02:30:20+01:00");
     EXPECT_EQ(removingSeconds(second, calendar), test::at("2026-10-25T02:30:00+01:00"));
+}
+
+TEST(DateOperations, ADayWhoseLastHourComesTwiceEndsWithTheSecondOfThem) {
+    struct Case {
+        const char* zone;
+        const char* noon;
+        const char* begin;
+        const char* end;
+    };
+    const Case cases[] = {
+        {"America/Santiago", "2026-04-04T12:00:00-03:00", "2026-04-04T00:00:00-03:00",
+         "2026-04-04T23:59:59-04:00"},
+        {"Asia/Beirut", "2026-10-24T12:00:00+03:00", "2026-10-24T00:00:00+03:00",
+         "2026-10-24T23:59:59+02:00"},
+        {"America/Havana", "2026-11-01T12:00:00-05:00", "2026-11-01T00:00:00-04:00",
+         "2026-11-01T23:59:59-05:00"},
+    };
+    for (const Case& c : cases) {
+        const Calendar calendar = calendarIn(c.zone);
+        EXPECT_EQ(beginningOfDay(test::at(c.noon), calendar), test::at(c.begin)) << c.zone;
+        EXPECT_EQ(endOfDay(test::at(c.noon), calendar), test::at(c.end)) << c.zone;
+        EXPECT_EQ(endOfDay(test::at(c.end), calendar), test::at(c.end)) << c.zone;
+    }
 }
 
 TEST(DateOperations, TomorrowAndTodayGoByTheDatesOfTheZone) {

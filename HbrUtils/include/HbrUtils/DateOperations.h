@@ -26,7 +26,7 @@ platform::Date addingDays(platform::Date date, int days, const platform::Calenda
 /// Elapsed time.
 platform::Date addingMinutes(platform::Date date, int minutes, const platform::Calendar& calendar);
 platform::Date beginningOfDay(platform::Date date, const platform::Calendar& calendar);
-/// 23:59:59.
+/// 23:59:59: the last whole second of the day.
 platform::Date endOfDay(platform::Date date, const platform::Calendar& calendar);
 /// The whole minute that the date lies in.
 platform::Date removingSeconds(platform::Date date, const platform::Calendar& calendar);
