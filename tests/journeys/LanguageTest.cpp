@@ -1,0 +1,40 @@
+#include "Journey.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using ::test::Journey;
+using ::testing::HasSubstr;
+using Language = Journey;
+
+TEST_F(Language, TheWidgetsSpeakTheUsersLanguage) {
+    struct Case {
+        std::map<std::string, std::string> variables;
+        std::string widget;
+        std::string header;
+        std::string tomorrow;
+    };
+    const std::vector<Case> cases = {
+        {{{"LANGUAGE", "de_AT"}}, "Anstehende Termine", "ANSTEHENDE TERMINE", "Morgen"},
+        {{{"LANGUAGE", "fr:de"}, {"LC_ALL", "en_GB.UTF-8"}},
+         "Anstehende Termine",
+         "ANSTEHENDE TERMINE",
+         "Morgen"},
+        {{{"LC_ALL", "he_IL.UTF-8"}}, "אירועים קרובים", "אירועים קרובים", "מחר"},
+        {{{"LANG", "iw_IL.UTF-8"}}, "אירועים קרובים", "אירועים קרובים", "מחר"},
+        {{{"LANGUAGE", "fr"}, {"LC_ALL", "de_DE.UTF-8"}}, "Upcoming Events", "UPCOMING EVENTS", "Tomorrow"},
+    };
+    for (const auto& [added, widget, header, tomorrow] : cases) {
+        variables = {{"TZ", "Europe/Berlin"}};
+        variables.insert(added.begin(), added.end());
+        EXPECT_THAT(widgets({"gallery"}).out, HasSubstr("upcoming: " + widget + "."));
+        const auto drawn = widgets({"render", "upcoming", "--demo", "--family", "large", "--format", "text",
+                                    "--now", "2026-03-04T09:00:00+01:00"});
+        EXPECT_EQ(drawn.exitCode, 0) << drawn.err;
+        EXPECT_THAT(drawn.out, HasSubstr(header + "\n"));
+        EXPECT_THAT(drawn.out, HasSubstr(tomorrow + ",\n"));
+    }
+}
+
+}  // namespace
