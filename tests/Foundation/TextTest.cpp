@@ -54,6 +54,7 @@ TEST(Text, SplitsAtASeparator) {
     EXPECT_THAT(split("/a//b/", "/", false), ElementsAre("a", "b"));
     EXPECT_THAT(split("ab", ""), ElementsAre("ab"));
     EXPECT_THAT(split("", ","), ElementsAre(""));
+    EXPECT_THAT(words(" a\u00A0é\r\n\xff\u3000c "), ElementsAre("a", "é", "\xff", "c"));
 }
 
 TEST(Text, HasTheUsualChecksum) {

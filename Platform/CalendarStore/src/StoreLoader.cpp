@@ -52,7 +52,10 @@ StoreLoader::StoreLoader(EnvironmentRef environment,
     : environment_(std::move(environment)),
       sources_(std::move(sources)),
       accountsFile_(environment_),
-      files_(environment_->diagnostics) {}
+      files_(environment_->diagnostics,
+             [sink = environment_->diagnostics](const auto& file, std::string bytes) {
+                 return scanItems(file, std::move(bytes), *sink);
+             }) {}
 
 bool StoreLoader::isMine(const Account& account) const {
     if (!sources_) return !account.isDelegate;

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "FileCache.h"
+#include "ItemScanner.h"
 #include "StoreSnapshot.h"
 
 #include <Foundation/Environment.h>
+#include <Foundation/FileCache.h>
 
 #include <memory>
 #include <optional>
@@ -37,7 +38,7 @@ class StoreLoader {
     EnvironmentRef environment_;
     std::optional<std::vector<std::shared_ptr<const EKSource>>> sources_;
     AccountsFile accountsFile_;
-    FileCache files_;
+    FileCache<ScannedFile> files_;
 };
 
 /// "displayname" and "color" of a folder, or what a single file says of itself.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CollectionDiscovery.h"
 #include "CollectionIndex.h"
+#include "FoundAccount.h"
 
 #include <CalendarStore/EKEventStore.h>
 

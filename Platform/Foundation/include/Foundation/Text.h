@@ -26,6 +26,8 @@ std::string_view firstCharacters(std::string_view text, std::size_t count);
 bool canonicallyEqual(std::string_view a, std::string_view b);
 std::vector<std::string> split(std::string_view text, std::string_view separator,
                                bool keepEmptyPieces = true);
+/// What stands between white space and line breaks (Unicode).
+std::vector<std::string> words(std::string_view text);
 /// zlib CRC-32, initial value 0, over the bytes.
 std::uint32_t crc32(std::string_view bytes);
 

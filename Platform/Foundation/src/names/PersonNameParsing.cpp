@@ -44,9 +44,9 @@ Words pieces(std::string_view text, const Separates& separates) {
 }
 
 Words wordsOf(std::string_view text) {
-    Words words = pieces(text, [](UChar32 c) { return u_isUWhiteSpace(c); });
-    std::erase_if(words, [](const std::string& word) { return !hasLetter(word); });
-    return words;
+    Words found = words(text);
+    std::erase_if(found, [](const std::string& word) { return !hasLetter(word); });
+    return found;
 }
 
 /// Without what stands in brackets or angle brackets ("John Harper (Sales) <john@example.com>").

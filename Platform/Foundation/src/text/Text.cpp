@@ -157,6 +157,22 @@ std::vector<std::string> split(std::string_view text, std::string_view separator
     }
 }
 
+std::vector<std::string> words(std::string_view text) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    std::vector<std::string> found;
+    std::size_t begin = 0;
+    for (std::size_t next = 0; next < text.size();) {
+        const std::size_t at = next;
+        UChar32 character = 0;
+        U8_NEXT(bytes, next, text.size(), character);
+        if (character < 0 || !u_isUWhiteSpace(character)) continue;
+        if (at > begin) found.emplace_back(text.substr(begin, at - begin));
+        begin = next;
+    }
+    if (begin < text.size()) found.emplace_back(text.substr(begin));
+    return found;
+}
+
 std::uint32_t crc32(std::string_view bytes) {
     // Without a pointer zlib answers with its initial value, which is 0 as well.
     return static_cast<std::uint32_t>(

@@ -1,9 +1,9 @@
-#include "CollectionDiscovery.h"
-
+#include <Foundation/CollectionDiscovery.h>
 #include <Foundation/ContentLine.h>
 
 #include <algorithm>
 #include <set>
+
 #include <unistd.h>
 
 namespace platform {
@@ -15,7 +15,8 @@ constexpr int deepestLevel = 4;
 
 class Discovery {
   public:
-    Discovery(FoundAccount& found, DiagnosticsSink& diagnostics) : found_(found), diagnostics_(diagnostics) {}
+    Discovery(FoundLocation& found, std::string_view ending, DiagnosticsSink& diagnostics)
+        : found_(found), ending_(ending), diagnostics_(diagnostics) {}
 
     void folder(const fs::path& location, const std::string& path, int level) {
         std::error_code error;
@@ -39,7 +40,7 @@ class Discovery {
             const auto status = fs::status(entry, ignored);
             if (fs::is_directory(status)) {
                 inner.push_back(entry);
-            } else if (equalIgnoringCase(entry.extension().string(), ".ics")) {
+            } else if (equalIgnoringCase(entry.extension().string(), ending_)) {
                 if (fs::is_regular_file(status)) {
                     collection.files.push_back(entry);
                 } else {
@@ -62,41 +63,46 @@ class Discovery {
     }
 
   private:
-    FoundAccount& found_;
+    FoundLocation& found_;
+    std::string_view ending_;
     DiagnosticsSink& diagnostics_;
     std::set<fs::path> seen_;
 };
 
 }  // namespace
 
-FoundAccount discover(const Account& account, DiagnosticsSink& diagnostics) {
-    FoundAccount found{account, false, {}, {}, {}};
+std::string locationProblem(const fs::path& location) {
     std::error_code error;
-    const auto status = fs::status(account.location, error);
+    const auto status = fs::status(location, error);
     const bool isFolder = fs::is_directory(status);
     if (!fs::exists(status)) {
-        found.problem = error && error != std::errc::no_such_file_or_directory
-                            ? "cannot be reached: " + error.message()
-                            : "there is no such file or folder";
-    } else if (!isFolder && !fs::is_regular_file(status)) {
-        found.problem = "is neither a regular file nor a folder";
-    } else if (access(account.location.c_str(), isFolder ? R_OK | X_OK : R_OK) != 0) {
-        found.problem = "cannot be read: no permission";
-    } else {
-        found.readable = true;
+        return error && error != std::errc::no_such_file_or_directory
+                   ? "cannot be reached: " + error.message()
+                   : "there is no such file or folder";
     }
-    found.watched.push_back(account.location);
+    if (!isFolder && !fs::is_regular_file(status)) return "is neither a regular file nor a folder";
+    if (access(location.c_str(), isFolder ? R_OK | X_OK : R_OK) != 0) return "cannot be read: no permission";
+    return "";
+}
+
+FoundLocation discoverCollections(const fs::path& location, std::string_view ending,
+                                  const std::string& account, DiagnosticsSink& diagnostics) {
+    FoundLocation found;
+    found.problem = locationProblem(location);
+    found.readable = found.problem.empty();
+    found.watched.push_back(location);
     if (!found.readable) {
-        diagnostics.report({.file = account.location, .field = account.name, .text = found.problem});
+        diagnostics.report({.file = location, .field = account, .text = found.problem});
         return found;
     }
-    if (isFolder) {
+    std::error_code error;
+    if (fs::is_directory(location, error)) {
         found.watched.clear();
-        Discovery(found, diagnostics).folder(account.location, "", 0);
+        Discovery(found, ending, diagnostics).folder(location, "", 0);
         std::sort(found.collections.begin(), found.collections.end(),
                   [](const auto& a, const auto& b) { return a.path < b.path; });
     } else {
-        found.collections.push_back({"", account.location, false, {account.location}});
+        found.collections.push_back({"", location, false, {location}});
     }
     return found;
 }

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <Foundation/Diagnostics.h>
+#include <Foundation/FileStamp.h>
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// A file's bytes for a FileCache; a file that cannot be read, or is larger than any collection of the
+/// user's, is reported and gives nothing.
+std::optional<std::string> readForCache(const std::filesystem::path& file, DiagnosticsSink& diagnostics);
+
+/// Files by path, each parsed once and again only when its content changed. Not for several threads.
+template <class Parsed>
+class FileCache {
+  public:
+    using Parse = std::function<Parsed(const std::filesystem::path& file, std::string bytes)>;
+
+    FileCache(std::shared_ptr<DiagnosticsSink> diagnostics, Parse parse)
+        : diagnostics_(std::move(diagnostics)), parse_(std::move(parse)) {}
+
+    /// nullptr for a file that cannot be read. The same object as long as the content stays the same.
+    std::shared_ptr<const Parsed> read(const std::filesystem::path& file) {
+        Entry& entry = entries_[file];
+        entry.used = true;
+        // Stamped before reading: a change meanwhile shows in the next comparison.
+        const auto stamp = FileStamp::of(file);
+        if (entry.parsed && entry.stamp == stamp && !entry.wasFresh) return entry.parsed;
+        const bool isFresh = stamp.isFresh();
+        auto bytes = readForCache(file, *diagnostics_);
+        if (!bytes) {
+            entry = {.used = true};
+            return nullptr;
+        }
+        const auto hash = std::hash<std::string_view>{}(*bytes);
+        entry.stamp = stamp;
+        entry.wasFresh = isFresh;
+        if (entry.parsed && entry.contentHash == hash) return entry.parsed;
+        entry.contentHash = hash;
+        entry.parsed = std::make_shared<const Parsed>(parse_(file, *std::move(bytes)));
+        return entry.parsed;
+    }
+
+    /// Forgets the files that were not asked for since the last call.
+    void forgetUnused() {
+        std::erase_if(entries_, [](const auto& entry) { return !entry.second.used; });
+        for (auto& [file, entry] : entries_)
+            entry.used = false;
+    }
+
+  private:
+    struct Entry {
+        FileStamp stamp = {};
+        /// A further change could carry the same stamp.
+        bool wasFresh = false;
+        bool used = false;
+        std::size_t contentHash = 0;
+        std::shared_ptr<const Parsed> parsed = nullptr;
+    };
+
+    std::shared_ptr<DiagnosticsSink> diagnostics_;
+    Parse parse_;
+    std::map<std::filesystem::path, Entry> entries_;
+};
+
+}  // namespace platform
