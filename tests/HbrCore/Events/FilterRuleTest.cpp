@@ -60,6 +60,36 @@ TEST(FilterRule, TextsAreComparedByTheRule) {
     EXPECT_FALSE(matches(withoutNotes, rule(Field::notes, Comparison::matches, "*"), berlin));
 }
 
+TEST(FilterRule, WildcardPatternsAndLettersWithMarksAreFoundInLongTexts) {
+    constexpr std::size_t length = 100'000;
+    const std::string run(length, 'a');
+    std::string marked;
+    for (std::size_t i = 0; i < length / 3; ++i)
+        marked += "x\u0302";
+    const auto hits = [&](const std::string& notes, Comparison comparison, const char* value,
+                          bool isCaseSensitive = true) {
+        platform::EKEvent event;
+        event.notes = notes;
+        return matches(event, rule(Field::notes, comparison, value, isCaseSensitive), berlin);
+    };
+    EXPECT_FALSE(hits(run, Comparison::matches, "*a*a*a*a*b"));
+    EXPECT_TRUE(hits(run + "b", Comparison::matches, "*a*a*a*a*b"));
+    EXPECT_TRUE(hits(run + "B", Comparison::matches, "?*A*a*a*a*b", false));
+    // Searched from the right, the last "x" would be tried with every choice of four letters first.
+    EXPECT_TRUE(
+        hits("xaaaaz"
+             "x" +
+                 run,
+             Comparison::matches, "*x*a*a*a*a*z*x*"));
+    EXPECT_FALSE(hits(run + "\nb", Comparison::matches, "*b"));
+    EXPECT_TRUE(hits(run + "\n", Comparison::matches, "a*a"));
+    EXPECT_TRUE(hits("Gro\u00DF und gro\u00DF", Comparison::matches, "gross*gross", false));
+    // A pattern of the user's own making that runs away is given up.
+    EXPECT_FALSE(hits(run, Comparison::matches, "(a+)+b"));
+    EXPECT_FALSE(hits(marked, Comparison::contains, "x"));
+    EXPECT_TRUE(hits(marked + "x", Comparison::contains, "x"));
+}
+
 TEST(FilterRule, DaysOfTheWeekAreThoseOfTheUsersZone) {
     // Sunday in Berlin, Saturday in UTC.
     platform::EKEvent event;

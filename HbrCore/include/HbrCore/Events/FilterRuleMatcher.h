@@ -5,6 +5,8 @@
 #include <HbrCore/Events/FilterRule.h>
 
 #include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace hbr {
@@ -27,6 +29,10 @@ class FilterRuleMatcher {
     std::vector<Rule> rules_;
     platform::Calendar calendar_;
 };
+
+/// The regular expression of a `matches` rule's value: "?" is any character, "*" any number of them, all
+/// else keeps its meaning in a regular expression.
+std::string wildcardPattern(std::string_view value);
 
 bool matches(const platform::EKEvent& event, const FilterRule& rule, const platform::Calendar& calendar);
 bool matches(const platform::EKReminder& reminder, const FilterRule& rule,

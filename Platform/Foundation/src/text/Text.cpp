@@ -42,7 +42,10 @@ struct Clusters {
     std::size_t count = 0;
 };
 
-Clusters clustersOf(std::string_view text, std::size_t limit) {
+/// Calls `found` with the end of each grapheme cluster until it says false. False when the text cannot be
+/// looked at.
+template <class Found>
+bool eachClusterEnd(std::string_view text, Found found) {
     // Making one takes longer than most texts; it must not be shared between threads.
     thread_local const std::unique_ptr<icu::BreakIterator> iterator = [] {
         UErrorCode status = U_ZERO_ERROR;
@@ -52,18 +55,25 @@ Clusters clustersOf(std::string_view text, std::size_t limit) {
     UErrorCode status = U_ZERO_ERROR;
     UText utf8 = UTEXT_INITIALIZER;
     utext_openUTF8(&utf8, text.data(), static_cast<std::int64_t>(text.size()), &status);
-    if (!iterator || U_FAILURE(status)) return {text.size(), text.size()};
+    if (!iterator || U_FAILURE(status)) return false;
     iterator->setText(&utf8, status);
-    Clusters clusters;
     iterator->first();
-    while (clusters.count < limit) {
+    while (true) {
         const std::int32_t next = iterator->next();
-        if (next == icu::BreakIterator::DONE) break;
-        clusters.end = static_cast<std::size_t>(next);
-        ++clusters.count;
+        if (next == icu::BreakIterator::DONE || !found(static_cast<std::size_t>(next))) break;
     }
     utext_close(&utf8);
-    return clusters;
+    return true;
+}
+
+Clusters clustersOf(std::string_view text, std::size_t limit) {
+    Clusters clusters;
+    if (limit == 0) return clusters;
+    const bool isRead = eachClusterEnd(text, [&](std::size_t end) {
+        clusters.end = end;
+        return ++clusters.count < limit;
+    });
+    return isRead ? clusters : Clusters{text.size(), text.size()};
 }
 
 }  // namespace
@@ -127,6 +137,16 @@ std::string capitalizedFirstLetter(std::string_view text, std::string_view local
 std::size_t characterCount(std::string_view text) {
     if (hasOneByteCharactersOnly(text)) return text.size();
     return clustersOf(text, text.size()).count;
+}
+
+std::vector<std::size_t> characterBoundaries(std::string_view text) {
+    std::vector<std::size_t> boundaries = {0};
+    eachClusterEnd(text, [&](std::size_t end) {
+        boundaries.push_back(end);
+        return true;
+    });
+    if (boundaries.back() != text.size()) boundaries.push_back(text.size());
+    return boundaries;
 }
 
 std::string_view firstCharacters(std::string_view text, std::size_t count) {
