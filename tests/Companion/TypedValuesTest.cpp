@@ -13,6 +13,8 @@ TEST(DurationText, ReadsSecondsMinutesAndHours) {
         {"90s", 90},
         {"5m", 300},
         {"1h30m", 5400},
+        {"1h30", 5400},
+        {"1h30m20", 5420},
         {"", std::nullopt},
         {"m", std::nullopt},
         {"-5m", std::nullopt},

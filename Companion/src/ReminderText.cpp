@@ -1,0 +1,110 @@
+#include "ReminderText.h"
+
+#include <Companion/DurationText.h>
+#include <Foundation/Text.h>
+
+#include <algorithm>
+
+namespace hbr {
+
+namespace {
+
+std::string listed(const std::vector<Reminder>& reminders, CommandContext& context) {
+    std::string list;
+    for (const auto& reminder : reminders)
+        list += "\n  " + reminder.id() + "  " + reminderLine(reminder, context, context.now());
+    return list;
+}
+
+}  // namespace
+
+std::string exactMoment(platform::Date moment, const platform::Environment& environment) {
+    return platform::DateFormatter::withTemplate(environment.locale, environment.calendar, "yMMMMEEEEdjm")
+        .string(moment);
+}
+
+std::string reminderLine(const Reminder& reminder, CommandContext& context, platform::Date now) {
+    const Formatters& formatters = context.core().formatters();
+    std::string line = exactMoment(reminder.date(), *context.environment());
+    std::string details;
+    if (reminder.date() > now) {
+        details = formatters.relativeDefault().string(reminder.date(), now);
+    }
+    if (reminder.timeOffsetSeconds() != 0) {
+        const auto lead =
+            formatters.durationFormatter().string(static_cast<double>(reminder.timeOffsetSeconds()));
+        details += (details.empty() ? "" : ", ") + std::string("alert ") + lead.value_or("") + " before";
+    }
+    if (!details.empty()) line += " (" + details + ")";
+    return line + ": " + onOneLine(reminder.localizedTitle());
+}
+
+platform::JsonValue reminderJson(const Reminder& reminder) {
+    auto record = platform::JsonValue::object();
+    record.set("id", reminder.id())
+        .set("date", platform::formatRfc3339(reminder.date()))
+        .setIfPresent("title", reminder.title())
+        .setIfPresent("notes", reminder.notes())
+        .set("timeOffsetSeconds", reminder.timeOffsetSeconds());
+    return record;
+}
+
+Reminder chosenReminder(const std::string& wanted, CommandContext& context) {
+    const auto all = context.core().reminders().reminders();
+    const std::string text = platform::lowercased(wanted);
+    const auto matching = [&](auto matches) {
+        std::vector<Reminder> found;
+        std::ranges::copy_if(all, std::back_inserter(found), matches);
+        return found;
+    };
+    auto found = matching([&](const Reminder& one) { return one.id() == wanted; });
+    if (found.empty() && !text.empty()) {
+        found =
+            matching([&](const Reminder& one) { return platform::lowercased(one.id()).starts_with(text); });
+        // A word such as "fee" can begin an id, too.
+        for (const auto& one : matching([&](const Reminder& other) {
+                 return platform::lowercased(other.localizedTitle()).find(text) != std::string::npos;
+             })) {
+            if (std::ranges::find(found, one) == found.end()) found.push_back(one);
+        }
+    }
+    if (found.size() == 1) return found.front();
+    if (found.empty()) {
+        throw CommandFailure(ExitCode::nothingThere, "no reminder of yours is called \"" + wanted +
+                                                         "\"; see them with: heedbanner reminders list");
+    }
+    throw CommandFailure(ExitCode::nothingThere,
+                         "several reminders of yours fit \"" + wanted + "\":" + listed(found, context));
+}
+
+std::int64_t secondsOfOption(std::string_view option, const std::string& text) {
+    const auto seconds = secondsOfDuration(text);
+    if (seconds) return *seconds;
+    throw CommandFailure(
+        ExitCode::wrongUsage,
+        std::string(option) + " takes a length of time (90s, 5m, 1h30), not \"" + text + "\"");
+}
+
+std::int64_t leadOfOption(std::string_view option, const std::string& text) {
+    constexpr std::int64_t longest = 24 * 3600;
+    const std::int64_t seconds = secondsOfOption(option, text);
+    if (seconds <= longest) return seconds;
+    throw CommandFailure(ExitCode::wrongUsage,
+                         std::string(option) + " takes at most a day (24h), not \"" + text + "\"");
+}
+
+void requireAlertToCome(const Reminder& reminder, CommandContext& context) {
+    const auto alert = reminder.addingTimeInterval(-static_cast<double>(reminder.timeOffsetSeconds())).date();
+    if (alert > context.now()) return;
+    throw CommandFailure(ExitCode::wrongUsage, "the alert would be due at " +
+                                                   exactMoment(alert, *context.environment()) +
+                                                   ", which is past; take a shorter lead");
+}
+
+void requireStored(bool isStored, CommandContext& context) {
+    if (isStored) return;
+    throw CommandFailure(ExitCode::failed,
+                         context.core().sharedDomain()->file().string() + ": could not be written");
+}
+
+}  // namespace hbr
