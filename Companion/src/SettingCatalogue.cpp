@@ -39,8 +39,8 @@ struct Range {
     std::string text() const { return "from " + std::to_string(first) + " to " + std::to_string(last); }
 };
 
-template <class Get, class Set>
-SettingEntry boolean(std::string name, std::string key, std::string meaning, Get get, Set set) {
+template <class Get>
+SettingEntry boolean(std::string name, std::string key, std::string meaning, Get get) {
     SettingEntry entry{
         std::move(name), std::move(key), true, std::move(meaning), "true or false", {}, {}, {}, {}, {}};
     entry.read = [get](const UserSettingsStore& settings) { return JsonValue((settings.*get)()); };
@@ -53,18 +53,16 @@ SettingEntry boolean(std::string name, std::string key, std::string meaning, Get
     entry.check = [name = entry.name, takes = entry.takes](const JsonValue& value) {
         if (!value.asBool()) refuse(name, takes, shown(value));
     };
-    entry.write = [set](UserSettingsStore& settings, const JsonValue& value) {
-        return (settings.*set)(*value.asBool());
-    };
+    entry.stored = [](const JsonValue& value) { return PropertyValue(*value.asBool()); };
     entry.isReadable = [](const PropertyValue& value) { return value.asBool().has_value(); };
     return entry;
 }
 
 using ParseNumber = std::optional<std::int64_t> (*)(std::string_view);
 
-template <class Get, class Set>
+template <class Get>
 SettingEntry number(std::string name, std::string key, std::string meaning, const std::string& unit,
-                    Range range, ParseNumber parseNumber, Get get, Set set) {
+                    Range range, ParseNumber parseNumber, Get get) {
     SettingEntry entry{std::move(name),
                        std::move(key),
                        true,
@@ -86,9 +84,7 @@ SettingEntry number(std::string name, std::string key, std::string meaning, cons
         const auto whole = value.asInteger();
         if (!whole || !range.contains(*whole)) refuse(name, takes, shown(value));
     };
-    entry.write = [set](UserSettingsStore& settings, const JsonValue& value) {
-        return (settings.*set)(*value.asInteger());
-    };
+    entry.stored = [](const JsonValue& value) { return PropertyValue(*value.asInteger()); };
     entry.isReadable = [](const PropertyValue& value) { return value.asInteger().has_value(); };
     return entry;
 }
@@ -103,8 +99,8 @@ JsonValue parseList(const std::string& text, Element element) {
     return list;
 }
 
-template <class Get, class Set>
-SettingEntry identifiers(std::string name, std::string key, std::string meaning, Get get, Set set) {
+template <class Get>
+SettingEntry identifiers(std::string name, std::string key, std::string meaning, Get get) {
     SettingEntry entry{std::move(name),
                        std::move(key),
                        true,
@@ -130,11 +126,11 @@ SettingEntry identifiers(std::string name, std::string key, std::string meaning,
             if (!one.asString() || one.asString()->empty()) refuse(name, takes, shown(one));
         }
     };
-    entry.write = [set](UserSettingsStore& settings, const JsonValue& value) {
-        std::vector<std::string> list;
+    entry.stored = [](const JsonValue& value) {
+        platform::PropertyArray list;
         for (const auto& one : *value.asArray())
-            list.push_back(*one.asString());
-        return (settings.*set)(list);
+            list.emplace_back(*one.asString());
+        return PropertyValue(std::move(list));
     };
     entry.isReadable = [](const PropertyValue& value) { return value.asStrings().has_value(); };
     return entry;
@@ -172,11 +168,11 @@ SettingEntry snoozeTimes(Range range) {
         check(list);
         return list;
     };
-    entry.write = [](UserSettingsStore& settings, const JsonValue& value) {
-        std::vector<std::int64_t> list;
+    entry.stored = [](const JsonValue& value) {
+        platform::PropertyArray list;
         for (const auto& one : *value.asArray())
-            list.push_back(*one.asInteger());
-        return settings.setCustomSnoozeTimes(list);
+            list.emplace_back(*one.asInteger());
+        return PropertyValue(std::move(list));
     };
     entry.isReadable = [](const PropertyValue& value) { return value.asIntegers().has_value(); };
     return entry;
@@ -208,8 +204,8 @@ SettingEntry excludeRules() {
         if (!json) refuse(name, takes, text);
         return *json;
     };
-    entry.write = [](UserSettingsStore& settings, const JsonValue& value) {
-        return settings.setExcludeRules(JsonCoding<std::vector<FilterRule>>::decode(value));
+    entry.stored = [](const JsonValue& value) {
+        return PropertyValue(encodeJsonData(JsonCoding<std::vector<FilterRule>>::decode(value)));
     };
     entry.isReadable = [](const PropertyValue& value) {
         const auto* data = value.asData();
@@ -233,40 +229,35 @@ std::vector<SettingEntry> makeCatalogue() {
     std::vector<SettingEntry> all;
     all.push_back(identifiers("activeCalendarIdentifiers", "activeCalendarIdentifiers",
                               "The calendars that are watched (see: heedbanner calendars)",
-                              &Store::activeCalendarIdentifiers, &Store::setActiveCalendarIdentifiers));
+                              &Store::activeCalendarIdentifiers));
     all.push_back(identifiers("activeReminderListIdentifiers", "activeReminderListIdentifiers",
                               "The task lists that are watched (see: heedbanner reminder-lists)",
-                              &Store::activeReminderListIdentifiers,
-                              &Store::setActiveReminderListIdentifiers));
+                              &Store::activeReminderListIdentifiers));
     all.push_back(number("timeOffsetSeconds", "timeOffsetSeconds",
                          "How long before its start an event alerts", "seconds", leadSeconds,
-                         secondsOfDuration, &Store::timeOffsetSeconds, &Store::setTimeOffsetSeconds));
+                         secondsOfDuration, &Store::timeOffsetSeconds));
     all.push_back(boolean("showOnlyEventsWithAlert", "showOnlyEventsWithAlert",
-                          "Only events that carry an alarm of their own", &Store::showOnlyEventsWithAlert,
-                          &Store::setShowOnlyEventsWithAlert));
+                          "Only events that carry an alarm of their own", &Store::showOnlyEventsWithAlert));
     all.push_back(boolean("showOnlyAcceptedEvents", "showTentativeEvents",
-                          "Only invitations that you accepted", &Store::showOnlyAcceptedEvents,
-                          &Store::setShowOnlyAcceptedEvents));
+                          "Only invitations that you accepted", &Store::showOnlyAcceptedEvents));
     all.push_back(boolean("showOnlyEventsWithVideoConference", "showOnlyEventsWithVideoConference",
-                          "Only events with a conference link", &Store::showOnlyEventsWithVideoConference,
-                          &Store::setShowOnlyEventsWithVideoConference));
+                          "Only events with a conference link", &Store::showOnlyEventsWithVideoConference));
     all.push_back(number("upcomingEventsDaysFilter", "upcomingEventsDaysFilter",
                          "How many days after today are looked at", "days", days, wholeNumber,
-                         &Store::upcomingEventsDaysFilter, &Store::setUpcomingEventsDaysFilter));
+                         &Store::upcomingEventsDaysFilter));
     all.push_back(boolean("includeTravelTime", "includeTravelTime", "Alert earlier by the travel time",
-                          &Store::includeTravelTime, &Store::setIncludeTravelTime));
+                          &Store::includeTravelTime));
     all.push_back(snoozeTimes(minutes));
     all.push_back(number("defaultSnooze1", "defaultSnooze1", "The first snooze time that is offered",
-                         "minutes", minutes, wholeNumber, &Store::defaultSnooze1, &Store::setDefaultSnooze1));
+                         "minutes", minutes, wholeNumber, &Store::defaultSnooze1));
     all.push_back(number("defaultSnooze2", "defaultSnooze2", "The second snooze time that is offered",
-                         "minutes", minutes, wholeNumber, &Store::defaultSnooze2, &Store::setDefaultSnooze2));
+                         "minutes", minutes, wholeNumber, &Store::defaultSnooze2));
     all.push_back(excludeRules());
     all.push_back(boolean("debugScreenshotMode", "debug_screenshotMode",
-                          "Show demonstration events in place of your own", &Store::debugScreenshotMode,
-                          &Store::setDebugScreenshotMode));
+                          "Show demonstration events in place of your own", &Store::debugScreenshotMode));
     all.push_back(number("keyboardShortcutsDelay", "keyboardShortcutsDelay",
                          "How long an alert waits before it takes keys", "seconds", delay, secondsOfDuration,
-                         &Store::keyboardShortcutsDelay, &Store::setKeyboardShortcutsDelay));
+                         &Store::keyboardShortcutsDelay));
     all.back().isShared = false;
     return all;
 }
@@ -277,8 +268,25 @@ bool SettingEntry::isStored(const UserSettingsStore& settings) const {
     return settings.domains().domain(isShared)->value(key).has_value();
 }
 
-bool SettingEntry::reset(UserSettingsStore& settings) const {
-    return settings.domains().domain(isShared)->removeValue(key);
+bool applyChanges(const UserSettingsStore& settings, const SettingChanges& changes) {
+    const DefaultsDomains& domains = settings.domains();
+    if (changes.size() == 1) {
+        const auto& [entry, value] = changes.front();
+        const auto stored = value ? std::optional(entry->stored(*value)) : std::nullopt;
+        return domains.domain(entry->isShared)->setValue(entry->key, stored);
+    }
+    return platform::DefaultsDomain::updateTogether(
+        *domains.standard, *domains.shared,
+        [&](platform::PropertyDictionary& standard, platform::PropertyDictionary& shared) {
+            for (const auto& [entry, value] : changes) {
+                auto& target = entry->isShared ? shared : standard;
+                if (value) {
+                    target.set(entry->key, entry->stored(*value));
+                } else {
+                    target.remove(entry->key);
+                }
+            }
+        });
 }
 
 const std::vector<SettingEntry>& settingCatalogue() {

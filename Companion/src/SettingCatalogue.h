@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace hbr {
@@ -34,15 +35,20 @@ struct SettingEntry {
     std::function<platform::JsonValue(const std::string&)> parse;
     /// Checks kind and range of a JSON value; throws SettingRefusal.
     std::function<void(const platform::JsonValue&)> check;
-    /// Of a checked value. False when it could not be stored.
-    std::function<bool(UserSettingsStore&, const platform::JsonValue&)> write;
+    /// The form in which a checked value is stored.
+    std::function<platform::PropertyValue(const platform::JsonValue&)> stored;
     /// True when a stored value reads as this setting (anything else counts as the default).
     std::function<bool(const platform::PropertyValue&)> isReadable;
 
     bool isStored(const UserSettingsStore& settings) const;
-    /// Back to the default, by removing it from where it lives.
-    bool reset(UserSettingsStore& settings) const;
 };
+
+/// New values of settings, checked ones; without a value the setting goes back to its default, by being
+/// removed from where it lives.
+using SettingChanges = std::vector<std::pair<const SettingEntry*, std::optional<platform::JsonValue>>>;
+
+/// All of the changes or none, under the locks of both domains. False when they could not be stored.
+bool applyChanges(const UserSettingsStore& settings, const SettingChanges& changes);
 
 /// All settings, in the order in which they are listed.
 const std::vector<SettingEntry>& settingCatalogue();

@@ -115,6 +115,10 @@ std::string Journey::calendars() {
     return CALENDARS;
 }
 
+std::string Journey::documents() {
+    return DOCUMENTS;
+}
+
 platform::JsonValue Journey::json(const Outcome& outcome) {
     auto value = platform::parseJson(outcome.out);
     if (!value) ADD_FAILURE() << "no JSON: " << outcome.out << outcome.err;

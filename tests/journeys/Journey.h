@@ -32,12 +32,22 @@ class Journey : public ::testing::Test {
     /// Runs several at the same time.
     std::vector<Outcome> runTogether(const std::vector<std::pair<std::string, Arguments>>& programs);
 
+    struct Started {
+        pid_t process = -1;
+        std::filesystem::path out;
+        std::filesystem::path err;
+    };
+    Started start(const std::string& program, const Arguments& arguments);
+    /// Waits for its end.
+    Outcome finish(const Started& started);
+
     /// The answer as JSON; fails the test when it is none.
     platform::JsonValue json(const Outcome& outcome);
 
     /// The calendars that the project ships, and those written for these journeys.
     static std::string examples();
     static std::string calendars();
+    static std::string documents();
 
     std::filesystem::path configFile(std::string_view name) const {
         return home / ("config/heedbanner/" + std::string(name));
@@ -50,14 +60,6 @@ class Journey : public ::testing::Test {
     std::map<std::string, std::string> variables = {{"TZ", "Europe/Berlin"}};
 
   private:
-    struct Started {
-        pid_t process = -1;
-        std::filesystem::path out;
-        std::filesystem::path err;
-    };
-    Started start(const std::string& program, const Arguments& arguments);
-    Outcome finish(const Started& started);
-
     int count_ = 0;
 };
 

@@ -90,6 +90,7 @@ class SettingsCommand final : public Command {
     ExitCode get(CommandContext& context) {
         const SettingEntry& entry = settingNamed(name_);
         context.console().out() << shown(entry.read(context.core().settings())) << "\n";
+        reportUnreadable(context);
         return ExitCode::done;
     }
 
@@ -97,8 +98,8 @@ class SettingsCommand final : public Command {
         const SettingEntry& entry = settingNamed(name_);
         const auto value = entry.parse(value_);
         entry.check(value);
-        UserSettingsStore& settings = context.core().settings();
-        requireWritten(context, entry, entry.write(settings, value));
+        apply(context, {{&entry, value}});
+        const UserSettingsStore& settings = context.core().settings();
         context.console().out() << entry.name << " = " << onOneLine(shown(entry.read(settings))) << "\n";
         warnAboutLongLead(context);
         return ExitCode::done;
@@ -108,16 +109,15 @@ class SettingsCommand final : public Command {
         if (names_.empty() != all_) {
             throw CommandFailure(ExitCode::wrongUsage, "settings reset: give names, or --all");
         }
-        std::vector<const SettingEntry*> entries;
+        SettingChanges changes;
         for (const auto& name : names_)
-            entries.push_back(&settingNamed(name));
+            changes.emplace_back(&settingNamed(name), std::nullopt);
         for (const auto& entry : settingCatalogue()) {
-            if (all_) entries.push_back(&entry);
+            if (all_) changes.emplace_back(&entry, std::nullopt);
         }
-        UserSettingsStore& settings = context.core().settings();
-        for (const auto* entry : entries)
-            requireWritten(context, *entry, entry->reset(settings));
-        for (const auto* entry : entries) {
+        apply(context, changes);
+        const UserSettingsStore& settings = context.core().settings();
+        for (const auto& [entry, value] : changes) {
             context.console().out() << entry->name << " = " << onOneLine(shown(entry->read(settings)))
                                     << "\n";
         }
@@ -129,6 +129,7 @@ class SettingsCommand final : public Command {
         auto all = platform::JsonValue::object();
         for (const auto& entry : settingCatalogue())
             all.set(entry.name, entry.read(settings));
+        reportUnreadable(context);
         const std::string text = writeJson(all, 2) + "\n";
         if (file_ == "-") {
             context.console().out() << text;
@@ -146,20 +147,19 @@ class SettingsCommand final : public Command {
         const auto all = platform::parseJson(readInput());
         if (!all || !all->asObject())
             throw CommandFailure(ExitCode::failed, place + ": no JSON object of settings");
+        SettingChanges changes;
         for (const auto& [name, value] : *all->asObject()) {
             try {
-                settingNamed(name).check(value);
+                const SettingEntry& entry = settingNamed(name);
+                entry.check(value);
+                changes.emplace_back(&entry, value);
             } catch (const std::exception& refusal) {
                 throw CommandFailure(ExitCode::failed,
                                      place + ": " + refusal.what() + "; nothing was changed");
             }
         }
-        UserSettingsStore& settings = context.core().settings();
-        for (const auto& [name, value] : *all->asObject()) {
-            const SettingEntry& entry = settingNamed(name);
-            requireWritten(context, entry, entry.write(settings, value));
-        }
-        context.console().out() << all->asObject()->size() << " settings were taken from " << place << "\n";
+        apply(context, changes);
+        context.console().out() << changes.size() << " settings were taken from " << place << "\n";
         warnAboutLongLead(context);
         return ExitCode::done;
     }
@@ -172,11 +172,10 @@ class SettingsCommand final : public Command {
         return *std::move(text);
     }
 
-    static void requireWritten(CommandContext& context, const SettingEntry& entry, bool written) {
-        if (written) return;
-        throw CommandFailure(
-            ExitCode::failed,
-            context.core().domains().domain(entry.isShared)->file().string() + ": could not be written");
+    static void apply(CommandContext& context, const SettingChanges& changes) {
+        if (applyChanges(context.core().settings(), changes)) return;
+        throw CommandFailure(ExitCode::failed, context.core().sharedDomain()->file().parent_path().string() +
+                                                   ": could not be written");
     }
 
     /// Pending events are looked for within the next hour only.
@@ -185,8 +184,7 @@ class SettingsCommand final : public Command {
         if (static_cast<double>(settings.timeOffsetSeconds()) <= AggregatedEventStore::pendingWindow) return;
         context.console().complain(
             "with timeOffsetSeconds over an hour an event is in no list from its alert until an hour before "
-            "its "
-            "start");
+            "its start");
     }
 
     static void reportUnreadable(CommandContext& context) {
