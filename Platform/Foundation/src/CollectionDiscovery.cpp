@@ -13,6 +13,12 @@ namespace fs = std::filesystem;
 
 constexpr int deepestLevel = 4;
 
+/// Not by way of path::filename(): folders hold many thousands of files.
+std::string_view lastComponent(const fs::path& entry) {
+    const std::string_view whole = entry.native();
+    return whole.substr(whole.rfind('/') + 1);
+}
+
 class Discovery {
   public:
     Discovery(FoundLocation& found, std::string_view ending, DiagnosticsSink& diagnostics)
@@ -34,24 +40,24 @@ class Discovery {
         for (; entries != fs::directory_iterator(); entries.increment(error)) {
             if (error) break;
             const auto& entry = entries->path();
-            const auto name = entry.filename().string();
+            const auto name = lastComponent(entry);
             if (name.starts_with('.')) continue;
+            // The folder itself says what kind its entries are; only links are looked at.
             std::error_code ignored;
-            const auto status = fs::status(entry, ignored);
-            if (fs::is_directory(status)) {
+            if (entries->is_directory(ignored)) {
                 inner.push_back(entry);
-            } else if (equalIgnoringCase(entry.extension().string(), ending_)) {
-                if (fs::is_regular_file(status)) {
+            } else if (hasEnding(name)) {
+                if (entries->is_regular_file(ignored)) {
                     collection.files.push_back(entry);
                 } else {
                     diagnostics_.report({.file = entry, .text = "is no regular file; left out"});
                 }
             } else if (name == "displayname" || name == "color") {
-                isCollection = isCollection || fs::is_regular_file(status);
+                isCollection = isCollection || entries->is_regular_file(ignored);
             }
         }
         if (isCollection || !collection.files.empty()) {
-            std::sort(collection.files.begin(), collection.files.end());
+            std::ranges::sort(collection.files, {}, &fs::path::native);
             found_.collections.push_back(std::move(collection));
         }
         std::sort(inner.begin(), inner.end());
@@ -63,6 +69,11 @@ class Discovery {
     }
 
   private:
+    bool hasEnding(std::string_view name) const {
+        return name.size() > ending_.size() &&
+               equalIgnoringCase(name.substr(name.size() - ending_.size()), ending_);
+    }
+
     FoundLocation& found_;
     std::string_view ending_;
     DiagnosticsSink& diagnostics_;

@@ -5,11 +5,11 @@
 
 #include <filesystem>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace platform {
 
@@ -28,7 +28,7 @@ class FileCache {
 
     /// nullptr for a file that cannot be read. The same object as long as the content stays the same.
     std::shared_ptr<const Parsed> read(const std::filesystem::path& file) {
-        Entry& entry = entries_[file];
+        Entry& entry = entries_[file.native()];
         entry.used = true;
         // Stamped before reading: a change meanwhile shows in the next comparison.
         const auto stamp = FileStamp::of(file);
@@ -67,7 +67,7 @@ class FileCache {
 
     std::shared_ptr<DiagnosticsSink> diagnostics_;
     Parse parse_;
-    std::map<std::filesystem::path, Entry> entries_;
+    std::unordered_map<std::string, Entry> entries_;
 };
 
 }  // namespace platform
