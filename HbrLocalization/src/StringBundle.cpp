@@ -6,7 +6,6 @@
 #include <HbrLocalization/PluralCategory.h>
 
 #include "LanguageMatch.h"
-#include "TextDirection.h"
 
 #include <system_error>
 #include <vector>
@@ -44,7 +43,7 @@ StringBundle::StringBundle(platform::EnvironmentRef environment, std::filesystem
     : environment_(std::move(environment)),
       folder_(std::move(folder)),
       language_(bestLanguage(environment_->locale.languages, languagesOf(folder_))),
-      isRightToLeft_(isRightToLeftLanguage(language_)) {}
+      isRightToLeft_(platform::isRightToLeftLanguage(language_)) {}
 
 std::optional<std::string> StringBundle::text(std::string_view key, std::string_view table) const {
     const auto& entries = loadedTable(table);

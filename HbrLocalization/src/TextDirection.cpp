@@ -1,16 +1,32 @@
 #include "TextDirection.h"
 
 #include <unicode/uchar.h>
-#include <unicode/uloc.h>
 #include <unicode/utf8.h>
 
 #include <cstdint>
 
 namespace hbr {
 
-bool isRightToLeftLanguage(std::string_view language) {
-    return uloc_isRightToLeft(std::string(language).c_str());
+namespace {
+
+bool disturbs(UCharDirection direction, bool isRightToLeftSentence) {
+    switch (direction) {
+        case U_LEFT_TO_RIGHT:
+            return isRightToLeftSentence;
+        case U_RIGHT_TO_LEFT:
+        case U_RIGHT_TO_LEFT_ARABIC:
+            return !isRightToLeftSentence;
+        case U_LEFT_TO_RIGHT_EMBEDDING:
+        case U_LEFT_TO_RIGHT_OVERRIDE:
+        case U_RIGHT_TO_LEFT_EMBEDDING:
+        case U_RIGHT_TO_LEFT_OVERRIDE:
+            return true;
+        default:
+            return false;
+    }
 }
+
+}  // namespace
 
 bool runsAgainst(std::string_view text, bool isRightToLeftSentence) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
@@ -18,11 +34,7 @@ bool runsAgainst(std::string_view text, bool isRightToLeftSentence) {
     for (std::int32_t i = 0; i < length;) {
         UChar32 character = 0;
         U8_NEXT(bytes, i, length, character);
-        if (character < 0) continue;
-        const auto direction = u_charDirection(character);
-        if (isRightToLeftSentence ? direction == U_LEFT_TO_RIGHT
-                                  : direction == U_RIGHT_TO_LEFT || direction == U_RIGHT_TO_LEFT_ARABIC)
-            return true;
+        if (character >= 0 && disturbs(u_charDirection(character), isRightToLeftSentence)) return true;
     }
     return false;
 }

@@ -5,9 +5,8 @@
 
 namespace hbr {
 
-bool isRightToLeftLanguage(std::string_view language);
-
-/// Whether the text holds letters of the other direction than the sentence it is put into.
+/// Whether the text holds letters of the other direction than the sentence it is put into, or marks that
+/// would turn the direction of what follows it.
 bool runsAgainst(std::string_view text, bool isRightToLeftSentence);
 
 /// The text between U+2068 and U+2069: its direction is its own, and the words around it keep their places.

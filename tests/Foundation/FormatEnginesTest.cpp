@@ -260,6 +260,13 @@ TEST(FormatEngines, WordsFollowTheLanguageOfTextsAndDatesTheFormats) {
     }
 }
 
+TEST(Locale, LanguagesHaveADirection) {
+    for (const std::string_view tag : {"he", "iw", "he-IL", "ar", "fa", "ur", "yi", "ckb", "pa-Arab"})
+        EXPECT_TRUE(isRightToLeftLanguage(tag)) << tag;
+    for (const std::string_view tag : {"en", "de", "pa", "ar-Latn", "zh-Hant", "", "not a language"})
+        EXPECT_FALSE(isRightToLeftLanguage(tag)) << tag;
+}
+
 TEST(Locale, WritesDigitsOfItsOwn) {
     const std::pair<const char*, const char*> cases[] = {{"en_US", "1:02:03"},
                                                          {"de_DE", "1:02:03"},

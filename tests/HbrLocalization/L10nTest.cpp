@@ -8,8 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdint>
 #include <string>
+#include <thread>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -168,6 +170,7 @@ TEST_F(L10nTest, TextsOfTheOtherDirectionAreIsolatedInASentence) {
               "\u2068פגישה\u2069 at Room 1.");
     EXPECT_EQ(L10n::Accessibility::EventSummary::titleOnly("Jour fixe مع ليلى"),
               "\u2068Jour fixe مع ليلى\u2069.");
+    EXPECT_EQ(L10n::Accessibility::EventSummary::titleOnly("\u202E12"), "\u2068\u202E12\u2069.");
     test::TestEnvironment hebrew;
     hebrew.change().locale = {"he_IL", {"he"}};
     platform::Environment::setCurrent(hebrew.ref());
@@ -175,6 +178,25 @@ TEST_F(L10nTest, TextsOfTheOtherDirectionAreIsolatedInASentence) {
     EXPECT_EQ(L10n::TimeFormat::until("9:41"), "עד 9:41");
     EXPECT_EQ(L10n::Accessibility::EventSummary::titleAndLocation("Standup (C++)", "חדר 1"),
               "\u2068Standup (C++)\u2069, מיקום: חדר 1.");
+}
+
+TEST_F(L10nTest, TextsAreReadByThreadsAtOnce) {
+    world_.change().locale.languages = {"he"};
+    start();
+    constexpr int threadCount = 8;
+    std::atomic<int> right = 0;
+    {
+        std::vector<std::jthread> threads;
+        for (int i = 1; i <= threadCount; ++i) {
+            threads.emplace_back([&right, i] {
+                const auto expected = i == 1   ? std::string("עוד משתתף אחד")
+                                      : i == 2 ? std::string("עוד שני משתתפים")
+                                               : "עוד " + std::to_string(i) + " משתתפים";
+                if (L10n::Alert::participantsOverflowToolTip(i) == expected) ++right;
+            });
+        }
+    }
+    EXPECT_EQ(right, threadCount);
 }
 
 TEST_F(L10nTest, EveryShippedTableIsComplete) {

@@ -24,4 +24,7 @@ struct Locale {
 /// `text` with the decimal digits that the locale writes numbers with instead of 0 to 9.
 std::string withLocalDigits(std::string_view text, const Locale& locale);
 
+/// Whether the language of the BCP 47 tag is written from right to left.
+bool isRightToLeftLanguage(std::string_view tag);
+
 }  // namespace platform

@@ -55,6 +55,12 @@ icu::Locale icuTextLocale(const Locale& locale) {
     return formats;
 }
 
+bool isRightToLeftLanguage(std::string_view tag) {
+    UErrorCode status = U_ZERO_ERROR;
+    const auto language = icu::Locale::forLanguageTag({tag.data(), static_cast<int32_t>(tag.size())}, status);
+    return U_SUCCESS(status) && language.isRightToLeft();
+}
+
 std::string withLocalDigits(std::string_view text, const Locale& locale) {
     const auto numbers = numbersOf(icuLocale(locale));
     if (!numbers || std::strcmp(numbers->getName(), "latn") == 0) return std::string(text);

@@ -7,7 +7,6 @@
 #include <Views/WidgetFamily.h>
 
 #include <memory>
-#include <string_view>
 
 namespace platform {
 
@@ -28,8 +27,5 @@ struct ViewContext {
 
     const Palette& palette() const { return Palette::of(appearance, contrast); }
 };
-
-/// True for Arabic, Hebrew, Persian and the other languages written from the right.
-bool isRightToLeftLanguage(std::string_view languageTag);
 
 }  // namespace platform
