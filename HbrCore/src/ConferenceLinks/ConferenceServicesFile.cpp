@@ -8,6 +8,7 @@
 
 #include "ServicePatterns.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <span>
@@ -19,12 +20,11 @@ namespace hbr {
 
 namespace {
 
-constexpr const char* fileName = "ConferenceServices.plist";
 /// Far above any list that a person keeps.
 constexpr std::uintmax_t largestFile = 16U << 20U;
 
 std::filesystem::path configFile(const platform::Environment& environment) {
-    return environment.dataDirectory / fileName;
+    return environment.dataDirectory / servicesFileName;
 }
 
 void report(const platform::Environment& environment, const std::filesystem::path& file, std::string field,
@@ -45,7 +45,7 @@ void copyIntoPlace(const std::filesystem::path& source, const std::filesystem::p
     if (!platform::createDirectories(destination.parent_path(), 0700, error))
         fail(destination.parent_path(), error);
     const auto beside = destination.parent_path() /
-                        ("." + std::string(fileName) + "." + platform::Uuid::random().uuidString());
+                        ("." + std::string(servicesFileName) + "." + platform::Uuid::random().uuidString());
     if (!platform::writeFileAtomically(beside, *content, 0600, error)) fail(beside, error);
     std::filesystem::create_hard_link(beside, destination, error);
     if (error && error != std::errc::file_exists) {
@@ -136,11 +136,11 @@ void copyConfigFileIfNeeded(const platform::Environment& environment) {
     }
     std::error_code error;
     if (std::filesystem::exists(configFile(environment), error)) return;
-    const auto resource = platform::findResource(environment, fileName);
+    const auto resource = platform::findResource(environment, servicesFileName);
     if (!resource) {
         MxLogger::error(LogCategory::conferenceLinks,
                         "could not find conference services config file in bundle");
-        report(environment, fileName, "",
+        report(environment, servicesFileName, "",
                "the shipped file is not installed; only built-in services are known");
         return;
     }
@@ -176,6 +176,22 @@ void loadConfigFile(const platform::Environment& environment, std::vector<VideoC
             std::string("Could not decode conference services config file. Error: ") + failure.what());
         report(environment, file, "",
                std::string("only built-in conference services are known: ") + failure.what());
+    }
+}
+
+std::vector<VideoConferenceService> servicesMissingFromCopy(const platform::Environment& environment) {
+    const auto resource = platform::findResource(environment, servicesFileName);
+    if (!resource || environment.dataDirectory.empty()) return {};
+    try {
+        const auto known = readServices(configFile(environment));
+        auto shipped = readServices(*resource);
+        std::erase_if(shipped, [&known](const VideoConferenceService& service) {
+            return std::ranges::find(known, service.id, &VideoConferenceService::id) != known.end();
+        });
+        return shipped;
+    } catch (const std::runtime_error&) {
+        // Loading says what is wrong with the copy.
+        return {};
     }
 }
 

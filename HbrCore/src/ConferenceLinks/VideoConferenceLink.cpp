@@ -39,6 +39,21 @@ platform::Url VideoConferenceLink::makeGoogleUrl(const std::optional<std::string
         .value_or(url);
 }
 
+platform::JsonValue JsonCoding<VideoConferenceLink>::encode(const VideoConferenceLink& link) {
+    auto record = platform::JsonValue::object();
+    record.set("service", JsonCoding<VideoConferenceService>::encode(link.service))
+        .set("url", link.url.absoluteString());
+    return record;
+}
+
+VideoConferenceLink JsonCoding<VideoConferenceLink>::decode(const platform::JsonValue& json) {
+    const platform::KeyedDecoder record(json);
+    auto service = JsonCoding<VideoConferenceService>::decode(record.value("service"));
+    auto url = platform::Url::parse(record.string("url"));
+    if (!url) throw platform::DecodingError("url: no URL");
+    return {std::move(service), *std::move(url)};
+}
+
 }  // namespace hbr
 
 std::size_t std::hash<hbr::VideoConferenceService>::operator()(

@@ -3,10 +3,12 @@
 #include <Foundation/LinkDetector.h>
 #include <Foundation/Text.h>
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
+#include <MxLogger/MxLogger.h>
 
 #include "GoogleRedirect.h"
 #include "LinksCache.h"
 #include "NativeUrl.h"
+#include "ServiceChoice.h"
 #include "ServicePatterns.h"
 
 #include <unordered_set>
@@ -17,20 +19,29 @@ namespace {
 
 constexpr std::size_t cacheLimit = 20'000;
 
+void reportSwitchedOff(const platform::Environment& environment, const VideoConferenceService& service) {
+    const auto reason = "the pattern of \"" + service.id + "\" takes too long and is not tried any more";
+    MxLogger::error(LogCategory::conferenceLinks, reason);
+    environment.diagnostics->report({platform::Diagnostic::Severity::warning,
+                                     environment.dataDirectory / servicesFileName, std::nullopt, "regex",
+                                     reason});
+}
+
 }  // namespace
 
 struct VideoConferenceLinkParser::State {
-    std::vector<VideoConferenceService> services;
-    /// One for each service; nullptr where the pattern does not compile.
-    std::vector<const platform::RegularExpression*> patterns;
+    explicit State(std::vector<VideoConferenceService> all, platform::EnvironmentRef environment)
+        : services(std::move(all)), choice(services, [this, environment](std::size_t index) {
+              reportSwitchedOff(*environment, services[index]);
+          }) {}
+
+    const std::vector<VideoConferenceService> services;
+    const ServiceChoice choice;
     LinksCache linksCache{cacheLimit};
 
     const VideoConferenceService* serviceOf(const platform::Url& url) const {
-        const auto text = textForServicePatterns(url);
-        for (std::size_t i = 0; i < services.size(); ++i) {
-            if (patterns[i] && patterns[i]->matchesAnywhere(text)) return &services[i];
-        }
-        return nullptr;
+        const auto index = choice.firstMatch(textForServicePatterns(url));
+        return index ? &services[*index] : nullptr;
     }
 
     std::vector<VideoConferenceLink> findLinks(std::string_view input) const {
@@ -52,14 +63,11 @@ VideoConferenceLinkParser& VideoConferenceLinkParser::shared() {
     return parser;
 }
 
-VideoConferenceLinkParser::VideoConferenceLinkParser(platform::EnvironmentRef environment)
-    : state_(std::make_unique<State>()) {
-    state_->services = VideoConferenceService::all();
+VideoConferenceLinkParser::VideoConferenceLinkParser(platform::EnvironmentRef environment) {
+    auto services = VideoConferenceService::all();
     copyConfigFileIfNeeded(*environment);
-    loadConfigFile(*environment, state_->services);
-    state_->patterns.reserve(state_->services.size());
-    for (const auto& service : state_->services)
-        state_->patterns.push_back(compiledServicePattern(service.regex));
+    loadConfigFile(*environment, services);
+    state_ = std::make_unique<State>(std::move(services), std::move(environment));
 }
 
 VideoConferenceLinkParser::~VideoConferenceLinkParser() = default;

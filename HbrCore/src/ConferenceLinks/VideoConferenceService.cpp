@@ -13,7 +13,22 @@ VideoConferenceService VideoConferenceService::make(std::string regex, std::stri
 
 bool VideoConferenceService::matches(const platform::Url& url) const {
     const auto* pattern = compiledServicePattern(regex);
-    return pattern && pattern->matchesAnywhere(textForServicePatterns(url));
+    return pattern && pattern->search(textForServicePatterns(url)) == ServicePattern::Outcome::match;
+}
+
+platform::JsonValue JsonCoding<VideoConferenceService>::encode(const VideoConferenceService& service) {
+    auto record = platform::JsonValue::object();
+    record.set("id", service.id)
+        .set("regex", service.regex)
+        .set("name", service.name)
+        .set("supportsNativeApp", service.supportsNativeApp);
+    return record;
+}
+
+VideoConferenceService JsonCoding<VideoConferenceService>::decode(const platform::JsonValue& json) {
+    const platform::KeyedDecoder record(json);
+    return {record.string("id"), record.string("regex"), record.string("name"),
+            record.boolean("supportsNativeApp")};
 }
 
 }  // namespace hbr

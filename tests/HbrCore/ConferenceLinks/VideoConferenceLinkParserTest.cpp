@@ -1,5 +1,7 @@
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 
+#include <Foundation/PropertyList.h>
+#include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
 #include <HbrCore/ConferenceLinks/OutlookSafeLinks.h>
 #include <support/TestEnvironment.h>
 
@@ -59,6 +61,118 @@ TEST_F(Parser, FindsEachLinkOnceInTheOrderOfTheText) {
     }
 }
 
+TEST(ParserWithServicesOfTheUser, TakesTheFirstServiceWhosePatternMatches) {
+    // Patterns of every construction, each on every URL, against a plain search in the order of the list.
+    const std::vector<std::string> patterns = {
+        "(?i)CALL\\.EXAMPLE",
+        "CALL\\.EXAMPLE",
+        "call\\.exam(ple)?/x",
+        "https?://one\\.(a|b)\\.org",
+        "(two|2)\\.example",
+        "one|three\\.example",
+        "[\\c]/]four.example",
+        "[^]]five\\.example",
+        "x?si{0}x\\.example",
+        "seven+\\.example",
+        "(?:eight)*\\.example$",
+        "\\Qnine.\\E?",
+        "(?=ten)ten\\.",
+        "(?!ten)[a-z]+\\.ten",
+        "[[a-e]&&[d-z]]leven\\.",
+        "\\u0074welve",
+        "thirteen(?#note)\\.",
+        "((((fourteen))))",
+        "fift{1,}een{2}?\\.",
+        "sixteen\\.(example|test)/(a|bc)/x",
+        "ü",
+        "bücher",
+        "%c3%bc",
+        "a**",
+        "(",
+        ".*/join/[0-9]{3}",
+        "",
+    };
+    test::TestEnvironment world;
+    std::vector<VideoConferenceService> services;
+    for (std::size_t i = 0; i < patterns.size(); ++i)
+        services.push_back({std::to_string(i), patterns[i], "S", false});
+    // The empty pattern matches everything: each of the others also stands alone.
+    for (std::size_t left = 0; left < services.size(); ++left) {
+        auto list = services;
+        list.erase(list.begin(), list.begin() + static_cast<std::ptrdiff_t>(left));
+        world.home.write("data/heedbanner/ConferenceServices.plist",
+                         platform::writeXmlPropertyList(encodeServices(list)));
+        const VideoConferenceLinkParser parser(world.ref());
+        for (const std::string_view text : {"https://call.example/x",
+                                            "https://CALL.EXAMPLE/X",
+                                            "https://call.exam/x",
+                                            "https://one.a.org",
+                                            "https://2.example",
+                                            "https://three.example",
+                                            "https://four.example",
+                                            "https://four-example.org/a",
+                                            "https://x.five.example",
+                                            "https://s.example/six.example",
+                                            "https://sevennn.example",
+                                            "https://seve.example",
+                                            "https://a.example/eight.example",
+                                            "https://nine.example",
+                                            "https://ten.ten",
+                                            "https://eleven.dleven.org",
+                                            "https://twelve.org",
+                                            "https://thirteen.org",
+                                            "https://fourteen.org",
+                                            "https://fiftttee.org/fifteenn.x",
+                                            "https://sixteen.test/bc/x",
+                                            "https://b\xC3\xBC"
+                                            "cher.de",
+                                            "https://example.org/join/123",
+                                            "mailto:ann@example.org",
+                                            "https://zoom.us/j/1"}) {
+            const auto link = platform::Url::parse(text).value();
+            std::string expected;
+            for (const auto& service : parser.services()) {
+                if (!service.matches(link)) continue;
+                expected = service.id;
+                break;
+            }
+            const auto links = parser.parse(text);
+            EXPECT_EQ(links.empty() ? "" : links[0].service.id, expected)
+                << text << " from pattern " << left << " on";
+        }
+    }
+}
+
+TEST(ParserWithServicesOfTheUser, APatternThatRunsAwayIsSwitchedOffAndSaidOnce) {
+    test::TestEnvironment world;
+    world.home.write(
+        "data/heedbanner/ConferenceServices.plist",
+        platform::writeXmlPropertyList(encodeServices(
+            {{"bad", "call\\.example/(x+x+)+y", "Bad", false}, {"good", "call\\.example/", "Good", false}})));
+    const VideoConferenceLinkParser parser(world.ref());
+    const auto serviceOf = [&parser](const std::string& text) {
+        const auto links = parser.parse(text);
+        return links.empty() ? "" : links[0].service.id;
+    };
+    EXPECT_EQ(serviceOf("https://call.example/xxy"), "bad");
+    for (std::size_t i = 0; i < 6; ++i)
+        EXPECT_EQ(serviceOf("https://call.example/" + std::string(40 + i, 'x')), "good");
+    EXPECT_EQ(serviceOf("https://call.example/xxxy"), "good");
+    const auto said = world.diagnostics->all();
+    ASSERT_EQ(said.size(), 1U);
+    EXPECT_NE(said[0].text.find("\"bad\""), std::string::npos);
+    EXPECT_EQ(said[0].file, world->dataDirectory / "ConferenceServices.plist");
+}
+
+TEST_F(Parser, TakesTextsThatAreNoText) {
+    const std::string link = "https://zoom.us/j/1";
+    for (const std::string& noise : {std::string("\0", 1), std::string("\xFF\xC3\x28\xED\xA0\x80"),
+                                     std::string("\xF0\x9F"), std::string(5'000'000, '(')}) {
+        const std::string text = noise + " " + link + noise;
+        EXPECT_EQ(found(text), std::vector<std::string>{"zoom " + link});
+    }
+}
+
 TEST_F(Parser, AnswersManyThreadsAlike) {
     std::vector<std::jthread> threads;
     for (int thread = 0; thread < 4; ++thread) {
@@ -105,6 +219,25 @@ TEST(VideoConferenceLink, LetsTheUserPickTheGoogleAccount) {
     EXPECT_EQ(chooser.makeGoogleUrl("a@b.org"), plain.makeGoogleUrl("a@b.org"));
     EXPECT_FALSE(VideoConferenceLink::demo().isGoogle());
     EXPECT_TRUE(VideoConferenceService::faceTime().matches(VideoConferenceLink::demo().url));
+}
+
+TEST(VideoConferenceLink, IsStoredWithItsWholeService) {
+    using Coding = JsonCoding<VideoConferenceLink>;
+    const VideoConferenceLink link{VideoConferenceService::metaWorkplace(), url("https://a.example/x?y=1")};
+    const auto json = Coding::encode(link);
+    EXPECT_EQ(
+        platform::writeJson(json),
+        R"({"service":{"id":"facebookWorkspace","regex":"https?://([a-z0-9-.]+)?workplace\\.com/[^\\s]+",)"
+        R"("name":"Meta Workplace ","supportsNativeApp":false},"url":"https://a.example/x?y=1"})");
+    EXPECT_EQ(Coding::decode(json), link);
+    EXPECT_EQ(std::hash<VideoConferenceLink>{}(Coding::decode(json)), std::hash<VideoConferenceLink>{}(link));
+    for (const std::string_view broken :
+         {R"({"url":"https://a.example"})",
+          R"({"service":{"id":"a","regex":"b","name":"c"},"url":"https://a"})",
+          R"({"service":{"id":"a","regex":"b","name":"c","supportsNativeApp":1},"url":"https://a"})",
+          R"({"service":{"id":"a","regex":"b","name":"c","supportsNativeApp":true},"url":""})",
+          R"({"service":{"id":"a","regex":"b","name":"c","supportsNativeApp":true}})"})
+        EXPECT_THROW(Coding::decode(platform::parseJson(broken).value()), platform::DecodingError) << broken;
 }
 
 TEST(OutlookSafeLinks, UnwrapOnlyWhatCarriesAValidTarget) {

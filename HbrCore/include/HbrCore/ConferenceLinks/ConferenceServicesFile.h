@@ -14,10 +14,15 @@
 // logged under "ConferenceLinks" and reported as diagnostics, and leave the built-in services in force.
 namespace hbr {
 
+inline constexpr const char* servicesFileName = "ConferenceServices.plist";
+
 /// Nothing without a data directory.
 std::optional<platform::Url> configFileUrl(const platform::Environment& environment);
 /// Copies the shipped file into place when there is none; two processes never leave a torn file.
 void copyConfigFileIfNeeded(const platform::Environment& environment);
+/// Services of the shipped file that the user's copy does not know by their identifier: what an update
+/// brought or what the user took out. Nothing when one of the two cannot be read.
+std::vector<VideoConferenceService> servicesMissingFromCopy(const platform::Environment& environment);
 /// Appends the file's services in file order; all or none.
 void loadConfigFile(const platform::Environment& environment, std::vector<VideoConferenceService>& services);
 

@@ -23,6 +23,13 @@ struct VideoConferenceLink {
     friend bool operator==(const VideoConferenceLink&, const VideoConferenceLink&) = default;
 };
 
+/// Both keys are required.
+template <>
+struct JsonCoding<VideoConferenceLink> {
+    static platform::JsonValue encode(const VideoConferenceLink& link);
+    static VideoConferenceLink decode(const platform::JsonValue& json);
+};
+
 }  // namespace hbr
 
 template <>

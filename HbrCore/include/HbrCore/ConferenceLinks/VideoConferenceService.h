@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Foundation/Url.h>
+#include <HbrUtils/JsonCoding.h>
 
 #include <cstddef>
 #include <functional>
@@ -49,10 +50,17 @@ struct VideoConferenceService {
     static const VideoConferenceService& doxyMe();
 
     /// Searches the lower-cased text of the URL, or of its safe-link target, for the pattern. A pattern
-    /// that does not compile is logged once and never matches.
+    /// that does not compile is logged once and never matches; one that runs away is no match.
     bool matches(const platform::Url& url) const;
 
     friend bool operator==(const VideoConferenceService&, const VideoConferenceService&) = default;
+};
+
+/// All keys are required.
+template <>
+struct JsonCoding<VideoConferenceService> {
+    static platform::JsonValue encode(const VideoConferenceService& service);
+    static VideoConferenceService decode(const platform::JsonValue& json);
 };
 
 }  // namespace hbr

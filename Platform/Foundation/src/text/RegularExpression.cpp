@@ -10,7 +10,8 @@ namespace {
 
 // The engine counts in units of 10,000 steps, about 0.3 ms each. A search may take a fixed number and, so
 // that long texts are not cut off, ten steps for each byte.
-constexpr std::int32_t baseTimeLimit = 100;
+constexpr std::size_t stepsPerTimeUnit = 10'000;
+constexpr std::size_t baseTimeLimit = 100;
 constexpr std::size_t bytesPerTimeUnit = 1000;
 constexpr std::size_t largestTimeLimit = 10000;
 constexpr std::int32_t stackLimitBytes = 1'000'000;
@@ -36,12 +37,15 @@ class Utf8Text {
     bool isOpen_ = false;
 };
 
-std::unique_ptr<icu::RegexMatcher> boundedMatcher(const icu::RegexPattern& pattern, std::size_t textSize) {
+std::size_t timeLimitFor(std::string_view text) {
+    return baseTimeLimit + std::min(text.size() / bytesPerTimeUnit, largestTimeLimit);
+}
+
+std::unique_ptr<icu::RegexMatcher> boundedMatcher(const icu::RegexPattern& pattern, std::size_t timeLimit) {
     UErrorCode status = U_ZERO_ERROR;
     std::unique_ptr<icu::RegexMatcher> matcher(pattern.matcher(status));
     if (U_FAILURE(status) || !matcher) return nullptr;
-    const std::size_t forLength = std::min(textSize / bytesPerTimeUnit, largestTimeLimit);
-    matcher->setTimeLimit(baseTimeLimit + static_cast<std::int32_t>(forLength), status);
+    matcher->setTimeLimit(static_cast<std::int32_t>(timeLimit), status);
     matcher->setStackLimit(stackLimitBytes, status);
     return U_SUCCESS(status) ? std::move(matcher) : nullptr;
 }
@@ -67,19 +71,20 @@ icu::UnicodeString unicode(std::string_view text) {
 struct RegularExpression::Compiled {
     std::unique_ptr<const icu::RegexPattern> pattern;
 
-    /// Calls `found(start, end)` for each match until it says false.
+    /// Calls `found(range)` for each match until it says false. False when the search was given up.
     template <typename Found>
-    void search(std::string_view text, Found found) const {
+    bool search(std::string_view text, std::size_t timeLimit, Found found) const {
         Utf8Text utf8(text);
-        const auto matcher = boundedMatcher(*pattern, text.size());
-        if (!matcher || !utf8.isOpen()) return;
+        const auto matcher = boundedMatcher(*pattern, timeLimit);
+        if (!matcher || !utf8.isOpen()) return false;
         matcher->reset(utf8.get());
         UErrorCode status = U_ZERO_ERROR;
         while (matcher->find(status) && U_SUCCESS(status)) {
             const auto start = static_cast<std::size_t>(matcher->start64(status));
             const auto end = static_cast<std::size_t>(matcher->end64(status));
-            if (U_FAILURE(status) || !found(Range{start, end})) return;
+            if (U_FAILURE(status) || !found(Range{start, end})) break;
         }
+        return U_SUCCESS(status);
     }
 };
 
@@ -109,16 +114,27 @@ bool RegularExpression::matchesAnywhere(std::string_view text) const {
 
 std::optional<RegularExpression::Range> RegularExpression::firstMatch(std::string_view text) const {
     std::optional<Range> result;
-    compiled_->search(text, [&result](const Range& range) {
+    compiled_->search(text, timeLimitFor(text), [&result](const Range& range) {
         result = range;
         return false;
     });
     return result;
 }
 
+RegularExpression::Outcome RegularExpression::search(std::string_view text, std::size_t mostSteps) const {
+    bool isFound = false;
+    const auto timeLimit = std::max<std::size_t>(mostSteps / stepsPerTimeUnit, 1);
+    const bool isComplete = compiled_->search(text, timeLimit, [&isFound](const Range&) {
+        isFound = true;
+        return false;
+    });
+    if (isFound) return Outcome::match;
+    return isComplete ? Outcome::noMatch : Outcome::gaveUp;
+}
+
 std::vector<RegularExpression::Range> RegularExpression::allMatches(std::string_view text) const {
     std::vector<Range> result;
-    compiled_->search(text, [&result](const Range& range) {
+    compiled_->search(text, timeLimitFor(text), [&result](const Range& range) {
         result.push_back(range);
         return true;
     });
@@ -128,7 +144,7 @@ std::vector<RegularExpression::Range> RegularExpression::allMatches(std::string_
 std::string RegularExpression::replacingMatches(std::string_view text, std::string_view replacementTemplate,
                                                 MatchingOptions options) const {
     const icu::UnicodeString input = unicode(text);
-    const auto matcher = boundedMatcher(*compiled_->pattern, text.size());
+    const auto matcher = boundedMatcher(*compiled_->pattern, timeLimitFor(text));
     if (!matcher) return std::string(text);
     matcher->reset(input);
     matcher->useAnchoringBounds(!options.withoutAnchoringBounds);

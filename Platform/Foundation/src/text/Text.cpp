@@ -115,6 +115,12 @@ std::string trimmed(std::string_view text) {
 }
 
 std::string lowercased(std::string_view text) {
+    if (isAscii(text)) {
+        std::string result(text);
+        for (char& c : result)
+            c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+        return result;
+    }
     return converted(text, [](auto input, auto& sink, UErrorCode& status) {
         icu::CaseMap::utf8ToLower("", 0, input, sink, nullptr, status);
     });
