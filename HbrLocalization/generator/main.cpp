@@ -159,7 +159,7 @@ std::string parameters(const Entry& entry) {
             throw std::runtime_error("unknown argument kind of \"" + entry.key + "\": " + entry.arguments[i]);
         list += i ? ", " : "";
         list +=
-            (entry.arguments[i] == "value" ? "TextArgument p" : "IntegerArgument p") + std::to_string(i + 1);
+            (entry.arguments[i] == "value" ? "ValueArgument p" : "IntegerArgument p") + std::to_string(i + 1);
     }
     return list;
 }

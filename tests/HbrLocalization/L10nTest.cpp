@@ -23,9 +23,13 @@ using namespace hbr;
 template <class Function, class... Arguments>
 constexpr bool takes = std::is_invocable_v<Function, Arguments...>;
 
+struct WithoutDescription {};
 static_assert(takes<decltype(L10n::TimeFormat::in), std::string> &&
-              takes<decltype(L10n::TimeFormat::in), const char*>);
-static_assert(!takes<decltype(L10n::TimeFormat::in), int> && !takes<decltype(L10n::TimeFormat::in), double>);
+              takes<decltype(L10n::TimeFormat::in), const char*> &&
+              takes<decltype(L10n::TimeFormat::in), int> &&
+              takes<decltype(L10n::TimeFormat::in), platform::Date>);
+static_assert(!takes<decltype(L10n::TimeFormat::in), WithoutDescription> &&
+              !takes<decltype(L10n::TimeFormat::in)>);
 static_assert(takes<decltype(L10n::Alert::customMinutes), int> &&
               takes<decltype(L10n::Alert::customMinutes), std::int64_t>);
 static_assert(!takes<decltype(L10n::Alert::customMinutes), const char*> &&
@@ -45,6 +49,14 @@ class L10nTest : public testing::Test {
     test::TestEnvironment world_;
     test::TemporaryDirectory directory_;
 };
+
+TEST_F(L10nTest, AValueIsInsertedByItsDescription) {
+    EXPECT_EQ(L10n::TimeFormat::left("12 m"), "12 m left");
+    EXPECT_EQ(L10n::TimeFormat::left(12), "12 left");
+    EXPECT_EQ(L10n::TimeFormat::left(0.5), "0.5 left");
+    EXPECT_EQ(L10n::TimeFormat::left(true), "true left");
+    EXPECT_EQ(L10n::TimeFormat::left(platform::Date(0)), "2001-01-01 00:00:00 +0000 left");
+}
 
 TEST_F(L10nTest, TextsComeFromTheShippedTable) {
     start();
