@@ -8,15 +8,10 @@ namespace hbr {
 
 namespace {
 
-bool isSamePlace(const std::filesystem::path& a, const std::filesystem::path& b) {
-    std::error_code error;
-    return a == b || std::filesystem::equivalent(a, b, error);
-}
-
 template <class Accounts>
-auto* accountAt(Accounts& accounts, const std::filesystem::path& location) {
+auto* accountLike(Accounts& accounts, const platform::Account& account) {
     const auto found = std::find_if(accounts.begin(), accounts.end(),
-                                    [&](const auto& one) { return isSamePlace(one.location, location); });
+                                    [&](const auto& one) { return isSameAccount(one, account); });
     return found == accounts.end() ? nullptr : &*found;
 }
 
@@ -41,6 +36,12 @@ std::vector<std::string> toWatch(CommandContext& context, platform::EKEntityType
 }
 
 }  // namespace
+
+bool isSameAccount(const platform::Account& a, const platform::Account& b) {
+    std::error_code error;
+    return a.contents == b.contents &&
+           (a.location == b.location || std::filesystem::equivalent(a.location, b.location, error));
+}
 
 platform::Account accountFor(const std::string& location, const std::vector<std::string>& addresses) {
     if (location.find("://") != std::string::npos) {
@@ -68,12 +69,12 @@ std::string uniqueAccountName(const std::string& name, const std::vector<platfor
 
 AddedAccount addAccount(CommandContext& context, platform::Account account, bool dryRun) {
     auto existing = context.accounts().load();
-    if (const auto* there = accountAt(existing, account.location)) {
+    if (const auto* there = accountLike(existing, account)) {
         AddedAccount result{*there, examineLocation(*context.environment(), *there), true};
         addMissing(result.account.addresses, account.addresses);
         if (dryRun || result.account.addresses == there->addresses) return result;
         const bool written = context.accounts().update([&](std::vector<platform::Account>& accounts) {
-            if (auto* stored = accountAt(accounts, account.location)) {
+            if (auto* stored = accountLike(accounts, account)) {
                 addMissing(stored->addresses, account.addresses);
             }
         });
@@ -88,7 +89,7 @@ AddedAccount addAccount(CommandContext& context, platform::Account account, bool
     if (dryRun) return result;
     const bool written = context.accounts().update([&](std::vector<platform::Account>& accounts) {
         // Another program may have added it, or taken the name, in the meantime.
-        if (const auto* there = accountAt(accounts, account.location)) {
+        if (const auto* there = accountLike(accounts, account)) {
             result.account = *there;
             result.wasThere = true;
             return;

@@ -21,6 +21,9 @@ platform::Account accountFor(const std::string& location, const std::vector<std:
 /// `name`, or "NAME 2", "NAME 3" … when an account has it already.
 std::string uniqueAccountName(const std::string& name, const std::vector<platform::Account>& accounts);
 
+/// Whether both read the same things from the same place.
+bool isSameAccount(const platform::Account& a, const platform::Account& b);
+
 /// Reads the location and adds it unless an account of the same place is there (that one then gets the
 /// addresses that it lacks). Nothing is written with `dryRun`. Throws when the location is no good or the
 /// accounts cannot be written.

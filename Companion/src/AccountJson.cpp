@@ -26,6 +26,20 @@ platform::JsonValue accountJson(const platform::AccountReport& report) {
     return object;
 }
 
+platform::JsonValue contactsJson(const std::vector<platform::ContactSourceReport>& reports) {
+    auto array = platform::JsonValue::array();
+    for (const auto& report : reports) {
+        auto object = platform::JsonValue::object();
+        object.set("name", report.source.name).set("location", report.source.location.string());
+        object.set("readable", report.readable);
+        if (!report.problem.empty()) object.set("problem", report.problem);
+        object.set("files", static_cast<std::int64_t>(report.files));
+        object.set("contacts", static_cast<std::int64_t>(report.cards));
+        array.append(std::move(object));
+    }
+    return array;
+}
+
 std::string_view kindName(platform::Account::Kind kind) {
     switch (kind) {
         case platform::Account::Kind::ordinary:

@@ -5,12 +5,14 @@ namespace hbr {
 std::vector<std::unique_ptr<Command>> allCommands() {
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(makeAgendaCommand());
+    commands.push_back(makeShowCommand());
     commands.push_back(makeRemindCommand());
     commands.push_back(makeRemindersCommand());
     commands.push_back(makeSetupCommand());
     commands.push_back(makeAccountsCommand());
     commands.push_back(makeCalendarsCommand());
     commands.push_back(makeReminderListsCommand());
+    commands.push_back(makeContactsCommand());
     commands.push_back(makeSettingsCommand());
     commands.push_back(makeRulesCommand());
     commands.push_back(makeDoctorCommand());

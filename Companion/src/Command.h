@@ -45,10 +45,12 @@ inline constexpr std::string_view trouble = "When something is wrong";
 std::vector<std::unique_ptr<Command>> allCommands();
 
 std::unique_ptr<Command> makeAgendaCommand();
+std::unique_ptr<Command> makeShowCommand();
 std::unique_ptr<Command> makeSetupCommand();
 std::unique_ptr<Command> makeAccountsCommand();
 std::unique_ptr<Command> makeCalendarsCommand();
 std::unique_ptr<Command> makeReminderListsCommand();
+std::unique_ptr<Command> makeContactsCommand();
 std::unique_ptr<Command> makeRemindCommand();
 std::unique_ptr<Command> makeRemindersCommand();
 std::unique_ptr<Command> makeRulesCommand();

@@ -1,11 +1,32 @@
 #include <HbrCore/CoreServices.h>
 
+#include <CalendarStore/Account.h>
 #include <Foundation/MainQueue.h>
 #include <HbrCore/Stores/SettingsMigration.h>
 
+#include <mutex>
 #include <utility>
 
 namespace hbr {
+
+namespace {
+
+/// The accounts that hold contacts.
+platform::ContactSources contactSources(const platform::EnvironmentRef& environment) {
+    const platform::AccountsFile accounts(environment);
+    return {.load =
+                [accounts] {
+                    std::vector<platform::ContactSource> sources;
+                    for (auto& account : accounts.load()) {
+                        if (account.contents != platform::Account::Contents::contacts) continue;
+                        sources.push_back({std::move(account.name), std::move(account.location)});
+                    }
+                    return sources;
+                },
+            .definedIn = accounts.path()};
+}
+
+}  // namespace
 
 struct CoreServices::Parts {
     platform::EnvironmentRef environment;
@@ -19,16 +40,27 @@ struct CoreServices::Parts {
     std::shared_ptr<CustomRemindersStore> reminders;
     std::shared_ptr<AggregatedEventStore> aggregatedEventStore;
     std::unique_ptr<CalendarEventManager> manager;
+    bool isLongLived = false;
+    std::once_flag contactsOnce;
+    std::shared_ptr<platform::CNContactStore> contactCards;
+    std::unique_ptr<ContactsStore> contacts;
 
     explicit Parts(platform::EnvironmentRef world)
         : environment(std::move(world)),
           center(platform::NotificationCenter::shared()),
           domains(DefaultsDomains::of(*environment)) {}
+
+    void makeContacts() {
+        contactCards = std::make_shared<platform::CNContactStore>(environment, contactSources(environment));
+        contacts = std::make_unique<ContactsStore>(contactCards);
+        if (isLongLived) contactCards->startWatching();
+    }
 };
 
 CoreServices::CoreServices(platform::EnvironmentRef environment, Options options)
     : parts_(std::make_unique<Parts>(std::move(environment))) {
     Parts& parts = *parts_;
+    parts.isLongLived = options.isLongLived;
     markMigratedWithoutOldSettings(parts.domains);
     parts.formatters = std::make_shared<const Formatters>(parts.environment);
     parts.parser = std::make_shared<const VideoConferenceLinkParser>(parts.environment);
@@ -113,6 +145,14 @@ AggregatedEventStore& CoreServices::aggregatedEventStore() const {
 CalendarEventManager& CoreServices::manager() const {
     return *parts_->manager;
 }
+ContactsStore& CoreServices::contacts() const {
+    std::call_once(parts_->contactsOnce, [this] { parts_->makeContacts(); });
+    return *parts_->contacts;
+}
+platform::CNContactStore& CoreServices::contactCards() const {
+    contacts();
+    return *parts_->contactCards;
+}
 
 UserSettingsStore& UserSettingsStore::shared() {
     return CoreServices::shared().settings();
@@ -125,6 +165,9 @@ CustomRemindersStore& CustomRemindersStore::shared() {
 }
 AggregatedEventStore& AggregatedEventStore::shared() {
     return CoreServices::shared().aggregatedEventStore();
+}
+ContactsStore& ContactsStore::shared() {
+    return CoreServices::shared().contacts();
 }
 CalendarEventManager& CalendarEventManager::shared() {
     return CoreServices::shared().manager();

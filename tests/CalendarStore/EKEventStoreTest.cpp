@@ -282,6 +282,32 @@ TEST(AccountsFile, BadEntriesAreLeftOutAndABrokenFileIsSetAside) {
     EXPECT_EQ(test::readFile(file.path().string() + ".unreadable-1"), "[[account\n");
 }
 
+TEST(AccountsFile, WritingKeepsWhatIsNotUnderstood) {
+    test::TestEnvironment environment;
+    AccountsFile file(environment);
+    const std::string written =
+        "# mine\nversion = 2\n\n[[account]]\nname = \"Work\"\nlocation = \"~/cal\"\nnote = \"hm\"\n\n"
+        "[[account]]\nname = \"Later\"\ncontents = \"mails\"\nlocation = \"/later\"\n";
+    environment.home.write("config/heedbanner/accounts.toml", written);
+    const auto add = [](auto& list) {
+        list.push_back({.name = "People", .location = "~/cal", .contents = Account::Contents::contacts});
+    };
+    ASSERT_TRUE(file.update(add));
+    EXPECT_THAT(test::readFile(file.path()), testing::StartsWith(written));
+    EXPECT_EQ(file.load().size(), 2u);
+    ASSERT_TRUE(file.update([](auto& list) { list[0].name = "Desk"; }));
+    ASSERT_TRUE(file.update([](auto& list) { list.erase(list.begin() + 1); }));
+    const auto text = test::readFile(file.path());
+    for (const char* kept : {"version = 2", "\"Desk\"", "note = ", "\"Later\"", "\"mails\""})
+        EXPECT_THAT(text, testing::HasSubstr(kept)) << kept;
+    EXPECT_THAT(text, testing::Not(testing::HasSubstr("People")));
+
+    environment.home.write("config/heedbanner/accounts.toml",
+                           "account = [{name = \"A\", location = \"/a\"}]\n");
+    ASSERT_TRUE(file.update(add));
+    EXPECT_EQ(file.load().size(), 2u);
+}
+
 TEST(AccountsFile, WritersNeverLoseEachOthersAccounts) {
     test::TestEnvironment environment;
     {

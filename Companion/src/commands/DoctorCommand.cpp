@@ -43,6 +43,7 @@ class DoctorCommand final : public Command {
     ExitCode run(CommandContext& context) override {
         CoreServices& core = context.core();
         readEverything(context);
+        core.contactCards().examinePictures();
         const auto reports = core.aggregatedEventStore().report();
         const auto unreadable = unreadableSettings(core.settings());
         for (const auto& diagnostic : unreadable)
@@ -103,6 +104,7 @@ class DoctorCommand final : public Command {
         auto answer = platform::JsonValue::object();
         answer.set("accounts", std::move(accounts)).set("findings", std::move(list));
         answer.set("new", std::move(unwatched));
+        answer.set("contacts", contactsJson(context.core().contactCards().report()));
         context.console().out() << writeJson(answer, 2) << "\n";
     }
 
@@ -121,6 +123,13 @@ class DoctorCommand final : public Command {
             }
             for (const auto& collection : report.collections)
                 out << "  " << collectionLine(collection) << "\n";
+        }
+        for (const auto& report : context.core().contactCards().report()) {
+            out << console.bold(onOneLine(report.source.name)) << "  "
+                << onOneLine(report.source.location.string()) << "\n  "
+                << (report.readable ? counted(report.cards, "contact")
+                                    : "cannot be read: " + onOneLine(report.problem))
+                << "\n";
         }
         for (const auto& choice : fresh) {
             out << "new, not watched yet: " << onOneLine(choice.qualifiedName()) << "\n";

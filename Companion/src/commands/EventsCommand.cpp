@@ -1,9 +1,9 @@
 #include <Companion/MomentText.h>
 #include "Command.h"
 #include "CommandContext.h"
+#include "StoredEventTimes.h"
 
 #include <HbrCore/Events/EventJson.h>
-#include <HbrCore/Events/EventTexts.h>
 #include <CLI/App.hpp>
 
 namespace hbr {
@@ -77,7 +77,8 @@ class EventsCommand final : public Command {
             return ExitCode::done;
         }
         for (const auto& event : events) {
-            out << when(*event, core.formatters()) << "  " << onOneLine(event->title.value_or("(no title)"))
+            out << storedEventTimes(*event, core.formatters()) << "  "
+                << onOneLine(event->title.value_or("(no title)"))
                 << context.console().faint("  " + onOneLine(event->calendar ? event->calendar->title : ""));
             if (event->status == platform::EKEventStatus::canceled) out << "  cancelled";
             out << "\n";
@@ -93,19 +94,6 @@ class EventsCommand final : public Command {
         throw CommandFailure(ExitCode::wrongUsage, "events: " + option + ": \"" + text +
                                                        "\" is no time (such as 2026-03-04T09:00:00Z, "
                                                        "2026-03-04 or today)");
-    }
-
-    static std::string when(const platform::EKEvent& event, const Formatters& formatters) {
-        const auto day = [&](platform::Date date) { return formatters.dateOnly().string(date); };
-        const auto time = [&](platform::Date date) { return formatters.timeOnly().string(date); };
-        const platform::Calendar& calendar = formatters.environment().calendar;
-        const platform::Date lastInstant =
-            event.endDate > event.startDate ? event.endDate.addingTimeInterval(-1) : event.endDate;
-        const bool isOneDay = calendar.isSameDay(event.startDate, lastInstant);
-        if (event.isAllDay) return day(event.startDate) + (isOneDay ? "" : " – " + day(lastInstant));
-        if (event.startDate == event.endDate) return day(event.startDate) + " " + time(event.startDate);
-        return day(event.startDate) + " " + time(event.startDate) + " – " +
-               (isOneDay ? "" : day(event.endDate) + " ") + time(event.endDate);
     }
 
     std::string from_;

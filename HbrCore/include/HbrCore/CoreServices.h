@@ -6,6 +6,7 @@
 #include <HbrCore/Events/DemoEvents.h>
 #include <HbrCore/Scheduling/CalendarEventManager.h>
 #include <HbrCore/Stores/AggregatedEventStore.h>
+#include <HbrCore/Stores/ContactsStore.h>
 #include <HbrCore/Stores/CustomRemindersStore.h>
 #include <HbrCore/Stores/EventSettingsStore.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
@@ -50,6 +51,10 @@ class CoreServices {
     CustomRemindersStore& reminders() const;
     AggregatedEventStore& aggregatedEventStore() const;
     CalendarEventManager& manager() const;
+    /// Made, and the contacts' folders looked at, with the first use. Safe from any thread.
+    ContactsStore& contacts() const;
+    /// What `contacts` looks things up in.
+    platform::CNContactStore& contactCards() const;
 
   private:
     struct Parts;

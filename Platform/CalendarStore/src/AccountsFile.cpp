@@ -6,6 +6,9 @@
 #include <Foundation/Files.h>
 #include <Foundation/Toml.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace platform {
 namespace {
 
@@ -79,8 +82,10 @@ std::optional<Account> accountOf(const PropertyDictionary& table, const std::fil
     return account;
 }
 
-PropertyDictionary tableOf(const Account& account) {
-    PropertyDictionary table;
+/// What the table holds beside the account's own fields stays.
+PropertyDictionary tableOf(const Account& account, PropertyDictionary table) {
+    for (const char* field : {"addresses", "delegate", "contents", "kind"})
+        table.remove(field);
     table.set("name", account.name);
     table.set("location", account.location.string());
     PropertyArray addresses;
@@ -95,9 +100,63 @@ PropertyDictionary tableOf(const Account& account) {
 
 struct LoadedAccounts {
     std::vector<Account> accounts;
-    /// The file is there and no TOML.
+    /// Beside `accounts`: the tables that they were read from.
+    std::vector<PropertyDictionary> tables;
+    /// Entries that are no account.
+    PropertyArray others;
+    /// The whole file, as it was read and as it is written.
+    PropertyDictionary root;
+    std::string text;
+    /// The file is there and no TOML, or one that has no place for accounts.
     bool broken = false;
 };
+
+/// The document with these accounts; every other entry and key of it is kept.
+std::string rewritten(const LoadedAccounts& loaded, const std::vector<Account>& accounts) {
+    const auto isKept = [&](const std::string& name) {
+        return std::any_of(accounts.begin(), accounts.end(),
+                           [&](const Account& one) { return one.name == name; });
+    };
+    PropertyArray tables;
+    for (const auto& account : accounts) {
+        const auto known =
+            std::find_if(loaded.accounts.begin(), loaded.accounts.end(), [&](const Account& one) {
+                return one.name == account.name || (one.location == account.location && !isKept(one.name));
+            });
+        if (known == loaded.accounts.end()) {
+            tables.emplace_back(tableOf(account, {}));
+            continue;
+        }
+        const auto& table = loaded.tables[static_cast<std::size_t>(known - loaded.accounts.begin())];
+        tables.emplace_back(*known == account ? table : tableOf(account, table));
+    }
+    tables.insert(tables.end(), loaded.others.begin(), loaded.others.end());
+    PropertyDictionary root = loaded.root;
+    root.set("account", std::move(tables));
+    return writeToml(root);
+}
+
+/// The text with the accounts that come after those it has, so that comments and layout stay; nothing where
+/// something else changed.
+std::optional<std::string> extended(const LoadedAccounts& loaded, const std::vector<Account>& accounts) {
+    const auto known = static_cast<std::ptrdiff_t>(loaded.accounts.size());
+    if (std::ssize(accounts) <= known ||
+        !std::equal(loaded.accounts.begin(), loaded.accounts.end(), accounts.begin())) {
+        return std::nullopt;
+    }
+    PropertyArray added;
+    for (auto account = accounts.begin() + known; account != accounts.end(); ++account)
+        added.emplace_back(tableOf(*account, {}));
+    PropertyDictionary root;
+    root.set("account", std::move(added));
+    std::string text = loaded.text;
+    if (!text.empty()) text += text.ends_with('\n') ? "\n" : "\n\n";
+    text += writeToml(root);
+    // An array in brackets cannot go on behind itself.
+    TomlError problem;
+    if (!parseToml(text, problem)) return std::nullopt;
+    return text;
+}
 
 LoadedAccounts loadFrom(const std::filesystem::path& file, const Environment& environment) {
     LoadedAccounts loaded;
@@ -112,7 +171,8 @@ LoadedAccounts loadFrom(const std::filesystem::path& file, const Environment& en
         return loaded;
     }
     TomlError problem;
-    const auto root = parseToml(*text, problem);
+    loaded.text = *text;
+    auto root = parseToml(*text, problem);
     if (!root) {
         loaded.broken = true;
         environment.diagnostics->report({.severity = Diagnostic::Severity::error,
@@ -121,7 +181,8 @@ LoadedAccounts loadFrom(const std::filesystem::path& file, const Environment& en
                                          .text = problem.text});
         return loaded;
     }
-    const auto* value = root->find("account");
+    loaded.root = *std::move(root);
+    const auto* value = loaded.root.find("account");
     if (!value) return loaded;
     const auto* tables = value->asArray();
     int number = 0;
@@ -132,16 +193,20 @@ LoadedAccounts loadFrom(const std::filesystem::path& file, const Environment& en
              .text = std::move(what)});
     };
     if (!tables) {
+        loaded.broken = true;
         tell("", "must be an array of tables, [[account]]");
         return loaded;
     }
     for (const auto& entry : *tables) {
         ++number;
         const auto* table = entry.asDictionary();
-        if (!table) {
-            tell("", "must be a table");
-        } else if (auto account = accountOf(*table, environment.homeDirectory, tell)) {
-            loaded.accounts.push_back(std::move(*account));
+        auto account = table ? accountOf(*table, environment.homeDirectory, tell) : std::nullopt;
+        if (!table) tell("", "must be a table");
+        if (account) {
+            loaded.accounts.push_back(*std::move(account));
+            loaded.tables.push_back(*table);
+        } else {
+            loaded.others.push_back(entry);
         }
     }
     return loaded;
@@ -175,16 +240,14 @@ bool AccountsFile::update(const std::function<void(std::vector<Account>&)>& chan
         const auto moved = setAside(path(), error);
         if (!moved) return failed();
         environment_->diagnostics->report({.file = path(), .text = "set aside as " + moved->string()});
+        loaded.root = {};
+        loaded.text.clear();
     }
     auto accounts = loaded.accounts;
     change(accounts);
     if (accounts == loaded.accounts && !loaded.broken) return true;
-    PropertyArray tables;
-    for (const auto& account : accounts)
-        tables.emplace_back(tableOf(account));
-    PropertyDictionary root;
-    root.set("account", std::move(tables));
-    return writeFileAtomically(path(), writeToml(root), 0600, error) || failed();
+    const auto text = extended(loaded, accounts);
+    return writeFileAtomically(path(), text ? *text : rewritten(loaded, accounts), 0600, error) || failed();
 }
 
 }  // namespace platform

@@ -28,7 +28,8 @@ struct Account {
 
 /// The user's accounts in `accounts.toml` of the configuration directory (mode 0600): an array of tables
 /// [[account]] with name, location, addresses, delegate, contents, kind. A bad entry is left out with a
-/// diagnostic that names file and field; a file that is no TOML is set aside before the first write.
+/// diagnostic that names file and field. Writing keeps it, and every key that is none of these; comments stay
+/// where an account is added. A file that is no TOML is set aside before the first write.
 class AccountsFile {
   public:
     explicit AccountsFile(EnvironmentRef environment);

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <CalendarStore/EKCalendarItem.h>
+#include <HbrUtils/Formatters.h>
+
+#include <string>
+
+namespace hbr {
+
+/// Day and times from start to end, days only for an all-day event; nothing relative to now.
+std::string storedEventTimes(const platform::EKEvent& event, const Formatters& formatters);
+
+}  // namespace hbr

@@ -1,0 +1,133 @@
+#include "AccountAddition.h"
+#include "AccountJson.h"
+#include "Command.h"
+#include "CommandContext.h"
+#include "ContactAddition.h"
+
+#include <Foundation/NearestName.h>
+#include <CLI/App.hpp>
+
+#include <algorithm>
+
+namespace hbr {
+
+namespace {
+
+using platform::Account;
+
+/// Where the names and pictures of participants come from.
+class ContactsCommand final : public Command {
+  public:
+    std::string_view name() const override { return "contacts"; }
+    std::string_view group() const override { return commandGroup::calendars; }
+    std::string_view summary() const override { return "Where names of participants are read from"; }
+    std::string_view examples() const override {
+        return "  heedbanner contacts list                    all folders of contacts and their state\n"
+               "  heedbanner contacts add ~/.contacts         one more folder of .vcf files\n"
+               "  heedbanner contacts remove contacts         its files stay as they are";
+    }
+    bool readsCalendars() const override { return false; }
+
+    void declare(CLI::App& app) override {
+        app.require_subcommand(0, 1);
+        auto* list = app.add_subcommand("list", "All of them, how many cards they hold, and their state");
+        list->add_flag("--json", json_, "As JSON");
+
+        auto* add = app.add_subcommand("add", "Add a file or folder of contacts");
+        add->add_option("LOCATION", location_, "A .vcf file, a folder of them, or a tree of such folders")
+            ->type_name("")
+            ->required();
+        add->add_option("--name", newName_, "Instead of the name of the file or folder")->type_name("NAME");
+        add->parse_complete_callback([this] { action_ = &ContactsCommand::add; });
+
+        auto* remove = app.add_subcommand("remove", "Forget one; its files stay as they are");
+        remove->add_option("NAME", name_, "Its name")->type_name("")->required();
+        remove->parse_complete_callback([this] { action_ = &ContactsCommand::remove; });
+    }
+
+    ExitCode run(CommandContext& context) override { return (this->*action_)(context); }
+
+  private:
+    ExitCode list(CommandContext& context) {
+        const auto reports = context.core().contactCards().report();
+        if (!json_) return listAsText(context, reports);
+        context.console().out() << writeJson(contactsJson(reports), 2) << "\n";
+        return ExitCode::done;
+    }
+
+    static ExitCode listAsText(CommandContext& context,
+                               const std::vector<platform::ContactSourceReport>& reports) {
+        const Console& console = context.console();
+        for (const auto& report : reports) {
+            console.out() << console.bold(onOneLine(report.source.name)) << "  "
+                          << onOneLine(report.source.location.string()) << "\n  "
+                          << (report.readable ? counted(report.cards, "contact")
+                                              : "cannot be read: " + report.problem)
+                          << "\n";
+        }
+        if (reports.empty()) {
+            console.err() << "There are no contacts yet. Add some with: heedbanner contacts add FOLDER\n";
+        }
+        return ExitCode::done;
+    }
+
+    ExitCode add(CommandContext& context) {
+        const auto added = addContacts(context, location_, newName_);
+        const Console& console = context.console();
+        console.out() << console.bold(onOneLine(added.account.name)) << " ("
+                      << onOneLine(added.account.location.string())
+                      << "): " << (added.wasThere ? "already there, " : "added, ")
+                      << counted(added.report.cards, "contact") << "\n";
+        if (added.skipped > 0) {
+            console.out() << "  " << added.skipped << (added.skipped == 1 ? " thing was" : " things were")
+                          << " skipped; heedbanner doctor tells which and why\n";
+        }
+        return ExitCode::done;
+    }
+
+    ExitCode remove(CommandContext& context) {
+        std::vector<std::string> names;
+        bool holdsCalendars = false;
+        const auto isMeant = [&](const Account& one) {
+            return one.name == name_ && one.contents == Account::Contents::contacts;
+        };
+        bool isThere = false;
+        const bool written = context.accounts().update([&](std::vector<Account>& accounts) {
+            for (const auto& one : accounts) {
+                isThere = isThere || isMeant(one);
+                if (one.contents == Account::Contents::contacts) {
+                    names.push_back(one.name);
+                } else {
+                    holdsCalendars = holdsCalendars || one.name == name_;
+                }
+            }
+            std::erase_if(accounts, isMeant);
+        });
+        if (!isThere && holdsCalendars) {
+            throw CommandFailure(ExitCode::nothingThere, "\"" + name_ +
+                                                             "\" holds calendars, not contacts; remove it "
+                                                             "with: heedbanner accounts remove");
+        }
+        if (!isThere) {
+            throw CommandFailure(ExitCode::nothingThere, "no contacts are called \"" + name_ + "\"" +
+                                                             platform::proposal(name_, names));
+        }
+        if (!written) failAccountsWrite(context);
+        context.console().out() << onOneLine(name_) << " was removed; its files are untouched\n";
+        return ExitCode::done;
+    }
+
+    ExitCode (ContactsCommand::*action_)(CommandContext&) = &ContactsCommand::list;
+    std::string location_;
+    std::string name_;
+    std::string newName_;
+    bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeContactsCommand() {
+    return std::make_unique<ContactsCommand>();
+}
+
+}  // namespace hbr

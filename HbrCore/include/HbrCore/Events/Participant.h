@@ -1,0 +1,42 @@
+#pragma once
+
+#include <Foundation/ImageBytes.h>
+#include <HbrCore/Events/ParticipantStatus.h>
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace hbr {
+
+/// One who takes part in an event, as it is shown: named and pictured by the contacts where they know them.
+struct Participant {
+    std::string id;
+    std::optional<std::string> givenName;
+    std::optional<std::string> familyName;
+    std::optional<std::string> email;
+    /// What the calendar calls them; counts where there are no names.
+    std::string fallbackName;
+    std::optional<platform::ImageBytes> image;
+    bool isOrganizer = false;
+    ParticipantStatus status = ParticipantStatus::unknown;
+
+    /// In capitals; "–" where nothing has any.
+    std::string initials() const;
+    /// The organizer's says so behind it.
+    std::string displayName() const;
+
+    /// By id, else by e-mail address as written where both have one. Not transitive.
+    friend bool operator==(const Participant& a, const Participant& b) {
+        return a.id == b.id || (a.email && b.email && *a.email == *b.email);
+    }
+};
+
+}  // namespace hbr
+
+/// Of every field, so stricter than equality.
+template <>
+struct std::hash<hbr::Participant> {
+    std::size_t operator()(const hbr::Participant& participant) const noexcept;
+};
