@@ -112,6 +112,7 @@ TEST_F(ContactsStoreTest, AskingForAccessTellsWhatItGave) {
         });
         return outcome;
     };
+    MxLogger::clear();
     MxLogger::start(true);
     EXPECT_EQ(ask(), "granted");
     EXPECT_THAT(MxLogger::logMessages(),
