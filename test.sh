@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # Builds and runs all tests: the release build, the address and undefined-behaviour sanitizers, the thread
-# sanitizer on the tests that use threads, and the formatting. Ends with ctest's own counts; any failing
-# stage makes the result non-zero.
+# sanitizer on the tests that use threads, the fuzzers for a while, and the formatting. Ends with ctest's own
+# counts; any failing stage makes the result non-zero.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
 . packaging/debian-packages.sh
-need $build_packages $test_packages
+need $build_packages $test_packages $fuzz_packages
 
 jobs=$(nproc)
 logs=out/tests
@@ -58,10 +58,28 @@ thread() {
         ctest --preset thread -j"$jobs" -R "$concurrent" >"$logs/thread.log" 2>&1
 }
 
+# From the handwritten seeds on, always the same way; what it finds new is forgotten.
+fuzz_one() {
+    local found=out/fuzz/$1
+    rm -rf "$found" && mkdir -p "$found"
+    "build/fuzz/bin/fuzz-$1" -runs="$2" -seed=1 -max_len=1024 -timeout=20 -max_total_time=25 \
+        -artifact_prefix="$found/" "$found" "fuzz/seeds/$1" >>"$logs/fuzz.log" 2>&1
+}
+fuzz() {
+    local ok=0
+    build fuzz --target fuzz-links fuzz-parser fuzz-services || return 1
+    fuzz_one links 100000 || ok=1
+    fuzz_one parser 20000 || ok=1
+    fuzz_one services 2000 || ok=1
+    [ "$ok" -eq 0 ] || grep -E 'does not hold|ERROR|SUMMARY|Test unit written' -A12 "$logs/fuzz.log" | tail -n 80
+    return "$ok"
+}
+
 stage "formatting" formatted
 stage "release" release
 stage "address and undefined behaviour" address
 stage "threads" thread
+stage "fuzzing" fuzz
 
 for log in release address thread; do
     [ -f "$logs/$log.log" ] || continue

@@ -6,6 +6,8 @@ zlib1g-dev fonts-inter fonts-noto-cjk fonts-noto-color-emoji fonts-dejavu-core"
 
 test_packages="libgtest-dev libgmock-dev libbenchmark-dev clang-format-19 fonts-noto-core"
 
+fuzz_packages="clang-19 libclang-rt-19-dev"
+
 # need PACKAGE ...
 need() {
     local missing=() package

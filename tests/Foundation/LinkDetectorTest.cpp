@@ -41,6 +41,7 @@ TEST(LinkDetector, FindsWebLinksWithAScheme) {
         {"https://example.org/?list[]=1&b=2", {"https://example.org/?list[]=1&b=2"}},
         {"http://[fe80::1%25eth0]/x http://user@[2001:db8::1]:80/",
          {"http://[fe80::1%25eth0]/x", "http://user@[2001:db8::1]:80/"}},
+        {"http://[fe80::1%25 or <http://[fe80::1%\xFF]/", {}},
         {"https://example.org./a https://example.org:", {"https://example.org./a", "https://example.org"}},
         {"https://https://example.org/a http:example.org/b", {"https://example.org/a", "example.org/b"}},
         {"https://www.google.com/url?q=https://meet.google.com/abc-defg-hij&sa=D",

@@ -7,6 +7,7 @@
 #include "SettingCatalogue.h"
 
 #include <Foundation/MainQueue.h>
+#include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
 #include <CLI/App.hpp>
 
 #include <algorithm>
@@ -24,6 +25,10 @@ platform::JsonValue findingJson(const platform::Diagnostic& finding) {
     if (!finding.field.empty()) object.set("field", finding.field);
     object.set("reason", finding.text);
     return object;
+}
+
+bool isFault(const platform::Diagnostic& finding) {
+    return finding.severity != platform::Diagnostic::Severity::info;
 }
 
 /// What was read, what was skipped and why.
@@ -48,6 +53,8 @@ class DoctorCommand final : public Command {
         const auto unreadable = unreadableSettings(core.settings());
         for (const auto& diagnostic : unreadable)
             context.environment()->diagnostics->report(diagnostic);
+        if (const auto missing = missingServices(context))
+            context.environment()->diagnostics->report(*missing);
         const auto fresh = newCollections(context);
         const auto findings =
             std::static_pointer_cast<ProgramDiagnostics>(context.environment()->diagnostics)->all();
@@ -55,9 +62,7 @@ class DoctorCommand final : public Command {
         json_ ? writeAsJson(context, reports, findings, fresh)
               : writeAsText(context, reports, findings, fresh);
         const bool isWrong =
-            std::any_of(
-                findings.begin(), findings.end(),
-                [](const auto& one) { return one.severity != platform::Diagnostic::Severity::info; }) ||
+            std::ranges::any_of(findings, &isFault) ||
             std::any_of(reports.begin(), reports.end(), [](const auto& one) { return !one.readable; });
         return isWrong ? ExitCode::failed : ExitCode::done;
     }
@@ -77,6 +82,24 @@ class DoctorCommand final : public Command {
         });
         constexpr double patience = 60;
         platform::MainQueue::shared().runUntil([&] { return isDone->load(); }, patience);
+    }
+
+    /// The copy is never replaced, so services that an update brings reach only those who know of them. No
+    /// fault: the user may have taken them out.
+    static std::optional<platform::Diagnostic> missingServices(CommandContext& context) {
+        const auto missing = servicesMissingFromCopy(*context.environment());
+        if (missing.empty()) return std::nullopt;
+        std::string names;
+        constexpr std::size_t mostNamed = 8;
+        for (std::size_t i = 0; i < missing.size() && i < mostNamed; ++i)
+            names += (i > 0 ? ", " : "") + missing[i].id;
+        if (missing.size() > mostNamed) names += ", …";
+        const auto file = context.environment()->dataDirectory / servicesFileName;
+        return platform::Diagnostic{
+            platform::Diagnostic::Severity::info, file, std::nullopt, "",
+            counted(missing.size(), "conference service") + " of the shipped list " +
+                (missing.size() == 1 ? "is" : "are") + " not in this copy: " + names +
+                "; to get the whole shipped list, move this file away, and it is copied anew"};
     }
 
     static std::vector<CollectionChoice> newCollections(CommandContext& context) {
@@ -138,7 +161,8 @@ class DoctorCommand final : public Command {
         for (const auto& finding : findings) {
             out << severityName(finding.severity) << ": " << onOneLine(describe(finding)) << "\n";
         }
-        if (findings.empty() && !reports.empty()) out << "Nothing was skipped.\n";
+        const bool isWhole = std::ranges::none_of(findings, &isFault);
+        if (isWhole && !reports.empty()) out << "Nothing was skipped.\n";
     }
 
     static std::string collectionLine(const platform::CollectionReport& collection) {

@@ -139,9 +139,12 @@ TEST_F(ConferenceServices, ShippedServicesTakeTheirLinks) {
         {"https://signal.link/call/#key=abc", "signalCall"},
         {"https://msngr.com/abc123", "messengerCall"},
         {"https://t.me/call/abc123", "telegramCall"},
+        {"https://t.me/acme?livestream=1", "telegramCall"},
         {"https://bbb.example.org/b/ann-abc-def-123", "bigBlueButton"},
         {"https://bbb.example.org/rooms/abc-def-ghi-jkl/join", "bigBlueButton"},
         {"https://cloud.example.org/index.php/call/ab3cd9ef", "nextcloudTalk"},
+        {"https://example.org:8443/cloud/index.php/call/ab3cd9ef", "nextcloudTalk"},
+        {"https://cloud.example.org/call/ab3cd9ef", "nextcloudTalk"},
         {"https://conf.dfn.de/webapp/conference/979123456", "dfnConf"},
         {"https://visio.numerique.gouv.fr/abc-defg-hij", "visioGouv"},
         {"https://go.teamviewer.com/m12345678", "teamViewer"},
@@ -175,6 +178,21 @@ TEST_F(ConferenceServices, ShippedServicesPassOverPagesThatAreNoCalls) {
         {"https://help.webex.com/article/join", ""},
         {"mailto:ann@example.org", ""},
     });
+}
+
+TEST_F(ConferenceServices, NoLinkMadeForItSwitchesAShippedServiceOff) {
+    for (const std::string piece : {"https://acme.webex.com/", "https://t.me/", "https://a/call/", "opentalk",
+                                    "https://opentalk.", "https://a/b/abc-", "https://acme.zoom.us/j",
+                                    "https://gather.town/", "facetime:", "https://8x8.vc/"}) {
+        for (std::size_t size = 3000; size < 3005; ++size) {
+            std::string text = "https://example.org/";
+            while (text.size() < size)
+                text += piece;
+            parser_.parse(text + std::to_string(size));
+            parser_.parse(text.substr(20) + std::to_string(size));
+        }
+    }
+    EXPECT_TRUE(world_.diagnostics->all().empty()) << world_.diagnostics->all().front().text;
 }
 
 TEST_F(ConferenceServices, EveryServiceOfTheListIsNamedAndKnownOnce) {

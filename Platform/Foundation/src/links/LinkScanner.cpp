@@ -248,11 +248,13 @@ std::optional<DetectedLink> LinkScanner::bareHost(Word word) {
 std::size_t LinkScanner::hostEnd(std::size_t start) const {
     if (start < text_.size() && text_[start] == '[') {
         const auto close = text_.substr(start, longestAddressInBrackets).find(']');
-        auto inner = text_.substr(start + 1, close == std::string_view::npos ? 0 : close - 1);
-        // The zone of a link-local address.
-        inner = inner.substr(0, inner.find('%'));
-        const bool isAddress = inner.find(':') != std::string_view::npos &&
-                               inner.find_first_not_of("0123456789abcdefABCDEF:.") == std::string_view::npos;
+        const auto inner = text_.substr(start + 1, close == std::string_view::npos ? 0 : close - 1);
+        const auto address = inner.substr(0, inner.find('%'));
+        const auto zone = inner.substr(address.size());
+        const bool isAddress =
+            address.find(':') != std::string_view::npos &&
+            address.find_first_not_of("0123456789abcdefABCDEF:.") == std::string_view::npos &&
+            std::ranges::all_of(zone, [](char c) { return c == '%' || has(c, inWord); });
         return isAddress ? start + close + 1 : start;
     }
     auto end = start;
