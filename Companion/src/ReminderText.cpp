@@ -1,5 +1,7 @@
 #include "ReminderText.h"
 
+#include "UnreadableRecords.h"
+
 #include <Companion/DurationText.h>
 #include <Foundation/Text.h>
 
@@ -99,6 +101,14 @@ void requireAlertToCome(const Reminder& reminder, CommandContext& context) {
     throw CommandFailure(ExitCode::wrongUsage, "the alert would be due at " +
                                                    exactMoment(alert, *context.environment()) +
                                                    ", which is past; take a shorter lead");
+}
+
+void requireReadableReminders(CommandContext& context) {
+    const auto& shared = *context.core().sharedDomain();
+    if (hasReadableReminders(shared)) return;
+    throw CommandFailure(
+        ExitCode::failed,
+        shared.file().string() + ": your reminders (customReminders) cannot be read, see: heedbanner doctor");
 }
 
 void requireStored(bool isStored, CommandContext& context) {

@@ -31,6 +31,9 @@ std::int64_t leadOfOption(std::string_view option, const std::string& text);
 /// Throws CommandFailure (wrong usage) when the lead puts the alert into the past: it would never come.
 void requireAlertToCome(const Reminder& reminder, CommandContext& context);
 
+/// Throws CommandFailure (failed) when the stored reminders cannot be read: a change would replace them.
+void requireReadableReminders(CommandContext& context);
+
 /// Throws CommandFailure (failed) when the settings could not be written.
 void requireStored(bool isStored, CommandContext& context);
 

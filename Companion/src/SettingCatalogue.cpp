@@ -1,5 +1,7 @@
 #include "SettingCatalogue.h"
 
+#include "UnreadableRecords.h"
+
 #include <Companion/DurationText.h>
 
 #include <Companion/ExitCode.h>
@@ -320,6 +322,8 @@ std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& se
             entry.name;
         found.push_back(std::move(diagnostic));
     }
+    for (auto& diagnostic : unreadableRecords(*settings.domains().shared))
+        found.push_back(std::move(diagnostic));
     return found;
 }
 

@@ -56,7 +56,8 @@ const std::vector<SettingEntry>& settingCatalogue();
 /// Throws CommandFailure (wrong usage) with the nearest name when there is none of that name.
 const SettingEntry& settingNamed(const std::string& name);
 
-/// One diagnostic for each stored value that does not read as its setting, so that the default counts.
+/// One diagnostic for each stored value that does not read as its setting, so that the default counts, and
+/// for what is stored beside them (own reminders, settings of events).
 std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& settings);
 
 }  // namespace hbr

@@ -146,6 +146,23 @@ TEST_F(Choices, RulesThatCannotBeReadAreNotReplacedByANewOne) {
     EXPECT_EQ(companion({"rules", "add", "title", "contains", "x"}).exitCode, 0);
 }
 
+TEST_F(Choices, RemindersThatCannotBeReadAreToldAndNotReplacedByANewOne) {
+    auto settings = readSettings(test::sharedSettings);
+    const auto damaged = platform::dataOf(R"([{"id":"1","date":1e9,"timeOffsetSeconds":0},{"id":"2"}])");
+    settings.set("customReminders", damaged);
+    writeSettings(test::sharedSettings, settings);
+    for (const Arguments& arguments :
+         {Arguments{"remind", "Tea", "--in", "5m"}, Arguments{"reminders", "remove", "--past"},
+          Arguments{"reminders", "list"}, Arguments{"doctor"}}) {
+        const auto refused = companion(arguments);
+        EXPECT_EQ(refused.exitCode, 1);
+        EXPECT_THAT(refused.out + refused.err, HasSubstr("customReminders"));
+    }
+    EXPECT_EQ(*readSettings(test::sharedSettings).find("customReminders")->asData(), damaged);
+    EXPECT_EQ(companion({"reminders", "remove", "--all"}).exitCode, 0);
+    EXPECT_EQ(companion({"remind", "Tea", "--in", "5m"}).exitCode, 0);
+}
+
 TEST_F(Choices, AnImportTakesEverythingOrNothing) {
     ASSERT_EQ(companion({"settings", "set", "timeOffsetSeconds", "1h30"}).exitCode, 0);
     ASSERT_EQ(companion({"rules", "add", "title", "contains", "Lunch"}).exitCode, 0);

@@ -50,6 +50,7 @@ class RemindCommand final : public Command {
         const Reminder reminder(platform::Uuid::random().uuidString(), *moment, title,
                                 notes.empty() ? std::nullopt : std::optional(notes), lead);
         requireAlertToCome(reminder, context);
+        requireReadableReminders(context);
         requireStored(context.core().reminders().addReminder(reminder), context);
         if (json_) {
             context.console().out() << writeJson(reminderJson(reminder), 2) << "\n";

@@ -2,6 +2,7 @@
 #include "CommandContext.h"
 #include "MomentOptions.h"
 #include "ReminderText.h"
+#include "UnreadableRecords.h"
 
 #include <Foundation/Text.h>
 #include <CLI/App.hpp>
@@ -65,6 +66,7 @@ class RemindersCommand final : public Command {
     }
 
     ExitCode list(CommandContext& context) {
+        requireReadableReminders(context);
         const CustomRemindersStore& store = context.core().reminders();
         const auto reminders = byDate(all_ ? store.reminders() : store.futureReminders());
         const Console& console = context.console();
@@ -94,6 +96,7 @@ class RemindersCommand final : public Command {
             throw CommandFailure(ExitCode::wrongUsage,
                                  "reminders edit: say what to change: --at, --in, --text, --notes or --lead");
         }
+        requireReadableReminders(context);
         const platform::Date now = context.now();
         const Reminder before = chosenReminder(names_.front(), context);
         auto title = before.title();
@@ -121,6 +124,12 @@ class RemindersCommand final : public Command {
             throw CommandFailure(ExitCode::wrongUsage, "reminders remove: name some, or --past, or --all");
         }
         CustomRemindersStore& store = context.core().reminders();
+        if (!all_) {
+            requireReadableReminders(context);
+        } else if (!hasReadableReminders(*context.core().sharedDomain())) {
+            // Any change replaces what cannot be read.
+            requireStored(store.removeReminder(""), context);
+        }
         std::vector<Reminder> doomed;
         for (const auto& reminder : byDate(store.reminders())) {
             if (all_ || (past_ && reminder.date() <= context.now())) doomed.push_back(reminder);

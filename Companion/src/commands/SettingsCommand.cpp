@@ -115,11 +115,17 @@ class SettingsCommand final : public Command {
         for (const auto& entry : settingCatalogue()) {
             if (all_) changes.emplace_back(&entry, std::nullopt);
         }
-        apply(context, changes);
         const UserSettingsStore& settings = context.core().settings();
+        const bool watchedAny = !settings.activeCalendarIdentifiers().empty();
+        apply(context, changes);
         for (const auto& [entry, value] : changes) {
             context.console().out() << entry->name << " = " << onOneLine(shown(entry->read(settings)))
                                     << "\n";
+        }
+        if (watchedAny && settings.activeCalendarIdentifiers().empty()) {
+            context.console().out().flush();
+            context.console().complain(
+                "no calendar is watched now; choose some with: heedbanner calendars activate");
         }
         return ExitCode::done;
     }

@@ -67,6 +67,17 @@ bool EventSettingsStore::storeCustomSettings(const EventSettings& settings,
         [&](PropertyDictionary& entries) { entries.set(forEventIdentifier, encodeJsonData(settings)); });
 }
 
+bool EventSettingsStore::updateCustomSettings(const std::string& forEventIdentifier, Event::EventType type,
+                                              const std::function<void(EventSettings&)>& change) {
+    return this->change([&](PropertyDictionary& entries) {
+        const PropertyValue* entry = entries.find(forEventIdentifier);
+        const auto current = entry && entry->asData() ? decoded(*entry) : std::nullopt;
+        EventSettings settings = current.value_or(EventSettings::defaultSettings(type));
+        change(settings);
+        entries.set(forEventIdentifier, encodeJsonData(settings));
+    });
+}
+
 bool EventSettingsStore::deleteCustomSettings(const std::string& forEventIdentifier) {
     return change([&](PropertyDictionary& entries) { entries.remove(forEventIdentifier); });
 }

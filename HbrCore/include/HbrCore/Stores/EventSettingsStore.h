@@ -34,6 +34,9 @@ class EventSettingsStore {
     std::optional<EventSettings> customSettings(std::string_view forEventIdentifier) const;
     /// Entries of other events stay as they are, readable or not.
     bool storeCustomSettings(const EventSettings& settings, const std::string& forEventIdentifier);
+    /// Changes what is stored for one event, or the defaults of its type, under the domain's lock.
+    bool updateCustomSettings(const std::string& forEventIdentifier, Event::EventType type,
+                              const std::function<void(EventSettings&)>& change);
     bool deleteCustomSettings(const std::string& forEventIdentifier);
     /// Posts nothing.
     bool deleteAllCustomEventSettings();
