@@ -15,6 +15,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeContactsCommand());
     commands.push_back(makeSettingsCommand());
     commands.push_back(makeRulesCommand());
+    commands.push_back(makeEventCommand());
     commands.push_back(makeDoctorCommand());
     commands.push_back(makeEventsCommand());
     commands.push_back(makeLinksCommand());

@@ -55,6 +55,7 @@ std::unique_ptr<Command> makeRemindCommand();
 std::unique_ptr<Command> makeRemindersCommand();
 std::unique_ptr<Command> makeRulesCommand();
 std::unique_ptr<Command> makeSettingsCommand();
+std::unique_ptr<Command> makeEventCommand();
 std::unique_ptr<Command> makeDoctorCommand();
 std::unique_ptr<Command> makeEventsCommand();
 std::unique_ptr<Command> makeLinksCommand();

@@ -130,6 +130,65 @@ TEST_F(Choices, ARuleIsTestedThenLeavesOutThenIsRemoved) {
     }
 }
 
+TEST_F(Choices, AnEventHasSettingsOfItsOwnUntilTheyAreReset) {
+    home.write(
+        "cal/call.ics",
+        test::oneEvent("Review", "20261125T130000Z", "20261125T140000Z",
+                       "DESCRIPTION:https://zoom.us/j/111 or https://meet.google.com/abc-defg-hij\r\n"));
+    const auto event = [&](Arguments arguments) {
+        arguments.insert(arguments.begin(), "event");
+        arguments.insert(arguments.end(), {"--now", now});
+        return companion(arguments);
+    };
+    const auto shown = event({"show", "review"});
+    EXPECT_EQ(shown.exitCode, 0) << shown.err;
+    EXPECT_THAT(shown.out, HasSubstr("as for every event"));
+    EXPECT_THAT(shown.out, HasSubstr("none is chosen"));
+    EXPECT_THAT(shown.out, HasSubstr("2. Google Meet"));
+
+    EXPECT_EQ(event({"set", "review", "--link", "https"}).exitCode, 3);
+    EXPECT_EQ(event({"set", "review", "--link", "https://example.org"}).exitCode, 3);
+    EXPECT_EQ(event({"set", "review", "--lead", "25h"}).exitCode, 2);
+    EXPECT_EQ(event({"set", "review"}).exitCode, 2);
+    EXPECT_EQ(event({"set", "nothing", "--exclude"}).exitCode, 3);
+    const auto long_ = event({"set", "review", "--lead", "90m", "--link", "meet"});
+    EXPECT_EQ(long_.exitCode, 0) << long_.err;
+    EXPECT_THAT(long_.err, HasSubstr("over an hour"));
+    const auto record = json(event({"show", "review", "--json"}));
+    EXPECT_EQ(*record.find("alertDate")->asString(), "2026-11-25T11:30:00.000Z");
+    EXPECT_EQ(*record.find("defaultConferenceUrl")->asString(), "https://meet.google.com/abc-defg-hij");
+
+    EXPECT_THAT(event({"set", "standup", "--exclude"}).out, HasSubstr("yes, by your choice"));
+    EXPECT_THAT(upcoming(), Not(HasSubstr("Standup")));
+    EXPECT_THAT(upcoming(), HasSubstr("Review"));
+    // Both at once change different fields of the same record.
+    const std::string id = *record.find("event")->find("id")->asString();
+    for (const auto& outcome :
+         runTogether({{"heedbanner", {"event", "set", id, "--exclude", "--now", now}},
+                      {"heedbanner", {"event", "set", id, "--link", "1", "--now", now}},
+                      {"heedbanner", {"event", "set", id, "--lead", "5m", "--now", now}}}))
+        EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+    const auto settings = json(event({"show", id, "--json"}));
+    const auto* own = settings.find("settings");
+    ASSERT_TRUE(own);
+    EXPECT_EQ(*own->find("isExcluded")->asBool(), true);
+    EXPECT_EQ(own->find("timeOffsetSeconds")->asInteger(), 300);
+    EXPECT_EQ(*own->find("defaultConferenceUrl")->asString(), "https://zoom.us/j/111");
+    EXPECT_FALSE(settings.find("alertDate"));
+
+    // Also when the event is gone.
+    std::filesystem::remove(home / "cal/call.ics");
+    EXPECT_EQ(event({"reset", id}).exitCode, 0);
+    EXPECT_EQ(event({"reset", "standup"}).exitCode, 0);
+    EXPECT_THAT(upcoming(), HasSubstr("Standup"));
+    EXPECT_TRUE(readSettings(test::sharedSettings).find("eventSettings")->asDictionary()->empty());
+
+    EXPECT_EQ(companion({"remind", "Tea", "--in", "20m", "--now", now}).exitCode, 0);
+    const auto reminder = event({"set", "tea", "--lead", "5m"});
+    EXPECT_EQ(reminder.exitCode, 2);
+    EXPECT_THAT(reminder.err, HasSubstr("reminders edit"));
+}
+
 TEST_F(Choices, RulesThatCannotBeReadAreNotReplacedByANewOne) {
     auto settings = readSettings(test::sharedSettings);
     const auto damaged = platform::dataOf(R"([{"id":"1","field":"title"}])");

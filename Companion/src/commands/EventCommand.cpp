@@ -1,0 +1,191 @@
+#include "Command.h"
+#include "CommandContext.h"
+#include "EventChoice.h"
+#include "EventSettingsText.h"
+#include "ReminderText.h"
+
+#include <Foundation/Text.h>
+#include <HbrCore/Events/EventJson.h>
+#include <CLI/App.hpp>
+
+#include <charconv>
+
+namespace hbr {
+
+namespace {
+
+/// What the user chose for single events.
+class EventCommand final : public Command {
+  public:
+    std::string_view name() const override { return "event"; }
+    std::string_view group() const override { return commandGroup::choices; }
+    std::string_view summary() const override {
+        return "Settings of one event: leave it out, alert earlier, which call to join";
+    }
+    std::string_view examples() const override {
+        return "  heedbanner event show next\n"
+               "  heedbanner event set Standup --lead 10m --link zoom\n"
+               "  heedbanner event reset Standup                 back to what holds for all events";
+    }
+
+    void declare(CLI::App& app) override {
+        app.require_subcommand(1, 1);
+        auto* show = add(app, "show", "What holds for an event, and why", &EventCommand::show);
+        addEventArgument(*show)->required();
+        show->add_flag("--json", json_, "As JSON");
+        auto* set = add(app, "set", "Change the settings of an event, of its whole series if it recurs",
+                        &EventCommand::set);
+        addEventArgument(*set)->required();
+        auto* exclude = set->add_flag("--exclude", exclude_, "Never alert, never pending");
+        set->add_flag("--include", include_, "Alert again")->excludes(exclude);
+        set->add_option("--lead", lead_, "Alert that long before the start (90s, 5m, 1h), or \"default\"")
+            ->type_name("DURATION");
+        set->add_option("--link", link_,
+                        "The call to join, of several: its number, its address, a part of either it or its "
+                        "service's name, or \"none\"")
+            ->type_name("LINK");
+        auto* reset = add(app, "reset", "Forget the settings of an event", &EventCommand::reset);
+        addEventArgument(*reset);
+        reset->add_flag("--all", all_, "Those of every event");
+    }
+
+    ExitCode run(CommandContext& context) override { return (this->*action_)(context); }
+
+  private:
+    using Action = ExitCode (EventCommand::*)(CommandContext&);
+
+    CLI::App* add(CLI::App& app, const std::string& word, const std::string& summary, Action action) {
+        auto* below = app.add_subcommand(word, summary);
+        below->parse_complete_callback([this, action] { action_ = action; });
+        return below;
+    }
+
+    CLI::Option* addEventArgument(CLI::App& app) {
+        return app.add_option("EVENT", wanted_, eventArgumentMeaning)->type_name("");
+    }
+
+    ExitCode show(CommandContext& context) {
+        const Event event = chosenEvent(context, wanted_);
+        const Console& console = context.console();
+        if (json_) {
+            console.out() << writeJson(eventSettingsJson(context, event), 2) << "\n";
+        } else {
+            console.out() << eventSettingsText(context, event);
+        }
+        return ExitCode::done;
+    }
+
+    ExitCode set(CommandContext& context) {
+        if (!exclude_ && !include_ && !lead_ && !link_) {
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 "event set: say what: --exclude, --include, --lead or --link");
+        }
+        const bool usesLead = lead_ && *lead_ != "default";
+        const std::int64_t lead = usesLead ? leadOfOption("event set: --lead", *lead_) : 0;
+        const Event event = chosenEvent(context, wanted_);
+        if (event.type == Event::EventType::hbrReminder && (exclude_ || include_ || lead_)) {
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 "event set: a reminder of your own has its lead in itself: heedbanner "
+                                 "reminders edit " +
+                                     event.id + " --lead 5m");
+        }
+        const auto url = link_ ? chosenLink(event) : std::nullopt;
+        EventSettingsStore& store = context.core().eventSettings();
+        const auto change = [&](EventSettings& settings) {
+            if (exclude_ || include_) settings.isExcluded = exclude_;
+            if (lead_) {
+                settings.usesCustomTimeOffset = usesLead;
+                settings.timeOffsetSeconds = lead;
+            }
+            if (link_) settings.defaultConferenceUrl = url;
+        };
+        requireStored(store.updateCustomSettings(event.id, event.type, change), context);
+        requireReadable(context, event);
+        context.console().out() << eventSettingsText(context, event);
+        if (static_cast<double>(lead) > AggregatedEventStore::pendingWindow) {
+            context.console().out().flush();
+            context.console().complain(
+                "with a lead over an hour the event is in no list from its alert until an hour before its "
+                "start");
+        }
+        return ExitCode::done;
+    }
+
+    ExitCode reset(CommandContext& context) {
+        EventSettingsStore& store = context.core().eventSettings();
+        if (wanted_.empty() != all_) {
+            throw CommandFailure(ExitCode::wrongUsage, "event reset: name an event, or --all");
+        }
+        if (all_) {
+            requireStored(store.deleteAllCustomEventSettings(), context);
+            context.console().out() << "The settings of all events are forgotten.\n";
+            return ExitCode::done;
+        }
+        // The event itself may be long gone.
+        if (isStored(context)) {
+            requireStored(store.deleteCustomSettings(wanted_), context);
+            context.console().out() << wanted_ << ": its settings are forgotten\n";
+            return ExitCode::done;
+        }
+        const Event event = chosenEvent(context, wanted_);
+        requireStored(store.deleteCustomSettings(event.id), context);
+        context.console().out() << eventSettingsText(context, event);
+        return ExitCode::done;
+    }
+
+    /// Whether there is an entry of just that id, readable or not.
+    bool isStored(CommandContext& context) const {
+        const auto stored = context.core().sharedDomain()->value(EventSettingsStore::storageKey);
+        const auto* entries = stored ? stored->asDictionary() : nullptr;
+        return entries && entries->find(wanted_);
+    }
+
+    /// An entry of another kind beside it makes none of them count.
+    static void requireReadable(CommandContext& context, const Event& event) {
+        if (context.core().eventSettings().customSettings(event.id)) return;
+        throw CommandFailure(ExitCode::failed,
+                             context.core().sharedDomain()->file().string() +
+                                 ": eventSettings holds an entry of a wrong kind, so that none of its "
+                                 "entries counts, see: heedbanner doctor");
+    }
+
+    /// Nothing for "none".
+    std::optional<platform::Url> chosenLink(const Event& event) const {
+        if (*link_ == "none") return std::nullopt;
+        const auto& links = event.videoConferenceLinks;
+        std::string list;
+        std::vector<platform::Url> found;
+        const std::string wanted = platform::lowercased(*link_);
+        for (std::size_t i = 0; i < links.size(); ++i) {
+            const std::string number = std::to_string(i + 1);
+            const std::string address = links[i].url.absoluteString();
+            list += "\n  " + number + ". " + onOneLine(links[i].service.name) + " " + address;
+            if (wanted == number || *link_ == address) return links[i].url;
+            const bool fits = platform::lowercased(address).find(wanted) != std::string::npos ||
+                              platform::lowercased(links[i].service.name).find(wanted) != std::string::npos;
+            if (fits) found.push_back(links[i].url);
+        }
+        if (found.size() == 1) return found.front();
+        if (links.empty()) throw CommandFailure(ExitCode::nothingThere, "the event has no conference link");
+        throw CommandFailure(ExitCode::nothingThere, (found.empty() ? "no link" : "several links") +
+                                                         std::string(" of the event fit \"") + *link_ +
+                                                         "\"; there are:" + list);
+    }
+
+    Action action_ = nullptr;
+    std::string wanted_;
+    bool exclude_ = false;
+    bool include_ = false;
+    bool all_ = false;
+    bool json_ = false;
+    std::optional<std::string> lead_;
+    std::optional<std::string> link_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeEventCommand() {
+    return std::make_unique<EventCommand>();
+}
+
+}  // namespace hbr
