@@ -12,6 +12,8 @@ namespace {
 
 /// Deeper components are passed over; calendars nest three levels.
 constexpr std::size_t maximumDepth = 16;
+/// Problems of one file that are told one by one.
+constexpr int maximumTold = 100;
 
 enum class Component { calendar, event, task, alarm, zone, observance, other };
 
@@ -50,6 +52,28 @@ int integerOr(std::string_view text, int fallback) {
     int value = fallback;
     std::from_chars(text.data(), text.data() + text.size(), value);
     return value;
+}
+
+bool isTimeName(std::string_view name) {
+    return name == "DTSTART" || name == "DTEND" || name == "DUE" || name == "RECURRENCE-ID" ||
+           name == "EXDATE" || name == "RDATE";
+}
+
+bool spansMidnights(const ScannedItem& item) {
+    const auto isMidnight = [](const WrittenTime& time) { return secondsOf(time.local) % 86400 == 0; };
+    return item.start && !item.start->isDate && isMidnight(*item.start) && item.end && !item.end->isDate &&
+           isMidnight(*item.end) && item.end->local > item.start->local;
+}
+
+/// A line of times whose zone is named with a colon but without quotes ("TZID=(UTC+01:00) Berlin:2026…"):
+/// times have no colons, so the last one is meant.
+ContentLine withUnquotedColon(const ContentLine& line) {
+    const auto colon = line.value.rfind(':');
+    if (colon == std::string_view::npos || line.parameters.empty()) return line;
+    const auto rest = line.value.substr(colon + 1);
+    if (!parseWrittenTime(rest.substr(0, rest.find_first_of(",/")))) return line;
+    const auto* begin = line.parameters.data();
+    return {line.name, std::string_view(begin, static_cast<std::size_t>(rest.data() - 1 - begin)), rest};
 }
 
 /// TEXT escapes taken away.
@@ -92,10 +116,15 @@ class Scanner {
             line_ = 0;
             tell("no calendar in this file");
         }
+        if (told_ > maximumTold) {
+            const auto more = std::to_string(told_ - maximumTold) + " more problems in this file";
+            diagnostics_.report({.file = file_.path, .text = more});
+        }
     }
 
   private:
     void tell(std::string text, std::string field = {}) {
+        if (++told_ > maximumTold) return;
         diagnostics_.report({.file = file_.path,
                              .line = line_ > 0 ? std::optional(line_) : std::nullopt,
                              .field = std::move(field),
@@ -210,12 +239,14 @@ class Scanner {
         if (isEvent && !item_->start && bad_.empty()) bad_ = "event without DTSTART";
         if (bad_.empty()) {
             if (item_->modified.empty()) item_->modified = stamp_;
+            item_->wholeDays = markedAllDay_ && spansMidnights(*item_);
             file_.items.push_back(std::move(*item_));
         } else {
             line_ = item_->line;
             tell(bad_ + "; left out", item_->uid);
         }
         stamp_.clear();
+        markedAllDay_ = false;
         item_.reset();
     }
 
@@ -232,7 +263,7 @@ class Scanner {
 
     void readZoneLine(const ContentLine& line) {
         auto& zone = file_.zones.back();
-        if (line.is("TZID")) zone.tzid = trimmedAscii(line.value);
+        if (line.is("TZID")) zone.tzid = unescaped(trimmedAscii(line.value));
         if (line.is("X-LIC-LOCATION")) zone.location = trimmedAscii(line.value);
     }
 
@@ -250,8 +281,11 @@ class Scanner {
         }
     }
 
-    void readItemLine(const ContentLine& line, std::string_view raw) {
-        const auto name = asciiUpper(line.name);
+    void readItemLine(const ContentLine& written, std::string_view raw) {
+        const auto name = asciiUpper(written.name);
+        const auto line = written.value.find(':') != std::string_view::npos && isTimeName(name)
+                              ? withUnquotedColon(written)
+                              : written;
         auto& item = *item_;
         const bool isEvent = item.kind == ScannedItem::Kind::event;
         if (name == "UID") {
@@ -286,6 +320,8 @@ class Scanner {
                     recurrence().exclusions.push_back(std::move(*excluded));
                 }
             }
+        } else if (name == "X-MICROSOFT-CDO-ALLDAYEVENT") {
+            markedAllDay_ = equalIgnoringCase(trimmedAscii(line.value), "TRUE");
         } else if (isKept(name, false)) {
             item.text.append(raw).append("\r\n");
             if (isEvent) return;
@@ -339,6 +375,7 @@ class Scanner {
     ScannedFile& file_;
     DiagnosticsSink& diagnostics_;
     int line_ = 0;
+    int told_ = 0;
     std::vector<Component> open_;
     std::size_t skippedDepth_ = 0;
     bool sawCalendar_ = false;
@@ -346,6 +383,7 @@ class Scanner {
     std::size_t firstItemOfCalendar_ = 0;
     std::optional<ScannedItem> item_;
     std::string stamp_;
+    bool markedAllDay_ = false;
     /// Why the item under way cannot be used; empty when it can.
     std::string bad_;
 };

@@ -30,6 +30,12 @@ std::optional<std::int64_t> equalStep(const RecurrenceRule& rule) {
     }
 }
 
+/// A day that a zone left out when it changed to the other side of the date line.
+bool isSkippedDay(const ZonedTime& time) {
+    if (!time.isDate || !time.zone.isInGap(time.local)) return false;
+    return time.instant() == time.zone.date(localTimeOf(secondsOf(time.local) + 86400));
+}
+
 }  // namespace
 
 void MomentSet::insert(const ZonedTime& time, bool eventIsDate) {
@@ -106,6 +112,7 @@ std::optional<RecurrenceSet::Rule> RecurrenceSet::makeRule(const std::string& te
     Rule rule{*parsed, RuleExpansion(*parsed, start_.local, start_.isDate), parsed->count, {}, {}};
     if (parsed->until) {
         auto until = *parsed->until;
+        if (item.wholeDays) until.local = resolver.resolve(until, item).local;
         if (start_.isDate || until.isDate) {
             until.local = {until.local.year, until.local.month, until.local.day, 0, 0, 0};
             until.isUtc = false;
@@ -144,17 +151,19 @@ std::optional<Date> RecurrenceSet::boundOf(const Rule& rule) const {
     return std::nullopt;
 }
 
-/// Instances after the start, with COUNT and UNTIL; false when the rule was too much work.
+/// Instances after the start, with COUNT and UNTIL; of an exclusion rule the start also, where it yields it.
+/// False when the rule was too much work.
 template <class Visit>
-bool RecurrenceSet::visit(const Rule& rule, std::int64_t from, std::int64_t to, const Visit& visit) const {
+bool RecurrenceSet::visit(const Rule& rule, bool isExclusion, std::int64_t from, std::int64_t to,
+                          const Visit& visit) const {
     const auto start = secondsOf(start_.local);
     if (rule.untilLocal) to = std::min(to, *rule.untilLocal);
-    // Counting needs every instance from the start on; the start is the first, also when the rule would
-    // not yield it.
-    int seen = 1;
+    // Counting needs every instance from the start on; the start is the first occurrence, also when the rule
+    // would not yield it.
+    int seen = isExclusion ? 0 : 1;
     const auto outcome =
         rule.expansion.visit(rule.count ? start : std::max(from, start), to, [&](std::int64_t local) {
-            if (local == start) return true;
+            if (local == start && !isExclusion) return true;
             if (rule.count && ++seen > *rule.count) return false;
             if (local < from) return true;
             ZonedTime time{localTimeOf(local), start_.zone, start_.isDate};
@@ -167,29 +176,36 @@ bool RecurrenceSet::visit(const Rule& rule, std::int64_t from, std::int64_t to, 
 bool RecurrenceSet::instances(Date from, Date to, std::vector<Instance>& into) const {
     bool complete = true;
     std::unordered_set<double> taken;
-    std::unordered_set<std::int64_t> excludedByRule;
+    std::unordered_set<double> excludedByRule;
     // The wall clock may be shifted against the window's bounds by a change of offset.
     const auto localFrom = secondsOf(start_.zone.localTime(from)) - 86400;
     const auto localTo = secondsOf(start_.zone.localTime(to)) + 86400;
     for (const auto& rule : exclusionRules_) {
-        complete &= visit(rule, localFrom, localTo, [&](const ZonedTime& time) {
-            excludedByRule.insert(secondsOf(time.local));
-            return excludedByRule.size() <= maximumInstances;
+        complete &= visit(rule, true, localFrom, localTo, [&](const ZonedTime& time) {
+            excludedByRule.insert(time.instant().timeIntervalSinceReferenceDate());
+            complete &= excludedByRule.size() < maximumInstances;
+            return complete;
         });
     }
     const auto add = [&](const ZonedTime& time, const std::optional<ItemLength>& length) {
         const auto instant = time.instant();
         if (instant < from || instant > to || exclusions_.contains(time)) return;
-        if (!excludedByRule.empty() && excludedByRule.contains(secondsOf(time.local))) return;
-        if (taken.insert(instant.timeIntervalSinceReferenceDate()).second) into.push_back({time, length});
+        const auto seconds = instant.timeIntervalSinceReferenceDate();
+        if (!excludedByRule.empty() && excludedByRule.contains(seconds)) return;
+        if (taken.insert(seconds).second) into.push_back({time, length});
     };
     // Added dates first: one with a length of its own stands before the rule's instance at that moment.
-    for (const auto& date : dates_)
+    for (const auto& date : dates_) {
+        if (into.size() >= maximumInstances) {
+            complete = false;
+            break;
+        }
         add(date.start, date.length);
+    }
     add(start_, {});
     for (const auto& rule : rules_) {
-        complete &= visit(rule, localFrom, localTo, [&](const ZonedTime& time) {
-            add(time, {});
+        complete &= visit(rule, false, localFrom, localTo, [&](const ZonedTime& time) {
+            if (!isSkippedDay(time)) add(time, {});
             if (into.size() < maximumInstances) return true;
             complete = false;
             return false;

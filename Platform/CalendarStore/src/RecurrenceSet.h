@@ -61,7 +61,8 @@ class RecurrenceSet {
                                  TimeResolver& resolver) const;
     std::optional<Date> boundOf(const Rule& rule) const;
     template <class Visit>
-    bool visit(const Rule& rule, std::int64_t from, std::int64_t to, const Visit& visit) const;
+    bool visit(const Rule& rule, bool isExclusion, std::int64_t from, std::int64_t to,
+               const Visit& visit) const;
 
     ZonedTime start_;
     std::vector<Rule> rules_;

@@ -110,6 +110,7 @@ RuleExpansion::RuleExpansion(const RecurrenceRule& rule, const LocalTime& start,
         // An all-day event has no hours to repeat by.
         if (rule_.frequency < Frequency::daily) rule_.frequency = Frequency::daily;
     }
+    if (rule_.frequency >= Frequency::daily) times_ = timesOfDay();
     if (hasDayParts()) return;
     // What the rule leaves open comes from the start.
     if (rule_.frequency == Frequency::weekly)
@@ -163,23 +164,52 @@ void RuleExpansion::collectDays(std::int64_t first, std::int64_t last,
     }
 }
 
-void RuleExpansion::collectTimes(const std::vector<std::int64_t>& days,
-                                 std::vector<std::int64_t>& instances) const {
+std::vector<std::int64_t> RuleExpansion::timesOfDay() const {
     const auto orStart = [](const std::vector<int>& list, int start) {
         return list.empty() ? std::vector<int>{start} : list;
     };
     const auto hours = orStart(rule_.hours, startTime_.hour);
     const auto minutes = orStart(rule_.minutes, startTime_.minute);
     const auto seconds = orStart(rule_.seconds, startTime_.second);
-    for (const auto day : days) {
-        for (const int hour : hours) {
-            for (const int minute : minutes) {
-                for (const int second : seconds) {
-                    instances.push_back(day * secondsPerDay + hour * 3600 + minute * 60 + second);
-                }
-            }
+    std::vector<std::int64_t> times;
+    for (const int hour : hours) {
+        for (const int minute : minutes) {
+            for (const int second : seconds)
+                times.push_back(hour * 3600 + minute * 60 + second);
         }
     }
+    // Second 60 is the next minute's first.
+    std::sort(times.begin(), times.end());
+    times.erase(std::unique(times.begin(), times.end()), times.end());
+    return times;
+}
+
+/// A year may have every second of it: nothing is listed that is not asked for.
+template <class Visit>
+bool RuleExpansion::visitInstances(const std::vector<std::int64_t>& days, std::int64_t from,
+                                   const Visit& visit) const {
+    if (rule_.setPositions.empty()) {
+        const auto first = std::lower_bound(days.begin(), days.end(), floorDivide(from, secondsPerDay) - 1);
+        for (auto day = first; day != days.end(); ++day) {
+            for (const auto time : times_) {
+                if (!visit(*day * secondsPerDay + time)) return false;
+            }
+        }
+        return true;
+    }
+    const auto perDay = static_cast<std::int64_t>(times_.size());
+    const auto size = static_cast<std::int64_t>(days.size()) * perDay;
+    std::vector<std::int64_t> indices;
+    for (const std::int64_t position : rule_.setPositions) {
+        const auto index = position > 0 ? position - 1 : size + position;
+        if (index >= 0 && index < size) indices.push_back(index);
+    }
+    std::sort(indices.begin(), indices.end());
+    indices.erase(std::unique(indices.begin(), indices.end()), indices.end());
+    return std::all_of(indices.begin(), indices.end(), [&](std::int64_t index) {
+        return visit(days[static_cast<std::size_t>(index / perDay)] * secondsPerDay +
+                     times_[static_cast<std::size_t>(index % perDay)]);
+    });
 }
 
 void RuleExpansion::applySetPositions(std::vector<std::int64_t>& instances) const {
@@ -226,7 +256,6 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
             break;
     }
     std::vector<std::int64_t> days;
-    std::vector<std::int64_t> instances;
     int steps = 0;
     for (auto period = distance / rule_.interval * rule_.interval;; period += rule_.interval) {
         std::int64_t begin = 0;
@@ -252,7 +281,6 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
         if (++steps > maximumSteps) return Outcome::tooMany;
 
         days.clear();
-        instances.clear();
         const bool singleMonth =
             rule_.frequency == Frequency::yearly && rule_.months.size() == 1 && rule_.weekNumbers.empty();
         if (singleMonth) {
@@ -261,14 +289,19 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
             end = begin + Day(begin).monthLength() - 1;
         }
         collectDays(begin, end, days);
-        collectTimes(days, instances);
-        applySetPositions(instances);
-        for (const auto instance : instances) {
-            if (instance < from) continue;
-            if (instance > to) return Outcome::finished;
-            if (++steps > maximumSteps) return Outcome::tooMany;
-            if (!visit(instance)) return Outcome::stopped;
-        }
+        std::optional<Outcome> outcome;
+        visitInstances(days, from, [&](std::int64_t instance) {
+            if (instance < from) return true;
+            if (instance > to) {
+                outcome = Outcome::finished;
+            } else if (++steps > maximumSteps) {
+                outcome = Outcome::tooMany;
+            } else if (!visit(instance)) {
+                outcome = Outcome::stopped;
+            }
+            return !outcome;
+        });
+        if (outcome) return *outcome;
     }
 }
 

@@ -37,7 +37,10 @@ class RuleExpansion {
     bool passesWeekday(const Day& day) const;
     bool hasDayParts() const;
     void collectDays(std::int64_t first, std::int64_t last, std::vector<std::int64_t>& days) const;
-    void collectTimes(const std::vector<std::int64_t>& days, std::vector<std::int64_t>& instances) const;
+    std::vector<std::int64_t> timesOfDay() const;
+    /// The instances of one period on these days, of which BYSETPOS may choose some.
+    template <class Visit>
+    bool visitInstances(const std::vector<std::int64_t>& days, std::int64_t from, const Visit& visit) const;
     void applySetPositions(std::vector<std::int64_t>& instances) const;
     Outcome visitDays(std::int64_t from, std::int64_t to, const Visitor& visit) const;
     Outcome visitTimes(std::int64_t from, std::int64_t to, const Visitor& visit) const;
@@ -45,6 +48,8 @@ class RuleExpansion {
     RecurrenceRule rule_;
     std::int64_t start_;
     LocalTime startTime_;
+    /// Seconds since midnight, of rules that yield days.
+    std::vector<std::int64_t> times_;
 };
 
 }  // namespace platform

@@ -43,6 +43,9 @@ struct ScannedItem {
     bool thisAndFuture = false;
     /// The file is a cancellation (METHOD:CANCEL).
     bool cancelled = false;
+    /// From one written midnight to another and marked as all-day (X-MICROSOFT-CDO-ALLDAYEVENT): its times
+    /// mean days of the zone that they are written in.
+    bool wholeDays = false;
     /// STATUS, COMPLETED or PERCENT-COMPLETE say that a task is done.
     bool completed = false;
     std::unique_ptr<WrittenRecurrence> recurrence;

@@ -79,17 +79,21 @@ class Builder {
             // Of equals the later one in the file.
             if (!isOlder(candidate, *best)) best = &candidate;
         }
-        for (const auto& candidate : candidates) {
-            if (candidate.item == best->item) continue;
-            diagnostics_.report({.severity = Diagnostic::Severity::info,
-                                 .file = candidate.file->path,
-                                 .line = candidate.item->line,
-                                 .field = candidate.item->uid,
-                                 .text = "the same UID twice; the newer one in " +
-                                         best->file->path.filename().string() + ", line " +
-                                         std::to_string(best->item->line) + ", counts"});
-        }
+        if (candidates.size() > 1) tellRepeated(candidates, *best);
         return *best;
+    }
+
+    void tellRepeated(const std::vector<Found>& candidates, const Found& best) {
+        const auto& other = candidates[candidates.front().item == best.item ? 1 : 0];
+        const auto times =
+            candidates.size() == 2 ? std::string("twice") : std::to_string(candidates.size()) + " times";
+        diagnostics_.report({.severity = Diagnostic::Severity::info,
+                             .file = other.file->path,
+                             .line = other.item->line,
+                             .field = other.item->uid,
+                             .text = "the same UID " + times + "; the newest one in " +
+                                     best.file->path.filename().string() + ", line " +
+                                     std::to_string(best.item->line) + ", counts"});
     }
 
     TimeResolver& resolverOf(const Found& found) {

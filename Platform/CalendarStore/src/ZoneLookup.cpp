@@ -9,6 +9,17 @@ bool looksLikeZoneName(std::string_view text) {
            text.find(' ') == std::string_view::npos;
 }
 
+/// "EUROPE/BERLIN", "america/new_york" with capitals where names of zones have them.
+std::string capitalised(std::string_view name) {
+    auto result = asciiLower(name);
+    bool isFirst = true;
+    for (char& c : result) {
+        if (isFirst && c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+        isFirst = c == '/' || c == '_' || c == '-';
+    }
+    return result;
+}
+
 }  // namespace
 
 std::optional<TimeZone> ZoneLookup::find(const std::string& tzid) {
@@ -25,6 +36,7 @@ std::optional<TimeZone> ZoneLookup::systemZone(std::string_view tzid) const {
             return TimeZone::utc();
         }
         if (auto zone = TimeZone::named(tzid, directory_)) return zone;
+        if (auto zone = TimeZone::named(capitalised(tzid), directory_)) return zone;
     }
     if (const auto name = zoneOfWindowsName(tzid); !name.empty()) return TimeZone::named(name, directory_);
     // A vendor's prefix: "/example.org/Europe/Berlin", "/example.org/20211207_1/America/Argentina/Ushuaia".
@@ -42,7 +54,7 @@ std::optional<TimeZone> ZoneLookup::search(std::string_view tzid) const {
     if (auto zone = systemZone(tzid)) return zone;
     const auto unquoted = tzid.size() >= 2 && tzid.front() == '"' ? tzid.substr(1, tzid.size() - 2) : tzid;
     for (const auto& definition : definitions_) {
-        if (definition.tzid != tzid && definition.tzid != unquoted) continue;
+        if (!equalIgnoringCase(definition.tzid, unquoted)) continue;
         if (!definition.location.empty()) {
             if (auto zone = systemZone(definition.location)) return zone;
         }

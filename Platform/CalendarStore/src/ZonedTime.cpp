@@ -16,6 +16,15 @@ void TimeResolver::tell(const ScannedItem& item, std::string text) {
 
 ZonedTime TimeResolver::resolve(const WrittenTime& time, const ScannedItem& item,
                                 const std::optional<TimeZone>& floatingZone) {
+    auto resolved = resolveAsWritten(time, item, floatingZone);
+    if (!item.wholeDays || resolved.isDate) return resolved;
+    const auto start = resolveAsWritten(*item.start, item, floatingZone);
+    const auto there = time.isUtc ? start.zone.localTime(resolved.instant()) : resolved.local;
+    return {{there.year, there.month, there.day, 0, 0, 0}, userZone_, true};
+}
+
+ZonedTime TimeResolver::resolveAsWritten(const WrittenTime& time, const ScannedItem& item,
+                                         const std::optional<TimeZone>& floatingZone) {
     if (time.isDate) return {time.local, userZone_, true};
     if (time.isUtc) return {time.local, TimeZone::utc(), false};
     if (time.tzid.empty()) return {time.local, floatingZone.value_or(userZone_), false};
@@ -47,7 +56,8 @@ ItemLength TimeResolver::lengthOf(const ScannedItem& item, const ZonedTime& star
             return {start.isDate ? 1 : 0, 0};
         }
         if (start.isDate) {
-            return {std::max(duration.days + static_cast<int>(duration.seconds / 86400), 1), 0};
+            const auto days = duration.days + (duration.seconds + 86399) / 86400;
+            return {static_cast<int>(std::max<std::int64_t>(days, 1)), 0};
         }
         return {duration.days, duration.seconds};
     }

@@ -40,7 +40,8 @@ class TimeResolver {
                  DiagnosticsSink& diagnostics)
         : file_(file), userZone_(std::move(userZone)), zones_(std::move(zones)), diagnostics_(diagnostics) {}
 
-    /// Floating times are read in `floatingZone` (the user's when absent), dates in the user's zone.
+    /// Floating times are read in `floatingZone` (the user's when absent), dates in the user's zone. Times of
+    /// an item of whole days become the dates that they have in its start's zone.
     ZonedTime resolve(const WrittenTime& time, const ScannedItem& item,
                       const std::optional<TimeZone>& floatingZone = {});
     ItemLength lengthOf(const ScannedItem& item, const ZonedTime& start);
@@ -50,6 +51,9 @@ class TimeResolver {
     void tell(const ScannedItem& item, std::string text);
 
   private:
+    ZonedTime resolveAsWritten(const WrittenTime& time, const ScannedItem& item,
+                               const std::optional<TimeZone>& floatingZone);
+
     const std::filesystem::path& file_;
     TimeZone userZone_;
     ZoneLookup zones_;
