@@ -115,6 +115,10 @@ std::string Journey::calendars() {
     return CALENDARS;
 }
 
+std::string Journey::edgeCases() {
+    return EDGE_CASES;
+}
+
 std::string Journey::documents() {
     return DOCUMENTS;
 }

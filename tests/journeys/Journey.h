@@ -47,6 +47,7 @@ class Journey : public ::testing::Test {
     /// The calendars that the project ships, and those written for these journeys.
     static std::string examples();
     static std::string calendars();
+    static std::string edgeCases();
     static std::string documents();
 
     std::filesystem::path configFile(std::string_view name) const {
