@@ -1,5 +1,5 @@
-#include "Command.h"
 #include "CommandContext.h"
+#include "CommandWithActions.h"
 #include "EventChoice.h"
 #include "EventSettingsText.h"
 #include "ReminderText.h"
@@ -15,8 +15,10 @@ namespace hbr {
 namespace {
 
 /// What the user chose for single events.
-class EventCommand final : public Command {
+class EventCommand final : public CommandWithActions<EventCommand> {
   public:
+    EventCommand() : CommandWithActions(nullptr) {}
+
     std::string_view name() const override { return "event"; }
     std::string_view group() const override { return commandGroup::choices; }
     std::string_view summary() const override {
@@ -49,17 +51,7 @@ class EventCommand final : public Command {
         reset->add_flag("--all", all_, "Those of every event");
     }
 
-    ExitCode run(CommandContext& context) override { return (this->*action_)(context); }
-
   private:
-    using Action = ExitCode (EventCommand::*)(CommandContext&);
-
-    CLI::App* add(CLI::App& app, const std::string& word, const std::string& summary, Action action) {
-        auto* below = app.add_subcommand(word, summary);
-        below->parse_complete_callback([this, action] { action_ = action; });
-        return below;
-    }
-
     CLI::Option* addEventArgument(CLI::App& app) {
         return app.add_option("EVENT", wanted_, eventArgumentMeaning)->type_name("");
     }
@@ -172,7 +164,6 @@ class EventCommand final : public Command {
                                                          "\"; there are:" + list);
     }
 
-    Action action_ = nullptr;
     std::string wanted_;
     bool exclude_ = false;
     bool include_ = false;

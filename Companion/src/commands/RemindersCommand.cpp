@@ -1,5 +1,5 @@
-#include "Command.h"
 #include "CommandContext.h"
+#include "CommandWithActions.h"
 #include "MomentOptions.h"
 #include "ReminderText.h"
 #include "UnreadableRecords.h"
@@ -14,8 +14,10 @@ namespace hbr {
 namespace {
 
 /// The own reminders: lists, changes and removes them.
-class RemindersCommand final : public Command {
+class RemindersCommand final : public CommandWithActions<RemindersCommand> {
   public:
+    RemindersCommand() : CommandWithActions(&RemindersCommand::list) {}
+
     std::string_view name() const override { return "reminders"; }
     std::string_view group() const override { return commandGroup::everyDay; }
     std::string_view summary() const override { return "Look at and change your own reminders"; }
@@ -48,17 +50,7 @@ class RemindersCommand final : public Command {
         remove->add_flag("--all", all_, "Every one");
     }
 
-    ExitCode run(CommandContext& context) override { return (this->*action_)(context); }
-
   private:
-    using Action = ExitCode (RemindersCommand::*)(CommandContext&);
-
-    CLI::App* add(CLI::App& app, const std::string& word, const std::string& summary, Action action) {
-        auto* below = app.add_subcommand(word, summary);
-        below->parse_complete_callback([this, action] { action_ = action; });
-        return below;
-    }
-
     static std::vector<Reminder> byDate(std::vector<Reminder> reminders) {
         std::ranges::stable_sort(
             reminders, {}, [](const Reminder& one) { return one.date().timeIntervalSinceReferenceDate(); });
@@ -145,7 +137,6 @@ class RemindersCommand final : public Command {
         return ExitCode::done;
     }
 
-    Action action_ = &RemindersCommand::list;
     std::vector<std::string> names_;
     MomentOptions moment_;
     std::optional<std::string> title_;

@@ -1,5 +1,5 @@
-#include "Command.h"
 #include "CommandContext.h"
+#include "CommandWithActions.h"
 #include "ReminderText.h"
 #include "RuleText.h"
 #include "SettingCatalogue.h"
@@ -17,8 +17,10 @@ namespace hbr {
 namespace {
 
 /// The exclude rules.
-class RulesCommand final : public Command {
+class RulesCommand final : public CommandWithActions<RulesCommand> {
   public:
+    RulesCommand() : CommandWithActions(&RulesCommand::list) {}
+
     std::string_view name() const override { return "rules"; }
     std::string_view group() const override { return commandGroup::choices; }
     std::string_view summary() const override { return "Rules that leave events and tasks out"; }
@@ -28,7 +30,7 @@ class RulesCommand final : public Command {
                "  heedbanner rules test title matches \"*1:1*\"       what this one would leave out";
     }
 
-    bool readsCalendars() const override { return action_ == &RulesCommand::test; }
+    bool readsCalendars() const override { return does(&RulesCommand::test); }
 
     void declare(CLI::App& app) override {
         app.require_subcommand(0, 1);
@@ -57,17 +59,7 @@ class RulesCommand final : public Command {
         testing->add_flag("--json", json_, "As JSON");
     }
 
-    ExitCode run(CommandContext& context) override { return (this->*action_)(context); }
-
   private:
-    using Action = ExitCode (RulesCommand::*)(CommandContext&);
-
-    CLI::App* add(CLI::App& app, const std::string& word, const std::string& summary, Action action) {
-        auto* below = app.add_subcommand(word, summary);
-        below->parse_complete_callback([this, action] { action_ = action; });
-        return below;
-    }
-
     ExitCode list(CommandContext& context) {
         requireReadable(context);
         const auto rules = storedRules(context);
@@ -190,7 +182,6 @@ class RulesCommand final : public Command {
                                                    "heedbanner settings reset excludeRules");
     }
 
-    Action action_ = &RulesCommand::list;
     std::vector<std::string> words_;
     bool ignoresCase_ = false;
     bool all_ = false;

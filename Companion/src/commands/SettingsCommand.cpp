@@ -1,5 +1,5 @@
-#include "Command.h"
 #include "CommandContext.h"
+#include "CommandWithActions.h"
 #include "SettingCatalogue.h"
 
 #include <Foundation/Files.h>
@@ -25,8 +25,10 @@ std::string shown(const platform::JsonValue& value) {
 }
 
 /// Every setting by its property name.
-class SettingsCommand final : public Command {
+class SettingsCommand final : public CommandWithActions<SettingsCommand> {
   public:
+    SettingsCommand() : CommandWithActions(&SettingsCommand::list) {}
+
     std::string_view name() const override { return "settings"; }
     std::string_view group() const override { return commandGroup::choices; }
     std::string_view summary() const override { return "Look at and change every setting"; }
@@ -60,21 +62,13 @@ class SettingsCommand final : public Command {
 
     ExitCode run(CommandContext& context) override {
         try {
-            return (this->*action_)(context);
+            return CommandWithActions::run(context);
         } catch (const SettingRefusal& refusal) {
             throw CommandFailure(ExitCode::wrongUsage, refusal.what());
         }
     }
 
   private:
-    using Action = ExitCode (SettingsCommand::*)(CommandContext&);
-
-    CLI::App* add(CLI::App& app, const std::string& word, const std::string& summary, Action action) {
-        auto* below = app.add_subcommand(word, summary);
-        below->parse_complete_callback([this, action] { action_ = action; });
-        return below;
-    }
-
     ExitCode list(CommandContext& context) {
         const Console& console = context.console();
         const UserSettingsStore& settings = context.core().settings();
@@ -199,7 +193,6 @@ class SettingsCommand final : public Command {
         }
     }
 
-    Action action_ = &SettingsCommand::list;
     std::string name_;
     std::string value_;
     std::vector<std::string> names_;

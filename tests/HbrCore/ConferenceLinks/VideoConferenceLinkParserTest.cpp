@@ -269,4 +269,11 @@ TEST(RemovingVideoCallAnnotation, TakesTheBlockOut) {
         EXPECT_EQ(removingVideoCallAnnotation(text), expected) << text;
 }
 
+TEST_F(Parser, TextsWithTheSameChecksumShareOneAnswer) {
+    // "plumless" and "buckeroo" have the same CRC-32, so these have it too.
+    const std::vector<std::string> first{"zoom https://zoom.us/j/plumless"};
+    EXPECT_EQ(found("https://zoom.us/j/plumless"), first);
+    EXPECT_EQ(found("https://zoom.us/j/buckeroo"), first);
+}
+
 }  // namespace
