@@ -39,6 +39,7 @@ struct Formatters::State {
     Lazy<DateFormatter> timeOnly;
     Lazy<DateFormatter> timeAndDate;
     Lazy<DateFormatter> dateOnly;
+    Lazy<DateFormatter> longDateAndTime;
     Lazy<DateFormatter> dateOnlyNoYearWeekDay;
     Lazy<DateFormatter> calendarEventOccurrence;
     Lazy<DateFormatter> weekDay;
@@ -91,6 +92,10 @@ const DateFormatter& Formatters::timeAndDateFormatter() const {
 
 const DateFormatter& Formatters::dateOnly() const {
     return state_->styled(state_->dateOnly, Style::long_, Style::none);
+}
+
+const DateFormatter& Formatters::longDateAndTime() const {
+    return state_->styled(state_->longDateAndTime, Style::long_, Style::short_);
 }
 
 const DateFormatter& Formatters::dateOnlyNoYearWeekDay() const {

@@ -51,6 +51,7 @@ class L10nTest : public testing::Test {
 };
 
 TEST_F(L10nTest, AValueIsInsertedByItsDescription) {
+    start();
     EXPECT_EQ(L10n::TimeFormat::left("12 m"), "12 m left");
     EXPECT_EQ(L10n::TimeFormat::left(12), "12 left");
     EXPECT_EQ(L10n::TimeFormat::left(0.5), "0.5 left");

@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "TextEnvironment.h"
+#include <support/TextEnvironment.h>
 
 namespace hbr {
 namespace {

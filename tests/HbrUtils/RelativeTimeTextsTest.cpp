@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "TextEnvironment.h"
+#include <support/TextEnvironment.h>
 
 namespace hbr {
 namespace {

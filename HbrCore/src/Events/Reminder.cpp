@@ -1,6 +1,5 @@
 #include <HbrCore/Events/Reminder.h>
 
-#include <Foundation/FormatEngines.h>
 #include <HbrLocalization/L10n.h>
 
 #include <utility>
@@ -25,11 +24,8 @@ std::string Reminder::localizedTitle() const {
     return title_ ? *title_ : "(" + L10n::General::untitled() + ")";
 }
 
-std::string Reminder::formattedDate(const platform::Environment& environment) const {
-    using Style = platform::DateFormatter::Style;
-    return platform::DateFormatter::withStyles(environment.locale, environment.calendar, Style::long_,
-                                               Style::short_)
-        .string(date_);
+std::string Reminder::formattedDate(const Formatters& formatters) const {
+    return formatters.longDateAndTime().string(date_);
 }
 
 std::string Reminder::debugDescription() const {

@@ -20,6 +20,8 @@ class Formatters {
     const platform::DateFormatter& timeOnly() const;
     const platform::DateFormatter& timeAndDateFormatter() const;
     const platform::DateFormatter& dateOnly() const;
+    /// Long date, short time.
+    const platform::DateFormatter& longDateAndTime() const;
     const platform::DateFormatter& dateOnlyNoYearWeekDay() const;
     const platform::DateFormatter& calendarEventOccurrence() const;
     const platform::DateFormatter& weekDay() const;

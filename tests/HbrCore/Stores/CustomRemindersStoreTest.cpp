@@ -1,6 +1,7 @@
 #include <HbrCore/Stores/CustomRemindersStore.h>
 #include <gmock/gmock.h>
 #include <support/TestEnvironment.h>
+#include <support/TextEnvironment.h>
 
 namespace {
 
@@ -77,6 +78,9 @@ TEST_F(CustomReminders, StoredForm) {
     const Reminder read = JsonCoding<Reminder>::decode(*platform::parseJson(text));
     EXPECT_EQ(read.date(), written.date());
     EXPECT_EQ(read.notes(), std::nullopt);
+    const test::TextEnvironment texts("2026-03-04T09:00:00Z");
+    EXPECT_EQ(test::shown(read.formattedDate(texts.formatters)), "March 3, 2026 at 10:41_AM");
+    EXPECT_EQ(Reminder("i", written.date(), std::nullopt, {}, 0).localizedTitle(), "(untitled)");
     EXPECT_EQ(written.debugDescription(),
               "Reminder (i)\n    date: 2026-03-03 09:41:00 +0000\n    title: T\n    notes: \n    "
               "timeOffsetSeconds: -5");

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Foundation/Date.h>
-#include <Foundation/Environment.h>
+#include <HbrUtils/Formatters.h>
 #include <HbrUtils/JsonCoding.h>
 
 #include <cstddef>
@@ -30,7 +30,7 @@ class Reminder {
     /// The title, else the word for "untitled" in parentheses.
     std::string localizedTitle() const;
     /// Long date, short time.
-    std::string formattedDate(const platform::Environment& environment) const;
+    std::string formattedDate(const Formatters& formatters) const;
     std::string debugDescription() const;
 
     friend bool operator==(const Reminder& a, const Reminder& b) { return a.isEqual(b); }

@@ -4,22 +4,22 @@
 
 #include <string>
 
-#include "support/TestEnvironment.h"
+#include <support/TestEnvironment.h>
 
-namespace hbr::test {
+namespace test {
 
 /// A world whose texts come from the built string bundle, current for as long as the process runs.
-class TextEnvironment : public ::test::TestEnvironment {
+class TextEnvironment : public TestEnvironment {
   public:
     explicit TextEnvironment(const char* now, const char* locale = "en_US")
         : TestEnvironment(now, "Europe/Berlin", locale), formatters((useResources(), ref())) {
         platform::Environment::setCurrent(ref());
     }
 
-    const Formatters formatters;
+    const hbr::Formatters formatters;
 
   private:
-    void useResources() { change().resourceDirectories = {::test::buildResources()}; }
+    void useResources() { change().resourceDirectories = {buildResources()}; }
 };
 
 /// Narrow no-break spaces shown as "_".
@@ -29,4 +29,4 @@ inline std::string shown(std::string text) {
     return text;
 }
 
-}  // namespace hbr::test
+}  // namespace test
