@@ -67,10 +67,12 @@ fuzz_one() {
 }
 fuzz() {
     local ok=0
-    build fuzz --target fuzz-links fuzz-parser fuzz-services || return 1
+    build fuzz --target fuzz-links fuzz-parser fuzz-services fuzz-calendar fuzz-cards || return 1
     fuzz_one links 100000 || ok=1
     fuzz_one parser 20000 || ok=1
     fuzz_one services 2000 || ok=1
+    fuzz_one calendar 8000 || ok=1
+    fuzz_one cards 20000 || ok=1
     [ "$ok" -eq 0 ] || grep -E 'does not hold|ERROR|SUMMARY|Test unit written' -A12 "$logs/fuzz.log" | tail -n 80
     return "$ok"
 }
