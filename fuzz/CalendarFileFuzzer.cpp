@@ -21,7 +21,8 @@ using Standing = std::pair<std::string, double>;
 class Collection {
   public:
     Collection(std::string bytes, const EKCalendarRef& calendar) : calendar_(calendar) {
-        auto file = std::make_shared<const ScannedFile>(scanItems("a.ics", std::move(bytes), *diagnostics_));
+        auto file =
+            std::make_shared<const ScannedFile>(scanItems("a.ics", std::move(bytes), *diagnostics_, zones_));
         static const Calendar berlin(TimeZone::named("Europe/Berlin").value());
         index_ = std::make_unique<CollectionIndex>(
             std::vector{std::move(file)}, "fuzzed",
@@ -56,6 +57,7 @@ class Collection {
 
   private:
     EKCalendarRef calendar_;
+    ZonePool zones_;
     std::shared_ptr<CollectedDiagnostics> diagnostics_ = std::make_shared<CollectedDiagnostics>();
     std::unique_ptr<CollectionIndex> index_;
 };

@@ -52,7 +52,7 @@ Instances reference(const std::string& rule, std::int64_t start) {
 /// Our side of it, in UTC, with COUNT and UNTIL, between two moments.
 Instances ours(const std::string& rule, std::int64_t start, std::int64_t from, std::int64_t to) {
     static ZoneDefinitionCache zones;
-    static const std::vector<ZoneDefinition> noZones;
+    static const std::vector<ZoneDefinitionRef> noZones;
     static const std::filesystem::path file = "a.ics";
     CollectedDiagnostics diagnostics;
     TimeResolver resolver(file, TimeZone::utc(), ZoneLookup("/usr/share/zoneinfo", noZones, zones),

@@ -122,6 +122,8 @@ class Scanner {
         }
     }
 
+    std::vector<ZoneDefinition>& zones() { return zones_; }
+
   private:
     void tell(std::string text, std::string field = {}) {
         if (++told_ > maximumTold) return;
@@ -155,7 +157,7 @@ class Scanner {
         if (line->is("BEGIN")) return begin(trimmedAscii(line->value));
         if (line->is("END")) return endNamed(trimmedAscii(line->value));
         if (skippedDepth_ > 0 || open_.empty()) return;
-        if (inside(Component::zone) && !file_.zones.empty()) file_.zones.back().text.append(raw).append("\n");
+        if (inside(Component::zone) && !zones_.empty()) zones_.back().text.append(raw).append("\n");
         switch (open_.back()) {
             case Component::calendar:
                 return readCalendarLine(*line);
@@ -202,9 +204,9 @@ class Scanner {
         } else if (component == Component::alarm && item_) {
             item_->text += "BEGIN:VALARM\r\n";
         } else if (component == Component::zone) {
-            file_.zones.emplace_back();
+            zones_.emplace_back();
         } else if (component == Component::observance && inside(Component::zone)) {
-            file_.zones.back().observances.emplace_back();
+            zones_.back().observances.emplace_back();
         }
     }
 
@@ -262,14 +264,14 @@ class Scanner {
     }
 
     void readZoneLine(const ContentLine& line) {
-        auto& zone = file_.zones.back();
+        auto& zone = zones_.back();
         if (line.is("TZID")) zone.tzid = unescaped(trimmedAscii(line.value));
         if (line.is("X-LIC-LOCATION")) zone.location = trimmedAscii(line.value);
     }
 
     void readObservanceLine(const ContentLine& line) {
-        if (file_.zones.empty() || file_.zones.back().observances.empty()) return;
-        auto& observance = file_.zones.back().observances.back();
+        if (zones_.empty() || zones_.back().observances.empty()) return;
+        auto& observance = zones_.back().observances.back();
         if (line.is("DTSTART")) observance.start = parseWrittenTime(line.value);
         if (line.is("TZOFFSETFROM")) observance.offsetFrom = parseUtcOffset(line.value);
         if (line.is("TZOFFSETTO")) observance.offsetTo = parseUtcOffset(line.value);
@@ -374,6 +376,7 @@ class Scanner {
 
     ScannedFile& file_;
     DiagnosticsSink& diagnostics_;
+    std::vector<ZoneDefinition> zones_;
     int line_ = 0;
     int told_ = 0;
     std::vector<Component> open_;
@@ -390,11 +393,15 @@ class Scanner {
 
 }  // namespace
 
-ScannedFile scanItems(std::filesystem::path path, std::string bytes, DiagnosticsSink& diagnostics) {
+ScannedFile scanItems(std::filesystem::path path, std::string bytes, DiagnosticsSink& diagnostics,
+                      ZonePool& zones) {
     ScannedFile file;
     file.path = std::move(path);
     const auto text = withoutUtf16(std::move(bytes));
-    Scanner(file, diagnostics).scan(text);
+    Scanner scanner(file, diagnostics);
+    scanner.scan(text);
+    for (auto& zone : scanner.zones())
+        file.zones.push_back(zones.shared(std::move(zone)));
     return file;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ScannedItem.h"
-#include "ZoneDefinition.h"
+#include "ZonePool.h"
 
 #include <Foundation/Diagnostics.h>
 
@@ -16,7 +16,7 @@ namespace platform {
 struct ScannedFile {
     std::filesystem::path path;
     std::vector<ScannedItem> items;
-    std::vector<ZoneDefinition> zones;
+    std::vector<ZoneDefinitionRef> zones;
     /// X-WR-CALNAME or NAME.
     std::optional<std::string> calendarName;
     /// X-APPLE-CALENDAR-COLOR, else COLOR, as written.
@@ -24,7 +24,8 @@ struct ScannedFile {
 };
 
 /// Finds the items of a file's bytes without looking at their texts. Bad items are left out alone, each with
-/// a diagnostic that names file, line and reason.
-ScannedFile scanItems(std::filesystem::path path, std::string bytes, DiagnosticsSink& diagnostics);
+/// a diagnostic that names file, line and reason. Zone definitions are those of the pool.
+ScannedFile scanItems(std::filesystem::path path, std::string bytes, DiagnosticsSink& diagnostics,
+                      ZonePool& zones);
 
 }  // namespace platform

@@ -53,8 +53,8 @@ StoreLoader::StoreLoader(EnvironmentRef environment,
       sources_(std::move(sources)),
       accountsFile_(environment_),
       files_(environment_->diagnostics,
-             [sink = environment_->diagnostics](const auto& file, std::string bytes) {
-                 return scanItems(file, std::move(bytes), *sink);
+             [this, sink = environment_->diagnostics](const auto& file, std::string bytes) {
+                 return scanItems(file, std::move(bytes), *sink, zones_);
              }) {}
 
 bool StoreLoader::isMine(const Account& account) const {
@@ -80,6 +80,7 @@ std::shared_ptr<const StoreSnapshot> StoreLoader::load(const StoreSnapshot* prev
         }
     }
     files_.forgetUnused();
+    zones_.forgetUnused();
     for (const auto& account : snapshot->accounts) {
         for (const auto& collection : account.collections) {
             for (const auto& calendar : {collection.events, collection.reminders}) {

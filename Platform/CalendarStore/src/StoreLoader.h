@@ -38,6 +38,7 @@ class StoreLoader {
     EnvironmentRef environment_;
     std::optional<std::vector<std::shared_ptr<const EKSource>>> sources_;
     AccountsFile accountsFile_;
+    ZonePool zones_;
     FileCache<ScannedFile> files_;
 };
 

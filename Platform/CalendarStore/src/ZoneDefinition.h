@@ -4,6 +4,7 @@
 
 #include <Foundation/TimeZone.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,6 +32,8 @@ struct ZoneDefinition {
     /// The table of offsets; nothing when no observance is whole.
     std::optional<TimeZone> timeZone() const;
 };
+
+using ZoneDefinitionRef = std::shared_ptr<const ZoneDefinition>;
 
 /// "+0100", "-053000", "+01:00".
 std::optional<int> parseUtcOffset(std::string_view text);

@@ -54,12 +54,12 @@ std::optional<TimeZone> ZoneLookup::search(std::string_view tzid) const {
     if (auto zone = systemZone(tzid)) return zone;
     const auto unquoted = tzid.size() >= 2 && tzid.front() == '"' ? tzid.substr(1, tzid.size() - 2) : tzid;
     for (const auto& definition : definitions_) {
-        if (!equalIgnoringCase(definition.tzid, unquoted)) continue;
-        if (!definition.location.empty()) {
-            if (auto zone = systemZone(definition.location)) return zone;
+        if (!equalIgnoringCase(definition->tzid, unquoted)) continue;
+        if (!definition->location.empty()) {
+            if (auto zone = systemZone(definition->location)) return zone;
         }
-        auto made = cache_.find(definition.text);
-        if (made == cache_.end()) made = cache_.emplace(definition.text, definition.timeZone()).first;
+        auto made = cache_.find(definition);
+        if (made == cache_.end()) made = cache_.emplace(definition, definition->timeZone()).first;
         if (made->second) return made->second;
     }
     return std::nullopt;

@@ -9,18 +9,19 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace platform {
 
-/// Zones made from files' own definitions, by the definition's text: files repeat them word for word.
-using ZoneDefinitionCache = std::map<std::string, std::optional<TimeZone>, std::less<>>;
+/// Zones made from files' own definitions, which the files share.
+using ZoneDefinitionCache = std::unordered_map<ZoneDefinitionRef, std::optional<TimeZone>>;
 
 /// Finds the zone that a TZID of one file means: the system's zones first (also under Windows names and
 /// behind a vendor's prefix), because their offsets are kept up to date; then the file's own definition.
 class ZoneLookup {
   public:
-    ZoneLookup(std::filesystem::path zoneInfoDirectory, const std::vector<ZoneDefinition>& definitions,
+    ZoneLookup(std::filesystem::path zoneInfoDirectory, const std::vector<ZoneDefinitionRef>& definitions,
                ZoneDefinitionCache& cache)
         : directory_(std::move(zoneInfoDirectory)), definitions_(definitions), cache_(cache) {}
 
@@ -32,7 +33,7 @@ class ZoneLookup {
     std::optional<TimeZone> systemZone(std::string_view tzid) const;
 
     std::filesystem::path directory_;
-    const std::vector<ZoneDefinition>& definitions_;
+    const std::vector<ZoneDefinitionRef>& definitions_;
     ZoneDefinitionCache& cache_;
     std::map<std::string, std::optional<TimeZone>, std::less<>> found_;
 };

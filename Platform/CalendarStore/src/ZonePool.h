@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ZoneDefinition.h"
+
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+
+namespace platform {
+
+/// Keeps one of all definitions that say the same word for word: servers write theirs into every file. Not
+/// for several threads.
+class ZonePool {
+  public:
+    ZoneDefinitionRef shared(ZoneDefinition definition);
+    /// Lets go of the definitions that no file holds any more.
+    void forgetUnused();
+
+  private:
+    /// By the text of the definition itself.
+    std::unordered_map<std::string_view, ZoneDefinitionRef> definitions_;
+};
+
+}  // namespace platform
