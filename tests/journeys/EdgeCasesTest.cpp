@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <sstream>
 #include <tuple>
 
@@ -98,50 +99,59 @@ std::string onLines(std::vector<std::string> lines) {
 
 class EdgeCases : public Journey {
   protected:
-    /// Each file in a folder of its own is a calendar of its own, so one process answers for many.
-    void addCalendars() {
-        const std::filesystem::path source(edgeCases());
-        for (const auto& entry : std::filesystem::directory_iterator(source)) {
-            const auto& path = entry.path();
-            if (entry.is_directory()) {
-                std::filesystem::copy(path, home / ("calendars/" + path.filename().string()),
-                                      std::filesystem::copy_options::recursive);
-            } else if (path.extension() == ".ics") {
-                home.write("calendars/" + path.stem().string() + "/a.ics", test::readFile(path));
-            }
+    /// Adds the case to the folder. In a folder of its own each file is a calendar of its own, so that one
+    /// process answers for many.
+    void addCalendar(const Case& one, const std::string& folder) const {
+        const auto source = std::filesystem::path(edgeCases()) / one.name;
+        if (std::filesystem::is_directory(source)) {
+            std::filesystem::create_directories(home / folder);
+            std::filesystem::copy(source, home / (folder + "/" + one.name),
+                                  std::filesystem::copy_options::recursive);
+        } else {
+            home.write(folder + "/" + one.name + "/a.ics", test::readFile(source.string() + ".ics"));
         }
-        ASSERT_EQ(companion({"setup", home / "calendars"}).exitCode, 0);
     }
 
     const std::vector<Case> cases = readCases(std::filesystem::path(edgeCases()) / "expected.txt");
 };
 
 TEST_F(EdgeCases, EveryCalendarGivesExactlyItsOccurrences) {
-    addCalendars();
-    using Question = std::tuple<std::string, std::string, std::string>;
-    std::map<Question, std::map<std::string, std::vector<std::string>>> answers;
-    for (const auto& one : cases) {
-        const auto [answer, isNew] = answers.try_emplace({one.zone, one.from, one.to});
-        if (isNew) {
-            variables["TZ"] = one.zone;
-            const auto outcome = companion({"events", "--from", one.from, "--to", one.to, "--json"});
-            ASSERT_EQ(outcome.exitCode, 0) << outcome.err;
-            const auto zone = platform::TimeZone::named(one.zone);
-            ASSERT_TRUE(zone) << one.zone;
-            const auto list = json(outcome);
-            ASSERT_TRUE(list.asArray()) << outcome.out;
-            for (const auto& event : *list.asArray()) {
-                answer->second[*event.find("calendarName")->asString()].push_back(describe(event, *zone));
-            }
+    std::map<std::tuple<std::string, std::string, std::string>, std::vector<const Case*>> questions;
+    for (const auto& one : cases)
+        questions[{one.zone, one.from, one.to}].push_back(&one);
+    int number = 0;
+    for (const auto& [question, asked] : questions) {
+        const auto& [zone, from, to] = question;
+        const auto folder = "calendars-" + std::to_string(++number);
+        variables["TZ"] = zone;
+        variables["XDG_CONFIG_HOME"] = home / ("config-" + std::to_string(number));
+        for (const auto* one : asked)
+            addCalendar(*one, folder);
+        ASSERT_EQ(companion({"setup", home / folder}).exitCode, 0) << folder;
+        const auto outcome = companion({"events", "--from", from, "--to", to, "--json"});
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.err;
+        const auto list = json(outcome);
+        ASSERT_TRUE(list.asArray()) << outcome.out;
+        std::map<std::string, std::vector<std::string>> answers;
+        for (const auto& event : *list.asArray()) {
+            answers[*event.find("calendarName")->asString()].push_back(
+                describe(event, *platform::TimeZone::named(zone)));
         }
-        EXPECT_EQ(onLines(answer->second[one.name]), onLines(one.occurrences))
-            << one.name << ".ics, in " << one.zone;
+        for (const auto* one : asked) {
+            EXPECT_EQ(onLines(answers[one->name]), onLines(one->occurrences))
+                << one->name << ".ics, in " << zone;
+        }
     }
-    EXPECT_GE(cases.size(), 150u);
+    // Beside them stands expected.txt.
+    const auto files = std::distance(std::filesystem::directory_iterator(edgeCases()), {});
+    EXPECT_EQ(files, static_cast<std::ptrdiff_t>(cases.size()) + 1)
+        << "calendars that nothing is expected of";
 }
 
 TEST_F(EdgeCases, WhatIsWrongIsToldAndNothingElse) {
-    addCalendars();
+    for (const auto& one : cases)
+        addCalendar(one, "calendars");
+    ASSERT_EQ(companion({"setup", home / "calendars"}).exitCode, 0);
     std::map<std::string, std::vector<std::string>> found;
     const auto report = json(companion({"doctor", "--json", "--now", "2026-03-04T09:00:00Z"}));
     const std::filesystem::path root(home / "calendars");
@@ -217,12 +227,12 @@ TEST_F(EdgeCases, HostileCalendarsAreBoundedAndToldAndTheRestIsShown) {
         home.write(name, good + bad.substr(bad.find("BEGIN:VEVENT")));
     }
     ASSERT_EQ(companion({"setup", home / "calendars"}).exitCode, 0);
-    const auto list = json(companion({"events", "--from", "2026-01-01", "--to", "2026-12-31", "--json"}));
+    const auto list = json(
+        companion({"events", "--from", "2026-03-04T10:30:00Z", "--to", "2026-03-04T10:31:00Z", "--json"}));
     const auto& events = *list.asArray();
     EXPECT_EQ(std::count_if(events.begin(), events.end(),
                             [](const auto& event) { return *event.find("title")->asString() == "Good"; }),
               number);
-    EXPECT_LT(events.size(), 200'000u);
 
     const auto report = json(companion({"doctor", "--json", "--now", "2026-03-04T09:00:00Z"}));
     std::map<std::string, std::vector<std::string>> found;
