@@ -1,3 +1,4 @@
+#include <Foundation/TextDecoding.h>
 #include <Views/Painters.h>
 
 #include <support/TestEnvironment.h>
@@ -46,6 +47,53 @@ TEST(Painters, EveryFormatHasItsSignature) {
     EXPECT_NE(paintSvg(tree).find("viewBox=\"0 0 170 170\""), std::string::npos);
     EXPECT_EQ(paintPdf(tree).substr(0, 5), "%PDF-");
     EXPECT_EQ(treeText(tree), "Weekly review 会議 🎉\n");
+}
+
+/// 4 × 2 pixels: the left half red, the right half blue.
+ImageBytes redAndBlue() {
+    return ImageBytes::recognize(
+               decodedBase64(
+                   "iVBORw0KGgoAAAANSUhEUgAAAAQAAAACCAIAAADwyuo0AAAAE0lEQVR42mP4z8AARGDiPwMyBwBnsgf595"
+                   "JWggAAAABJRU5ErkJggg==")
+                   .value())
+        .value();
+}
+
+TEST(Painters, APhotoFillsItsRoundedFrameWithoutBeingDistorted) {
+    const auto tree = layOut(photo(redAndBlue(), 1e6), {20, 20}, contextWith(test::TestEnvironment()));
+    const auto image = paintPixels(tree, 2);
+    EXPECT_EQ(pixelAt(image, 0, 0), 0U);
+    EXPECT_EQ(pixelAt(image, 39, 39), 0U);
+    EXPECT_EQ(pixelAt(image, 4, 20), 0xFFFF0000U);
+    EXPECT_EQ(pixelAt(image, 35, 20), 0xFF0000FFU);
+    EXPECT_EQ(pixelAt(image, 20, 1) >> 24U, 0xFFU);
+    EXPECT_NE(paintSvg(tree).find("<image"), std::string::npos);
+}
+
+TEST(Painters, AJpegIsAPhotoToo) {
+    constexpr std::string_view red =
+        "/9j/4AAQSkZJRgABAQAAAQABAAD/2wBDABsSFBcUERsXFhceHBsgKEIrKCUlKFE6PTBCYFVlZF9VXVtqeJmBanGQ"
+        "c1tdhbWGkJ6jq62rZ4C8ybqmx5moq6T/2wBDARweHigjKE4rK06kbl1upKSkpKSkpKSkpKSkpKSkpKSkpKSkpKSk"
+        "pKSkpKSkpKSkpKSkpKSkpKSkpKSkpKSkpKT/wAARCAAIAAgDASIAAhEBAxEB/8QAFQABAQAAAAAAAAAAAAAAAAAA"
+        "AAT/xAAUEAEAAAAAAAAAAAAAAAAAAAAA/8QAFQEBAQAAAAAAAAAAAAAAAAAABAb/xAAUEQEAAAAAAAAAAAAAAAAA"
+        "AAAA/9oADAMBAAIRAxEAPwCAANSP/9k=";
+    const auto tree = layOut(photo(ImageBytes::recognize(decodedBase64(red).value()).value()), {20, 20},
+                             contextWith(test::TestEnvironment()));
+    const auto pixel = pixelAt(paintPixels(tree, 1), 10, 10);
+    EXPECT_GT(pixel >> 16U & 0xFFU, 0xE0U);
+    EXPECT_LT(pixel & 0xFFFFU, 0x2020U);
+}
+
+TEST(Painters, APhotoThatCannotBeDecodedIsNotDrawn) {
+    auto cutOff = redAndBlue().bytes().substr(0, 40);
+    auto enormous = redAndBlue().bytes();
+    enormous[16] = '\x7F';
+    for (const auto& bytes :
+         {cutOff, enormous, std::string("\xFF\xD8\xFF\xE0 no jpeg"), std::string("GIF89a")}) {
+        const auto tree = layOut(photo(ImageBytes::recognize(bytes).value()), {20, 20},
+                                 contextWith(test::TestEnvironment()));
+        EXPECT_EQ(pixelAt(paintPixels(tree, 1), 10, 10), 0U);
+    }
 }
 
 TEST(Painters, JsonHoldsTheTreeAndItsLinks) {

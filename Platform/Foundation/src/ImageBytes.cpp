@@ -14,7 +14,55 @@ std::optional<ImageBytes::Format> formatOf(std::string_view bytes) {
     return std::nullopt;
 }
 
+std::uint32_t bigEndian(std::string_view bytes) {
+    std::uint32_t number = 0;
+    for (const char byte : bytes)
+        number = (number << 8U) | static_cast<unsigned char>(byte);
+    return number;
+}
+
+std::uint32_t littleEndian(std::string_view bytes) {
+    return bigEndian(std::string(bytes.rbegin(), bytes.rend()));
+}
+
+/// Goes from segment to segment up to the frame's head.
+std::optional<ImageBytes::PixelSize> sizeOfJpeg(std::string_view bytes) {
+    for (std::size_t at = 2; at + 4 <= bytes.size() && bytes[at] == '\xFF';) {
+        const auto marker = static_cast<unsigned char>(bytes[at + 1]);
+        if (marker == 0xFF) {
+            ++at;
+            continue;
+        }
+        const bool startsFrame =
+            marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+        if (startsFrame) {
+            if (at + 9 > bytes.size()) return std::nullopt;
+            return ImageBytes::PixelSize{bigEndian(bytes.substr(at + 7, 2)),
+                                         bigEndian(bytes.substr(at + 5, 2))};
+        }
+        at += 2 + bigEndian(bytes.substr(at + 2, 2));
+    }
+    return std::nullopt;
+}
+
 }  // namespace
+
+std::optional<ImageBytes::PixelSize> ImageBytes::pixelSize() const {
+    const std::string_view all = *bytes_;
+    switch (format_) {
+        case Format::png:
+            if (all.size() < 24 || all.substr(12, 4) != "IHDR") return std::nullopt;
+            return PixelSize{bigEndian(all.substr(16, 4)), bigEndian(all.substr(20, 4))};
+        case Format::gif:
+            if (all.size() < 10) return std::nullopt;
+            return PixelSize{littleEndian(all.substr(6, 2)), littleEndian(all.substr(8, 2))};
+        case Format::jpeg:
+            return sizeOfJpeg(all);
+        case Format::webp:
+            break;
+    }
+    return std::nullopt;
+}
 
 ImageBytes::ImageBytes(Format format, std::string bytes)
     : format_(format),

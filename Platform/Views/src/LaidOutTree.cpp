@@ -56,6 +56,8 @@ std::string_view nameOf(LaidOutNode::Kind kind) {
             return "symbol";
         case LaidOutNode::Kind::picture:
             return "picture";
+        case LaidOutNode::Kind::photo:
+            return "photo";
         case LaidOutNode::Kind::shape:
             return "shape";
         case LaidOutNode::Kind::progress:

@@ -104,6 +104,31 @@ class PictureNode final : public FileNode {
     Color accent_;
 };
 
+class PhotoNode final : public ViewNode {
+  public:
+    PhotoNode(ImageBytes image, double cornerRadius)
+        : image_(std::move(image)), cornerRadius_(cornerRadius) {}
+
+    Extent measure(const Proposal& proposal, const Inherited&) const override {
+        constexpr double ideal = 32;
+        return Extent::of({proposal.width.value_or(ideal), proposal.height.value_or(ideal)});
+    }
+    void place(Rect frame, const Inherited& inherited, std::vector<LaidOutNode>& out) const override {
+        auto& node = out.emplace_back();
+        node.kind = LaidOutNode::Kind::photo;
+        node.frame = frame;
+        node.image = image_;
+        node.cornerRadius = std::min({cornerRadius_, frame.width / 2, frame.height / 2});
+        node.opacity = inherited.opacity;
+        node.isAccessibilityHidden = inherited.isAccessibilityHidden;
+    }
+    Flexibility flexibility(Axis, const Inherited&) const override { return Flexibility::stretching; }
+
+  private:
+    ImageBytes image_;
+    double cornerRadius_;
+};
+
 class ProgressNode final : public ViewNode {
   public:
     explicit ProgressNode(double fraction) : fraction_(std::clamp(fraction, 0.0, 1.0)) {}
@@ -162,6 +187,10 @@ View symbol(std::string name) {
 
 View picture(std::string name, Color accent) {
     return View(std::make_shared<PictureNode>(std::move(name), accent));
+}
+
+View photo(ImageBytes image, double cornerRadius) {
+    return View(std::make_shared<PhotoNode>(std::move(image), cornerRadius));
 }
 
 View progress(double fraction) {

@@ -1,5 +1,6 @@
 #include "TreePainter.h"
 
+#include "PhotoDrawing.h"
 #include "PictureState.h"
 #include "TextPlan.h"
 
@@ -44,6 +45,9 @@ class Painter {
                 break;
             case LaidOutNode::Kind::picture:
                 paintPicture(node);
+                break;
+            case LaidOutNode::Kind::photo:
+                paintPhoto(node);
                 break;
             case LaidOutNode::Kind::shape:
                 paintShape(node);
@@ -103,6 +107,14 @@ class Painter {
         return alignment == HorizontalAlignment::center ? (outer - inner) / 2 : outer - inner;
     }
 
+    /// Only good as a source, and as long as the raster is.
+    static cairo_surface_t* surfaceOf(const Raster& raster, cairo_format_t format) {
+        // Cairo wants writable memory but only reads a source.
+        auto* pixels = const_cast<std::uint8_t*>(raster.pixels.data());
+        return cairo_image_surface_create_for_data(pixels, format, raster.width, raster.height,
+                                                   raster.stride);
+    }
+
     /// The frame in whole device pixels, and the file's raster for it.
     template <class Draw>
     void paintRaster(const LaidOutNode& node, const std::shared_ptr<const Raster>& raster,
@@ -111,10 +123,7 @@ class Painter {
         const SavedState saved(cairo_);
         cairo_translate(cairo_, snapped(node.frame.x), snapped(node.frame.y));
         cairo_scale(cairo_, 1 / rules_.scale, 1 / rules_.scale);
-        // Cairo wants writable memory but only reads a source.
-        auto* pixels = const_cast<std::uint8_t*>(raster->pixels.data());
-        cairo_surface_t* surface = cairo_image_surface_create_for_data(pixels, format, raster->width,
-                                                                       raster->height, raster->stride);
+        cairo_surface_t* surface = surfaceOf(*raster, format);
         draw(surface);
         cairo_surface_finish(surface);
         cairo_surface_destroy(surface);
@@ -167,6 +176,33 @@ class Painter {
             cairo_set_source_surface(cairo_, surface, 0, 0);
             cairo_paint_with_alpha(cairo_, opacity);
         });
+    }
+
+    void paintPhoto(const LaidOutNode& node) const {
+        if (!node.image) return;
+        const Rect rect = snapped(node.frame);
+        const SavedState saved(cairo_);
+        roundedRectangle(rect, node.cornerRadius);
+        if (rules_.isVector) {
+            cairo_clip(cairo_);
+            cairo_translate(cairo_, rect.x, rect.y);
+            drawPhoto(cairo_, *node.image, rect.width, rect.height, node.opacity);
+            return;
+        }
+        const auto raster = photoRaster(*node.image, devicePixels(rect.width), devicePixels(rect.height));
+        if (!raster) return;
+        // As a fill, whose edge is smoothed, not as a clip.
+        cairo_surface_t* surface = surfaceOf(*raster, CAIRO_FORMAT_ARGB32);
+        cairo_surface_set_device_scale(surface, rules_.scale, rules_.scale);
+        if (node.opacity < 1) cairo_push_group(cairo_);
+        cairo_set_source_surface(cairo_, surface, rect.x, rect.y);
+        cairo_fill(cairo_);
+        if (node.opacity < 1) {
+            cairo_pop_group_to_source(cairo_);
+            cairo_paint_with_alpha(cairo_, node.opacity);
+        }
+        cairo_surface_finish(surface);
+        cairo_surface_destroy(surface);
     }
 
     void roundedRectangle(Rect rect, double radius) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,11 +13,18 @@ namespace platform {
 class ImageBytes {
   public:
     enum class Format { png, jpeg, gif, webp };
+    struct PixelSize {
+        std::uint32_t width = 0;
+        std::uint32_t height = 0;
+        friend bool operator==(const PixelSize&, const PixelSize&) = default;
+    };
 
     /// Nothing for bytes that begin like none of the formats.
     static std::optional<ImageBytes> recognize(std::string bytes);
 
     Format format() const { return format_; }
+    /// As the file's head says; nothing when it cannot be told, and for WebP.
+    std::optional<PixelSize> pixelSize() const;
     const std::string& bytes() const { return *bytes_; }
     /// Equal for equal bytes.
     std::size_t hash() const { return hash_; }

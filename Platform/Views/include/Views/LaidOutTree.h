@@ -2,6 +2,7 @@
 
 #include <Foundation/Color.h>
 #include <Foundation/Date.h>
+#include <Foundation/ImageBytes.h>
 #include <Foundation/Url.h>
 #include <Views/Font.h>
 #include <Views/Geometry.h>
@@ -18,7 +19,7 @@ namespace platform {
 
 /// A view in its place. Fields that do not apply to the kind keep their defaults.
 struct LaidOutNode {
-    enum class Kind { column, row, layers, text, timer, symbol, picture, shape, progress, link };
+    enum class Kind { column, row, layers, text, timer, symbol, picture, photo, shape, progress, link };
 
     Kind kind = Kind::layers;
     /// In points of the whole tree, not of the parent.
@@ -41,6 +42,7 @@ struct LaidOutNode {
     std::optional<Color> color;
     /// picture: colour of its accents.
     std::optional<Color> accent;
+    std::optional<ImageBytes> image;
     double opacity = 1;
     double cornerRadius = 0;
     bool isHairline = false;

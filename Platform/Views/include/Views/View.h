@@ -2,6 +2,7 @@
 
 #include <Foundation/Color.h>
 #include <Foundation/Date.h>
+#include <Foundation/ImageBytes.h>
 #include <Foundation/Url.h>
 #include <Views/Font.h>
 #include <Views/Geometry.h>
@@ -95,6 +96,9 @@ View timer(Date target);
 View symbol(std::string name);
 /// From pictures/NAME.svg, its ink in the foreground colour, its accents in `accent`.
 View picture(std::string name, Color accent);
+/// Fills the room it is offered: cut at its longer sides, never distorted. Nothing is drawn in place of bytes
+/// that cannot be decoded or that stand for far more pixels than any portrait.
+View photo(ImageBytes image, double cornerRadius = 0);
 View shape(ShapeOptions options);
 inline View rectangle(double cornerRadius = 0) {
     return shape({.cornerRadius = cornerRadius});
