@@ -194,6 +194,44 @@ TEST(EKEventStore, WatchingNoticesFilesFoldersAndAccounts) {
     EXPECT_TRUE(eventually([&] { return told >= 4; }));
 }
 
+TEST(EKEventStore, WatchingNoticesEveryWayInWhichFilesChange) {
+    CalendarFixture fixture;
+    const auto folder = fixture.folder();
+    fixture.write("a.ics", meeting("one"));
+    std::atomic<int> told = 0;
+    const auto observation = fixture.center.observe(eventStoreChangedNotification, [&] { ++told; });
+    fixture.store().startWatching();
+    const auto shows = [&](const std::vector<std::string>& titles) {
+        std::vector<std::string> lines;
+        for (const auto& title : titles)
+            lines.push_back("2026-03-04 09:00Z 0m " + title);
+        return eventually([&] { return fixture.list(dayStart, dayEnd) == lines; });
+    };
+    EXPECT_TRUE(shows({"one"}));
+    fixture.write("a.ics", meeting("two"));
+    EXPECT_TRUE(shows({"two"})) << "written in place";
+    std::filesystem::rename(fixture.environment.home.write("beside", meeting("three")), folder / "a.ics");
+    EXPECT_TRUE(shows({"three"})) << "renamed over";
+    std::filesystem::remove(folder / "a.ics");
+    EXPECT_TRUE(shows({})) << "removed";
+
+    const auto away = fixture.environment.home / "away";
+    fixture.write("a.ics", meeting("four"));
+    EXPECT_TRUE(shows({"four"}));
+    std::filesystem::rename(folder, away);
+    EXPECT_TRUE(shows({})) << "the folder vanished";
+    std::filesystem::rename(away, folder);
+    EXPECT_TRUE(shows({"four"})) << "and came back";
+    fixture.write("a.ics", meeting("five"));
+    EXPECT_TRUE(shows({"five"})) << "and is watched again";
+
+    const int before = told;
+    for (int i = 0; i < 100; ++i)
+        fixture.write("burst" + std::to_string(i) + ".ics", meeting("more", "more" + std::to_string(i)));
+    EXPECT_TRUE(eventually([&] { return fixture.list(dayStart, dayEnd).size() == 101; }));
+    EXPECT_LT(told - before, 10) << "a hundred files are not told one by one";
+}
+
 TEST(EKEventStore, QuestionsFromManyThreadsWhileFilesChange) {
     CalendarFixture fixture;
     fixture.write("a.ics", test::calendar(test::event("DTSTART:20260101T090000Z\nRRULE:FREQ=DAILY")));
