@@ -5,6 +5,8 @@
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrCore/Scheduling/AlertSchedule.h>
 
+#include <algorithm>
+
 namespace hbr {
 
 namespace {
@@ -94,9 +96,19 @@ class SettingsWriter {
             text += ", earlier by the travel time of " + travel.value_or("");
         }
         const auto moment = alertMoment();
-        const std::string when =
-            moment ? formatters_.timeAndDateFormatter().string(*moment, now_) : std::string("past");
-        return text + ": " + when;
+        if (!moment) return text + ": past";
+        const std::string when = formatters_.timeAndDateFormatter().string(*moment, now_);
+        if (isPlanned(*moment)) return text + ": " + when;
+        return text + ": would be " + when + ", but as things stand none is planned";
+    }
+
+    /// An event may be declined, all-day, beyond the days that are looked at and so on.
+    bool isPlanned(platform::Date moment) const {
+        reloadAndWait(context_.core());
+        const auto planned = context_.core().manager().invocations();
+        return std::ranges::any_of(planned, [&](const AlertInvocation& alert) {
+            return alert.event.id == event_.id && alert.date == moment;
+        });
     }
 
     std::string call() const {
