@@ -28,7 +28,7 @@ stage() {
 }
 
 build() {
-    cmake --preset "$1" -DHEEDBANNER_TESTS=ON -DHEEDBANNER_BENCHMARKS=OFF >"$logs/$1-configure.log" || { cat "$logs/$1-configure.log"; return 1; }
+    cmake --preset "$1" -DHEEDBANNER_TESTS=ON -DHEEDBANNER_BENCHMARKS=OFF -DHEEDBANNER_TEST_NAMES="${test_names-}" >"$logs/$1-configure.log" || { cat "$logs/$1-configure.log"; return 1; }
     cmake --build "build/$1" -j"$jobs" "${@:2}" >"$logs/$1-build.log" 2>&1 ||
         { grep -E 'FAILED|error|Error' -A12 "$logs/$1-build.log" | tail -n 80; return 1; }
 }
@@ -54,7 +54,7 @@ concurrent_targets() {
     done
 }
 thread() {
-    build thread --target $(concurrent_targets) &&
+    test_names=$concurrent build thread --target $(concurrent_targets) &&
         ctest --preset thread -j"$jobs" -R "$concurrent" >"$logs/thread.log" 2>&1
 }
 

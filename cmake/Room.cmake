@@ -32,10 +32,19 @@ function(hbr_room name)
   endif()
 endfunction()
 
-# One test program a room: every tests/…/*Test.cpp of the folder it is called from.
+# One test program a room: every tests/…/*Test.cpp of the folder it is called from. With
+# HEEDBANNER_TEST_NAMES only the files that have a test of such a name.
 function(hbr_room_tests name)
   cmake_parse_arguments(TESTS "" "" "LEANS_ON" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(HEEDBANNER_TEST_NAMES)
+    foreach(source IN LISTS sources)
+      file(STRINGS ${source} tests REGEX "^TEST")
+      if(tests AND NOT tests MATCHES "${HEEDBANNER_TEST_NAMES}")
+        list(REMOVE_ITEM sources ${source})
+      endif()
+    endforeach()
+  endif()
   if(NOT sources)
     return()
   endif()
