@@ -2,8 +2,8 @@
 #include "AccountJson.h"
 #include "AccountRenaming.h"
 #include "CollectionChoices.h"
-#include "Command.h"
 #include "CommandContext.h"
+#include "CommandWithActions.h"
 
 #include <Foundation/Json.h>
 #include <Foundation/NearestName.h>
@@ -25,8 +25,10 @@ std::string joined(const std::vector<std::string>& texts) {
 }
 
 /// The sources: added, removed, renamed, read again.
-class AccountsCommand final : public Command {
+class AccountsCommand final : public CommandWithActions<AccountsCommand> {
   public:
+    AccountsCommand() : CommandWithActions(&AccountsCommand::list) {}
+
     std::string_view name() const override { return "accounts"; }
     std::string_view group() const override { return commandGroup::calendars; }
     std::string_view summary() const override { return "Where calendars are read from"; }
@@ -41,7 +43,8 @@ class AccountsCommand final : public Command {
         auto* list = app.add_subcommand("list", "All accounts, what they hold, and whether they can be read");
         list->add_flag("--json", json_, "As JSON");
 
-        auto* add = app.add_subcommand("add", "Add a file or folder and watch its calendars");
+        auto* add = CommandWithActions::add(app, "add", "Add a file or folder and watch its calendars",
+                                            &AccountsCommand::add);
         add->add_option("LOCATION", location_, "A file, a folder of .ics files, or a tree of such folders")
             ->type_name("")
             ->required();
@@ -51,22 +54,19 @@ class AccountsCommand final : public Command {
         add->add_option("--kind", kind_, "ordinary, birthdays or holidays")
             ->type_name("KIND")
             ->check(CLI::IsMember({"ordinary", "birthdays", "holidays"}));
-        add->parse_complete_callback([this] { action_ = &AccountsCommand::add; });
 
-        auto* remove = app.add_subcommand("remove", "Forget an account; its files stay as they are");
+        auto* remove = CommandWithActions::add(app, "remove", "Forget an account; its files stay as they are",
+                                               &AccountsCommand::remove);
         remove->add_option("NAME", name_, "The account's name")->type_name("")->required();
-        remove->parse_complete_callback([this] { action_ = &AccountsCommand::remove; });
 
-        auto* rename = app.add_subcommand("rename", "Give an account another name");
+        auto* rename =
+            CommandWithActions::add(app, "rename", "Give an account another name", &AccountsCommand::rename);
         rename->add_option("NAME", name_, "The account's name")->type_name("")->required();
         rename->add_option("NEW", newName_, "Its new name")->type_name("")->required();
-        rename->parse_complete_callback([this] { action_ = &AccountsCommand::rename; });
 
-        auto* refresh = app.add_subcommand("refresh", "Read the accounts again and tell what they hold");
-        refresh->parse_complete_callback([this] { action_ = &AccountsCommand::refresh; });
+        CommandWithActions::add(app, "refresh", "Read the accounts again and tell what they hold",
+                                &AccountsCommand::refresh);
     }
-
-    ExitCode run(CommandContext& context) override { return (this->*action_)(context); }
 
   private:
     ExitCode list(CommandContext& context) {
@@ -163,7 +163,6 @@ class AccountsCommand final : public Command {
                              "no account is called \"" + name_ + "\"" + platform::proposal(name_, names));
     }
 
-    ExitCode (AccountsCommand::*action_)(CommandContext&) = &AccountsCommand::list;
     std::string location_;
     std::string name_;
     std::string newName_;

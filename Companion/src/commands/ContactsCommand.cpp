@@ -1,7 +1,7 @@
 #include "AccountAddition.h"
 #include "AccountJson.h"
-#include "Command.h"
 #include "CommandContext.h"
+#include "CommandWithActions.h"
 #include "ContactAddition.h"
 
 #include <Foundation/NearestName.h>
@@ -16,8 +16,10 @@ namespace {
 using platform::Account;
 
 /// Where the names and pictures of participants come from.
-class ContactsCommand final : public Command {
+class ContactsCommand final : public CommandWithActions<ContactsCommand> {
   public:
+    ContactsCommand() : CommandWithActions(&ContactsCommand::list) {}
+
     std::string_view name() const override { return "contacts"; }
     std::string_view group() const override { return commandGroup::calendars; }
     std::string_view summary() const override { return "Where names of participants are read from"; }
@@ -33,19 +35,17 @@ class ContactsCommand final : public Command {
         auto* list = app.add_subcommand("list", "All of them, how many cards they hold, and their state");
         list->add_flag("--json", json_, "As JSON");
 
-        auto* add = app.add_subcommand("add", "Add a file or folder of contacts");
+        auto* add =
+            CommandWithActions::add(app, "add", "Add a file or folder of contacts", &ContactsCommand::add);
         add->add_option("LOCATION", location_, "A .vcf file, a folder of them, or a tree of such folders")
             ->type_name("")
             ->required();
         add->add_option("--name", newName_, "Instead of the name of the file or folder")->type_name("NAME");
-        add->parse_complete_callback([this] { action_ = &ContactsCommand::add; });
 
-        auto* remove = app.add_subcommand("remove", "Forget one; its files stay as they are");
+        auto* remove = CommandWithActions::add(app, "remove", "Forget one; its files stay as they are",
+                                               &ContactsCommand::remove);
         remove->add_option("NAME", name_, "Its name")->type_name("")->required();
-        remove->parse_complete_callback([this] { action_ = &ContactsCommand::remove; });
     }
-
-    ExitCode run(CommandContext& context) override { return (this->*action_)(context); }
 
   private:
     ExitCode list(CommandContext& context) {
@@ -117,7 +117,6 @@ class ContactsCommand final : public Command {
         return ExitCode::done;
     }
 
-    ExitCode (ContactsCommand::*action_)(CommandContext&) = &ContactsCommand::list;
     std::string location_;
     std::string name_;
     std::string newName_;
