@@ -2,7 +2,7 @@
 
 build_packages="g++ cmake ninja-build pkg-config libicu-dev libical-dev libcairo2-dev libpango1.0-dev
 librsvg2-dev libpng-dev libglib2.0-dev libplist-dev nlohmann-json3-dev libtomlplusplus-dev libcli11-dev
-zlib1g-dev fonts-inter fonts-noto-cjk fonts-noto-color-emoji fonts-dejavu-core"
+zlib1g-dev libgtk-3-dev libgtk-layer-shell-dev libwayland-dev fonts-inter fonts-noto-cjk fonts-noto-color-emoji fonts-dejavu-core"
 
 test_packages="libgtest-dev libgmock-dev libbenchmark-dev clang-format-19 fonts-noto-core"
 
