@@ -2,11 +2,10 @@
 
 #include <Foundation/Normalization.h>
 #include <Foundation/Text.h>
-#include <HbrCore/Events/EventTiming.h>
+#include <HbrCore/Events/EventLookup.h>
 
 #include <algorithm>
 #include <string>
-#include <tuple>
 
 namespace hbr {
 
@@ -14,16 +13,6 @@ namespace {
 
 std::string folded(std::string_view text) {
     return platform::canonicallyComposed(platform::lowercased(platform::trimmed(text)));
-}
-
-/// What is under way comes first, then what is to come, by how near it is.
-bool isNearer(const Event& a, const Event& b, platform::Date now) {
-    const auto rank = [now](const Event& event) {
-        const double distance = event.startDate.timeIntervalSince(now);
-        const int kind = isCurrentEvent(event, now) ? 0 : distance >= 0 ? 1 : 2;
-        return std::tuple(kind, distance < 0 ? -distance : distance);
-    };
-    return rank(a) < rank(b);
 }
 
 template <class Matches>

@@ -15,6 +15,8 @@ struct RecordingWorkspace final : platform::Workspace {
         return std::nullopt;
     }
     std::optional<std::string> programForScheme(std::string_view) const override { return std::nullopt; }
+    std::optional<std::string> programForContentType(std::string_view) const override { return std::nullopt; }
+    std::optional<std::string> startProgramForContentType(std::string_view) override { return std::nullopt; }
     std::vector<std::string> opened;
 };
 

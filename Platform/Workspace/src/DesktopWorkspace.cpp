@@ -28,6 +28,15 @@ void sendPendingMessages() {
     if (bus) g_dbus_connection_flush_sync(bus.get(), nullptr, nullptr);
 }
 
+std::optional<std::string> displayName(const Object<GAppInfo>& program) {
+    if (!program) return std::nullopt;
+    return std::string(g_app_info_get_display_name(program.get()));
+}
+
+Object<GAppInfo> defaultProgram(std::string_view contentType) {
+    return Object<GAppInfo>(g_app_info_get_default_for_type(std::string(contentType).c_str(), FALSE));
+}
+
 }  // namespace
 
 std::optional<std::string> DesktopWorkspace::open(const Url& url) {
@@ -43,9 +52,23 @@ std::optional<std::string> DesktopWorkspace::open(const Url& url) {
 }
 
 std::optional<std::string> DesktopWorkspace::programForScheme(std::string_view scheme) const {
-    const Object<GAppInfo> program(g_app_info_get_default_for_uri_scheme(std::string(scheme).c_str()));
-    if (!program) return std::nullopt;
-    return std::string(g_app_info_get_display_name(program.get()));
+    return displayName(Object<GAppInfo>(g_app_info_get_default_for_uri_scheme(std::string(scheme).c_str())));
+}
+
+std::optional<std::string> DesktopWorkspace::programForContentType(std::string_view contentType) const {
+    return displayName(defaultProgram(contentType));
+}
+
+std::optional<std::string> DesktopWorkspace::startProgramForContentType(std::string_view contentType) {
+    const auto program = defaultProgram(contentType);
+    if (!program) return "no program is set up for " + std::string(contentType);
+    GError* raw = nullptr;
+    if (g_app_info_launch(program.get(), nullptr, nullptr, &raw)) {
+        sendPendingMessages();
+        return std::nullopt;
+    }
+    const Error error(raw);
+    return displayName(program).value_or("") + ": " + (error ? error->message : "could not be started");
 }
 
 }  // namespace platform

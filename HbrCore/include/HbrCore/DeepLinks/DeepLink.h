@@ -23,6 +23,8 @@ class DeepLink {
     virtual ~DeepLink() = default;
     virtual DeepLinkDestination destination() const = 0;
     virtual platform::Url url() const = 0;
+    /// The `eventID` of every kind.
+    virtual const std::string& eventIdentifier() const = 0;
 };
 
 /// The three kinds differ in their destination alone.
@@ -32,6 +34,7 @@ class EventDeepLink final : public DeepLink {
     explicit EventDeepLink(std::string id) : eventID(std::move(id)) {}
     DeepLinkDestination destination() const override { return fixedDestination; }
     platform::Url url() const override;
+    const std::string& eventIdentifier() const override { return eventID; }
 
     std::string eventID;
 

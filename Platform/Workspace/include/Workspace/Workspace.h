@@ -19,6 +19,11 @@ class Workspace {
     virtual std::optional<std::string> open(const Url& url) = 0;
     /// Name of the program that opens URLs of a scheme, as users know it; nothing when there is none.
     virtual std::optional<std::string> programForScheme(std::string_view scheme) const = 0;
+    /// The same for a kind of file, by its MIME type ("text/calendar").
+    virtual std::optional<std::string> programForContentType(std::string_view contentType) const = 0;
+    /// Starts that program, or brings it to the front, without a file. Nothing when it was started, else why
+    /// not, as one line for the user.
+    virtual std::optional<std::string> startProgramForContentType(std::string_view contentType) = 0;
 
     /// The process's workspace: the desktop's, unless another one was set (a test, a dry run).
     static std::shared_ptr<Workspace> shared();

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <Foundation/Date.h>
+#include <HbrCore/Events/Event.h>
+
+#include <optional>
+#include <string_view>
+
+namespace hbr {
+
+class CoreServices;
+
+/// Orders what an identifier or a title can mean: an event under way comes first, then those to come, then
+/// those that are over, each by how near its start is.
+bool isNearer(const Event& a, const Event& b, platform::Date now);
+
+/// The event that an identifier means: of a series the nearest occurrence. Looked for in the manager's lists,
+/// in the watched calendars of the last week and the next two months, among own reminders and at last in
+/// every calendar and task list. Main thread.
+std::optional<Event> eventWithIdentifier(const CoreServices& core, std::string_view identifier);
+
+}  // namespace hbr

@@ -1,0 +1,62 @@
+#include <HbrCore/DeepLinks/LinkOpener.h>
+
+#include <Foundation/Text.h>
+#include <HbrUtils/OpenURL.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace hbr {
+
+namespace {
+
+/// Of the programs of Zoom, Microsoft Teams, TeamSpeak and FaceTime.
+constexpr std::string_view programSchemes[] = {"zoommtg", "msteams", "ts3server", "facetime",
+                                               "facetime-audio"};
+
+bool isWebScheme(std::string_view scheme) {
+    return scheme == "https" || scheme == "http";
+}
+
+/// The scheme with which every match of the pattern begins; empty when the pattern does not spell it out.
+std::string_view literalScheme(std::string_view regex) {
+    if (regex.starts_with('^')) regex.remove_prefix(1);
+    const auto end = std::ranges::find_if(
+        regex, [](char c) { return !((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-'); });
+    if (end == regex.end() || *end != ':') return {};
+    return {regex.begin(), end};
+}
+
+}  // namespace
+
+LinkOpener::LinkOpener(const std::vector<VideoConferenceService>& services,
+                       std::shared_ptr<platform::Workspace> workspace)
+    : callSchemes_(std::begin(programSchemes), std::end(programSchemes)), workspace_(std::move(workspace)) {
+    for (const auto& service : services) {
+        if (const auto scheme = literalScheme(service.regex); !scheme.empty()) callSchemes_.emplace(scheme);
+    }
+}
+
+std::optional<std::string> LinkOpener::refusal(const platform::Url& url) const {
+    const auto written = url.scheme();
+    if (!written) return "\"" + url.absoluteString() + "\" is not opened: it says neither http nor https";
+    const std::string scheme = platform::lowercased(*written);
+    if (isWebScheme(scheme)) {
+        if (url.host()) return std::nullopt;
+        return "\"" + url.absoluteString() + "\" is not opened: it names no host";
+    }
+    if (callSchemes_.contains(scheme)) return std::nullopt;
+    return "\"" + url.absoluteString() + "\" is not opened: " + scheme +
+           ": is neither a web page nor a known conference program";
+}
+
+std::optional<std::string> LinkOpener::open(const platform::Url& url) const {
+    if (auto reason = refusal(url)) return reason;
+    return openURL(url, *workspace_);
+}
+
+bool LinkOpener::canOpen(const platform::Url& url) const {
+    return !refusal(url) && workspace_->programForScheme(platform::lowercased(url.scheme().value_or("")));
+}
+
+}  // namespace hbr
