@@ -14,3 +14,9 @@ install(DIRECTORY ${HEEDBANNER_BUILD_RESOURCES}/ DESTINATION ${CMAKE_INSTALL_DAT
 hbr_install(core ${CMAKE_INSTALL_DATADIR}/applications ${packaging}/${id}.links.desktop)
 hbr_install(core ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps ${packaging}/icons/${id}.svg)
 hbr_install(core ${CMAKE_INSTALL_DATADIR}/icons/hicolor/symbolic/apps ${packaging}/icons/${id}-symbolic.svg)
+
+foreach(program heedbanner heedbanner-widgets)
+  hbr_install(core ${CMAKE_INSTALL_DATADIR}/bash-completion/completions ${packaging}/completions/bash/${program})
+  hbr_install(core ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions ${packaging}/completions/zsh/_${program})
+  hbr_install(core ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d ${packaging}/completions/fish/${program}.fish)
+endforeach()

@@ -136,12 +136,12 @@ void declare(CLI::App& root, Command& command, CommandLine& result) {
 
 }  // namespace
 
-CommandLine readCommandLine(int argc, char** argv, const std::vector<std::unique_ptr<Command>>& commands) {
-    CommandLine result;
-    CLI::App root(
+void declareCommands(CLI::App& root, CommandLine& result,
+                     const std::vector<std::unique_ptr<Command>>& commands) {
+    root.name("heedbanner");
+    root.description(
         "Your next meetings, from the calendars on this computer: looks at them, chooses which of\n"
-        "them the widgets watch, and tells what is wrong when something is missing.",
-        "heedbanner");
+        "them the widgets watch, and tells what is wrong when something is missing.");
     root.formatter(std::make_shared<HelpText>());
     declareGeneral(root, result.general);
     root.require_subcommand(0, 1);
@@ -153,6 +153,12 @@ CommandLine readCommandLine(int argc, char** argv, const std::vector<std::unique
         "heedbanner COMMAND --help tells more about one command.");
     for (const auto& command : commands)
         declare(root, *command, result);
+}
+
+CommandLine readCommandLine(int argc, char** argv, const std::vector<std::unique_ptr<Command>>& commands) {
+    CommandLine result;
+    CLI::App root;
+    declareCommands(root, result, commands);
 
     try {
         root.parse(argc, argv);

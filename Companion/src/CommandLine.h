@@ -15,6 +15,10 @@ struct CommandLine {
     ExitCode exitCode = ExitCode::done;
 };
 
+/// Names every command and option in `root`; what a parse finds goes into `result`, which has to outlive it.
+void declareCommands(CLI::App& root, CommandLine& result,
+                     const std::vector<std::unique_ptr<Command>>& commands);
+
 /// Reads the arguments into the options of `commands`; prints help and version on standard output,
 /// complaints on standard error.
 CommandLine readCommandLine(int argc, char** argv, const std::vector<std::unique_ptr<Command>>& commands);

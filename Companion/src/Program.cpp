@@ -1,5 +1,6 @@
 #include "CommandContext.h"
 #include "CommandLine.h"
+#include "Completion.h"
 #include "ProgramDiagnostics.h"
 
 #include <Companion/Program.h>
@@ -60,6 +61,10 @@ int runCompanion(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
     std::signal(SIGPIPE, SIG_DFL);
     const auto commands = allCommands();
+    if (argc > 2 && std::strcmp(argv[1], "--complete") == 0) {
+        // For the shells' completion, which gives the words up to the one that is being typed.
+        return static_cast<int>(finishOutput(printCompletions({argv + 2, argv + argc}, commands, argv[0])));
+    }
     const CommandLine line = readCommandLine(argc, argv, commands);
     if (!line.command) return static_cast<int>(finishOutput(line.exitCode));
 

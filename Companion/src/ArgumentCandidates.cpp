@@ -1,0 +1,71 @@
+#include "ArgumentCandidates.h"
+
+#include "AgendaEvents.h"
+#include "CollectionChoices.h"
+#include "CommandContext.h"
+#include "SettingCatalogue.h"
+
+#include <HbrCore/Events/EventTexts.h>
+
+#include <set>
+
+namespace hbr {
+
+namespace {
+
+CommandContext contextFor(const char* program) {
+    const auto silent = std::make_shared<platform::CollectedDiagnostics>();
+    const auto environment =
+        platform::Environment::fromProcess("heedbanner", platform::programPath(program), {}, silent);
+    platform::Environment::setCurrent(environment);
+    return {environment, Console(false), GeneralOptions{}, true};
+}
+
+std::vector<Candidate> events(CommandContext context) {
+    std::vector<Candidate> candidates{{"now", "what is under way"}, {"next", "what comes next"}};
+    std::set<std::string> known;
+    for (const auto& one : agendaEvents(context, {})) {
+        if (!one.event.title || !known.insert(*one.event.title).second) continue;
+        candidates.push_back(
+            {onOneLine(*one.event.title),
+             formattedStartTimeAndDate(one.event, context.core().formatters(), context.now())});
+    }
+    return candidates;
+}
+
+std::vector<Candidate> collections(CommandContext context, platform::EKEntityType type) {
+    std::vector<Candidate> candidates;
+    for (const auto& one : collectionChoices(context, type)) {
+        candidates.push_back({onOneLine(one.qualifiedName()), one.active ? "watched" : "not watched"});
+    }
+    return candidates;
+}
+
+std::vector<Candidate> accounts(const CommandContext& context) {
+    std::vector<Candidate> candidates;
+    for (const auto& account : context.accounts().load())
+        candidates.push_back({onOneLine(account.name), account.location.string()});
+    return candidates;
+}
+
+std::vector<Candidate> settings() {
+    std::vector<Candidate> candidates;
+    for (const auto& entry : settingCatalogue())
+        candidates.push_back({entry.name, entry.meaning});
+    return candidates;
+}
+
+}  // namespace
+
+std::vector<Candidate> ArgumentCandidates::of(std::string_view command, std::string_view argument) const {
+    if (argument == "EVENT") return events(contextFor(program_));
+    if (argument != "NAME") return {};
+    if (command == "settings") return settings();
+    if (command == "calendars") return collections(contextFor(program_), platform::EKEntityType::event);
+    if (command == "reminder-lists")
+        return collections(contextFor(program_), platform::EKEntityType::reminder);
+    if (command == "accounts") return accounts(contextFor(program_));
+    return {};
+}
+
+}  // namespace hbr
