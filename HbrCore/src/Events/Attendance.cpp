@@ -31,10 +31,15 @@ AttendanceSettings::AttendanceSettings(const UserSettingsStore& settings)
     : showOnlyEventsWithAlert(settings.showOnlyEventsWithAlert()),
       showOnlyAcceptedEvents(settings.showOnlyAcceptedEvents()) {}
 
-bool isAttending(const platform::EKEvent& event, const AttendanceSettings& settings) {
-    if (!event.attendees) return true;
+const platform::EKParticipant* currentUser(const platform::EKEvent& event) {
+    if (!event.attendees) return nullptr;
     const auto user = std::ranges::find_if(*event.attendees, &platform::EKParticipant::isCurrentUser);
-    return user == event.attendees->end() || counts(user->participantStatus, settings.showOnlyAcceptedEvents);
+    return user == event.attendees->end() ? nullptr : &*user;
+}
+
+bool isAttending(const platform::EKEvent& event, const AttendanceSettings& settings) {
+    const auto* user = currentUser(event);
+    return !user || counts(user->participantStatus, settings.showOnlyAcceptedEvents);
 }
 
 bool shouldSchedule(const platform::EKEvent& event, const AttendanceSettings& settings) {

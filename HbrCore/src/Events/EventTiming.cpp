@@ -36,15 +36,15 @@ bool isInFuture(const Event& event, platform::Date relativeTo) {
     return event.startDate > relativeTo;
 }
 
+double alertOffset(double defaultTimeOffset, const std::optional<EventSettings>& eventSettings) {
+    if (!eventSettings || !eventSettings->usesCustomTimeOffset) return defaultTimeOffset;
+    return static_cast<double>(eventSettings->timeOffsetSeconds);
+}
+
 bool isPending(const Event& event, double defaultTimeOffset,
                const std::optional<EventSettings>& eventSettings, platform::Date now) {
-    double offset = defaultTimeOffset;
-    if (eventSettings) {
-        if (eventSettings->isExcluded) return false;
-        if (eventSettings->usesCustomTimeOffset) {
-            offset = static_cast<double>(eventSettings->timeOffsetSeconds);
-        }
-    }
+    if (eventSettings && eventSettings->isExcluded) return false;
+    const double offset = alertOffset(defaultTimeOffset, eventSettings);
     return event.startDate.addingTimeInterval(-offset) < now && now <= event.startDate;
 }
 

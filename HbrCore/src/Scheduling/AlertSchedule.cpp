@@ -2,6 +2,7 @@
 
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 #include <HbrCore/Events/Attendance.h>
+#include <HbrCore/Events/EventTiming.h>
 #include <HbrCore/Stores/EventSettingsStore.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
 
@@ -17,16 +18,15 @@ AlertSettings AlertSettings::of(const UserSettingsStore& settings) {
             .showOnlyEventsWithVideoConference = settings.showOnlyEventsWithVideoConference()};
 }
 
+bool hasWantedCall(const Event& event, const AlertSettings& settings) {
+    return !settings.showOnlyEventsWithVideoConference || !event.videoConferenceLinks.empty();
+}
+
 std::optional<platform::Date> alertDate(const Event& event, const AlertSettings& settings,
                                         const std::optional<EventSettings>& eventSettings,
                                         platform::Date now) {
-    double offset = static_cast<double>(settings.timeOffsetSeconds);
-    if (eventSettings) {
-        if (eventSettings->isExcluded) return std::nullopt;
-        if (eventSettings->usesCustomTimeOffset) {
-            offset = static_cast<double>(eventSettings->timeOffsetSeconds);
-        }
-    }
+    if (eventSettings && eventSettings->isExcluded) return std::nullopt;
+    double offset = alertOffset(static_cast<double>(settings.timeOffsetSeconds), eventSettings);
     if (settings.includeTravelTime) offset += event.travelTime;
     const platform::Date alert = event.startDate.addingTimeInterval(-offset);
     return alert < now ? std::nullopt : std::optional(alert);
@@ -55,8 +55,7 @@ std::vector<AlertInvocation> AlertSchedule::invocations(
         if (!shouldSchedule(*event, attendance)) continue;
         auto alert = invocation(Event::fromCalendarEvent(*event, parser_));
         if (!alert) continue;
-        if (settings_.showOnlyEventsWithVideoConference && alert->event.videoConferenceLinks.empty())
-            continue;
+        if (!hasWantedCall(alert->event, settings_)) continue;
         alerts.push_back(*std::move(alert));
     }
     return alerts;

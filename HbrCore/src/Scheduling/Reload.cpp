@@ -4,14 +4,13 @@
 #include <HbrCore/Events/DemoEvents.h>
 #include <HbrCore/Events/FilterRuleMatcher.h>
 #include <HbrCore/Scheduling/AlertSchedule.h>
+#include <HbrCore/Scheduling/ReloadWindow.h>
 #include <HbrCore/Stores/AggregatedEventStore.h>
 #include <HbrCore/Stores/CustomRemindersStore.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
-#include <HbrUtils/DateOperations.h>
 #include <MxLogger/MxLogger.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <iterator>
 #include <utility>
 #include <vector>
@@ -49,12 +48,6 @@ void finish(ReloadRef reload) {
     if (auto delegate = context.delegate.load()->lock()) delegate->didUpdateInvocations(context.alerts.all());
     if (reload->shouldPostNotification) context.services.center.post(didReloadEventsNotification);
     if (reload->completion) reload->completion();
-}
-
-/// 23:59:59 of the day that lies `days` days after today.
-platform::Date endOfWindow(const platform::Calendar& calendar, platform::Date now, std::int64_t days) {
-    const auto bounded = static_cast<int>(std::clamp<std::int64_t>(days, -36500, 36500));
-    return endOfDay(calendar.addingDays(now, bounded), calendar);
 }
 
 void showDemoEvents(ReloadContext& context) {
@@ -145,7 +138,7 @@ void startReload(std::shared_ptr<ReloadContext> context, bool shouldPostNotifica
     const platform::Date now = services.environment->now();
     reload->start = now;
     reload->end =
-        endOfWindow(services.environment->calendar, now, services.settings->upcomingEventsDaysFilter());
+        endOfReloadWindow(services.environment->calendar, now, services.settings->upcomingEventsDaysFilter());
     reload->events = store.events(reload->start, reload->end);
     const platform::Date end = reload->end;
     store.reminders(now, end, [reload = std::move(reload)](std::vector<EKReminderRef> reminders) mutable {

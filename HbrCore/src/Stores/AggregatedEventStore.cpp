@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <future>
 #include <iterator>
 #include <map>
 #include <mutex>
@@ -260,6 +261,30 @@ void AggregatedEventStore::reminders(platform::Date start, platform::Date end,
     const EKEventStore& store = state_->eventStore;
     store.fetchReminders(store.predicateForIncompleteReminders(start, end, std::move(lists)),
                          std::move(completion));
+}
+
+std::vector<EKEventRef> AggregatedEventStore::eventsOfAllCalendars(platform::Date start,
+                                                                   platform::Date end) const {
+    const auto all = [&](const EKEventStore& store) {
+        return store.events(store.predicateForEvents(start, end, store.calendars(EKEntityType::event)));
+    };
+    auto events = all(state_->eventStore);
+    if (const auto delegated = state_->delegates())
+        std::ranges::move(all(*delegated), std::back_inserter(events));
+    return events;
+}
+
+std::vector<EKReminderRef> AggregatedEventStore::remindersOfAllLists() const {
+    const auto all = [](const EKEventStore& store) {
+        std::promise<std::vector<EKReminderRef>> tasks;
+        store.fetchReminders(store.predicateForReminders(store.calendars(EKEntityType::reminder)),
+                             [&](std::vector<EKReminderRef> found) { tasks.set_value(std::move(found)); });
+        return tasks.get_future().get();
+    };
+    auto tasks = all(state_->eventStore);
+    if (const auto delegated = state_->delegates())
+        std::ranges::move(all(*delegated), std::back_inserter(tasks));
+    return tasks;
 }
 
 std::vector<Event> AggregatedEventStore::currentEvents(platform::Date now) const {

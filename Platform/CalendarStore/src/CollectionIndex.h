@@ -46,6 +46,8 @@ class CollectionIndex {
     /// Open tasks that are due in [from, to].
     void appendOpenTasks(Date from, Date to, Date now, const EKCalendarRef& calendar,
                          std::vector<EKReminderRef>& into) const;
+    /// Every task, completed or not, due or not.
+    void appendTasks(Date now, const EKCalendarRef& calendar, std::vector<EKReminderRef>& into) const;
     /// First occurrence, or nullptr.
     EKEventRef event(const std::string& identifier, const EKCalendarRef& calendar) const;
     EKReminderRef task(const std::string& identifier, Date now, const EKCalendarRef& calendar) const;

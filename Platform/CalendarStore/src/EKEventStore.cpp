@@ -193,12 +193,16 @@ EKReminderRef EKEventStore::reminderWithIdentifier(std::string_view identifier) 
 
 EKPredicate EKEventStore::predicateForEvents(Date start, Date end,
                                              std::vector<EKCalendarRef> calendars) const {
-    return {EKEntityType::event, start, end, std::move(calendars)};
+    return {EKEntityType::event, start, end, std::move(calendars), false};
 }
 
 EKPredicate EKEventStore::predicateForIncompleteReminders(Date dueStart, Date dueEnd,
                                                           std::vector<EKCalendarRef> calendars) const {
-    return {EKEntityType::reminder, dueStart, dueEnd, std::move(calendars)};
+    return {EKEntityType::reminder, dueStart, dueEnd, std::move(calendars), false};
+}
+
+EKPredicate EKEventStore::predicateForReminders(std::vector<EKCalendarRef> calendars) const {
+    return {EKEntityType::reminder, {}, {}, std::move(calendars), true};
 }
 
 std::vector<EKEventRef> EKEventStore::events(const EKPredicate& predicate) const {
@@ -238,11 +242,16 @@ void EKEventStore::fetchReminders(const EKPredicate& predicate,
             if (known == snapshot->byCalendar.end() || !known->second->reminders) continue;
             if (known->second->reminders->calendarIdentifier != calendar->calendarIdentifier) continue;
             if (!asked.insert(known->second).second) continue;
-            known->second->index->appendOpenTasks(predicate.start, predicate.end, now,
-                                                  known->second->reminders, result);
+            const auto& index = *known->second->index;
+            if (predicate.wantsEveryTask) {
+                index.appendTasks(now, known->second->reminders, result);
+            } else {
+                index.appendOpenTasks(predicate.start, predicate.end, now, known->second->reminders, result);
+            }
         }
         std::sort(result.begin(), result.end(), [](const EKReminderRef& a, const EKReminderRef& b) {
-            if (*a->dueDate != *b->dueDate) return *a->dueDate < *b->dueDate;
+            if (a->dueDate.has_value() != b->dueDate.has_value()) return a->dueDate.has_value();
+            if (a->dueDate && *a->dueDate != *b->dueDate) return *a->dueDate < *b->dueDate;
             return std::tie(a->calendar->calendarIdentifier, a->calendarItemIdentifier) <
                    std::tie(b->calendar->calendarIdentifier, b->calendarItemIdentifier);
         });

@@ -100,6 +100,13 @@ void CollectionIndex::appendOpenTasks(Date from, Date to, Date now, const EKCale
     }
 }
 
+void CollectionIndex::appendTasks(Date now, const EKCalendarRef& calendar,
+                                  std::vector<EKReminderRef>& into) const {
+    std::lock_guard lock(mutex_);
+    for (const auto& series : tasks_)
+        into.push_back(taskOf(*series, now, calendar));
+}
+
 EKReminderRef CollectionIndex::task(const std::string& identifier, Date now,
                                     const EKCalendarRef& calendar) const {
     const auto known = byIdentifier_.find(identifier);

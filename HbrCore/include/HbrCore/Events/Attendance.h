@@ -18,6 +18,8 @@ struct AttendanceSettings {
     AttendanceSettings(const UserSettingsStore& settings);
 };
 
+/// The attendee who is the user; nullptr without attendees or when none is.
+const platform::EKParticipant* currentUser(const platform::EKEvent& event);
 /// True without attendees or when none is the user; else by the user's answer.
 bool isAttending(const platform::EKEvent& event, const AttendanceSettings& settings);
 /// Not all-day, not cancelled, attended, and with an alert where only those are wanted.

@@ -21,6 +21,8 @@ double eventProgress(const Event& event, platform::Date now);
 /// Both bounds are left out.
 bool startsWithin(const Event& event, double timeinterval, platform::Date relativeTo);
 bool isInFuture(const Event& event, platform::Date relativeTo);
+/// Seconds before the start at which the alert period begins: the event's own when its settings say so.
+double alertOffset(double defaultTimeOffset, const std::optional<EventSettings>& eventSettings);
 /// Inside the alert period: after start - offset, up to and with the start. The offset is the event's own
 /// when its settings say so, else `defaultTimeOffset`; an excluded event never is.
 bool isPending(const Event& event, double defaultTimeOffset,

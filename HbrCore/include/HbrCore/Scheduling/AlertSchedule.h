@@ -32,6 +32,9 @@ std::optional<platform::Date> alertDate(const Event& event, const AlertSettings&
                                         const std::optional<EventSettings>& eventSettings,
                                         platform::Date now);
 
+/// False for a calendar event without a conference link where only those with one are wanted.
+bool hasWantedCall(const Event& event, const AlertSettings& settings);
+
 /// Computes the alerts still to come at `now`, in the order of what it is given.
 class AlertSchedule {
   public:

@@ -82,6 +82,12 @@ class AggregatedEventStore {
     /// calling thread when no list is active.
     void reminders(platform::Date start, platform::Date end, RemindersCompletion completion) const;
 
+    /// Of every calendar, watched or not; what both stores hold stands twice, the own store's first.
+    std::vector<platform::EKEventRef> eventsOfAllCalendars(platform::Date start, platform::Date end) const;
+    /// Of every list, watched or not, completed or not, due or not. Waits for the stores' worker threads:
+    /// never to be called on one of them.
+    std::vector<platform::EKReminderRef> remindersOfAllLists() const;
+
     /// Scheduled events under way, by start.
     std::vector<Event> currentEvents(platform::Date now) const;
     /// Scheduled events of the next hour inside their alert period, by start.

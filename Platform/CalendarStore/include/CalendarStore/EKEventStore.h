@@ -25,6 +25,8 @@ struct EKPredicate {
     Date start;
     Date end;
     std::vector<EKCalendarRef> calendars;
+    /// Of tasks: completed ones and those without a due date too, whatever the interval.
+    bool wantsEveryTask = false;
 };
 
 /// What `doctor` tells of one collection.
@@ -90,7 +92,9 @@ class EKEventStore {
     std::vector<EKEventRef> events(const EKPredicate& predicate) const;
     EKPredicate predicateForIncompleteReminders(Date dueStart, Date dueEnd,
                                                 std::vector<EKCalendarRef> calendars) const;
-    /// Completes on the store's worker thread.
+    /// Every task, completed or not, due or not.
+    EKPredicate predicateForReminders(std::vector<EKCalendarRef> calendars) const;
+    /// By due date, those without one last. Completes on the store's worker thread.
     void fetchReminders(const EKPredicate& predicate,
                         std::function<void(std::vector<EKReminderRef>)> completion) const;
 
