@@ -70,6 +70,26 @@ TEST(UpcomingEventsView, RowsStandUnderTheHeader) {
     EXPECT_EQ(large[5].frame.bottom(), 16 + 293);
 }
 
+TEST(UpcomingEventsView, ARowIsSaidAsItsEventAndItsCameraEvenWhenItCannotJoinYet) {
+    test::Drawing drawing;
+    Event later = drawing.event("1", 30, 60);
+    later.calendarName = "Work";
+    later.videoConferenceLinks = {test::callLink()};
+    Event soon = later;
+    soon.startDate = drawing.now.addingTimeInterval(60);
+    std::vector<std::pair<AccessibleElement::Role, std::string>> said;
+    for (const auto& element : upcoming(drawing, {later, soon}, systemMedium).accessibleElements())
+        said.emplace_back(element.role, element.label);
+    const auto row =
+        testing::AllOf(testing::StartsWith("Calendar event. "), HasSubstr("Event 1"),
+                       testing::EndsWith("video call. This event belongs to calendar \"Work\"."));
+    using Role = AccessibleElement::Role;
+    EXPECT_THAT(said,
+                ElementsAre(testing::Pair(Role::text, "UPCOMING EVENTS"), testing::Pair(Role::link, row),
+                            testing::Pair(Role::inactiveLink, "Join Call"), testing::Pair(Role::link, row),
+                            testing::Pair(Role::link, "Join Call")));
+}
+
 TEST(UpcomingEventsView, TwoLongTitlesDoNotFitASmallWidget) {
     test::Drawing drawing;
     auto list = events(drawing, 3, 30, 60);

@@ -3,6 +3,8 @@
 #include <Views/Painters.h>
 
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -148,6 +150,41 @@ TEST(Layout, ATextShrinksToItsFactorBeforeItIsTruncated) {
     EXPECT_EQ(tooNarrow.lines, 1);
 }
 
+TEST(Layout, ATextIsTightenedBeforeItShrinksUnlessItsLettersJoin) {
+    const auto fitted = [](const char* content, double share) {
+        const View view = text(content).font(system(11)).allowsTightening().minimumScaleFactor(0.5);
+        return laidOutText(view, laidOutText(view, 500).frame.width * share);
+    };
+    EXPECT_DOUBLE_EQ(fitted("10:00 AM–11:30 AM", 0.97).textScale, 1);
+    EXPECT_FALSE(fitted("10:00 AM–11:30 AM", 0.97).isTruncated);
+    const double both = fitted("10:00 AM–11:30 AM", 0.8).textScale;
+    EXPECT_GT(both, 0.8);
+    EXPECT_LT(both, 1);
+    EXPECT_NEAR(fitted("اجتماع الفريق", 0.97).textScale, 0.97, 1e-9);
+    EXPECT_LT(fitted("1", 0.97).textScale, 1);
+}
+
+TEST(Layout, ACutOffTextTellsWhatIsLeftOfIt) {
+    struct Case {
+        const char* content;
+        bool isRightToLeft;
+    };
+    for (const auto& c : std::vector<Case>{{"Weekly planning of everything that there is to plan", false},
+                                           {"Weekly planning of everything that there is to plan", true},
+                                           {"תכנון שבועי של כל מה שיש לתכנן השבוע", false},
+                                           {"設計レビュー会議の予定と次の予定", true}}) {
+        ViewContext context;
+        context.isRightToLeft = c.isRightToLeft;
+        const auto tree = layOut(text(c.content).lineLimit(2), {60, 100}, context);
+        const auto& node = tree.root.children.at(0);
+        ASSERT_TRUE(node.truncatedText.ends_with("…")) << node.truncatedText;
+        const auto kept = node.truncatedText.substr(0, node.truncatedText.size() - 3);
+        EXPECT_GT(kept.size(), 8U);
+        EXPECT_TRUE(std::string_view(c.content).starts_with(kept)) << kept;
+    }
+    EXPECT_EQ(laidOutText(text("Short").lineLimit(1), 90).truncatedText, "");
+}
+
 TEST(Layout, BreaksAndControlCharactersOfATextBecomeBlanks) {
     EXPECT_EQ(laidOutText(text("a\r\nb\tc\x01"
                                "d\xE2\x80\xA8"
@@ -223,6 +260,29 @@ TEST(TapTargets, TheInnermostLinkIsHitAndLabelsLeaveInnerLinksOut) {
     EXPECT_EQ(tree.linkAt({79.9, 5})->url, row);
     EXPECT_EQ(tree.linkAt({80, 5})->url, call);
     EXPECT_FALSE(tree.linkAt({100, 5}));
+}
+
+TEST(Accessibility, SaysLinksAndWhatStandsOutsideThemAndNothingTwice) {
+    using Role = AccessibleElement::Role;
+    const Url row = Url::parse("heedbanner://preview/1").value();
+    const View camera = box(20, 20).accessibilityHidden();
+    const View view =
+        vstack({.spacing = 0},
+               {text("Header"), text("hidden").accessibilityHidden(), text(""),
+                link(row, hstack({}, {text("Title"), inactiveLink(camera).accessibilityLabel("Join")}))
+                    .accessibilityLabel("An event."),
+                inactiveLink(text("later")), box(9, 9).accessibilityLabel("A square")});
+    const auto tree = layOut(view, {100, 200}, {});
+    std::vector<std::pair<AccessibleElement::Role, std::string>> said;
+    for (const auto& element : tree.accessibleElements())
+        said.emplace_back(element.role, element.label);
+    EXPECT_EQ(said,
+              (std::vector<std::pair<AccessibleElement::Role, std::string>>{{Role::text, "Header"},
+                                                                            {Role::link, "An event."},
+                                                                            {Role::inactiveLink, "Join"},
+                                                                            {Role::inactiveLink, "later"},
+                                                                            {Role::image, "A square"}}));
+    EXPECT_EQ(tree.links().size(), 1U);
 }
 
 }  // namespace

@@ -27,9 +27,8 @@ View CameraButton::body(const ViewContext& context, Color ground) const {
                              .padding(Insets::symmetric(6, 3))
                              .background(capsule().foreground(capsuleFill))
                              .accessibilityHidden();
-    if (!isActive()) return content;
-    return link(JoinCallDeepLink(event.id).url(), content)
-        .accessibilityLabel(L10n::Alert::VideoConferenceMenu::join());
+    const View button = isActive() ? link(JoinCallDeepLink(event.id).url(), content) : inactiveLink(content);
+    return button.accessibilityLabel(L10n::Alert::VideoConferenceMenu::join());
 }
 
 }  // namespace hbr

@@ -2,10 +2,11 @@
 
 #include <Foundation/Text.h>
 #include <HbrCore/DeepLinks/DeepLink.h>
-#include <HbrCore/Events/EventTexts.h>
 #include <HeedbannerWidgetExtension/Views/EventDetailView.h>
 #include <HeedbannerWidgetExtension/Views/NoEventsView.h>
 #include <Views/Legibility.h>
+
+#include "EventAccessibility.h"
 
 namespace hbr {
 
@@ -35,10 +36,11 @@ View EventCountdownView::body(const ViewContext& context) const {
     return link(PreviewEventDeepLink(event.id).url(),
                 vstack({.alignment = HorizontalAlignment::leading},
                        {
-                           text(headline).font(system(10).bold()).foreground(palette.secondary).lineLimit(1),
+                           text(headline).font(system(10).bold()).foreground(palette.secondary),
                            countdown(event, inputs.formatters, context.now)
                                .font(system(30).monospacedDigits())
                                .foreground(legible(palette.orange, palette.container, palette.symbolRatio()))
+                               .allowsTightening()
                                .minimumScaleFactor(0.5)
                                .startsWithInk(),
                            EventDetailView{event, context.now, countdownConfiguration, inputs}
@@ -46,7 +48,7 @@ View EventCountdownView::body(const ViewContext& context) const {
                                .fixedHeight(),
                        })
                     .filling({.horizontal = HorizontalAlignment::leading}))
-        .accessibilityLabel(accessibilityValue(event, inputs.formatters, context.now));
+        .accessibilityLabel(hbr::accessibilityLabel(event, inputs, context.now));
 }
 
 View NextEventCountdownWidgetView::body(const ViewContext& context) const {

@@ -102,11 +102,12 @@ View EventDetailView::dayAndTime(const ViewContext& context, const EventPillColo
         .verticalAlignment = VerticalAlignment::center,
         .horizontalSpacing = 0,
         .verticalSpacing = 0,
-        .content = {text(dayLabel(context) + (isRow ? ", " : ""))
-                        .font(system(11).bold().monospacedDigits())
-                        .foreground(colors.secondary)
-                        .lineLimit(1),
-                    text(timeText()).monospacedDigits().lineLimit(1).minimumScaleFactor(0.5)},
+        .content =
+            {text(dayLabel(context) + (isRow ? ", " : ""))
+                 .font(system(11).bold().monospacedDigits())
+                 .foreground(colors.secondary)
+                 .lineLimit(1),
+             text(timeText()).monospacedDigits().lineLimit(1).allowsTightening().minimumScaleFactor(0.5)},
     }
         .body();
 }

@@ -2,12 +2,13 @@
 
 #include <Foundation/Text.h>
 #include <HbrCore/DeepLinks/DeepLink.h>
-#include <HbrCore/Events/EventTexts.h>
 #include <HeedbannerWidgetExtension/Views/EventDetailView.h>
 #include <HeedbannerWidgetExtension/Views/NoEventsView.h>
 
 #include <algorithm>
 #include <string_view>
+
+#include "EventAccessibility.h"
 
 namespace hbr {
 
@@ -44,7 +45,8 @@ class EventList {
 
     View body() const {
         return vstack({.alignment = HorizontalAlignment::leading, .spacing = isLarge() ? 10.0 : 5.0},
-                      {header(), area().filling({.horizontal = HorizontalAlignment::leading})})
+                      {header(), area().filling({.horizontal = HorizontalAlignment::leading,
+                                                 .vertical = VerticalAlignment::top})})
             .filling({.horizontal = HorizontalAlignment::leading});
     }
 
@@ -53,7 +55,7 @@ class EventList {
 
     View header() const {
         const auto title = uppercased(inputs_.strings.text(style_.headerKey), context_.locale.language());
-        return text(title).font(system(10).bold()).foreground(context_.palette().secondary).lineLimit(1);
+        return text(title).font(system(10).bold()).foreground(context_.palette().secondary);
     }
 
     /// The longest list that fits.
@@ -85,7 +87,7 @@ class EventList {
                                       .showsEventProgress = style_.showsEventProgress},
                                      inputs_};
         return link(PreviewEventDeepLink(event.id).url(), detail.body(context_).fixedHeight())
-            .accessibilityLabel(accessibilityValue(event, inputs_.formatters, context_.now));
+            .accessibilityLabel(hbr::accessibilityLabel(event, inputs_, context_.now));
     }
 
     View overflow(std::size_t hidden) const {

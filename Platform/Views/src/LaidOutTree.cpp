@@ -38,6 +38,20 @@ std::string labelOf(const LaidOutNode& link) {
     return label;
 }
 
+void collectElements(const LaidOutNode& node, bool isInsideLink, std::vector<AccessibleElement>& elements) {
+    using Role = AccessibleElement::Role;
+    const bool isLink = node.kind == LaidOutNode::Kind::link;
+    if (isLink) {
+        elements.push_back({node.url ? Role::link : Role::inactiveLink, labelOf(node), node.frame, node.url});
+    } else if (!node.label.empty()) {
+        elements.push_back({Role::image, node.label, node.frame, std::nullopt});
+    } else if (isText(node) && !isInsideLink && !node.isAccessibilityHidden && !node.text.empty()) {
+        elements.push_back({Role::text, node.text, node.frame, std::nullopt});
+    }
+    for (const auto& child : node.children)
+        collectElements(child, isInsideLink || isLink, elements);
+}
+
 }  // namespace
 
 std::string_view nameOf(LaidOutNode::Kind kind) {
@@ -74,6 +88,12 @@ std::vector<TapTarget> LaidOutTree::links() const {
         if (node.url) targets.push_back({*node.url, labelOf(node), node.frame});
     });
     return targets;
+}
+
+std::vector<AccessibleElement> LaidOutTree::accessibleElements() const {
+    std::vector<AccessibleElement> elements;
+    collectElements(root, false, elements);
+    return elements;
 }
 
 std::optional<TapTarget> LaidOutTree::linkAt(Point point) const {

@@ -140,7 +140,7 @@ class LabelNode final : public WrapperNode {
     void place(Rect frame, const Inherited& inherited, std::vector<LaidOutNode>& out) const override {
         const std::size_t first = out.size();
         content().place(frame, inherited, out);
-        if (out.size() > first) out[first].label = label_;
+        if (out.size() > first && !inherited.isAccessibilityHidden) out[first].label = label_;
     }
 
   private:
@@ -149,7 +149,7 @@ class LabelNode final : public WrapperNode {
 
 class LinkNode final : public WrapperNode {
   public:
-    LinkNode(View content, Url url) : WrapperNode(std::move(content)), url_(std::move(url)) {}
+    LinkNode(View content, std::optional<Url> url) : WrapperNode(std::move(content)), url_(std::move(url)) {}
 
     void place(Rect frame, const Inherited& inherited, std::vector<LaidOutNode>& out) const override {
         auto& node = out.emplace_back();
@@ -160,7 +160,7 @@ class LinkNode final : public WrapperNode {
     }
 
   private:
-    Url url_;
+    std::optional<Url> url_;
 };
 
 View inheriting(const View& view, InheritingNode::Change change) {
@@ -198,6 +198,10 @@ View View::lineLimit(int lines) const {
 
 View View::minimumScaleFactor(double factor) const {
     return inheriting(*this, [factor](Inherited& inherited) { inherited.minimumScaleFactor = factor; });
+}
+
+View View::allowsTightening() const {
+    return inheriting(*this, [](Inherited& inherited) { inherited.allowsTightening = true; });
 }
 
 View View::multilineTextAlignment(HorizontalAlignment alignment) const {
@@ -250,6 +254,10 @@ View View::background(View behind) const {
 
 View link(Url target, View content) {
     return wrapped<LinkNode>(content, std::move(target));
+}
+
+View inactiveLink(View content) {
+    return wrapped<LinkNode>(content, std::nullopt);
 }
 
 }  // namespace platform

@@ -45,6 +45,7 @@ struct RequestHash {
         };
         mix(std::hash<double>{}(request.font.size));
         mix(std::hash<double>{}(request.width));
+        mix(std::hash<double>{}(request.tightening));
         mix(static_cast<std::size_t>(request.lineLimit) * 8 + (request.font.isBold ? 4U : 0U) +
             (request.font.hasMonospacedDigits ? 2U : 0U) + (request.isRightToLeft ? 1U : 0U));
         return hash;
@@ -142,6 +143,10 @@ ShapedText::ShapedText(PangoContext* context, const TextRequest& request)
     if (request.font.hasMonospacedDigits) {
         pango_attr_list_insert(attributes, pango_attr_font_features_new("tnum=1"));
     }
+    if (request.tightening > 0) {
+        const auto spacing = static_cast<int>(-std::ceil(request.tightening * PANGO_SCALE));
+        pango_attr_list_insert(attributes, pango_attr_letter_spacing_new(spacing));
+    }
     pango_layout_set_attributes(layout, attributes);
     pango_attr_list_unref(attributes);
     pango_layout_set_text(layout, request.text.data(), static_cast<int>(request.text.size()));
@@ -166,6 +171,34 @@ PangoLayoutLine* ShapedText::line(int index) const {
     return pango_layout_get_line_readonly(layout_.get(), index);
 }
 
+std::string ShapedText::drawnText() const {
+    const std::string_view text = pango_layout_get_text(layout_.get());
+    std::string drawn;
+    for (int index = 0; index < lineCount(); ++index) {
+        const PangoLayoutLine* drawnLine = line(index);
+        auto from = static_cast<std::size_t>(drawnLine->start_index);
+        std::size_t to = from + static_cast<std::size_t>(drawnLine->length);
+        bool isCut = false;
+        for (const GSList* run = drawnLine->runs; run; run = run->next) {
+            const PangoItem* item = static_cast<const PangoLayoutRun*>(run->data)->item;
+            if ((item->analysis.flags & PANGO_ANALYSIS_FLAG_IS_ELLIPSIS) == 0) continue;
+            to = static_cast<std::size_t>(item->offset);
+            isCut = true;
+        }
+        drawn += text.substr(from, to - from);
+        if (isCut) drawn += "…";
+    }
+    return drawn;
+}
+
+int ShapedText::gapCount() const {
+    int count = 0;
+    const PangoLogAttr* places = pango_layout_get_log_attrs_readonly(layout_.get(), &count);
+    const auto letters = std::count_if(places, places + std::max(0, count - 1),
+                                       [](const PangoLogAttr& place) { return place.is_cursor_position; });
+    return std::max(0, static_cast<int>(letters) - 1);
+}
+
 std::shared_ptr<const ShapedText> shapedText(const TextRequest& request) {
     return workshop().shape(request);
 }
@@ -183,6 +216,23 @@ double leadingBearingOfZero(const Font& font) {
         measures.bearingOfZero = points(ink.x);
     }
     return *measures.bearingOfZero;
+}
+
+bool hasJoiningLetters(const std::string& text) {
+    for (const char* at = text.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {
+        switch (g_unichar_get_script(g_utf8_get_char(at))) {
+            case G_UNICODE_SCRIPT_ADLAM:
+            case G_UNICODE_SCRIPT_ARABIC:
+            case G_UNICODE_SCRIPT_MANDAIC:
+            case G_UNICODE_SCRIPT_MONGOLIAN:
+            case G_UNICODE_SCRIPT_NKO:
+            case G_UNICODE_SCRIPT_SYRIAC:
+                return true;
+            default:
+                break;
+        }
+    }
+    return false;
 }
 
 std::string displayableText(std::string_view text) {

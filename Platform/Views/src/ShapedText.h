@@ -18,6 +18,8 @@ struct TextRequest {
     double width = -1;
     /// 0: as many as it takes.
     int lineLimit = 0;
+    /// Points taken from the space between two letters.
+    double tightening = 0;
     bool isRightToLeft = false;
 
     friend bool operator==(const TextRequest&, const TextRequest&) = default;
@@ -33,6 +35,10 @@ class ShapedText {
     int lineCount() const { return static_cast<int>(lineWidths_.size()); }
     double lineWidth(int line) const { return lineWidths_[static_cast<std::size_t>(line)]; }
     bool isTruncated() const { return isTruncated_; }
+    /// With "…" where it was cut off.
+    std::string drawnText() const;
+    /// How many letters have another after them.
+    int gapCount() const;
     PangoLayoutLine* line(int index) const;
 
   private:
@@ -53,6 +59,9 @@ std::shared_ptr<const ShapedText> shapedText(const TextRequest& request);
 double baselineInLineBox(const Font& font);
 /// Blank between the origin and the ink of "0".
 double leadingBearingOfZero(const Font& font);
+
+/// True for scripts written without a gap between letters, which spacing would tear or overlap.
+bool hasJoiningLetters(const std::string& text);
 
 /// Bad UTF-8 replaced; line breaks, tabs and control characters turned into blanks.
 std::string displayableText(std::string_view text);

@@ -41,6 +41,7 @@ class StackNode : public ViewNode {
                                       inherited.font,
                                       inherited.lineLimit,
                                       inherited.minimumScaleFactor,
+                                      inherited.allowsTightening,
                                       inherited.isResizable};
         if (const auto* known = inherited.plans->find(key)) return *known;
         return inherited.plans->add(key, newPlan(proposal, inherited));

@@ -29,6 +29,7 @@ class StackPlanCache {
         Font font;
         int lineLimit = 0;
         double minimumScaleFactor = 1;
+        bool allowsTightening = false;
         bool isResizable = false;
 
         friend bool operator==(const Key&, const Key&) = default;

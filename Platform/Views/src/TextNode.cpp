@@ -25,6 +25,9 @@ class TextNode : public ViewNode {
         node.lines = plan.shaped->lineCount();
         node.isTruncated = plan.shaped->isTruncated();
         node.textScale = plan.scale;
+        node.minimumScaleFactor = inherited.minimumScaleFactor;
+        node.allowsTightening = inherited.allowsTightening;
+        if (node.isTruncated) node.truncatedText = plan.shaped->drawnText();
         node.text = std::move(content);
         node.font = inherited.font;
         node.lineLimit = inherited.lineLimit;
@@ -44,7 +47,7 @@ class TextNode : public ViewNode {
 
   private:
     static TextRules rules(const Inherited& inherited) {
-        return {inherited.font, inherited.lineLimit, inherited.minimumScaleFactor,
+        return {inherited.font, inherited.lineLimit, inherited.minimumScaleFactor, inherited.allowsTightening,
                 inherited.context->isRightToLeft};
     }
 };

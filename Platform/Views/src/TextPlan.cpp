@@ -4,6 +4,13 @@
 
 namespace platform {
 
+namespace {
+
+/// Of the font's size; beyond it letters begin to touch.
+constexpr double mostTightening = 0.03;
+
+}  // namespace
+
 TextPlan planText(const std::string& text, const TextRules& rules, std::optional<double> offered) {
     // Sums of widths come back a rounding error short.
     constexpr double tolerance = 0.01;
@@ -13,11 +20,19 @@ TextPlan planText(const std::string& text, const TextRules& rules, std::optional
     if (!offered || full <= *offered + tolerance) return {std::move(shaped), full, 1};
 
     const double available = std::max(0.0, *offered);
-    const double smallest = rules.minimumScaleFactor;
-    if (smallest < 1 && full * smallest <= available + tolerance) {
-        return {std::move(shaped), available, available / full};
+    TextRequest request = natural;
+    if (rules.allowsTightening && shaped->gapCount() > 0 && !hasJoiningLetters(text)) {
+        const double missing = (full - available) / shaped->gapCount();
+        request.tightening = std::min(missing, rules.font.size * mostTightening);
+        shaped = shapedText(request);
+        if (shaped->width() <= available + tolerance) return {std::move(shaped), available, 1};
     }
-    TextRequest broken = natural;
+    const double smallest = rules.minimumScaleFactor;
+    if (smallest < 1 && shaped->width() * smallest <= available + tolerance) {
+        const double scale = available / shaped->width();
+        return {std::move(shaped), available, scale};
+    }
+    TextRequest broken = request;
     broken.width = available / smallest;
     broken.lineLimit = smallest < 1 ? 1 : rules.lineLimit;
     return {shapedText(broken), available, smallest};

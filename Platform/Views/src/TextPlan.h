@@ -19,11 +19,12 @@ struct TextRules {
     Font font;
     int lineLimit = 0;
     double minimumScaleFactor = 1;
+    bool allowsTightening = false;
     bool isRightToLeft = false;
 };
 
-/// The natural width when it fits or nothing is offered; else shrunk to one line, where that is allowed, or
-/// broken and truncated to exactly the width offered.
+/// The natural width when it fits or nothing is offered. Else, to exactly the width offered: tightened, then
+/// shrunk to one line, where each is allowed, or broken and truncated.
 TextPlan planText(const std::string& text, const TextRules& rules, std::optional<double> offered);
 
 }  // namespace platform

@@ -42,6 +42,7 @@ JsonValue nodeJson(const LaidOutNode& node) {
         json.set("lines", node.lines);
         json.set("truncated", node.isTruncated);
         json.set("font", node.font.description());
+        if (!node.truncatedText.empty()) json.set("drawn", node.truncatedText);
         if (node.textScale < 1) json.set("textScale", number(node.textScale));
     }
     if (node.timerTarget) json.set("target", formatRfc3339(*node.timerTarget));

@@ -80,7 +80,7 @@ class Painter {
         if (node.text.empty()) return;
         const auto plan = planText(
             node.text,
-            {node.font, node.lineLimit, node.textScale < 1 ? node.textScale : 1, tree_.isRightToLeft},
+            {node.font, node.lineLimit, node.minimumScaleFactor, node.allowsTightening, tree_.isRightToLeft},
             node.frame.width);
         setSource(node);
         const double lineHeight = node.font.lineHeight();

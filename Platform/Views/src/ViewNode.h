@@ -45,6 +45,7 @@ struct Inherited {
     Color color;
     int lineLimit = 0;
     double minimumScaleFactor = 1;
+    bool allowsTightening = false;
     HorizontalAlignment textAlignment = HorizontalAlignment::leading;
     bool startsWithInk = false;
     bool isResizable = false;

@@ -32,6 +32,11 @@ struct LaidOutNode {
     Font font;
     /// Below 1 where the text was shrunk to fit.
     double textScale = 1;
+    /// What the text may do to fit its frame.
+    double minimumScaleFactor = 1;
+    bool allowsTightening = false;
+    /// As it stands in the frame, with "…" where it was cut off; empty when that is `text`.
+    std::string truncatedText;
     HorizontalAlignment textAlignment = HorizontalAlignment::leading;
     int lineLimit = 0;
     bool startsWithInk = false;
@@ -49,7 +54,7 @@ struct LaidOutNode {
     /// progress: 0 to 1.
     double fraction = 0;
 
-    /// link: what a tap opens.
+    /// link: what a tap opens; absent while the link cannot be used.
     std::optional<Url> url;
     /// Accessible name; empty when the texts inside say it.
     std::string label;
@@ -70,6 +75,19 @@ struct TapTarget {
     friend bool operator==(const TapTarget&, const TapTarget&) = default;
 };
 
+/// One thing that an assistive technology says.
+struct AccessibleElement {
+    enum class Role { text, image, link, inactiveLink };
+
+    Role role = Role::text;
+    std::string label;
+    Rect frame;
+    /// link: what it opens.
+    std::optional<Url> url;
+
+    friend bool operator==(const AccessibleElement&, const AccessibleElement&) = default;
+};
+
 /// The one result of a layout; painters, JSON, tap targets and accessible names read it and nothing else.
 struct LaidOutTree {
     Size size;
@@ -82,6 +100,9 @@ struct LaidOutTree {
     std::vector<TapTarget> links() const;
     /// The innermost link at the point.
     std::optional<TapTarget> linkAt(Point point) const;
+    /// What is said, outer before inner. A link says its label, so the texts inside it are not said again;
+    /// links inside it are.
+    std::vector<AccessibleElement> accessibleElements() const;
     /// Every drawn text once, top to bottom, leading to trailing.
     std::vector<std::string> texts() const;
     /// When a timer of the tree shows another text; nothing without timers.

@@ -42,6 +42,9 @@ class View {
     [[nodiscard]] View foreground(Color color) const;
     /// 0: as many lines as it takes. A text with more is truncated at its end.
     [[nodiscard]] View lineLimit(int lines) const;
+    /// A text that is a little too wide has its letters set closer before anything else is tried. Scripts
+    /// whose letters join keep theirs.
+    [[nodiscard]] View allowsTightening() const;
     /// One line that is drawn smaller, down to this factor, before it is truncated.
     [[nodiscard]] View minimumScaleFactor(double factor) const;
     [[nodiscard]] View multilineTextAlignment(HorizontalAlignment alignment) const;
@@ -110,6 +113,8 @@ inline View capsule() {
 View progress(double fraction);
 View spacer(double minLength = 0);
 View link(Url target, View content);
+/// Stands where a link would and is announced as one that cannot be used now.
+View inactiveLink(View content);
 /// The first candidate whose ideal extent along the axis fits, else the last.
 View firstThatFits(Axis axis, std::vector<View> candidates);
 
