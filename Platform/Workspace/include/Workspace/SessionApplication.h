@@ -1,0 +1,82 @@
+#pragma once
+
+#include <Foundation/Url.h>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+/// A program of which one runs in a session. It owns a name on the session bus and is reached there by
+/// others through org.freedesktop.Application and org.gtk.Actions. Main thread; messages arrive through the
+/// main queue's loop.
+class SessionApplication {
+  public:
+    struct Action {
+        std::string name;
+        /// All of them texts.
+        std::size_t parameterCount = 0;
+        std::function<void(const std::vector<std::string>& parameters)> run;
+    };
+    struct Options {
+        /// The name on the bus, "com.example.Program".
+        std::string identifier;
+        std::vector<Action> actions;
+        /// Somebody started the program again, or the bus started it.
+        std::function<void()> activate;
+        /// URLs that were handed to it.
+        std::function<void(const std::vector<Url>& urls)> open;
+    };
+
+    enum class Claim {
+        first,
+        /// Another process has the name.
+        taken,
+        /// Nobody can reach this process, and it cannot know whether it is the only one.
+        noBus,
+    };
+    struct Claimed {
+        Claim claim = Claim::noBus;
+        /// Present for `first` only.
+        std::unique_ptr<SessionApplication> application;
+    };
+    static Claimed claim(Options options);
+
+    /// Gives the name back.
+    ~SessionApplication();
+    SessionApplication(const SessionApplication&) = delete;
+    SessionApplication& operator=(const SessionApplication&) = delete;
+
+    struct State;
+
+  private:
+    explicit SessionApplication(std::unique_ptr<State> state);
+    std::unique_ptr<State> state_;
+};
+
+/// How other processes reach such a program. Any thread; each call waits for the bus.
+class SessionApplicationClient {
+  public:
+    explicit SessionApplicationClient(std::string identifier) : identifier_(std::move(identifier)) {}
+
+    bool isRunning() const;
+    /// Runs, or the bus can start it.
+    bool isReachable() const;
+    /// Each starts the program where the bus can; why it was not reached, else nothing. That the program
+    /// took the message does not say that it could do what it was asked for.
+    std::optional<std::string> activate() const;
+    std::optional<std::string> activateAction(const std::string& name,
+                                              const std::vector<std::string>& parameters = {}) const;
+    std::optional<std::string> open(const std::vector<Url>& urls) const;
+    /// Runs the main queue until nobody has the name any more; false after `timeoutSeconds`. Main thread.
+    bool waitUntilGone(double timeoutSeconds) const;
+
+  private:
+    std::string identifier_;
+};
+
+}  // namespace platform

@@ -1,0 +1,234 @@
+#include <Workspace/DesktopNotifications.h>
+
+#include "GObjectRef.h"
+#include "SessionBus.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+constexpr const char* service = "org.freedesktop.Notifications";
+constexpr const char* path = "/org/freedesktop/Notifications";
+
+class BusNotifications final : public DesktopNotifications {
+  public:
+    BusNotifications(std::string programName, std::string desktopEntry, Failed failed)
+        : programName_(std::move(programName)),
+          desktopEntry_(std::move(desktopEntry)),
+          failed_(std::move(failed)),
+          bus_(sessionBus()),
+          cancellable_(g_cancellable_new()) {
+        if (!bus_) return;
+        subscription_ =
+            g_dbus_connection_signal_subscribe(bus_.get(), service, service, nullptr, path, nullptr,
+                                               G_DBUS_SIGNAL_FLAGS_NONE, signalled, this, nullptr);
+    }
+    ~BusNotifications() override {
+        g_cancellable_cancel(cancellable_.get());
+        if (bus_) g_dbus_connection_signal_unsubscribe(bus_.get(), subscription_);
+    }
+    BusNotifications(const BusNotifications&) = delete;
+    BusNotifications& operator=(const BusNotifications&) = delete;
+
+    void show(const std::string& tag, Notification notification, Chosen chosen) override {
+        if (!bus_) return failed_("there is no session bus");
+        Shown& shown = shown_[tag];
+        shown.chosen = std::move(chosen);
+        shown.isWithdrawn = false;
+        shown.waiting = std::move(notification);
+        if (!hasCapabilities_) return askForCapabilities();
+        send(tag, shown);
+    }
+
+    void withdraw(const std::string& tag) override {
+        const auto found = shown_.find(tag);
+        if (found == shown_.end()) return;
+        Shown& shown = found->second;
+        // On its way to the desktop: closed when its number is known.
+        if (shown.id == 0 || shown.isOnItsWay) {
+            shown.isWithdrawn = true;
+            shown.waiting.reset();
+            return;
+        }
+        close(shown.id);
+        shown_.erase(found);
+    }
+
+  private:
+    struct Shown {
+        /// The desktop's number; 0 until it is known.
+        std::uint32_t id = 0;
+        Chosen chosen;
+        std::optional<Notification> waiting;
+        bool isOnItsWay = false;
+        bool isWithdrawn = false;
+    };
+    struct Request {
+        BusNotifications* self;
+        std::string tag;
+    };
+
+    void askForCapabilities() {
+        if (std::exchange(isAsking_, true)) return;
+        g_dbus_connection_call(bus_.get(), service, path, service, "GetCapabilities", nullptr,
+                               G_VARIANT_TYPE("(as)"), G_DBUS_CALL_FLAGS_NONE, -1, cancellable_.get(),
+                               gotCapabilities, this);
+    }
+
+    static void gotCapabilities(GObject* source, GAsyncResult* result, gpointer data) {
+        GError* raw = nullptr;
+        const GVariantRef answer(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &raw));
+        const GErrorRef error(raw);
+        if (error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
+        auto* self = static_cast<BusNotifications*>(data);
+        self->isAsking_ = false;
+        if (answer) {
+            const GVariantRef list(g_variant_get_child_value(answer.get(), 0));
+            for (gsize i = 0; i < g_variant_n_children(list.get()); ++i) {
+                const GVariantRef one(g_variant_get_child_value(list.get(), i));
+                if (g_variant_get_string(one.get(), nullptr) == std::string("body-markup"))
+                    self->readsMarkup_ = true;
+            }
+            self->hasCapabilities_ = true;
+        }
+        // Without an answer each message gets its own chance, and tells why it failed.
+        for (auto& [tag, shown] : self->shown_) {
+            if (shown.waiting) self->send(tag, shown);
+        }
+    }
+
+    GVariant* arguments(const Notification& notification, std::uint32_t replaced) const {
+        GVariantBuilder actions;
+        g_variant_builder_init(&actions, G_VARIANT_TYPE_STRING_ARRAY);
+        if (notification.opensOnTap) {
+            g_variant_builder_add(&actions, "s", defaultAction);
+            g_variant_builder_add(&actions, "s", "");
+        }
+        for (const Action& action : notification.actions) {
+            g_variant_builder_add(&actions, "s", action.key.c_str());
+            g_variant_builder_add(&actions, "s", action.label.c_str());
+        }
+        GVariantBuilder hints;
+        g_variant_builder_init(&hints, G_VARIANT_TYPE_VARDICT);
+        constexpr guchar normal = 1;
+        constexpr guchar critical = 2;
+        g_variant_builder_add(&hints, "{sv}", "urgency",
+                              g_variant_new_byte(notification.isUrgent ? critical : normal));
+        g_variant_builder_add(&hints, "{sv}", "desktop-entry", g_variant_new_string(desktopEntry_.c_str()));
+        std::string body = notification.body;
+        if (readsMarkup_) {
+            gchar* escaped = g_markup_escape_text(body.data(), static_cast<gssize>(body.size()));
+            body = escaped;
+            g_free(escaped);
+        }
+        constexpr gint32 untilAnswered = 0;
+        constexpr gint32 asTheDesktopLikes = -1;
+        return g_variant_new("(susssasa{sv}i)", programName_.c_str(), replaced, desktopEntry_.c_str(),
+                             notification.summary.c_str(), body.c_str(), &actions, &hints,
+                             notification.isUrgent ? untilAnswered : asTheDesktopLikes);
+    }
+
+    void send(const std::string& tag, Shown& shown) {
+        // One at a time, so that the second replaces the first.
+        if (shown.isOnItsWay) return;
+        shown.isOnItsWay = true;
+        const Notification notification = *std::exchange(shown.waiting, std::nullopt);
+        g_dbus_connection_call(bus_.get(), service, path, service, "Notify",
+                               arguments(notification, shown.id), G_VARIANT_TYPE("(u)"),
+                               G_DBUS_CALL_FLAGS_NONE, -1, cancellable_.get(), sent, new Request{this, tag});
+    }
+
+    static void sent(GObject* source, GAsyncResult* result, gpointer data) {
+        const std::unique_ptr<Request> request(static_cast<Request*>(data));
+        GError* raw = nullptr;
+        const GVariantRef answer(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &raw));
+        const GErrorRef error(raw);
+        if (error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
+        request->self->answered(request->tag, answer.get(), error.get());
+    }
+
+    void answered(const std::string& tag, GVariant* answer, const GError* error) {
+        const auto found = shown_.find(tag);
+        if (found == shown_.end()) return;
+        Shown& shown = found->second;
+        shown.isOnItsWay = false;
+        if (answer) g_variant_get(answer, "(u)", &shown.id);
+        if (shown.waiting) return send(tag, shown);
+        if (answer && !shown.isWithdrawn) return;
+        if (answer) close(shown.id);
+        shown_.erase(found);
+        if (!answer) failed_("the desktop shows no notifications: " + messageOf(error));
+    }
+
+    void close(std::uint32_t id) {
+        g_dbus_connection_call(bus_.get(), service, path, service, "CloseNotification",
+                               g_variant_new("(u)", id), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1,
+                               nullptr, nullptr, nullptr);
+    }
+
+    std::map<std::string, Shown>::iterator find(std::uint32_t id) {
+        return std::ranges::find_if(shown_, [id](const auto& one) { return one.second.id == id; });
+    }
+
+    static void signalled(GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar* name,
+                          GVariant* parameters, gpointer data) {
+        static_cast<BusNotifications*>(data)->take(name, parameters);
+    }
+
+    void take(const std::string& signal, GVariant* parameters) {
+        std::uint32_t id = 0;
+        const gchar* text = nullptr;
+        if (g_variant_is_of_type(parameters, G_VARIANT_TYPE("(us)"))) {
+            g_variant_get(parameters, "(u&s)", &id, &text);
+        } else if (g_variant_is_of_type(parameters, G_VARIANT_TYPE("(uu)"))) {
+            g_variant_get(parameters, "(uu)", &id, nullptr);
+        }
+        const auto found = find(id);
+        if (id == 0 || found == shown_.end()) return;
+        if (signal == "ActivationToken" && text) {
+            tokens_[id] = text;
+        } else if (signal == "ActionInvoked" && text) {
+            std::optional<std::string> token;
+            if (const auto given = tokens_.extract(id)) token = given.mapped();
+            const Chosen chosen = found->second.chosen;
+            const std::string key = text;
+            if (chosen) chosen(key, token);
+        } else if (signal == "NotificationClosed") {
+            tokens_.erase(id);
+            // Its replacement may be on its way.
+            if (found->second.isOnItsWay || found->second.waiting) {
+                found->second.id = 0;
+            } else {
+                shown_.erase(found);
+            }
+        }
+    }
+
+    const std::string programName_;
+    const std::string desktopEntry_;
+    const Failed failed_;
+    const GObjectRef<GDBusConnection> bus_;
+    const GObjectRef<GCancellable> cancellable_;
+    guint subscription_ = 0;
+    bool isAsking_ = false;
+    bool hasCapabilities_ = false;
+    bool readsMarkup_ = false;
+    std::map<std::string, Shown> shown_;
+    std::map<std::uint32_t, std::string> tokens_;
+};
+
+}  // namespace
+
+std::unique_ptr<DesktopNotifications> DesktopNotifications::onSessionBus(std::string programName,
+                                                                         std::string desktopEntry,
+                                                                         Failed failed) {
+    return std::make_unique<BusNotifications>(std::move(programName), std::move(desktopEntry),
+                                              std::move(failed));
+}
+
+}  // namespace platform
