@@ -1,6 +1,6 @@
 #pragma once
 
-#include <HbrCore/Events/Event.h>
+#include <HbrCore/Events/EventRef.h>
 
 #include <vector>
 
@@ -8,5 +8,6 @@ namespace hbr {
 
 /// Ascending and stable.
 void sortByStart(std::vector<Event>& events);
+void sortByStart(EventRefs& events);
 
 }  // namespace hbr

@@ -5,9 +5,21 @@
 
 namespace hbr {
 
+namespace {
+
+std::vector<AlertInvocation> invocations(const std::vector<ScheduledAlert>& alerts) {
+    std::vector<AlertInvocation> list;
+    list.reserve(alerts.size());
+    for (const ScheduledAlert& alert : alerts)
+        list.push_back(alert.invocation());
+    return list;
+}
+
+}  // namespace
+
 std::vector<AlertInvocation> AlertRegister::scheduled() const {
     std::lock_guard lock(mutex_);
-    return scheduled_;
+    return invocations(scheduled_);
 }
 
 std::vector<AlertInvocation> AlertRegister::snoozed() const {
@@ -17,14 +29,17 @@ std::vector<AlertInvocation> AlertRegister::snoozed() const {
 
 std::vector<AlertInvocation> AlertRegister::all() const {
     std::lock_guard lock(mutex_);
-    auto invocations = scheduled_;
-    invocations.insert(invocations.end(), snoozed_.begin(), snoozed_.end());
-    return invocations;
+    auto list = invocations(scheduled_);
+    list.insert(list.end(), snoozed_.begin(), snoozed_.end());
+    return list;
 }
 
-void AlertRegister::replaceScheduled(std::vector<AlertInvocation> invocations) {
+bool AlertRegister::replaceScheduled(std::uint64_t reload, std::vector<ScheduledAlert> alerts) {
     std::lock_guard lock(mutex_);
-    scheduled_.swap(invocations);
+    if (reload < newest_) return false;
+    newest_ = reload;
+    scheduled_.swap(alerts);
+    return true;
 }
 
 void AlertRegister::snooze(AlertInvocation invocation) {
@@ -34,8 +49,15 @@ void AlertRegister::snooze(AlertInvocation invocation) {
 
 void AlertRegister::remove(const AlertInvocation& invocation) {
     std::lock_guard lock(mutex_);
-    auto& list = invocation.isSnooze ? snoozed_ : scheduled_;
-    if (const auto found = std::ranges::find(list, invocation); found != list.end()) list.erase(found);
+    if (invocation.isSnooze) {
+        const auto found = std::ranges::find(snoozed_, invocation);
+        if (found != snoozed_.end()) snoozed_.erase(found);
+    } else {
+        const auto found = std::ranges::find_if(scheduled_, [&](const ScheduledAlert& alert) {
+            return alert.date == invocation.date && *alert.event == invocation.event;
+        });
+        if (found != scheduled_.end()) scheduled_.erase(found);
+    }
 }
 
 std::optional<AlertInvocation> AlertRegister::removeSnooze(std::string_view eventId) {

@@ -8,6 +8,8 @@
 
 #include <utility>
 
+#include "EventConversions.h"
+
 namespace hbr {
 
 AlertSettings AlertSettings::of(const UserSettingsStore& settings) {
@@ -34,56 +36,52 @@ std::optional<platform::Date> alertDate(const Event& event, const AlertSettings&
 
 AlertSchedule::AlertSchedule(const AlertSettings& settings, const EventSettingsStore& eventSettings,
                              const VideoConferenceLinkParser& parser, const platform::Calendar& calendar,
-                             platform::Date now)
+                             platform::Date now, EventConversions* conversions)
     : settings_(settings),
       eventSettings_(eventSettings.customSettings()),
       parser_(parser),
       calendar_(calendar),
-      now_(now) {}
+      now_(now),
+      conversions_(conversions) {}
 
-std::optional<AlertInvocation> AlertSchedule::invocation(Event event) const {
-    const auto alert = alertDate(event, settings_, EventSettingsStore::find(eventSettings_, event.id), now_);
-    if (!alert) return std::nullopt;
-    return AlertInvocation{.date = *alert, .event = std::move(event), .isSnooze = false};
+std::optional<platform::Date> AlertSchedule::dateOf(const Event& event) const {
+    return alertDate(event, settings_, EventSettingsStore::find(eventSettings_, event.id), now_);
 }
 
-std::vector<AlertInvocation> AlertSchedule::invocations(
-    const std::vector<platform::EKEventRef>& events) const {
+void AlertSchedule::append(const std::vector<platform::EKEventRef>& events,
+                           std::vector<ScheduledAlert>& alerts) const {
     const AttendanceSettings attendance(settings_.showOnlyEventsWithAlert, settings_.showOnlyAcceptedEvents);
-    std::vector<AlertInvocation> alerts;
-    for (const auto& event : events) {
-        if (!shouldSchedule(*event, attendance)) continue;
-        auto alert = invocation(Event::fromCalendarEvent(*event, parser_));
-        if (!alert) continue;
-        if (!hasWantedCall(alert->event, settings_)) continue;
-        alerts.push_back(*std::move(alert));
+    for (const auto& record : events) {
+        if (!shouldSchedule(*record, attendance)) continue;
+        EventRef event = conversions_
+                             ? conversions_->of(record)
+                             : std::make_shared<const Event>(Event::fromCalendarEvent(*record, parser_));
+        const auto date = dateOf(*event);
+        if (!date) continue;
+        if (!hasWantedCall(*event, settings_)) continue;
+        alerts.push_back({*date, std::move(event)});
     }
-    return alerts;
 }
 
-std::vector<AlertInvocation> AlertSchedule::invocations(const std::vector<Reminder>& reminders) const {
-    std::vector<AlertInvocation> alerts;
+void AlertSchedule::append(const std::vector<Reminder>& reminders,
+                           std::vector<ScheduledAlert>& alerts) const {
     for (const Reminder& reminder : reminders) {
         const double offset = static_cast<double>(reminder.timeOffsetSeconds());
-        const platform::Date alert = reminder.date().addingTimeInterval(-offset);
-        if (alert > now_) {
-            alerts.push_back(
-                {.date = alert, .event = Event::fromReminder(reminder, parser_), .isSnooze = false});
+        const platform::Date date = reminder.date().addingTimeInterval(-offset);
+        if (date > now_) {
+            alerts.push_back({date, std::make_shared<const Event>(Event::fromReminder(reminder, parser_))});
         }
     }
-    return alerts;
 }
 
-std::vector<AlertInvocation> AlertSchedule::invocations(
-    const std::vector<platform::EKReminderRef>& reminders) const {
-    std::vector<AlertInvocation> alerts;
+void AlertSchedule::append(const std::vector<platform::EKReminderRef>& reminders,
+                           std::vector<ScheduledAlert>& alerts) const {
     for (const auto& reminder : reminders) {
         if (!shouldSchedule(*reminder)) continue;
         auto event = Event::fromAppleReminder(*reminder, calendar_);
-        auto alert = event ? invocation(*std::move(event)) : std::nullopt;
-        if (alert) alerts.push_back(*std::move(alert));
+        const auto date = event ? dateOf(*event) : std::nullopt;
+        if (date) alerts.push_back({*date, std::make_shared<const Event>(*std::move(event))});
     }
-    return alerts;
 }
 
 }  // namespace hbr

@@ -93,28 +93,28 @@ void CalendarEventManager::rescheduleTimerFired() {
 }
 
 std::vector<Event> CalendarEventManager::allCachedEvents() const {
-    return state_->lists.all();
+    return state_->lists.load()->all();
 }
 std::vector<Event> CalendarEventManager::allCachedUpcomingEvents() const {
-    return state_->lists.upcoming();
+    return state_->lists.load()->upcoming();
 }
 std::vector<Event> CalendarEventManager::allCachedCurrentEvents() const {
-    return state_->lists.underWay();
+    return state_->lists.load()->underWay();
 }
 std::vector<Event> CalendarEventManager::currentEvents() const {
-    return *state_->lists.current.load();
+    return copied(state_->lists.load()->current);
 }
 std::vector<Event> CalendarEventManager::scheduledEvents() const {
-    return *state_->lists.scheduled.load();
+    return copied(state_->lists.load()->scheduled);
 }
 std::vector<Event> CalendarEventManager::pendingEvents() const {
-    return *state_->lists.pending.load();
+    return copied(state_->lists.load()->pending);
 }
 std::vector<Event> CalendarEventManager::snoozedPastAppleReminderEvents() const {
-    return *state_->lists.snoozedPastAppleReminders.load();
+    return copied(state_->lists.load()->snoozedPastAppleReminders);
 }
 std::vector<Event> CalendarEventManager::pendingAppleReminderEvents() const {
-    return *state_->lists.pendingAppleReminders.load();
+    return copied(state_->lists.load()->pendingAppleReminders);
 }
 
 std::vector<AlertInvocation> CalendarEventManager::invocations() const {
@@ -125,10 +125,8 @@ std::vector<AlertInvocation> CalendarEventManager::snoozedInvocations() const {
 }
 
 std::optional<Event> CalendarEventManager::cachedEvent(std::string_view id) const {
-    for (Event& event : allCachedEvents()) {
-        if (event.id == id) return std::move(event);
-    }
-    return std::nullopt;
+    const EventRef event = state_->lists.load()->find(id);
+    return event ? std::optional(*event) : std::nullopt;
 }
 
 bool CalendarEventManager::hasCalendarAccess() const {

@@ -1,6 +1,7 @@
 #include "EventLists.h"
 
 #include <initializer_list>
+#include <utility>
 
 #include "Events/EventOrder.h"
 
@@ -8,34 +9,74 @@ namespace hbr {
 
 namespace {
 
-using List = platform::Atomic<std::vector<Event>>;
-
-std::vector<Event> concatenated(std::initializer_list<const List*> lists) {
-    std::vector<Event> events;
-    for (const List* list : lists) {
-        const auto part = list->load();
-        events.insert(events.end(), part->begin(), part->end());
-    }
+EventRefs concatenated(std::initializer_list<const EventRefs*> lists) {
+    std::size_t size = 0;
+    for (const EventRefs* list : lists)
+        size += list->size();
+    EventRefs events;
+    events.reserve(size);
+    for (const EventRefs* list : lists)
+        events.insert(events.end(), list->begin(), list->end());
     return events;
 }
 
-std::vector<Event> sortedByStart(std::vector<Event> events) {
+std::vector<Event> copiedByStart(EventRefs events) {
     sortByStart(events);
-    return events;
+    return copied(events);
 }
 
 }  // namespace
 
+EventRefs references(std::vector<Event> events) {
+    EventRefs list;
+    list.reserve(events.size());
+    for (Event& event : events)
+        list.push_back(std::make_shared<const Event>(std::move(event)));
+    return list;
+}
+
+std::vector<Event> copied(const EventRefs& events) {
+    std::vector<Event> copies;
+    copies.reserve(events.size());
+    for (const EventRef& event : events)
+        copies.push_back(*event);
+    return copies;
+}
+
 std::vector<Event> EventLists::all() const {
-    return concatenated({&current, &scheduled, &pending, &snoozedPastAppleReminders, &pendingAppleReminders});
+    return copied(
+        concatenated({&current, &scheduled, &pending, &snoozedPastAppleReminders, &pendingAppleReminders}));
 }
 
 std::vector<Event> EventLists::upcoming() const {
-    return sortedByStart(concatenated({&pending, &scheduled, &pendingAppleReminders}));
+    return copiedByStart(concatenated({&pending, &scheduled, &pendingAppleReminders}));
 }
 
 std::vector<Event> EventLists::underWay() const {
-    return sortedByStart(concatenated({&current, &snoozedPastAppleReminders}));
+    return copiedByStart(concatenated({&current, &snoozedPastAppleReminders}));
+}
+
+EventRef EventLists::find(std::string_view id) const {
+    for (const EventRefs* list :
+         {&current, &scheduled, &pending, &snoozedPastAppleReminders, &pendingAppleReminders}) {
+        for (const EventRef& event : *list) {
+            if (event->id == id) return event;
+        }
+    }
+    return nullptr;
+}
+
+std::shared_ptr<const EventLists> PublishedLists::load() const {
+    std::lock_guard lock(mutex_);
+    return lists_;
+}
+
+void PublishedLists::publish(std::uint64_t reload, EventLists lists) {
+    auto next = std::make_shared<const EventLists>(std::move(lists));
+    std::lock_guard lock(mutex_);
+    if (reload < newest_) return;
+    newest_ = reload;
+    lists_.swap(next);
 }
 
 }  // namespace hbr

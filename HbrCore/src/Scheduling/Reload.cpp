@@ -28,6 +28,7 @@ using platform::EKReminderRef;
 /// nothing of it: the last one to let go of the store must not be the store's own thread.
 struct Reload {
     std::shared_ptr<ReloadContext> context;
+    std::uint64_t number;
     bool shouldPostNotification;
     std::function<void()> completion;
     platform::Date start;
@@ -50,43 +51,44 @@ void finish(ReloadRef reload) {
     if (reload->completion) reload->completion();
 }
 
-void showDemoEvents(ReloadContext& context) {
-    const DemoEvents& demo = *context.services.demoEvents;
-    context.lists.current.store({demo.demo_makeOngoingEventForScreenshots()});
-    context.lists.pending.store({});
-    context.lists.scheduled.store(
-        {demo.demo_upcomingEvent1(), demo.demo_upcomingEvent2(), demo.demo_upcomingEvent3()});
-    context.lists.snoozedPastAppleReminders.store({});
-    context.lists.pendingAppleReminders.store({demo.demo_upcomingAppleReminderEvent1()});
+void showDemoEvents(const Reload& reload) {
+    const DemoEvents& demo = *reload.context->services.demoEvents;
+    reload.context->lists.publish(
+        reload.number, {.current = references({demo.demo_makeOngoingEventForScreenshots()}),
+                        .scheduled = references({demo.demo_upcomingEvent1(), demo.demo_upcomingEvent2(),
+                                                 demo.demo_upcomingEvent3()}),
+                        .pending = {},
+                        .snoozedPastAppleReminders = {},
+                        .pendingAppleReminders = references({demo.demo_upcomingAppleReminderEvent1()})});
 }
 
-std::vector<AlertInvocation> computeAlerts(const Reload& reload, platform::Date now) {
-    const auto& services = reload.context->services;
+std::vector<ScheduledAlert> computeAlerts(const Reload& reload, platform::Date now) {
+    ReloadContext& context = *reload.context;
+    const auto& services = context.services;
     const platform::Calendar& calendar = services.environment->calendar;
     const auto rules = services.settings->excludeRules();
     const AlertSchedule schedule(AlertSettings::of(*services.settings), *services.eventSettings,
-                                 *services.parser, calendar, now);
+                                 *services.parser, calendar, now, &context.conversions);
     services.reminders->purgePastReminders();
 
-    auto alerts = schedule.invocations(filteredApplyingRules(reload.events, rules, true, calendar));
-    auto append = [&alerts](std::vector<AlertInvocation> more) {
-        std::ranges::move(more, std::back_inserter(alerts));
-    };
-    append(schedule.invocations(services.reminders->reminders(reload.start, reload.end)));
-    append(schedule.invocations(filteredApplyingRules(reload.reminders, rules, true, calendar)));
+    std::vector<ScheduledAlert> alerts;
+    schedule.append(filteredApplyingRules(reload.events, rules, true, calendar), alerts);
+    schedule.append(services.reminders->reminders(reload.start, reload.end), alerts);
+    schedule.append(filteredApplyingRules(reload.reminders, rules, true, calendar), alerts);
+    context.conversions.forgetUnused();
     return alerts;
 }
 
-std::vector<Event> eventsOf(const std::vector<AlertInvocation>& alerts) {
-    std::vector<Event> events;
+EventRefs eventsOf(const std::vector<ScheduledAlert>& alerts) {
+    EventRefs events;
     events.reserve(alerts.size());
-    for (const AlertInvocation& alert : alerts)
+    for (const ScheduledAlert& alert : alerts)
         events.push_back(alert.event);
     sortByStart(events);
     return events;
 }
 
-std::vector<Event> snoozedPastTasks(const ReloadContext& context, platform::Date now) {
+EventRefs snoozedPastTasks(const ReloadContext& context, platform::Date now) {
     std::vector<Event> events;
     for (AlertInvocation& alert : context.alerts.snoozed()) {
         const bool isPast = alert.event.startDate < now;
@@ -94,29 +96,30 @@ std::vector<Event> snoozedPastTasks(const ReloadContext& context, platform::Date
             events.push_back(std::move(alert.event));
         }
     }
-    return events;
+    return references(std::move(events));
 }
 
 /// Rebuilds alerts and lists from what was queried.
 void refresh(ReloadRef reload) {
     ReloadContext& context = *reload->context;
-    const auto& services = context.services;
+    const AggregatedEventStore& store = *context.services.aggregatedEventStore;
     // One moment for alerts and lists: an alert that falls due in between is scheduled or pending, not both.
-    const platform::Date now = services.environment->now();
+    const platform::Date now = context.services.environment->now();
     auto alerts = computeAlerts(*reload, now);
-    auto scheduled = eventsOf(alerts);
-    context.alerts.replaceScheduled(std::move(alerts));
-
-    context.lists.current.store(services.aggregatedEventStore->currentEvents(now));
-    context.lists.scheduled.store(std::move(scheduled));
-    context.lists.pending.store(services.aggregatedEventStore->pendingEvents(now));
-    context.lists.snoozedPastAppleReminders.store(snoozedPastTasks(context, now));
-
-    const AggregatedEventStore& store = *services.aggregatedEventStore;
-    store.pendingAppleReminderEvents(now, [reload = std::move(reload)](std::vector<Event> tasks) mutable {
-        reload->context->lists.pendingAppleReminders.store(std::move(tasks));
-        onMainQueue(std::move(reload), finish);
-    });
+    EventLists lists{.current = references(store.currentEvents(now)),
+                     .scheduled = eventsOf(alerts),
+                     .pending = references(store.pendingEvents(now)),
+                     .snoozedPastAppleReminders = snoozedPastTasks(context, now),
+                     .pendingAppleReminders = {}};
+    if (!context.alerts.replaceScheduled(reload->number, std::move(alerts))) {
+        return onMainQueue(std::move(reload), finish);
+    }
+    store.pendingAppleReminderEvents(
+        now, [reload = std::move(reload), lists = std::move(lists)](std::vector<Event> tasks) mutable {
+            lists.pendingAppleReminders = references(std::move(tasks));
+            reload->context->lists.publish(reload->number, std::move(lists));
+            onMainQueue(std::move(reload), finish);
+        });
 }
 
 }  // namespace
@@ -127,12 +130,13 @@ void startReload(std::shared_ptr<ReloadContext> context, bool shouldPostNotifica
     const auto& services = context->services;
     const AggregatedEventStore& store = *services.aggregatedEventStore;
     auto reload = std::make_shared<Reload>();
+    reload->number = ++context->started;
     reload->context = std::move(context);
     reload->shouldPostNotification = shouldPostNotification;
     reload->completion = std::move(completion);
 
     if (services.settings->debugScreenshotMode()) {
-        showDemoEvents(*reload->context);
+        showDemoEvents(*reload);
         return onMainQueue(std::move(reload), finish);
     }
     const platform::Date now = services.environment->now();

@@ -2,6 +2,7 @@
 
 #include <CalendarStore/EKCalendarItem.h>
 #include <Foundation/Calendar.h>
+#include <HbrCore/Events/EventRef.h>
 #include <HbrCore/Events/EventSettings.h>
 #include <HbrCore/Events/Reminder.h>
 #include <HbrCore/Scheduling/AlertInvocation.h>
@@ -13,6 +14,7 @@
 
 namespace hbr {
 
+class EventConversions;
 class UserSettingsStore;
 
 /// The settings that decide when and for what there are alerts, read once.
@@ -35,25 +37,36 @@ std::optional<platform::Date> alertDate(const Event& event, const AlertSettings&
 /// False for a calendar event without a conference link where only those with one are wanted.
 bool hasWantedCall(const Event& event, const AlertSettings& settings);
 
-/// Computes the alerts still to come at `now`, in the order of what it is given.
+/// An alert that is due at a date; its event is shared with the lists.
+struct ScheduledAlert {
+    platform::Date date;
+    EventRef event;
+
+    AlertInvocation invocation() const { return {.date = date, .event = *event, .isSnooze = false}; }
+};
+
+/// Computes the alerts still to come at `now`, in the order of what it is given, and appends them.
 class AlertSchedule {
   public:
+    /// With `conversions`, what was made of an event before is taken from there.
     AlertSchedule(const AlertSettings& settings, const EventSettingsStore& eventSettings,
                   const VideoConferenceLinkParser& parser, const platform::Calendar& calendar,
-                  platform::Date now);
+                  platform::Date now, EventConversions* conversions = nullptr);
 
-    std::vector<AlertInvocation> invocations(const std::vector<platform::EKEventRef>& events) const;
-    std::vector<AlertInvocation> invocations(const std::vector<Reminder>& reminders) const;
-    std::vector<AlertInvocation> invocations(const std::vector<platform::EKReminderRef>& reminders) const;
+    void append(const std::vector<platform::EKEventRef>& events, std::vector<ScheduledAlert>& alerts) const;
+    void append(const std::vector<Reminder>& reminders, std::vector<ScheduledAlert>& alerts) const;
+    void append(const std::vector<platform::EKReminderRef>& reminders,
+                std::vector<ScheduledAlert>& alerts) const;
 
   private:
-    std::optional<AlertInvocation> invocation(Event event) const;
+    std::optional<platform::Date> dateOf(const Event& event) const;
 
     const AlertSettings settings_;
     const std::optional<EventSettingsStore::Settings> eventSettings_;
     const VideoConferenceLinkParser& parser_;
     const platform::Calendar& calendar_;
     const platform::Date now_;
+    EventConversions* const conversions_;
 };
 
 }  // namespace hbr

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <HbrCore/Events/Event.h>
+
+#include <memory>
+#include <vector>
+
+namespace hbr {
+
+/// An event that several lists share.
+using EventRef = std::shared_ptr<const Event>;
+using EventRefs = std::vector<EventRef>;
+
+}  // namespace hbr
