@@ -123,6 +123,10 @@ std::string Journey::documents() {
     return DOCUMENTS;
 }
 
+std::string Journey::programs() {
+    return PROGRAMS;
+}
+
 platform::JsonValue Journey::json(const Outcome& outcome) {
     auto value = platform::parseJson(outcome.out);
     if (!value) ADD_FAILURE() << "no JSON: " << outcome.out << outcome.err;

@@ -49,6 +49,8 @@ class Journey : public ::testing::Test {
     static std::string calendars();
     static std::string edgeCases();
     static std::string documents();
+    /// The folder of the built programs.
+    static std::string programs();
 
     std::filesystem::path configFile(std::string_view name) const {
         return home / ("config/heedbanner/" + std::string(name));
