@@ -1,7 +1,9 @@
 #include "TreePainter.h"
 
+#include "GlyphPainting.h"
 #include "PhotoDrawing.h"
 #include "PictureState.h"
+#include "RoundedShapes.h"
 #include "TextPlan.h"
 
 #include <algorithm>
@@ -84,13 +86,14 @@ class Painter {
             node.frame.width);
         setSource(node);
         const double lineHeight = node.font.lineHeight();
+        const auto placing =
+            !rules_.isVector && rules_.scale < 2 ? GlyphPlacing::exact : GlyphPlacing::wholePixels;
         double baseline = node.frame.y + baselineInLineBox(node.font);
         for (int line = 0; line < plan.shaped->lineCount(); ++line, baseline += lineHeight) {
             const SavedState saved(cairo_);
             cairo_translate(cairo_, lineStart(node, plan, line), snapped(baseline));
             cairo_scale(cairo_, plan.scale, plan.scale);
-            cairo_move_to(cairo_, 0, 0);
-            pango_cairo_show_layout_line(cairo_, plan.shaped->line(line));
+            paintLine(cairo_, plan.shaped->line(line), placing);
         }
     }
 
@@ -182,7 +185,7 @@ class Painter {
         if (!node.image) return;
         const Rect rect = snapped(node.frame);
         const SavedState saved(cairo_);
-        roundedRectangle(rect, node.cornerRadius);
+        addRounded(cairo_, rect, node.cornerRadius);
         if (rules_.isVector) {
             cairo_clip(cairo_);
             cairo_translate(cairo_, rect.x, rect.y);
@@ -205,34 +208,15 @@ class Painter {
         cairo_surface_destroy(surface);
     }
 
-    void roundedRectangle(Rect rect, double radius) const {
-        if (radius <= 0) {
-            cairo_rectangle(cairo_, rect.x, rect.y, rect.width, rect.height);
-            return;
-        }
-        constexpr double quarter = std::numbers::pi / 2;
-        const double r = std::min({radius, rect.width / 2, rect.height / 2});
-        cairo_new_sub_path(cairo_);
-        cairo_arc(cairo_, rect.right() - r, rect.y + r, r, -quarter, 0);
-        cairo_arc(cairo_, rect.right() - r, rect.bottom() - r, r, 0, quarter);
-        cairo_arc(cairo_, rect.x + r, rect.bottom() - r, r, quarter, 2 * quarter);
-        cairo_arc(cairo_, rect.x + r, rect.y + r, r, 2 * quarter, 3 * quarter);
-        cairo_close_path(cairo_);
-    }
-
     void paintShape(const LaidOutNode& node) const {
         setSource(node);
-        const Rect rect = snapped(node.frame);
-        if (!node.isHairline) {
-            roundedRectangle(rect, node.cornerRadius);
-            cairo_fill(cairo_);
-            return;
+        const RoundedShape rounded{snapped(node.frame), node.cornerRadius,
+                                   rules_.isVector ? 0 : rules_.scale};
+        if (node.isHairline) {
+            strokeRounded(cairo_, rounded, 1 / rules_.scale);
+        } else {
+            fillRounded(cairo_, rounded);
         }
-        const double width = 1 / rules_.scale;
-        roundedRectangle({rect.x + width / 2, rect.y + width / 2, rect.width - width, rect.height - width},
-                         node.cornerRadius - width / 2);
-        cairo_set_line_width(cairo_, width);
-        cairo_stroke(cairo_);
     }
 
     void paintProgress(const LaidOutNode& node) const {
