@@ -6,6 +6,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <future>
 #include <set>
 #include <thread>
 
@@ -257,6 +258,26 @@ TEST(EKEventStore, QuestionsFromManyThreadsWhileFilesChange) {
     stop = true;
     threads.clear();
     EXPECT_EQ(wrong, 0);
+}
+
+TEST(EKEventStore, MayBeLetGoOfByWhatItTells) {
+    CalendarFixture fixture;
+    auto store = std::make_shared<EKEventStore>(fixture.environment, fixture.center);
+    std::promise<void> released;
+    std::atomic<bool> isTold = false;
+    const auto observation = fixture.center.observe(eventStoreChangedNotification, [&] {
+        released.get_future().wait();
+        store.reset();
+        isTold = true;
+    });
+    fixture.write("a.ics", meeting("one"));
+    auto asking = store;
+    EXPECT_THAT(titles(*asking), ElementsAre("Home"));
+    fixture.write("a.ics", meeting("other"));
+    asking->refreshSourcesIfNecessary();
+    asking.reset();
+    released.set_value();
+    EXPECT_TRUE(eventually([&] { return isTold.load(); }));
 }
 
 TEST(EKEventStore, LaterQuestionsAgreeWithFreshOnes) {

@@ -199,12 +199,9 @@ void CalendarEventManager::didHandleAlertInvocation(const AlertInvocation& invoc
 
 void CalendarEventManager::snooze(const Event& event, std::int64_t minutes) {
     const double seconds = static_cast<double>(minutes) * minute;
-    CustomRemindersStoring& reminders = *state_->services.reminders;
-    const auto reminder =
-        event.type == Event::EventType::hbrReminder ? reminders.reminder(event.id) : std::nullopt;
-    if (reminder) {
-        reminders.updateReminder(reminder->addingTimeInterval(seconds));
-    } else {
+    const bool isMoved = event.type == Event::EventType::hbrReminder &&
+                         state_->services.reminders->moveReminder(event.id, seconds);
+    if (!isMoved) {
         state_->alerts.snooze({.date = state_->services.environment->now().addingTimeInterval(seconds),
                                .event = event,
                                .isSnooze = true});

@@ -67,6 +67,22 @@ bool CustomRemindersStore::removeReminder(std::string_view id) {
     return change([&](std::vector<Reminder>& list) { removeById(list, id); });
 }
 
+bool CustomRemindersStore::moveReminder(std::string_view id, double seconds) {
+    bool isFound = false;
+    const bool isStored = defaults_->update(storageKey, [&](const std::optional<PropertyValue>& current) {
+        auto list = decoded(current);
+        const auto found = std::ranges::find(list, id, &Reminder::id);
+        isFound = found != list.end();
+        if (!isFound) return current;
+        Reminder moved = found->addingTimeInterval(seconds);
+        removeById(list, id);
+        list.push_back(std::move(moved));
+        return std::optional<PropertyValue>(encodeJsonData(list));
+    });
+    if (isFound) center_.post(remindersChangedNotification);
+    return isFound && isStored;
+}
+
 bool CustomRemindersStore::purgePastReminders() {
     const platform::Date cutoff = environment_->calendar.addingDays(environment_->now(), -keptDays);
     auto isPast = [&](const Reminder& reminder) { return reminder.date() < cutoff; };

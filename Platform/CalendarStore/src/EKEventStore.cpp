@@ -4,6 +4,7 @@
 #include "StoreLoader.h"
 
 #include <Foundation/FileWatcher.h>
+#include <Foundation/MainQueue.h>
 
 #include <algorithm>
 #include <mutex>
@@ -53,8 +54,15 @@ struct EKEventStore::State {
 
     /// True when something shows differently now.
     bool reload() {
-        const auto before = snapshot();
+        snapshot();
         std::lock_guard loading(loadMutex);
+        // What another reload put in place meanwhile counts: against anything older, files that are back as
+        // they were would look unchanged.
+        std::shared_ptr<const StoreSnapshot> before;
+        {
+            std::lock_guard lock(snapshotMutex);
+            before = current;
+        }
         auto loaded = loader.load(before.get());
         const bool changed = !loaded->shows(*before);
         if (changed) {
@@ -108,7 +116,10 @@ EKEventStore::EKEventStore(EnvironmentRef environment, NotificationCenter& cente
                            const std::vector<std::shared_ptr<const EKSource>>& sources)
     : state_(std::make_shared<State>(std::move(environment), center, sources)) {}
 
-EKEventStore::~EKEventStore() = default;
+EKEventStore::~EKEventStore() {
+    // Let go of by what it tells, on its own worker, which cannot wait for itself.
+    if (state_->worker.isCurrent()) MainQueue::shared().async([state = std::move(state_)] {});
+}
 
 EKAuthorizationStatus EKEventStore::authorizationStatus(EKEntityType) const {
     const auto snapshot = state_->snapshot();

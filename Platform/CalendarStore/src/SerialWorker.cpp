@@ -25,6 +25,11 @@ void SerialWorker::async(std::function<void()> work) {
     wake_.notify_one();
 }
 
+bool SerialWorker::isCurrent() {
+    std::lock_guard lock(mutex_);
+    return thread_.get_id() == std::this_thread::get_id();
+}
+
 void SerialWorker::run(std::stop_token stop) {
     std::unique_lock lock(mutex_);
     while (wake_.wait(lock, stop, [this] { return !work_.empty(); })) {

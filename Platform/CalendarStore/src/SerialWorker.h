@@ -20,6 +20,8 @@ class SerialWorker {
     void async(std::function<void()> work);
     /// As destruction does; work handed over later is dropped.
     void stop();
+    /// True within its work.
+    bool isCurrent();
 
   private:
     void run(std::stop_token stop);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <semaphore>
 #include <thread>
 
 namespace {
@@ -12,7 +13,6 @@ using test::at;
 using test::meeting;
 using test::titles;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 void runUntil(const std::function<bool()>& condition) {
     ASSERT_TRUE(platform::MainQueue::shared().runUntil(condition, 20));
@@ -211,42 +211,41 @@ TEST(CalendarEventManager, ListsAreReadWhileTheyAreReplaced) {
     reader.join();
 }
 
-TEST(AggregatedEventStore, DelegatedCalendarsCountOnceAccessWasAskedFor) {
-    test::CoreFixture core;
-    core.account("Boss", "delegated", true);
-    core.write("calendars/own.ics", meeting("Both", "20260304T120000Z") + meeting("Own", "20260304T130000Z"));
-    core.write("delegated/theirs.ics",
-               meeting("Both", "20260304T120000Z") + meeting("Theirs", "20260304T140000Z"));
-    auto& store = core.services().aggregatedEventStore();
-    EXPECT_THAT(titles(core.reloaded().scheduledEvents()), ElementsAre("Both", "Own"));
-    int granted = 0;
-    const auto observation =
-        core.services().center().observe(grantedPermissionNotification, [&] { ++granted; });
-    store.requestCalendarAccess([](std::exception_ptr error) { EXPECT_FALSE(error); });
-    EXPECT_THAT(titles(core.reloaded().scheduledEvents()), ElementsAre("Both", "Own", "Theirs"));
-    EXPECT_EQ(granted, 1);
-    const auto calendars = core.services().manager().fetchCalendars();
-    ASSERT_EQ(calendars.size(), 2u);
-    EXPECT_TRUE(calendars[1].isDelegate);
-    EXPECT_EQ(
-        core.services().manager().accountEmailForEvent(core.services().manager().scheduledEvents()[2].id),
-        "me@example.org");
-}
+/// Stops the calendar store's worker at each change, before the manager that is made later hears of it.
+struct WorkerStop {
+    std::atomic<bool> isStanding = false;
+    std::counting_semaphore<> gate{0};
+    platform::NotificationCenter::Observation observation =
+        platform::NotificationCenter::shared().observe(platform::eventStoreChangedNotification, [this] {
+            isStanding = true;
+            isStanding.notify_all();
+            gate.acquire();
+        });
+};
 
-TEST(AggregatedEventStore, WithoutAccessTheRequestSaysSoAndListsAreEmpty) {
-    test::TestEnvironment environment;
-    CoreServices services(environment, {});
-    bool isRefused = false;
-    services.aggregatedEventStore().requestCalendarAccess([&](std::exception_ptr error) {
-        try {
-            std::rethrow_exception(error);
-        } catch (const EventKitError& refusal) {
-            isRefused = refusal.code() == EventKitError::Code::accessNotGranted;
-        }
-    });
-    EXPECT_TRUE(isRefused);
-    reloadAndWait(services);
-    EXPECT_THAT(services.manager().allCachedEvents(), IsEmpty());
+TEST(CalendarEventManager, AReloadThatFallsBehindLeavesTheNewerListsAlone) {
+    WorkerStop stop;
+    test::CoreFixture core;
+    const std::string task = "BEGIN:VTODO\nUID:t\nSUMMARY:Task\nDUE:20260304T120000Z\nEND:VTODO\n";
+    core.write("calendars/a.ics", meeting("Before", "20260304T120000Z") + task);
+    auto& manager = core.reloaded();
+    auto& store = core.services().aggregatedEventStore();
+    core.write("calendars/a.ics", meeting("Old", "20260304T120000Z") + task);
+    store.refreshData();
+    stop.isStanding.wait(false);
+    // Its tasks wait for the worker; then the meeting moves and the lists are switched off.
+    std::vector<std::string> seen;
+    manager.reloadEvents(false, [&] { seen = titles(manager.allCachedUpcomingEvents()); });
+    core.write("calendars/a.ics", meeting("New", "20260304T130000Z") + task);
+    store.refreshData();
+    core.services().settings().setActiveReminderListIdentifiers({});
+    reloadAndWait(core.services());
+    EXPECT_THAT(titles(manager.allCachedUpcomingEvents()), ElementsAre("New"));
+    stop.gate.release();
+    runUntil([&] { return !seen.empty(); });
+    EXPECT_THAT(seen, ElementsAre("New"));
+    EXPECT_EQ(manager.invocations().at(0).event.title, "New");
+    stop.gate.release(10);
 }
 
 }  // namespace

@@ -3,6 +3,9 @@
 #include <support/TestEnvironment.h>
 #include <support/TextEnvironment.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 namespace {
 
 using namespace hbr;
@@ -59,6 +62,35 @@ TEST_F(CustomReminders, ThePurgeKeepsThirtyCalendarDays) {
     store.purgePastReminders();
     EXPECT_THAT(ids(), testing::ElementsAre("kept"));
     EXPECT_EQ(announced, 0);
+}
+
+TEST_F(CustomReminders, MovesOfSeveralProcessesAllCount) {
+    store.addReminder(reminder("a", "2026-04-11T10:00:00Z"));
+    store.addReminder(reminder("b", "2026-04-12T10:00:00Z"));
+    const auto move = [&] {
+        platform::NotificationCenter own;
+        CustomRemindersStore mine(
+            std::make_shared<platform::DefaultsDomain>(domain->file(), environment.diagnostics), own,
+            environment);
+        for (int i = 0; i < 20; ++i) {
+            if (!mine.moveReminder("a", 60)) return false;
+            mine.purgePastReminders();
+        }
+        return true;
+    };
+    const pid_t child = fork();
+    if (child == 0) _exit(move() ? 0 : 1);
+    EXPECT_TRUE(move());
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(store.reminder("a")->date(), at("2026-04-11T10:40:00Z"));
+    EXPECT_THAT(ids(), testing::ElementsAre("b", "a"));
+    int announced = 0;
+    const auto observation = center.observe(remindersChangedNotification, [&] { ++announced; });
+    EXPECT_TRUE(store.moveReminder("b", -60));
+    EXPECT_FALSE(store.moveReminder("nobody", 60));
+    EXPECT_EQ(announced, 1);
 }
 
 TEST_F(CustomReminders, ABlockThatCannotBeReadOutlivesThePurgeButNotAWrite) {

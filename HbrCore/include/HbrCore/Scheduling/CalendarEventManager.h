@@ -93,7 +93,7 @@ class CalendarEventManager {
     std::vector<UserReminderList> fetchReminderLists() const;
 
     void didHandleAlertInvocation(const AlertInvocation& invocation);
-    /// Moves a stored own reminder; anything else gets a snoozed alert.
+    /// Moves a stored own reminder; anything else, and one that cannot be stored, gets a snoozed alert.
     void snooze(const Event& event, std::int64_t minutes);
     /// Returns at once; the work and `completion` run on the main queue.
     void snoozeUntilTimeOfEvent(const Event& event, std::function<void()> completion = {});

@@ -25,6 +25,9 @@ class CustomRemindersStoring {
     /// Takes the place of every reminder with its id, at the end.
     virtual bool updateReminder(const Reminder& reminder) = 0;
     virtual bool removeReminder(std::string_view id) = 0;
+    /// Updates the first reminder with that id to be this many seconds later, whoever else changes it
+    /// meanwhile. False when there is none or it could not be stored.
+    virtual bool moveReminder(std::string_view id, double seconds) = 0;
     /// Drops what lies more than 30 calendar days back; tells nobody.
     virtual bool purgePastReminders() = 0;
     virtual std::optional<Reminder> reminder(std::string_view forID) const = 0;
@@ -49,6 +52,7 @@ class CustomRemindersStore final : public CustomRemindersStoring {
     bool addReminder(const Reminder& reminder) override;
     bool updateReminder(const Reminder& reminder) override;
     bool removeReminder(std::string_view id) override;
+    bool moveReminder(std::string_view id, double seconds) override;
     bool purgePastReminders() override;
     std::optional<Reminder> reminder(std::string_view forID) const override;
     std::vector<Reminder> reminders(platform::Date from, platform::Date to) const override;
