@@ -101,6 +101,9 @@ struct AggregatedEventStore::State {
         std::unique_lock lock(mutex);
         if (isWatching) store->startWatching();
         delegatesEventStore.swap(store);
+        // It has read the delegated calendars anew.
+        calendarCache.clear();
+        ++cacheGeneration;
         // The old store ends outside the lock: its end waits for a notification that may want the cache.
         lock.unlock();
     }

@@ -3,6 +3,9 @@
 #include <MxLogger/MxLogger.h>
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 using namespace hbr;
@@ -48,6 +51,170 @@ TEST(AggregatedEventStore, WithoutAccessTheRequestSaysSoAndListsAreEmpty) {
     EXPECT_TRUE(isRefused);
     reloadAndWait(services);
     EXPECT_THAT(services.manager().allCachedEvents(), IsEmpty());
+}
+
+TEST(AggregatedEventStore, OneOccurrenceInBothStoresStandsOnce) {
+    test::CoreFixture core;
+    core.account("Boss", "delegated", true);
+    const auto item = [](std::string_view uid, std::string_view lines) {
+        return "BEGIN:VEVENT\nUID:" + std::string(uid) + "\n" + std::string(lines) + "END:VEVENT\n";
+    };
+    const std::string noon = "DTSTART:20260304T120000Z\nDURATION:PT1H\n";
+    const std::string longer = "DTSTART:20260304T120000Z\nDURATION:PT2H\n";
+    const std::string day = "DTSTART;VALUE=DATE:20260304\nSUMMARY:Day\n";
+    struct Case {
+        const char* what;
+        std::string own;
+        std::string delegated;
+        std::size_t count;
+    };
+    const Case cases[] = {
+        {"the same", item("1", noon + "SUMMARY:A\n"), item("2", noon + "SUMMARY:A\n"), 1},
+        {"another title", item("1", noon + "SUMMARY:A\n"), item("2", noon + "SUMMARY:B\n"), 2},
+        {"no title in one", item("1", noon + "SUMMARY:A\n"), item("2", noon), 2},
+        {"no title in both", item("1", noon), item("2", noon), 1},
+        {"another end", item("1", noon), item("2", longer), 2},
+        {"a series and a single one", item("1", noon + "RRULE:FREQ=DAILY;COUNT=1\n"), item("2", noon), 2},
+        {"all day in one", item("1", day),
+         item("2", "DTSTART:20260303T230000Z\nDTEND:20260304T230000Z\nSUMMARY:Day\n"), 2},
+        {"twice in the own store", item("1", noon) + item("2", noon), "", 2},
+        {"twice in the delegated one", "", item("1", noon) + item("2", noon), 1},
+    };
+    auto& store = core.services().aggregatedEventStore();
+    for (const Case& c : cases) {
+        core.write("calendars/own.ics", c.own);
+        core.write("delegated/theirs.ics", c.delegated);
+        store.requestCalendarAccess([](std::exception_ptr error) { EXPECT_FALSE(error); });
+        core.services().manager().activateAllCalendars();
+        const auto found = store.events(at("2026-03-04T00:00:00Z"), at("2026-03-05T00:00:00Z"));
+        ASSERT_EQ(found.size(), c.count) << c.what;
+        const std::string first = c.own.empty() ? "Boss" : "Home";
+        EXPECT_EQ(found.front()->calendar->source->title, first) << c.what;
+    }
+}
+
+TEST(AggregatedEventStore, LooksCalendarsUpAnewAfterAccessWasGiven) {
+    test::CoreFixture core;
+    core.account("Boss", "delegated", true);
+    core.write("delegated/theirs/1.ics", meeting("Theirs", "20260304T120000Z"));
+    auto& store = core.services().aggregatedEventStore();
+    const auto ask = [&] { store.requestCalendarAccess([](std::exception_ptr) {}); };
+    ask();
+    const auto identifier = store.calendars(platform::EKEntityType::event).at(0)->calendarIdentifier;
+    EXPECT_EQ(store.calendarWithIdentifier(identifier)->title, "theirs");
+    core.environment.home.write("delegated/theirs/displayname", "Board");
+    ask();
+    EXPECT_EQ(store.calendarWithIdentifier(identifier)->title, "Board");
+}
+
+TEST(AggregatedEventStore, ActiveCalendarsKeepTheOrderOfTheSettingWithoutUnknownOnes) {
+    test::CoreFixture core;
+    core.write("calendars/a/1.ics", meeting("A", "20260304T120000Z"));
+    core.write("calendars/b/1.ics", meeting("B", "20260304T130000Z"));
+    auto& store = core.services().aggregatedEventStore();
+    const auto all = store.calendars(platform::EKEntityType::event);
+    core.services().settings().setActiveCalendarIdentifiers(
+        {all.at(1)->calendarIdentifier, "gone", all.at(0)->calendarIdentifier});
+    EXPECT_THAT(store.activeCalendars(), ElementsAre(all[1], all[0]));
+}
+
+TEST(AggregatedEventStore, PendingEventsBeginWithinTheHourAndInsideTheirAlertPeriod) {
+    test::CoreFixture core;
+    core.write("calendars/a.ics",
+               meeting("Half a minute", "20260304T090030Z") + meeting("A minute", "20260304T090100Z") +
+                   meeting("Excluded", "20260304T090010Z") + meeting("Half an hour", "20260304T093000Z") +
+                   meeting("An hour", "20260304T100000Z") + meeting("A second more", "20260304T100001Z") +
+                   meeting("Begun", "20260304T085959Z"));
+    core.reloaded();
+    const auto pending = [&] {
+        return titles(core.services().aggregatedEventStore().pendingEvents(core.environment->now()));
+    };
+    for (const Event& event : core.services().manager().allCachedEvents()) {
+        if (event.title == "Excluded")
+            core.services().eventSettings().storeCustomSettings({.isExcluded = true}, event.id);
+    }
+    EXPECT_THAT(pending(), ElementsAre("Half a minute"));
+    core.services().settings().setTimeOffsetSeconds(7200);
+    EXPECT_THAT(pending(), ElementsAre("Half a minute", "A minute", "Half an hour", "An hour"));
+}
+
+/// What is logged while it lives, and what is announced.
+struct Told {
+    Told() {
+        MxLogger::setOutput(open("/dev/null", O_WRONLY | O_CLOEXEC));
+        MxLogger::clear();
+        MxLogger::start(true);
+    }
+    ~Told() {
+        MxLogger::stop();
+        MxLogger::setOutput(STDOUT_FILENO);
+    }
+    Told(const Told&) = delete;
+    Told& operator=(const Told&) = delete;
+
+    /// Without stamps and markers; "posted" for the notification.
+    std::vector<std::string> lines() const {
+        std::vector<std::string> list;
+        for (const std::string& line : MxLogger::logMessages())
+            list.push_back(line.substr(line.find_first_of("IW", 20)));
+        for (int i = 0; i < granted; ++i)
+            list.emplace_back("posted");
+        return list;
+    }
+
+    int granted = 0;
+    platform::NotificationCenter::Observation observation =
+        platform::NotificationCenter::shared().observe(grantedPermissionNotification, [this] { ++granted; });
+};
+
+TEST(AggregatedEventStore, AccessRequestsSayWhatCameOfThem) {
+    struct Case {
+        bool hasAccount;
+        int version;
+        bool isForEvents;
+        bool isRefused;
+        std::vector<std::string> told;
+    };
+    const std::vector<std::string> granted = {"INFO [EventKit]: Requesting Calendar access",
+                                              "INFO [EventKit]: Calendar permission granted", "posted"};
+    const std::vector<std::string> refused = {
+        "INFO [EventKit]: Requesting Calendar access",
+        "WARNING [EventKit]: No Calendar access. Showing permission alert"};
+    const Case cases[] = {
+        {true, 14, true, false, granted},
+        {true, 13, true, false, granted},
+        {false, 14, true, true, refused},
+        {false, 13, true, true, refused},
+        {true,
+         14,
+         false,
+         false,
+         {"INFO [EventKit]: Requesting Reminders access", "INFO [EventKit]: Reminder permission granted",
+          "posted"}},
+        {false,
+         13,
+         false,
+         false,
+         {"INFO [EventKit]: Requesting Reminders access", "WARNING [EventKit]: No Reminder access.",
+          "posted"}},
+    };
+    for (const Case& c : cases) {
+        test::CoreFixture core;
+        if (!c.hasAccount) std::filesystem::remove(platform::AccountsFile(core.environment).path());
+        core.environment.change().platformVersion = {c.version, 0, 0};
+        auto& store = core.services().aggregatedEventStore();
+        const Told told;
+        int completed = 0;
+        const auto completion = [&](std::exception_ptr error) {
+            ++completed;
+            EXPECT_EQ(static_cast<bool>(error), c.isRefused);
+        };
+        c.isForEvents ? store.requestCalendarAccess(completion) : store.requestReminderAccess(completion);
+        EXPECT_EQ(told.lines(), c.told);
+        EXPECT_EQ(completed, 1);
+        EXPECT_EQ(store.hasCalendarAccess(), c.hasAccount);
+        EXPECT_EQ(store.hasReminderAccess(), c.hasAccount);
+    }
 }
 
 }  // namespace
