@@ -33,7 +33,7 @@ class WidgetDesk {
         std::shared_ptr<const PictureLibrary> pictures;
         /// Of the language of the texts.
         bool isRightToLeft = false;
-        WidgetMenuTexts texts;
+        WidgetMenuTexts texts = {};
         /// Logical pixels per point, before the desktop's text scaling.
         double widgetScale = 1.25;
     };

@@ -20,6 +20,9 @@ struct PixelImage {
 };
 
 PixelImage paintPixels(const LaidOutTree& tree, double scale);
+/// Paints one rectangle of the tree, in points, anew into a picture that paintPixels made at the same scale
+/// of a tree of the same size.
+void repaintPixels(PixelImage& image, const LaidOutTree& tree, double scale, Rect changed);
 std::string paintPng(const LaidOutTree& tree, double scale);
 /// Texts become outlines; one user unit is one point.
 std::string paintSvg(const LaidOutTree& tree);

@@ -1,0 +1,204 @@
+#include <Desktop/CardWindow.h>
+#include <Views/View.h>
+
+#include <utility>
+
+#include "ActionSignal.h"
+#include "RoundedRectangle.h"
+#include "ViewArea.h"
+#include "WindowParts.h"
+
+namespace platform {
+
+namespace {
+
+constexpr int windowMargin = 20, spacing = 12;
+constexpr int width = 420;
+/// Of notes and people together; more is scrolled.
+constexpr int greatestBodyHeight = 360;
+constexpr double portraitSize = 32;
+
+GtkWidget* box(GtkOrientation orientation, int distance) {
+    return gtk_box_new(orientation, distance);
+}
+
+void add(GtkWidget* container, GtkWidget* child) {
+    gtk_container_add(GTK_CONTAINER(container), child);
+}
+
+GtkWidget* makeColorBar(Color color) {
+    GtkWidget* bar = gtk_drawing_area_new();
+    gtk_widget_set_size_request(bar, 4, -1);
+    g_signal_connect_data(
+        bar, "draw", G_CALLBACK(+[](GtkWidget* self, cairo_t* cairo, gpointer data) -> gboolean {
+            const auto& shown = *static_cast<Color*>(data);
+            cairo_set_source_rgba(cairo, shown.red, shown.green, shown.blue, shown.alpha);
+            addRoundedRectangle(cairo,
+                                {0, 0, static_cast<double>(gtk_widget_get_allocated_width(self)),
+                                 static_cast<double>(gtk_widget_get_allocated_height(self))},
+                                2);
+            cairo_fill(cairo);
+            return FALSE;
+        }),
+        new Color(color), [](gpointer data, GClosure*) { delete static_cast<Color*>(data); },
+        GConnectFlags(0));
+    return bar;
+}
+
+class GtkCardWindow final : public CardWindow {
+  public:
+    GtkCardWindow(DesktopSession& session, Card card, Actions actions)
+        : session_(session),
+          card_(std::move(card)),
+          actions_(std::move(actions)),
+          window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
+          lookToken_(session.appearance().observe([this] { fill(); })) {
+        gtk_window_set_type_hint(GTK_WINDOW(window_), GDK_WINDOW_TYPE_HINT_DIALOG);
+        gtk_window_set_position(GTK_WINDOW(window_), GTK_WIN_POS_CENTER);
+        gtk_window_set_resizable(GTK_WINDOW(window_), FALSE);
+        onClose(window_, actions_.closed);
+        fill();
+        present();
+    }
+    ~GtkCardWindow() override { gtk_widget_destroy(window_); }
+
+    void setCard(Card card) override {
+        card_ = std::move(card);
+        fill();
+    }
+    void present() override { presentWindow(window_, session_); }
+
+  private:
+    void fill() {
+        gtk_window_set_title(GTK_WINDOW(window_), card_.title.c_str());
+        if (GtkWidget* old = gtk_bin_get_child(GTK_BIN(window_))) gtk_widget_destroy(old);
+        GtkWidget* column = box(GTK_ORIENTATION_VERTICAL, spacing + 4);
+        gtk_container_set_border_width(GTK_CONTAINER(column), windowMargin);
+        gtk_widget_set_size_request(column, width, -1);
+        add(column, makeHead());
+        if (!card_.place.empty()) add(column, makeLinkedLabel(card_.place, actions_.open));
+        if (!card_.notes.empty() || !card_.people.empty()) add(column, makeBody());
+        GtkWidget* primary = nullptr;
+        GtkWidget* buttons = makeButtons(primary);
+        add(column, buttons);
+        add(window_, column);
+        gtk_widget_show_all(column);
+        if (!primary) return;
+        gtk_widget_set_can_default(primary, TRUE);
+        gtk_widget_grab_default(primary);
+        gtk_widget_grab_focus(primary);
+    }
+
+    GtkWidget* makeHead() const {
+        GtkWidget* head = box(GTK_ORIENTATION_HORIZONTAL, spacing);
+        if (card_.color) add(head, makeColorBar(*card_.color));
+        GtkWidget* texts = box(GTK_ORIENTATION_VERTICAL, 4);
+        add(texts, makeLabel(card_.title, TextRole::title));
+        for (const std::string& line : card_.lines)
+            add(texts, makeLabel(line, TextRole::body));
+        add(head, texts);
+        return head;
+    }
+
+    GtkWidget* makeBody() const {
+        GtkWidget* body = box(GTK_ORIENTATION_VERTICAL, spacing);
+        if (!card_.notes.empty()) add(body, makeLinkedLabel(card_.notes, actions_.open));
+        if (!card_.people.empty()) {
+            add(body, makeLabel(card_.peopleHeading, TextRole::heading));
+            for (const Card::Person& person : card_.people)
+                add(body, makePerson(person));
+        }
+        GtkWidget* scrolled = gtk_scrolled_window_new(nullptr, nullptr);
+        gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scrolled), GTK_POLICY_NEVER, GTK_POLICY_AUTOMATIC);
+        gtk_scrolled_window_set_propagate_natural_height(GTK_SCROLLED_WINDOW(scrolled), TRUE);
+        gtk_scrolled_window_set_max_content_height(GTK_SCROLLED_WINDOW(scrolled), greatestBodyHeight);
+        add(scrolled, body);
+        return scrolled;
+    }
+
+    GtkWidget* makePerson(const Card::Person& person) const {
+        GtkWidget* row = box(GTK_ORIENTATION_HORIZONTAL, spacing);
+        add(row, makePortrait(person));
+        GtkWidget* texts = box(GTK_ORIENTATION_VERTICAL, 0);
+        gtk_widget_set_valign(texts, GTK_ALIGN_CENTER);
+        add(texts, makeLabel(person.name, TextRole::body));
+        if (!person.remark.empty()) add(texts, makeLabel(person.remark, TextRole::secondary));
+        add(row, texts);
+        return row;
+    }
+
+    GtkWidget* makePortrait(const Card::Person& person) const {
+        const auto layOutPortrait = [person, look = session_.appearance().current()](double deviceScale) {
+            ViewContext context;
+            context.appearance = look.appearance;
+            context.contrast = look.contrast;
+            context.scale = deviceScale;
+            const Palette& palette = context.palette();
+            const View initials = text(person.initials).font(system(12).bold()).foreground(palette.primary);
+            View portrait = zstack({}, {capsule().foreground(palette.gray), initials});
+            if (person.picture) portrait = zstack({}, {portrait, photo(*person.picture, portraitSize / 2)});
+            return layOut(portrait.filling(), {portraitSize, portraitSize}, context);
+        };
+        GtkWidget* area = makeViewArea(
+            {{portraitSize, portraitSize}, session_.appearance().current().textScale, layOutPortrait});
+        gtk_widget_set_valign(area, GTK_ALIGN_CENTER);
+        return area;
+    }
+
+    /// Does what was chosen after the card is closed, which may have destroyed it.
+    std::function<void()> closing(const Card::Choice& choice) const {
+        return [closed = actions_.closed, chosen = choice.chosen] {
+            if (closed) closed();
+            if (chosen) chosen();
+        };
+    }
+
+    GtkWidget* makeButtons(GtkWidget*& primary) const {
+        GtkWidget* row = box(GTK_ORIENTATION_HORIZONTAL, 8);
+        if (card_.aside)
+            gtk_box_pack_start(GTK_BOX(row), makeButton(card_.aside->label, closing(*card_.aside)), FALSE,
+                               FALSE, 0);
+        if (card_.primary) {
+            primary = makeButton(card_.primary->label, closing(*card_.primary));
+            gtk_style_context_add_class(gtk_widget_get_style_context(primary),
+                                        GTK_STYLE_CLASS_SUGGESTED_ACTION);
+            gtk_box_pack_end(GTK_BOX(row), primary, FALSE, FALSE, 0);
+        }
+        if (!card_.menu.empty()) gtk_box_pack_end(GTK_BOX(row), makeMenuButton(), FALSE, FALSE, 0);
+        for (auto choice = card_.buttons.rbegin(); choice != card_.buttons.rend(); ++choice)
+            gtk_box_pack_end(GTK_BOX(row), makeButton(choice->label, closing(*choice)), FALSE, FALSE, 0);
+        return row;
+    }
+
+    GtkWidget* makeMenuButton() const {
+        GtkWidget* menu = gtk_menu_new();
+        for (const Card::Choice& choice : card_.menu) {
+            GtkWidget* item = gtk_menu_item_new_with_label(choice.label.c_str());
+            onSignal(item, "activate", closing(choice));
+            gtk_menu_shell_append(GTK_MENU_SHELL(menu), item);
+        }
+        gtk_widget_show_all(menu);
+        GtkWidget* button = gtk_menu_button_new();
+        gtk_menu_button_set_popup(GTK_MENU_BUTTON(button), menu);
+        GtkWidget* content = box(GTK_ORIENTATION_HORIZONTAL, 6);
+        add(content, gtk_label_new(card_.menuLabel.c_str()));
+        add(content, gtk_image_new_from_icon_name("pan-down-symbolic", GTK_ICON_SIZE_BUTTON));
+        add(button, content);
+        atk_object_set_name(gtk_widget_get_accessible(button), card_.menuLabel.c_str());
+        return button;
+    }
+
+    DesktopSession& session_;
+    Card card_;
+    Actions actions_;
+    GtkWidget* window_;
+    std::shared_ptr<void> lookToken_;
+};
+
+}  // namespace
+
+std::unique_ptr<CardWindow> CardWindow::show(DesktopSession& session, Card card, Actions actions) {
+    return std::make_unique<GtkCardWindow>(session, std::move(card), std::move(actions));
+}
+
+}  // namespace platform

@@ -1,0 +1,66 @@
+#include "GtkDesktopSession.h"
+
+#include <gdk/gdkx.h>
+#include <gtk-layer-shell/gtk-layer-shell.h>
+
+#include <clocale>
+#include <cstdlib>
+
+#include "LayerShellProbe.h"
+
+namespace platform {
+
+namespace {
+
+/// The toolkit's backends to try, best first. A user's GDK_BACKEND stands.
+void chooseBackend() {
+    if (std::getenv("GDK_BACKEND")) return;
+    const WaylandDisplay wayland = probeWayland();
+    if (wayland.hasLayerShell) {
+        gdk_set_allowed_backends("wayland");
+    } else if (wayland.isThere) {
+        // Through the X server of a Wayland desktop widgets stand below the windows; on its own they cannot.
+        gdk_set_allowed_backends("x11,wayland");
+    } else {
+        gdk_set_allowed_backends("x11");
+    }
+}
+
+SurfaceKind surfaceKindOf(GdkDisplay* display) {
+    if (GDK_IS_X11_DISPLAY(display)) return SurfaceKind::x11Desktop;
+    return gtk_layer_is_supported() ? SurfaceKind::layerShell : SurfaceKind::plainWindow;
+}
+
+}  // namespace
+
+std::string DesktopCapabilities::limitation() const {
+    if (surfaceKind != SurfaceKind::plainWindow) return {};
+    return "this desktop offers neither layer-shell nor an X server, so widgets are ordinary windows: they "
+           "may "
+           "be covered, stay on one workspace, and stand where the desktop puts them";
+}
+
+DesktopSession::Opened DesktopSession::open(const std::string& programName, bool isRightToLeft) {
+    // The toolkit would change how this process writes numbers.
+    gtk_disable_setlocale();
+    std::setlocale(LC_CTYPE, "");
+    std::setlocale(LC_MESSAGES, "");
+    g_set_prgname(programName.c_str());
+    chooseBackend();
+    if (!gtk_init_check(nullptr, nullptr))
+        return {nullptr, "there is no desktop here (neither WAYLAND_DISPLAY nor DISPLAY leads to one)"};
+    gdk_set_program_class(programName.c_str());
+    gtk_widget_set_default_direction(isRightToLeft ? GTK_TEXT_DIR_RTL : GTK_TEXT_DIR_LTR);
+    GdkDisplay* display = gdk_display_get_default();
+    return {std::make_unique<GtkDesktopSession>(surfaceKindOf(display), display), {}};
+}
+
+GtkDesktopSession::GtkDesktopSession(SurfaceKind kind, GdkDisplay* display)
+    : capabilities_{.surfaceKind = kind,
+                    .staysOnDesktop = kind != SurfaceKind::plainWindow,
+                    .canPlace = kind != SurfaceKind::plainWindow,
+                    .canDrag = kind == SurfaceKind::x11Desktop},
+      outputs_(display),
+      appearance_(gtk_settings_get_default()) {}
+
+}  // namespace platform

@@ -1,0 +1,187 @@
+#include "GtkWidgetDesk.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace platform {
+
+std::unique_ptr<WidgetDesk> WidgetDesk::make(DesktopSession& session, Options options) {
+    // The only kind of session there is.
+    return std::make_unique<GtkWidgetDesk>(static_cast<GtkDesktopSession&>(session), std::move(options));
+}
+
+GtkWidgetDesk::GtkWidgetDesk(GtkDesktopSession& session, Options options)
+    : session_(session),
+      options_(std::move(options)),
+      outputsToken_(session.outputs().observe([this] { restack(); })),
+      appearanceToken_(session.appearance().observe([this] { lookChanged(); })),
+      presentingToken_(session.observePresenting([this] { lower(); })),
+      compositedSignal_(std::make_unique<SignalConnection>(
+          gdk_screen_get_default(), "composited-changed",
+          G_CALLBACK(+[](GdkScreen*, gpointer self) { static_cast<GtkWidgetDesk*>(self)->lookChanged(); }),
+          this)) {}
+
+GtkWidgetDesk::~GtkWidgetDesk() {
+    if (pendingRestack_) g_source_remove(pendingRestack_);
+}
+
+std::unique_ptr<WidgetWindow> GtkWidgetDesk::add(WidgetIdentity identity, WidgetFamily family,
+                                                 const WidgetPlacement& placement, WidgetActions actions) {
+    auto window =
+        std::make_unique<GtkWidgetWindow>(*this, std::move(identity), family, placement, std::move(actions));
+    windows_.push_back(window.get());
+    if (isLifted_) window->setLevel(WidgetSurface::Level::lifted);
+    return window;
+}
+
+void GtkWidgetDesk::forget(GtkWidgetWindow& window) {
+    std::erase(windows_, &window);
+    if (windows_.empty()) isLifted_ = false;
+    restackSoon();
+}
+
+bool GtkWidgetDesk::isComposited() const {
+    return gdk_screen_is_composited(gdk_screen_get_default()) != FALSE;
+}
+
+double GtkWidgetDesk::scale() const {
+    return options_.widgetScale * session_.appearance().current().textScale;
+}
+
+ViewContext GtkWidgetDesk::contextFor(WidgetFamily family) const {
+    const DesktopLook look = session_.appearance().current();
+    const auto output = session_.outputs().find({});
+    return {.family = family,
+            .now = options_.environment->now(),
+            .locale = options_.environment->locale,
+            .isRightToLeft = options_.isRightToLeft,
+            .appearance = look.appearance,
+            .contrast = look.contrast,
+            .scale = scale() * (output ? output->scale : 1),
+            .pictures = options_.pictures};
+}
+
+void GtkWidgetDesk::lookChanged() {
+    for (GtkWidgetWindow* window : std::vector(windows_))
+        window->lookChanged();
+    restack();
+}
+
+std::vector<GtkWidgetWindow*> GtkWidgetDesk::inOrder() const {
+    auto windows = windows_;
+    std::erase_if(windows, [](const GtkWidgetWindow* window) { return !window->hasContent(); });
+    std::ranges::stable_sort(windows, {},
+                             [](const GtkWidgetWindow* window) { return window->placement().order; });
+    return windows;
+}
+
+void GtkWidgetDesk::restack() {
+    std::map<std::pair<std::string, Corner>, std::vector<GtkWidgetWindow*>> columns;
+    for (GtkWidgetWindow* window : inOrder()) {
+        const WidgetPlacement& placement = window->placement();
+        const auto output = session_.outputs().find(placement.output);
+        if (!output) {
+            window->standAt(std::nullopt);
+        } else if (placement.position) {
+            window->standAt(SurfacePlace{.output = *output,
+                                         .isRightToLeft = options_.isRightToLeft,
+                                         .position = placement.position,
+                                         .size = window->size()});
+        } else {
+            columns[{output->name, placement.corner}].push_back(window);
+        }
+    }
+    for (const auto& [key, windows] : columns) {
+        const Output output = *session_.outputs().find(key.first);
+        std::vector<StackedSize> sizes;
+        for (const GtkWidgetWindow* window : windows)
+            sizes.push_back(window->size());
+        const auto offsets = stackFromCorner(sizes, output.workArea.height);
+        for (std::size_t i = 0; i < windows.size(); ++i) {
+            windows[i]->standAt(SurfacePlace{.output = output,
+                                             .corner = key.second,
+                                             .isRightToLeft = options_.isRightToLeft,
+                                             .offset = offsets[i],
+                                             .size = sizes[i]});
+        }
+    }
+}
+
+void GtkWidgetDesk::restackSoon() {
+    if (pendingRestack_) return;
+    pendingRestack_ = g_idle_add_full(
+        G_PRIORITY_DEFAULT,
+        [](gpointer self) -> gboolean {
+            static_cast<GtkWidgetDesk*>(self)->pendingRestack_ = 0;
+            static_cast<GtkWidgetDesk*>(self)->restack();
+            return G_SOURCE_REMOVE;
+        },
+        this, nullptr);
+}
+
+void GtkWidgetDesk::lift(WidgetWindow* first) {
+    const auto windows = inOrder();
+    if (windows.empty()) return;
+    isLifted_ = true;
+    for (GtkWidgetWindow* window : windows)
+        window->setLevel(WidgetSurface::Level::lifted);
+    const auto chosen =
+        std::ranges::find(windows, first, [](GtkWidgetWindow* window) -> WidgetWindow* { return window; });
+    giveKeyboard(chosen == windows.end() ? *windows.front() : **chosen, false);
+}
+
+void GtkWidgetDesk::giveKeyboard(GtkWidgetWindow& window, bool fromEnd) {
+    for (GtkWidgetWindow* other : windows_) {
+        if (other != &window) other->setLevel(WidgetSurface::Level::lifted);
+    }
+    window.setLevel(WidgetSurface::Level::withKeyboard);
+    window.focusFirst(fromEnd);
+}
+
+void GtkWidgetDesk::moveKeyboard(GtkWidgetWindow& from, int steps) {
+    auto windows = inOrder();
+    if (steps < 0) std::ranges::reverse(windows);
+    const auto position = std::ranges::find(windows, &from);
+    if (position == windows.end()) return;
+    std::ranges::rotate(windows, position);
+    for (std::size_t i = 1; i <= windows.size(); ++i) {
+        GtkWidgetWindow& next = *windows[i % windows.size()];
+        if (!next.hasTargets()) continue;
+        if (&next == &from)
+            next.focusFirst(steps < 0);
+        else
+            giveKeyboard(next, steps < 0);
+        return;
+    }
+}
+
+void GtkWidgetDesk::lower() {
+    if (!isLifted_) return;
+    isLifted_ = false;
+    for (GtkWidgetWindow* window : windows_)
+        window->setLevel(WidgetSurface::Level::desktop);
+}
+
+WidgetPlacement GtkWidgetDesk::placementAt(Point point, StackedSize size, WidgetPlacement before) const {
+    const double middleX = point.x + size.width / 2.0, middleY = point.y + size.height / 2.0;
+    const auto outputs = session_.outputs().all();
+    if (outputs.empty()) return before;
+    auto output = std::ranges::find_if(outputs, [&](const Output& each) {
+        const auto& area = each.geometry;
+        return middleX >= area.x && middleX < area.x + area.width && middleY >= area.y &&
+               middleY < area.y + area.height;
+    });
+    if (output == outputs.end()) output = outputs.begin();
+    // Wholly on the output, so that it can be reached again.
+    const auto& area = output->workArea;
+    const auto within = [](double value, int room) {
+        return std::clamp(value, 0.0, std::max(0.0, double(room)));
+    };
+    before.output = output->name;
+    before.position = Point{within(point.x - area.x, area.width - size.width),
+                            within(point.y - area.y, area.height - size.height)};
+    return before;
+}
+
+}  // namespace platform

@@ -1,0 +1,116 @@
+#include "TapButtons.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "ActionSignal.h"
+#include "GObjects.h"
+
+namespace platform {
+
+namespace {
+
+/// Nothing of the button shows; the painter draws hover and focus.
+void makeInvisible(GtkWidget* button) {
+    static GtkCssProvider* provider = [] {
+        GtkCssProvider* made = gtk_css_provider_new();
+        gtk_css_provider_load_from_data(made,
+                                        "* { background: none; border: none; box-shadow: none; outline: none;"
+                                        " padding: 0; margin: 0; min-width: 0; min-height: 0; }",
+                                        -1, nullptr);
+        return made;
+    }();
+    gtk_style_context_add_provider(gtk_widget_get_style_context(button), GTK_STYLE_PROVIDER(provider),
+                                   GTK_STYLE_PROVIDER_PRIORITY_USER);
+}
+
+void showHand(GtkWidget* button) {
+    GdkDisplay* display = gtk_widget_get_display(button);
+    const Object<GdkCursor> hand(gdk_cursor_new_from_name(display, "pointer"));
+    gdk_window_set_cursor(gtk_button_get_event_window(GTK_BUTTON(button)), hand.get());
+}
+
+}  // namespace
+
+TapButtons::TapButtons(GtkFixed* parent, Events events) : parent_(parent), events_(std::move(events)) {}
+
+std::size_t TapButtons::indexOf(GtkWidget* button) const {
+    return static_cast<std::size_t>(std::ranges::find(buttons_, button) - buttons_.begin());
+}
+
+void TapButtons::addButton() {
+    GtkWidget* button = gtk_button_new();
+    makeInvisible(button);
+    onSignal(button, "clicked", [this, button] {
+        const Url url = targets_[indexOf(button)].url;
+        const auto tapped = events_.tapped;
+        if (tapped) tapped(url);
+    });
+    g_signal_connect_after(button, "realize", G_CALLBACK(+[](GtkWidget* self, gpointer) { showHand(self); }),
+                           nullptr);
+    const auto crossed = [](GtkWidget* self, GdkEventCrossing* event, gpointer data) -> gboolean {
+        static_cast<TapButtons*>(data)->setHovered(self, event->type == GDK_ENTER_NOTIFY);
+        return FALSE;
+    };
+    g_signal_connect(button, "enter-notify-event", G_CALLBACK(+crossed), this);
+    g_signal_connect(button, "leave-notify-event", G_CALLBACK(+crossed), this);
+    const auto focusChanged = [](GtkWidget* self, GdkEventFocus*, gpointer data) -> gboolean {
+        auto* buttons = static_cast<TapButtons*>(data);
+        buttons->events_.changed(buttons->indexOf(self));
+        return FALSE;
+    };
+    g_signal_connect(button, "focus-in-event", G_CALLBACK(+focusChanged), this);
+    g_signal_connect(button, "focus-out-event", G_CALLBACK(+focusChanged), this);
+    gtk_fixed_put(parent_, button, 0, 0);
+    buttons_.push_back(button);
+}
+
+void TapButtons::setHovered(GtkWidget* button, bool isHovered) {
+    const std::size_t index = indexOf(button);
+    if (isHovered)
+        hovered_ = index;
+    else if (hovered_ == index)
+        hovered_.reset();
+    events_.changed(index);
+}
+
+void TapButtons::set(std::vector<TapTarget> targets, int origin, double scale) {
+    if (targets == targets_ && origin == origin_ && scale == scale_) return;
+    targets_ = std::move(targets);
+    origin_ = origin;
+    scale_ = scale;
+    while (buttons_.size() > targets_.size()) {
+        GtkWidget* last = buttons_.back();
+        gtk_widget_hide(last);
+        buttons_.pop_back();
+        if (hovered_ == buttons_.size()) hovered_.reset();
+        g_signal_handlers_disconnect_by_data(last, this);
+        gtk_widget_destroy(last);
+    }
+    while (buttons_.size() < targets_.size())
+        addButton();
+    for (std::size_t i = 0; i < targets_.size(); ++i) {
+        const Rect& frame = targets_[i].frame;
+        const auto whole = [scale](double length) { return static_cast<int>(std::lround(length * scale)); };
+        gtk_fixed_move(parent_, buttons_[i], origin + whole(frame.x), origin + whole(frame.y));
+        gtk_widget_set_size_request(buttons_[i], whole(frame.width), whole(frame.height));
+        AtkObject* accessible = gtk_widget_get_accessible(buttons_[i]);
+        const char* name = atk_object_get_name(accessible);
+        if (!name || targets_[i].label != name) atk_object_set_name(accessible, targets_[i].label.c_str());
+        gtk_widget_show(buttons_[i]);
+    }
+}
+
+std::optional<std::size_t> TapButtons::focused() const {
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        if (gtk_widget_is_focus(buttons_[i])) return i;
+    }
+    return std::nullopt;
+}
+
+void TapButtons::focus(std::size_t target) {
+    if (target < buttons_.size()) gtk_widget_grab_focus(buttons_[target]);
+}
+
+}  // namespace platform

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <Views/LaidOutTree.h>
+
+#include <vector>
+
+namespace platform {
+
+/// What of a tap target is drawn under the pointer or with the keyboard on it.
+struct TargetOutline {
+    Rect frame;
+    double cornerRadius = 0;
+
+    friend bool operator==(const TargetOutline&, const TargetOutline&) = default;
+};
+
+/// Of each of tree.links(), in their order: rounded like the shape that fills the target.
+std::vector<TargetOutline> targetOutlines(const LaidOutTree& tree);
+
+}  // namespace platform

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <Desktop/WidgetWindow.h>
+#include <Foundation/Environment.h>
+#include <Foundation/MainQueue.h>
+#include <gtk/gtk.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "CornerStack.h"
+#include "GObjects.h"
+#include "PaintedTree.h"
+#include "TapButtons.h"
+#include "TargetOutline.h"
+#include "WidgetShadow.h"
+
+namespace platform {
+
+/// What a widget's window shows: the painted content with its shadow, the mark of pointer and keyboard, the
+/// badge, and buttons over the tap targets. Texts of timers go on by themselves, as long as somebody can see
+/// them.
+class WidgetCanvas {
+  public:
+    /// `parent`: the window's only child.
+    WidgetCanvas(GtkFixed* parent, EnvironmentRef environment, std::function<void(const Url&)> tapped);
+    ~WidgetCanvas();
+
+    struct Look {
+        /// Its clock is of no account.
+        ViewContext context;
+        /// Logical pixels per point.
+        double scale = 1;
+        int deviceScale = 1;
+        /// Nothing blends the window with what is behind it: square corners, no shadow.
+        bool isFilled = false;
+    };
+    /// Asks the content for its view and draws it.
+    void show(const WidgetContent& content, const Look& look);
+    /// The font is another one: nothing painted so far can be kept.
+    void forget() { painted_.forget(); }
+    void setBadge(std::optional<std::string> tooltip);
+    void setObscured(bool isObscured);
+    bool isObscured() const { return isObscured_; }
+
+    /// Of the widget itself, in logical pixels.
+    StackedSize size() const;
+    int margin() const { return look_.isFilled ? 0 : shadowMargin; }
+    TapButtons& buttons() { return buttons_; }
+    const TapButtons& buttons() const { return buttons_; }
+
+  private:
+    void layOutAgain();
+    void draw(cairo_t* cairo);
+    void drawTargets(cairo_t* cairo);
+    void drawBadge(cairo_t* cairo) const;
+    void placeBadge();
+    Rect badgeFrame() const;
+    void redraw(const Rect& points);
+    void tick();
+    void armTicker();
+    void say();
+
+    EnvironmentRef environment_;
+    GtkFixed* parent_;
+    /// Kept until the end: widgets that go tell of it when these are gone from the window.
+    Object<GtkWidget> area_;
+    Object<GtkWidget> badge_;
+    TapButtons buttons_;
+    Look look_;
+    View view_;
+    PaintedTree painted_;
+    WidgetShadow shadow_;
+    std::vector<TargetOutline> outlines_;
+    std::optional<std::string> badgeText_;
+    std::string said_;
+    std::optional<Date> saidAt_;
+    std::unique_ptr<WallClockTimer> ticker_;
+    bool wasDrawnSinceTick_ = false;
+    bool isObscured_ = false;
+};
+
+}  // namespace platform

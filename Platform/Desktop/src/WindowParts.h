@@ -1,0 +1,29 @@
+#pragma once
+
+#include <Desktop/DesktopSession.h>
+#include <Foundation/Url.h>
+#include <gtk/gtk.h>
+
+#include <functional>
+#include <string>
+
+namespace platform {
+
+enum class TextRole { title, heading, body, secondary };
+
+/// A text that wraps and starts at the leading edge.
+GtkWidget* makeLabel(const std::string& text, TextRole role);
+
+/// One whose links can be clicked and whose words can be copied.
+GtkWidget* makeLinkedLabel(const std::string& text, std::function<void(const Url&)> open);
+
+GtkWidget* makeButton(const std::string& label, std::function<void()> pressed);
+
+/// Calls `closed` when the user closes the window, Escape included, instead of closing it. `closed` may
+/// destroy it.
+void onClose(GtkWidget* window, std::function<void()> closed);
+
+/// In front, with the keyboard where the desktop allows it.
+void presentWindow(GtkWidget* window, DesktopSession& session);
+
+}  // namespace platform
