@@ -3,6 +3,7 @@
 #include <HbrUtils/Formatters.h>
 #include <HeedbannerWidgetExtension/Views/EventViewSettings.h>
 #include <Views/LaidOutTree.h>
+#include <support/PseudoLanguage.h>
 #include <support/TestEnvironment.h>
 
 #include <functional>
@@ -12,12 +13,16 @@
 
 namespace test {
 
-/// Draws views at ten in the morning of a Wednesday in Berlin, British formats, a lead of five minutes.
+/// Draws views at ten in the morning of a Wednesday in Berlin, with a lead of five minutes.
 class Drawing {
   public:
-    Drawing() { platform::Environment::setCurrent(world); }
+    /// British formats and texts, or those of `locale`; in pseudo-language when that is asked for.
+    explicit Drawing(const char* locale = "en_GB", bool isPseudo = false)
+        : world("2026-03-04T09:00:00Z", "Europe/Berlin", locale), formatters((prepare(isPseudo), world)) {
+        platform::Environment::setCurrent(world);
+    }
 
-    TestEnvironment world{"2026-03-04T09:00:00Z", "Europe/Berlin", "en_GB"};
+    TestEnvironment world;
     platform::Date now = world->now();
     hbr::EventViewSettings settings{.timeOffset = 300, .includeTravelTime = true};
     platform::Appearance appearance = platform::Appearance::light;
@@ -29,6 +34,7 @@ class Drawing {
         context.family = family;
         context.now = now;
         context.locale = world->locale;
+        context.isRightToLeft = platform::isRightToLeftLanguage(strings.language());
         context.appearance = appearance;
         context.pictures = pictures;
         return context;
@@ -53,7 +59,15 @@ class Drawing {
     }
 
   private:
-    hbr::Formatters formatters{world};
+    void prepare(bool isPseudo) {
+        if (!isPseudo) return;
+        writePseudoLanguage(world.home / "pseudo");
+        world.change().resourceDirectories.insert(world.change().resourceDirectories.begin(),
+                                                  world.home / "pseudo");
+        world.change().locale.languages = {pseudoLanguage};
+    }
+
+    hbr::Formatters formatters;
     hbr::WidgetStrings strings{world.ref()};
     std::shared_ptr<const platform::PictureLibrary> pictures =
         std::make_shared<platform::PictureLibrary>(world);

@@ -30,6 +30,15 @@ View topSymbol(std::string name, double top) {
                    spacer()});
 }
 
+/// One line that rather becomes smaller than that anything of it is lost.
+View fittedLine(std::string content) {
+    return text(std::move(content))
+        .monospacedDigits()
+        .lineLimit(1)
+        .allowsTightening()
+        .minimumScaleFactor(0.5);
+}
+
 }  // namespace
 
 View EventDetailView::body(const ViewContext& context) const {
@@ -102,12 +111,8 @@ View EventDetailView::dayAndTime(const ViewContext& context, const EventPillColo
         .verticalAlignment = VerticalAlignment::center,
         .horizontalSpacing = 0,
         .verticalSpacing = 0,
-        .content =
-            {text(dayLabel(context) + (isRow ? ", " : ""))
-                 .font(system(11).bold().monospacedDigits())
-                 .foreground(colors.secondary)
-                 .lineLimit(1),
-             text(timeText()).monospacedDigits().lineLimit(1).allowsTightening().minimumScaleFactor(0.5)},
+        .content = {fittedLine(dayLabel(context) + (isRow ? ", " : "")).bold().foreground(colors.secondary),
+                    fittedLine(timeText())},
     }
         .body();
 }
@@ -138,9 +143,7 @@ View EventDetailView::travelTime(const ViewContext& context) const {
     return hstack({.alignment = VerticalAlignment::firstTextBaseline, .spacing = 4},
                   {
                       symbol("car.fill").resizable().frame(14, 14).accessibilityHidden(),
-                      text(isSmall(context) ? *duration : L10n::General::travelTime(*duration))
-                          .monospacedDigits()
-                          .lineLimit(1),
+                      fittedLine(isSmall(context) ? *duration : L10n::General::travelTime(*duration)),
                   });
 }
 
@@ -152,9 +155,7 @@ View EventDetailView::progressLine(const EventPillColors& colors) const {
                           .frame(12, 12)
                           .foreground(colors.marker)
                           .accessibilityHidden(),
-                      text(inputs.formatters.timeRemaining(timeLeft(event, now)).value_or(""))
-                          .monospacedDigits()
-                          .lineLimit(1),
+                      fittedLine(inputs.formatters.timeRemaining(timeLeft(event, now)).value_or("")),
                   })
         .padding({.top = 4, .bottom = 2});
 }
