@@ -1,5 +1,7 @@
 #include <HeedbannerWidgetExtension/Views/EventCountdownView.h>
 #include <HeedbannerWidgetExtension/Views/EventListViews.h>
+#include <Views/DrawingWork.h>
+#include <Views/Painters.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -118,6 +120,36 @@ TEST(Widgets, DrawWholeTextsInsideTheirContentInEveryLanguage) {
             examine(CurrentEventsWidgetView{nothing, inputs}, family, "nothing");
         }
     }
+}
+
+TEST(Widgets, ShapeEveryTextAndDrawEverySymbolOnceForAFrame) {
+    test::Drawing drawing;
+    std::vector<Event> events;
+    for (int i = 0; i < 3; ++i) {
+        events.push_back(drawing.event("once " + std::to_string(i), 171, 192));
+        events.back().videoConferenceLinks = {test::callLink()};
+    }
+    const auto inputs = drawing.inputs();
+    const UpcomingEventsEntry entry{drawing.now, events};
+    const auto frame = [&] {
+        const auto before = DrawingWork::soFar();
+        const auto tree = drawing.draw(UpcomingEventsWidgetView{entry, inputs}, systemMedium);
+        paintPixels(tree, 2);
+        return DrawingWork::soFar() - before;
+    };
+    // The headline and the day, drawn by other tests, may be known already; three titles, one time, one
+    // camera.
+    const auto first = frame();
+    EXPECT_GE(first.shapedTexts, 4U);
+    EXPECT_LE(first.shapedTexts, 6U);
+    EXPECT_EQ(first.rasterizedPictures, 1U);
+    EXPECT_EQ(frame(), DrawingWork{});
+    // One more title, and its cut off form.
+    events[1].title = std::string("once and again ") + std::string(200, 'm');
+    const auto before = DrawingWork::soFar();
+    const UpcomingEventsEntry changed{drawing.now, events};
+    paintPixels(drawing.draw(UpcomingEventsWidgetView{changed, inputs}, systemMedium), 2);
+    EXPECT_EQ(DrawingWork::soFar() - before, (DrawingWork{.shapedTexts = 2, .rasterizedPictures = 0}));
 }
 
 }  // namespace

@@ -1,12 +1,12 @@
 #include <HeedbannerWidgetExtension/Views/EventCountdownView.h>
 
-#include <Foundation/Text.h>
 #include <HbrCore/DeepLinks/DeepLink.h>
 #include <HeedbannerWidgetExtension/Views/EventDetailView.h>
 #include <HeedbannerWidgetExtension/Views/NoEventsView.h>
 #include <Views/Legibility.h>
 
 #include "EventAccessibility.h"
+#include "WidgetHeadline.h"
 
 namespace hbr {
 
@@ -31,12 +31,10 @@ View countdown(const Event& event, const Formatters& formatters, Date now) {
 
 View EventCountdownView::body(const ViewContext& context) const {
     const Palette& palette = context.palette();
-    const auto headline =
-        uppercased(inputs.strings.text("Widget.nextEventCountdown.headline"), context.locale.language());
     return link(PreviewEventDeepLink(event.id).url(),
                 vstack({.alignment = HorizontalAlignment::leading},
                        {
-                           text(headline).font(system(10).bold()).foreground(palette.secondary),
+                           widgetHeadline("Widget.nextEventCountdown.headline", inputs.strings, context),
                            countdown(event, inputs.formatters, context.now)
                                .font(system(30).monospacedDigits())
                                .foreground(legible(palette.orange, palette.container, palette.symbolRatio()))

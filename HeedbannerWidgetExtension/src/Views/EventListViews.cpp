@@ -1,6 +1,5 @@
 #include <HeedbannerWidgetExtension/Views/EventListViews.h>
 
-#include <Foundation/Text.h>
 #include <HbrCore/DeepLinks/DeepLink.h>
 #include <HeedbannerWidgetExtension/Views/EventDetailView.h>
 #include <HeedbannerWidgetExtension/Views/NoEventsView.h>
@@ -9,6 +8,7 @@
 #include <string_view>
 
 #include "EventAccessibility.h"
+#include "WidgetHeadline.h"
 
 namespace hbr {
 
@@ -45,18 +45,14 @@ class EventList {
 
     View body() const {
         return vstack({.alignment = HorizontalAlignment::leading, .spacing = isLarge() ? 10.0 : 5.0},
-                      {header(), area().filling({.horizontal = HorizontalAlignment::leading,
-                                                 .vertical = VerticalAlignment::top})})
+                      {widgetHeadline(style_.headerKey, inputs_.strings, context_),
+                       area().filling(
+                           {.horizontal = HorizontalAlignment::leading, .vertical = VerticalAlignment::top})})
             .filling({.horizontal = HorizontalAlignment::leading});
     }
 
   private:
     bool isLarge() const { return context_.family == WidgetFamily::systemLarge; }
-
-    View header() const {
-        const auto title = uppercased(inputs_.strings.text(style_.headerKey), context_.locale.language());
-        return text(title).font(system(10).bold()).foreground(context_.palette().secondary);
-    }
 
     /// The longest list that fits.
     View area() const {

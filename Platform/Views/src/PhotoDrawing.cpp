@@ -1,5 +1,7 @@
 #include "PhotoDrawing.h"
 
+#include "WorkCounters.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -43,6 +45,7 @@ std::string plain(double length) {
 void drawInto(cairo_t* cairo, const ImageBytes& image, double width, double height) {
     const auto size = image.pixelSize();
     if (!size || static_cast<double>(size->width) * static_cast<double>(size->height) > mostPixels) return;
+    count(workCounters().rasterizedPictures);
     gchar* encoded =
         g_base64_encode(reinterpret_cast<const guchar*>(image.bytes().data()), image.bytes().size());
     const auto box = "width=\"" + plain(width) + "\" height=\"" + plain(height) + "\"";

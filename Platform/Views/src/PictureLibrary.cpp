@@ -1,4 +1,5 @@
 #include "PictureState.h"
+#include "WorkCounters.h"
 
 #include <Foundation/Diagnostics.h>
 #include <Foundation/ResourceBundle.h>
@@ -89,6 +90,7 @@ const PictureLibrary::State::File& PictureLibrary::State::file(const std::string
 
 void PictureLibrary::State::drawFile(cairo_t* cairo, const File& file, double width, double height,
                                      std::optional<PictureInks> inks) {
+    count(workCounters().rasterizedPictures);
     const Handle handle = loaded(file.svg);
     if (!handle) return;
     if (inks) {

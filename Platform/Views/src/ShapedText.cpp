@@ -1,6 +1,7 @@
 #include "ShapedText.h"
 
 #include "InterfaceFont.h"
+#include "WorkCounters.h"
 
 #include <Foundation/Text.h>
 
@@ -136,6 +137,7 @@ TextWorkshop& workshop() {
 
 ShapedText::ShapedText(PangoContext* context, const TextRequest& request)
     : layout_(pango_layout_new(context)) {
+    count(workCounters().shapedTexts);
     PangoLayout* layout = layout_.get();
     pango_layout_set_font_description(layout, descriptionOf(request.font).get());
     PangoAttrList* attributes = pango_attr_list_new();

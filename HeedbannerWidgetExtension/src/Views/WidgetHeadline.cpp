@@ -1,0 +1,18 @@
+#include "WidgetHeadline.h"
+
+#include <Foundation/Text.h>
+
+namespace hbr {
+
+using namespace platform;
+
+View widgetHeadline(std::string_view key, const WidgetStrings& strings, const ViewContext& context) {
+    return text(uppercased(strings.text(key), context.locale.language()))
+        .font(system(10).bold())
+        .foreground(context.palette().secondary)
+        .lineLimit(1)
+        .allowsTightening()
+        .minimumScaleFactor(0.7);
+}
+
+}  // namespace hbr
