@@ -15,14 +15,6 @@ auto* accountLike(Accounts& accounts, const platform::Account& account) {
     return found == accounts.end() ? nullptr : &*found;
 }
 
-void addMissing(std::vector<std::string>& addresses, const std::vector<std::string>& more) {
-    for (const auto& address : more) {
-        if (std::find(addresses.begin(), addresses.end(), address) == addresses.end()) {
-            addresses.push_back(address);
-        }
-    }
-}
-
 std::vector<std::string> toWatch(CommandContext& context, platform::EKEntityType type,
                                  const std::vector<AddedAccount>& accounts) {
     std::vector<std::string> identifiers;
@@ -36,6 +28,14 @@ std::vector<std::string> toWatch(CommandContext& context, platform::EKEntityType
 }
 
 }  // namespace
+
+void addMissing(std::vector<std::string>& texts, const std::vector<std::string>& more) {
+    for (const auto& text : more) {
+        if (std::find(texts.begin(), texts.end(), text) == texts.end()) {
+            texts.push_back(text);
+        }
+    }
+}
 
 bool isSameAccount(const platform::Account& a, const platform::Account& b) {
     std::error_code error;
@@ -51,6 +51,7 @@ platform::Account accountFor(const std::string& location, const std::vector<std:
     account.location = normalizedLocation(location);
     const bool isFolder = std::filesystem::is_directory(account.location);
     account.name = (isFolder ? account.location.filename() : account.location.stem()).string();
+    account.name.erase(0, account.name.find_first_not_of('.'));
     if (account.name.empty()) account.name = "calendars";
     account.addresses = addresses;
     return account;

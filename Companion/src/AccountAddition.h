@@ -24,6 +24,9 @@ std::string uniqueAccountName(const std::string& name, const std::vector<platfor
 /// Whether both read the same things from the same place.
 bool isSameAccount(const platform::Account& a, const platform::Account& b);
 
+/// Appends those texts that are not there yet.
+void addMissing(std::vector<std::string>& texts, const std::vector<std::string>& more);
+
 /// Reads the location and adds it unless an account of the same place is there (that one then gets the
 /// addresses that it lacks). Nothing is written with `dryRun`. Throws when the location is no good or the
 /// accounts cannot be written.

@@ -110,6 +110,10 @@ void renameAccount(CommandContext& context, const std::string& name, const std::
     replace(setup.calendars);
     replace(setup.reminderLists);
     std::replace(setup.accounts.begin(), setup.accounts.end(), name, newName);
+    if (auto addresses = setup.addresses.extract(name)) {
+        addresses.key() = newName;
+        setup.addresses.insert(std::move(addresses));
+    }
     context.records().setLastSetup(setup);
 }
 

@@ -54,8 +54,16 @@ SetupRecord CompanionRecords::lastSetup() const {
     const auto value = domain_.value(lastSetupKey);
     const auto* record = value ? value->asDictionary() : nullptr;
     if (!record) return {};
-    return {stringsOf(record->find("accounts")), stringsOf(record->find("calendars")),
-            stringsOf(record->find("reminderLists"))};
+    SetupRecord setup{stringsOf(record->find("accounts")),
+                      stringsOf(record->find("calendars")),
+                      stringsOf(record->find("reminderLists")),
+                      {}};
+    const auto* addresses = record->find("addresses");
+    if (const auto* byAccount = addresses ? addresses->asDictionary() : nullptr) {
+        for (const auto& [account, list] : *byAccount)
+            setup.addresses[account] = stringsOf(&list);
+    }
+    return setup;
 }
 
 void CompanionRecords::setLastSetup(const SetupRecord& record) {
@@ -67,6 +75,10 @@ void CompanionRecords::setLastSetup(const SetupRecord& record) {
     stored.set("accounts", listOf(record.accounts));
     stored.set("calendars", listOf(record.calendars));
     stored.set("reminderLists", listOf(record.reminderLists));
+    platform::PropertyDictionary addresses;
+    for (const auto& [account, list] : record.addresses)
+        addresses.set(account, listOf(list));
+    if (!record.addresses.empty()) stored.set("addresses", std::move(addresses));
     domain_.setValue(lastSetupKey, std::move(stored));
 }
 

@@ -3,6 +3,7 @@
 #include <Foundation/DefaultsDomain.h>
 #include <Foundation/Environment.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,12 @@ struct SetupRecord {
     std::vector<std::string> accounts;
     std::vector<std::string> calendars;
     std::vector<std::string> reminderLists;
+    /// Addresses that accounts got which were there before, by their names.
+    std::map<std::string, std::vector<std::string>> addresses;
 
-    bool empty() const { return accounts.empty() && calendars.empty() && reminderLists.empty(); }
+    bool empty() const {
+        return accounts.empty() && calendars.empty() && reminderLists.empty() && addresses.empty();
+    }
 };
 
 /// What the companion remembers for itself, in `companion.plist` of the data directory: which calendars and

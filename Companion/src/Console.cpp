@@ -92,12 +92,18 @@ std::string Console::colored(std::string_view text, const platform::Color& color
     return styled(text, "38;2;" + part(color.red) + ";" + part(color.green) + ";" + part(color.blue));
 }
 
-bool Console::confirm(std::string_view question) const {
+std::optional<std::string> Console::ask(std::string_view question) const {
+    err() << question << " " << std::flush;
     std::string answer;
+    if (!std::getline(std::cin, answer)) return std::nullopt;
+    return platform::trimmed(answer);
+}
+
+bool Console::confirm(std::string_view question) const {
     while (true) {
-        err() << question << " [Y/n] " << std::flush;
-        if (!std::getline(std::cin, answer)) return false;
-        answer = platform::lowercased(platform::trimmed(answer));
+        const auto typed = ask(std::string(question) + " [Y/n]");
+        if (!typed) return false;
+        const std::string answer = platform::lowercased(*typed);
         if (answer.empty() || answer == "y" || answer == "yes") return true;
         if (answer == "n" || answer == "no") return false;
     }

@@ -30,6 +30,8 @@ class Console {
 
     /// Asks on standard error; an empty answer means yes, the end of input no.
     bool confirm(std::string_view question) const;
+    /// Asks on standard error; the line that was typed, trimmed, or nothing at the end of input.
+    std::optional<std::string> ask(std::string_view question) const;
     /// "heedbanner: TEXT" on standard error.
     void complain(std::string_view text) const;
 

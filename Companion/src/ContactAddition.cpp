@@ -8,42 +8,48 @@ namespace hbr {
 
 namespace {
 
-void examine(CommandContext& context, AddedContacts& added) {
-    const auto diagnostics = std::make_shared<platform::CollectedDiagnostics>();
-    auto trial = std::make_shared<platform::Environment>(*context.environment());
-    trial->diagnostics = diagnostics;
-    const platform::CNContactStore store(
-        trial,
-        {.load =
-             [&] { return std::vector{platform::ContactSource{added.account.name, added.account.location}}; },
-         .definedIn = {}});
-    added.report = store.report().front();
-    added.skipped = diagnostics->all().size();
-}
-
-/// Why the location is no place of contacts.
-void requireCards(const AddedContacts& added) {
-    const std::string location = added.account.location.string();
-    const auto& report = added.report;
-    if (!report.readable) throw CommandFailure(ExitCode::failed, location + ": " + report.problem);
-    if (report.cards > 0) return;
-    if (!std::filesystem::is_directory(added.account.location)) {
-        throw CommandFailure(ExitCode::failed,
-                             location + ": not a vCard file (it has no card that can be read)");
-    }
-    throw CommandFailure(ExitCode::nothingThere,
-                         location + ": no contacts (.vcf files) in this folder or its subfolders");
+ContactsExamination refused(ContactsExamination examination, ExitCode code, std::string reason) {
+    examination.refusal = std::move(reason);
+    examination.refusalCode = code;
+    return examination;
 }
 
 }  // namespace
+
+ContactsExamination examineContacts(const platform::Environment& environment,
+                                    const platform::Account& account) {
+    const auto diagnostics = std::make_shared<platform::CollectedDiagnostics>();
+    auto trial = std::make_shared<platform::Environment>(environment);
+    trial->diagnostics = diagnostics;
+    const platform::CNContactStore store(
+        trial, {.load = [&] { return std::vector{platform::ContactSource{account.name, account.location}}; },
+                .definedIn = {}});
+    ContactsExamination result;
+    result.report = store.report().front();
+    result.skipped = diagnostics->all().size();
+
+    const std::string location = account.location.string();
+    if (!result.report.readable) {
+        return refused(result, ExitCode::failed, location + ": " + result.report.problem);
+    }
+    if (result.report.cards > 0) return result;
+    if (!std::filesystem::is_directory(account.location)) {
+        return refused(result, ExitCode::failed,
+                       location + ": not a vCard file (it has no card that can be read)");
+    }
+    return refused(result, ExitCode::nothingThere,
+                   location + ": no contacts (.vcf files) in this folder or its subfolders");
+}
 
 AddedContacts addContacts(CommandContext& context, const std::string& location, const std::string& name) {
     AddedContacts added;
     added.account = accountFor(location, {});
     added.account.contents = platform::Account::Contents::contacts;
     if (!name.empty()) added.account.name = name;
-    examine(context, added);
-    requireCards(added);
+    added.examination = examineContacts(*context.environment(), added.account);
+    if (!added.examination.refusal.empty()) {
+        throw CommandFailure(added.examination.refusalCode, added.examination.refusal);
+    }
     const platform::Account wanted = added.account;
     const bool written = context.accounts().update([&](std::vector<platform::Account>& accounts) {
         const auto there = std::find_if(accounts.begin(), accounts.end(),

@@ -2,15 +2,28 @@
 
 #include "CommandContext.h"
 
+#include <ContactStore/CNContactStore.h>
+
 #include <string>
 
 namespace hbr {
 
-struct AddedContacts {
-    platform::Account account;
+/// What a location would give as an account of contacts, found out without adding it.
+struct ContactsExamination {
     platform::ContactSourceReport report;
     /// Cards and files that were skipped.
     std::size_t skipped = 0;
+    /// Why it cannot be one; empty when it can.
+    std::string refusal;
+    ExitCode refusalCode = ExitCode::done;
+};
+
+ContactsExamination examineContacts(const platform::Environment& environment,
+                                    const platform::Account& account);
+
+struct AddedContacts {
+    platform::Account account;
+    ContactsExamination examination;
     bool wasThere = false;
 };
 

@@ -29,7 +29,7 @@ TEST_F(BadInput, AWrongLocationIsRefusedByName) {
         {"missing", 1, "no such file or folder"},
         {"notes.ics", 1, "not an iCalendar file"},
         {"pipe", 1, "neither a file nor a folder"},
-        {"empty", 3, "no .ics files"},
+        {"empty", 3, "no .ics or .vcf files"},
     };
     for (const auto& [location, exitCode, message] : cases) {
         const auto outcome = companion({"setup", (home / location).string()});

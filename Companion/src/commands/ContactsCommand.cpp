@@ -77,9 +77,9 @@ class ContactsCommand final : public CommandWithActions<ContactsCommand> {
         console.out() << console.bold(onOneLine(added.account.name)) << " ("
                       << onOneLine(added.account.location.string())
                       << "): " << (added.wasThere ? "already there, " : "added, ")
-                      << counted(added.report.cards, "contact") << "\n";
-        if (added.skipped > 0) {
-            console.out() << "  " << added.skipped << (added.skipped == 1 ? " thing was" : " things were")
+                      << counted(added.examination.report.cards, "contact") << "\n";
+        if (added.examination.skipped > 0) {
+            console.out() << "  " << added.examination.skipped << (added.examination.skipped == 1 ? " thing was" : " things were")
                           << " skipped; heedbanner doctor tells which and why\n";
         }
         return ExitCode::done;

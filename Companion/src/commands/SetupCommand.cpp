@@ -1,7 +1,11 @@
 #include "AccountAddition.h"
-#include "CollectionChoices.h"
 #include "Command.h"
 #include "CommandContext.h"
+#include "setup/PathExpansion.h"
+#include "setup/SetupConversation.h"
+#include "setup/SetupExecution.h"
+#include "setup/SetupPlan.h"
+#include "setup/UsualPlaces.h"
 
 #include <CLI/App.hpp>
 
@@ -11,22 +15,24 @@ namespace hbr {
 
 namespace {
 
-/// The first run: calendars become accounts, and all of them are watched.
+/// The first run: calendars and contacts become accounts, and all calendars are watched.
 class SetupCommand final : public Command {
   public:
     std::string_view name() const override { return "setup"; }
     std::string_view group() const override { return commandGroup::calendars; }
     std::string_view summary() const override {
-        return "Add calendars and watch all of them (the first step)";
+        return "Find calendars and contacts, add them, watch all of them (the first step)";
     }
     std::string_view examples() const override {
-        return "  heedbanner setup ~/.calendars --email me@example.org  a folder of calendars\n"
-               "  heedbanner setup team.ics --dry-run                   what one file would give\n"
+        return "  heedbanner setup                                      looks in the usual places and asks\n"
+               "  heedbanner setup ~/.calendars --email me@example.org  a folder of calendars\n"
                "  heedbanner setup --undo                               takes the last setup back";
     }
 
     void declare(CLI::App& app) override {
-        app.add_option("LOCATION", locations_, "A file, a folder of .ics files, or a tree of such folders")
+        app.add_option("LOCATION", locations_,
+                       "A file, a folder of .ics or .vcf files, or a tree of such folders; without one the "
+                       "usual places and those that vdirsyncer, khal and khard know")
             ->type_name("");
         app.add_option("--email", addresses_, "Your own addresses there; they tell which answers are yours")
             ->type_name("ADDRESS");
@@ -36,9 +42,8 @@ class SetupCommand final : public Command {
 
     ExitCode run(CommandContext& context) override {
         sortArguments();
-        if (undo_) return undo(context);
-        if (locations_.empty()) return setUpUsualPlaces(context);
-        return setUp(context);
+        if (undo_) return undoSetup(context, dryRun_);
+        return locations_.empty() ? setUpUsualPlaces(context) : setUpLocations(context);
     }
 
   private:
@@ -52,92 +57,91 @@ class SetupCommand final : public Command {
         addresses_.erase(places, addresses_.end());
     }
 
-    ExitCode setUpUsualPlaces(CommandContext& context) {
-        const auto& environment = *context.environment();
-        const std::vector<std::filesystem::path> usual = {
-            environment.homeDirectory / ".calendars", environment.dataDirectory.parent_path() / "calendars"};
-        std::string looked;
-        for (const auto& place : usual) {
-            looked += (looked.empty() ? "" : " and ") + place.string();
-            if (!std::filesystem::exists(place)) continue;
-            const auto examination = examineLocation(environment, accountFor(place.string(), addresses_));
-            if (!examination.refusal.empty()) {
-                context.console().complain(examination.refusal);
-                continue;
-            }
-            context.console().err() << place.string() << ": " << countsText(examination.report) << "\n";
-            locations_.push_back(place.string());
-        }
-        if (locations_.empty()) {
-            throw CommandFailure(ExitCode::nothingThere,
-                                 "no calendars found in " + looked + "; name them: heedbanner setup FOLDER");
-        }
+    /// Questions are asked only where no location was named.
+    SetupAnswers answers(const CommandContext& context) const {
         const GeneralOptions& options = context.options();
-        const bool mayAsk = !options.noInput && !dryRun_ && context.console().isInteractive();
-        if (options.assumeYes || dryRun_ || (mayAsk && context.console().confirm("Add what was found?"))) {
-            return setUp(context);
-        }
-        context.console().err() << "Nothing was added. To add it: heedbanner setup --yes\n";
-        return ExitCode::done;
+        if (options.assumeYes) return SetupAnswers::taken;
+        if (options.noInput) return SetupAnswers::none;
+        if (!locations_.empty() || dryRun_) return SetupAnswers::taken;
+        return context.console().isInteractive() ? SetupAnswers::asked : SetupAnswers::none;
     }
 
-    ExitCode setUp(CommandContext& context) {
-        const Console& console = context.console();
-        SetupRecord record;
-        std::vector<AddedAccount> accounts;
+    ExitCode setUpLocations(CommandContext& context) const {
+        std::vector<LocationCandidate> candidates;
         ExitCode code = ExitCode::done;
         for (const auto& location : locations_) {
             try {
-                const auto added = addAccount(context, accountFor(location, addresses_), dryRun_);
-                console.out() << describeAddition(added, console, dryRun_);
-                accounts.push_back(added);
-                if (!added.wasThere) record.accounts.push_back(added.account.name);
+                const auto account = accountFor(location, addresses_);
+                candidates.push_back({.location = account.location, .addresses = addresses_});
             } catch (const CommandFailure& failure) {
-                console.complain(failure.what());
-                if (code != ExitCode::failed) code = failure.code;
+                context.console().complain(failure.what());
+                code = failure.code;
             }
         }
-        if (dryRun_ || accounts.empty()) return code;
-
-        const SetupRecord watched = watchAdded(context, accounts);
-        record.calendars = watched.calendars;
-        record.reminderLists = watched.reminderLists;
-        if (!record.empty()) context.records().setLastSetup(record);
-        const UserSettingsStore& settings = context.core().settings();
-        console.out() << "Watched: " << counted(settings.activeCalendarIdentifiers().size(), "calendar")
-                      << ", " << counted(settings.activeReminderListIdentifiers().size(), "task list")
-                      << ". See them with: heedbanner agenda\n";
+        SetupPlan plan = planSetup(context, candidates);
+        code = worse(code, complain(context, plan));
+        if (plan.accounts.empty()) return code;
+        chooseAddresses(context, plan, answers(context));
+        carryOut(context, plan, dryRun_);
         return code;
     }
 
-    ExitCode undo(CommandContext& context) const {
-        const SetupRecord record = context.records().lastSetup();
-        if (record.empty()) {
-            throw CommandFailure(ExitCode::nothingThere, "there is no setup to take back");
+    ExitCode setUpUsualPlaces(CommandContext& context) const {
+        FoundCandidates found = usualPlaces(*context.environment());
+        for (auto& candidate : found.candidates)
+            addMissing(candidate.addresses, addresses_);
+        SetupPlan plan = planSetup(context, found.candidates);
+        for (const auto& note : found.notes)
+            context.console().err() << "Note: " << onOneLine(note) << "\n";
+        // Where nothing lies in a usual place there is nothing wrong.
+        std::erase_if(plan.refusals, [](const auto& one) { return one.code == ExitCode::nothingThere; });
+        const ExitCode code = complain(context, plan);
+        if (plan.accounts.empty()) {
+            tellWhatToDo(context);
+            return worse(ExitCode::nothingThere, code);
         }
-        const Console& console = context.console();
-        const std::string state = dryRun_ ? "would be removed" : "removed";
-        for (const auto& account : record.accounts)
-            console.out() << onOneLine(account) << ": " << state << "\n";
-        console.out() << counted(record.calendars.size(), "calendar") << ", "
-                      << counted(record.reminderLists.size(), "task list") << ": "
-                      << (dryRun_ ? "would no longer be watched" : "no longer watched") << "\n";
-        if (dryRun_) return ExitCode::done;
+        const SetupAnswers given = answers(context);
+        const bool isChosen = plan.countOfNew() == 0 || chooseAccounts(context, plan, given);
+        if (!isChosen && (given != SetupAnswers::taken || plan.accounts.empty())) {
+            context.console().err() << "Nothing was added. To add it: heedbanner setup --yes, or name it: "
+                                       "heedbanner setup LOCATION\n";
+            return code;
+        }
+        chooseAddresses(context, plan, given);
+        carryOut(context, plan, dryRun_ || given == SetupAnswers::none);
+        return code;
+    }
 
-        setActive(context, platform::EKEntityType::event, record.calendars, false);
-        setActive(context, platform::EKEntityType::reminder, record.reminderLists, false);
-        const bool written = context.accounts().update([&](std::vector<platform::Account>& accounts) {
-            std::erase_if(accounts, [&](const platform::Account& one) {
-                return std::find(record.accounts.begin(), record.accounts.end(), one.name) !=
-                       record.accounts.end();
-            });
-        });
-        if (!written) failAccountsWrite(context);
-        // Should they come back one day, they are new.
-        context.records().removeDecided(record.calendars);
-        context.records().removeDecided(record.reminderLists);
-        context.records().setLastSetup({});
-        return ExitCode::done;
+    static ExitCode worse(ExitCode a, ExitCode b) {
+        if (a == ExitCode::failed || b == ExitCode::failed) return ExitCode::failed;
+        return a == ExitCode::done ? b : a;
+    }
+
+    static ExitCode complain(const CommandContext& context, const SetupPlan& plan) {
+        ExitCode code = ExitCode::done;
+        for (const auto& refusal : plan.refusals) {
+            context.console().complain(refusal.what());
+            code = worse(code, refusal.code);
+        }
+        return code;
+    }
+
+    static void tellWhatToDo(const CommandContext& context) {
+        const auto& home = context.environment()->homeDirectory;
+        std::string looked;
+        for (const auto& folder : usualFolders(*context.environment()))
+            looked += withTilde(folder, home) + ", ";
+        const Console& console = context.console();
+        console.complain("no calendars found");
+        console.err()
+            << "Looked in " << looked
+            << "in the configurations of vdirsyncer, khal and khard,\nand for .ics files in the home "
+               "folder. What you can do:\n"
+               "  - name a folder or a file of calendars: heedbanner setup FOLDER\n"
+               "  - save a calendar as an .ics file in your calendar program, then: "
+               "heedbanner setup FILE.ics\n"
+               "  - have a program such as vdirsyncer copy the calendars of a server into "
+               "~/.calendars, then: heedbanner setup\n";
     }
 
     std::vector<std::string> locations_;

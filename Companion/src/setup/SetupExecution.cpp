@@ -1,0 +1,131 @@
+#include "SetupExecution.h"
+
+#include "../AccountAddition.h"
+#include "../CollectionChoices.h"
+
+#include <algorithm>
+
+namespace hbr {
+
+namespace {
+
+using platform::Account;
+
+Account* accountLike(std::vector<Account>& accounts, const Account& wanted) {
+    const auto found =
+        std::ranges::find_if(accounts, [&](const Account& one) { return isSameAccount(one, wanted); });
+    return found == accounts.end() ? nullptr : &*found;
+}
+
+/// Another program may have added an account, or taken a name, since the plan was made.
+SetupRecord writeAccounts(CommandContext& context, std::vector<PlannedAccount>& planned) {
+    SetupRecord record;
+    const bool written = context.accounts().update([&](std::vector<Account>& accounts) {
+        for (auto& one : planned) {
+            Account* there = accountLike(accounts, one.account);
+            one.isThere = there != nullptr;
+            if (!there) {
+                one.account.name = uniqueAccountName(one.account.name, accounts);
+                accounts.push_back(one.account);
+                record.accounts.push_back(one.account.name);
+                continue;
+            }
+            const std::size_t count = there->addresses.size();
+            addMissing(there->addresses, one.account.addresses);
+            one.account = *there;
+            if (there->addresses.size() == count) continue;
+            record.addresses[there->name].assign(
+                there->addresses.begin() + static_cast<std::ptrdiff_t>(count), there->addresses.end());
+        }
+    });
+    if (!written) failAccountsWrite(context);
+    return record;
+}
+
+void describe(const PlannedAccount& one, const Console& console, bool dryRun) {
+    const std::string state = one.isThere ? "already there" : dryRun ? "would be added" : "added";
+    console.out() << console.bold(onOneLine(one.account.name)) << " ("
+                  << onOneLine(one.account.location.string()) << "): " << state << ", " << one.counts()
+                  << "\n";
+    if (const auto skipped = one.skipped(); skipped > 0) {
+        console.out() << "  " << skipped << (skipped == 1 ? " item was" : " items were")
+                      << " skipped; heedbanner doctor tells which and why\n";
+    }
+    for (const auto& candidate : one.candidates) {
+        console.out() << "  your address there: " << onOneLine(candidate.address) << " ("
+                      << shareText(candidate) << ")\n";
+    }
+}
+
+std::vector<AddedAccount> calendarAccounts(const std::vector<PlannedAccount>& planned) {
+    std::vector<AddedAccount> accounts;
+    for (const auto& one : planned) {
+        if (!one.holdsContacts()) accounts.push_back({one.account, one.calendars, one.isThere});
+    }
+    return accounts;
+}
+
+}  // namespace
+
+void carryOut(CommandContext& context, const SetupPlan& plan, bool dryRun) {
+    const Console& console = context.console();
+    auto planned = plan.accounts;
+    SetupRecord record;
+    if (!dryRun) record = writeAccounts(context, planned);
+    for (const auto& one : planned)
+        describe(one, console, dryRun);
+    if (dryRun || planned.empty()) return;
+
+    const SetupRecord watched = watchAdded(context, calendarAccounts(planned));
+    record.calendars = watched.calendars;
+    record.reminderLists = watched.reminderLists;
+    if (record.empty()) {
+        console.out() << "Nothing new: all of it is set up already.\n";
+        return;
+    }
+    context.records().setLastSetup(record);
+    const UserSettingsStore& settings = context.core().settings();
+    console.out() << "Watched: " << counted(settings.activeCalendarIdentifiers().size(), "calendar") << ", "
+                  << counted(settings.activeReminderListIdentifiers().size(), "task list")
+                  << ". See them with: heedbanner agenda\n";
+}
+
+ExitCode undoSetup(CommandContext& context, bool dryRun) {
+    const SetupRecord record = context.records().lastSetup();
+    if (record.empty()) throw CommandFailure(ExitCode::nothingThere, "there is no setup to take back");
+    const Console& console = context.console();
+    const std::string state = dryRun ? "would be removed" : "removed";
+    for (const auto& account : record.accounts)
+        console.out() << onOneLine(account) << ": " << state << "\n";
+    for (const auto& [account, addresses] : record.addresses) {
+        for (const auto& address : addresses)
+            console.out() << onOneLine(account) << ", " << onOneLine(address) << ": " << state << "\n";
+    }
+    console.out() << counted(record.calendars.size(), "calendar") << ", "
+                  << counted(record.reminderLists.size(), "task list") << ": "
+                  << (dryRun ? "would no longer be watched" : "no longer watched") << "\n";
+    if (dryRun) return ExitCode::done;
+
+    setActive(context, platform::EKEntityType::event, record.calendars, false);
+    setActive(context, platform::EKEntityType::reminder, record.reminderLists, false);
+    const bool written = context.accounts().update([&](std::vector<Account>& accounts) {
+        std::erase_if(accounts, [&](const Account& one) {
+            return std::ranges::find(record.accounts, one.name) != record.accounts.end();
+        });
+        for (auto& account : accounts) {
+            const auto added = record.addresses.find(account.name);
+            if (added == record.addresses.end()) continue;
+            std::erase_if(account.addresses, [&](const std::string& address) {
+                return std::ranges::find(added->second, address) != added->second.end();
+            });
+        }
+    });
+    if (!written) failAccountsWrite(context);
+    // Should they come back one day, they are new.
+    context.records().removeDecided(record.calendars);
+    context.records().removeDecided(record.reminderLists);
+    context.records().setLastSetup({});
+    return ExitCode::done;
+}
+
+}  // namespace hbr

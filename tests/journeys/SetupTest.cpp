@@ -1,0 +1,170 @@
+#include "Journey.h"
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+#include <map>
+
+namespace {
+
+using ::test::Journey;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+/// Paths below the home folder and what the files hold.
+using Files = std::map<std::string, std::string>;
+
+const std::string card = "BEGIN:VCARD\nVERSION:3.0\nFN:Ada\nEMAIL:ada@example.org\nEND:VCARD\n";
+
+std::string attendee(const std::string& address) {
+    return "ATTENDEE:mailto:" + address + "\r\n";
+}
+
+/// Meetings of `who` with somebody else each time, in one folder.
+Files meetings(const std::string& folder, const std::string& who, int count) {
+    Files files;
+    for (int i = 0; i < count; ++i) {
+        const std::string number = std::to_string(i);
+        files[folder + "/m" + number + ".ics"] =
+            test::oneEvent(folder + number, "20260304T090000Z", "20260304T100000Z",
+                           "ORGANIZER:mailto:guest" + number + "@example.net\r\n" + attendee(who) +
+                               "ATTENDEE;CUTYPE=ROOM:mailto:room@example.org\r\n");
+    }
+    return files;
+}
+
+Files together(Files files, const Files& more) {
+    files.insert(more.begin(), more.end());
+    return files;
+}
+
+const Files vdirsyncer = {
+    {"config/vdirsyncer/config",
+     "[general]\nstatus_path = \"~/status/\"\n"
+     "[storage cal]\ntype = \"filesystem\"\npath = \"$HOME/dav/cal/\"\nfileext = \".ics\"\n"
+     "[storage people]\ntype = \"filesystem\"\npath = \"~/dav/people\"\nfileext = \".vcf\"\n"
+     "[storage team]\ntype = \"singlefile\"\npath = \"~/dav/%s.ics\"\n"
+     "[storage away]\ntype = \"caldav\"\nurl = \"https://example.org\"\n"}};
+const Files khal = {
+    {"config/khal/config",
+     "[calendars]\n  [[work]]\n  path = ~/dav/cal/work # mine\n  addresses = me@work.example, "
+     "other@work.example\n  [[all]]\n  path = ~/dav/cal/*\n  type = discover\n[locale]\n"}};
+
+class Setup : public Journey {
+  protected:
+    void write(const Files& files) const {
+        for (const auto& [name, content] : files)
+            home.write(name, content);
+    }
+    /// "NAME | place below the home | contents | addresses" of each account.
+    std::vector<std::string> accounts() {
+        std::vector<std::string> lines;
+        const auto text = test::readFile(configFile("accounts.toml"));
+        for (const auto* list : {"accounts", "contacts"}) {
+            const auto entries = json(companion({list, "list", "--json"}));
+            for (const auto& entry : *entries.asArray()) {
+                std::string line =
+                    *entry.find("name")->asString() + " | " +
+                    entry.find("location")->asString()->substr(home.path().native().size() + 1);
+                line += list == std::string("contacts") ? " | contacts" : "";
+                if (const auto* addresses = entry.find("addresses")) {
+                    for (const auto& address : *addresses->asArray())
+                        line += " | " + *address.asString();
+                }
+                lines.push_back(line);
+            }
+        }
+        return lines;
+    }
+    /// Every event title of 4 March 2026, so that a calendar read twice shows.
+    std::vector<std::string> titles() {
+        std::vector<std::string> all;
+        const auto events = json(companion(
+            {"events", "--from", "2026-03-04T00:00:00Z", "--to", "2026-03-05T00:00:00Z", "--json"}));
+        for (const auto& event : *events.asArray())
+            all.push_back(*event.find("title")->asString());
+        return all;
+    }
+};
+
+TEST_F(Setup, WhatOtherProgramsAndUsualPlacesHoldBecomesAccountsOnce) {
+    const std::string one = test::oneEvent("One", "20260304T090000Z", "20260304T100000Z");
+    struct {
+        std::string name;
+        Files files;
+        std::vector<std::string> accounts;
+        std::size_t events;
+        /// Made links, from name to target.
+        Files links = {};
+    } const homes[] = {
+        {"vdirsyncer",
+         together(together(vdirsyncer, meetings("dav/cal/work", "Me@work.example", 5)),
+                  {{"dav/cal/home/a.ics", one},
+                   {"dav/people/book/a.vcf", card},
+                   {"dav/people/displayname", "P"},
+                   {"dav/team.ics", one}}),
+         {"cal | dav/cal | Me@work.example", "team | dav/team.ics", "people | dav/people | contacts"},
+         7},
+        {"khal",
+         together(together(khal, meetings("dav/cal/work", "me@work.example", 5)),
+                  {{"dav/cal/home/a.ics", one}}),
+         {"cal | dav/cal | me@work.example | other@work.example"},
+         6},
+        {"one file",
+         {{"team.ics", one},
+          {"invitation.ics", "BEGIN:VCALENDAR\nMETHOD:REQUEST\nEND:VCALENDAR\n"},
+          {"Downloads/a.ics", one}},
+         {"team | team.ics"},
+         1},
+        {"a tree",
+         together(meetings(".calendars/a/b", "me@example.org", 4), {{".calendars/c/a.ics", one}}),
+         {"calendars | .calendars"},
+         5},
+        {"contacts beside calendars",
+         {{"data/calendars/cal/a.ics", one},
+          {"data/calendars/book/a.vcf", card},
+          {"data/calendars/book/displayname", "Book"},
+          {".contacts/a.vcf", card}},
+         {"calendars | data/calendars", "contacts | .contacts | contacts",
+          "calendars contacts | data/calendars | contacts"},
+         1},
+        {"two programs and a link",
+         together(together(vdirsyncer, khal),
+                  together(meetings("dav/cal/work", "me@work.example", 5),
+                           {{"dav/cal/home/a.ics", one}, {"dav/people/a.vcf", card}})),
+         {"cal | dav/cal | me@work.example | other@work.example", "people | dav/people | contacts"},
+         6,
+         {{".calendars", "dav/cal"}, {".contacts", "dav/people"}}},
+    };
+    for (const auto& [name, files, expected, events, links] : homes) {
+        SCOPED_TRACE(name);
+        write(files);
+        for (const auto& [from, to] : links)
+            std::filesystem::create_symlink(home / to, home / from);
+        const auto setup = companion({"setup", "--yes"});
+        EXPECT_EQ(setup.exitCode, 0) << setup.err;
+        EXPECT_EQ(accounts(), expected) << setup.out << setup.err;
+        EXPECT_EQ(titles().size(), events);
+
+        const auto stored = test::readFile(configFile("accounts.toml"));
+        const auto again = companion({"setup", "--yes"});
+        EXPECT_EQ(again.exitCode, 0) << again.err;
+        EXPECT_THAT(again.out, HasSubstr("Nothing new"));
+        EXPECT_EQ(test::readFile(configFile("accounts.toml")), stored);
+
+        EXPECT_EQ(companion({"setup", "--undo"}).exitCode, 0);
+        EXPECT_TRUE(accounts().empty());
+        const auto settings = readSettings(test::sharedSettings);
+        for (const char* active : {"activeCalendarIdentifiers", "activeReminderListIdentifiers"}) {
+            const auto* list = settings.find(active);
+            EXPECT_TRUE(!list || list->asArray()->empty()) << active;
+        }
+        EXPECT_EQ(companion({"setup", "--undo"}).exitCode, 3);
+        for (const auto& entry : std::filesystem::directory_iterator(home.path()))
+            std::filesystem::remove_all(entry);
+    }
+}
+
+}  // namespace
