@@ -79,7 +79,8 @@ class ContactsCommand final : public CommandWithActions<ContactsCommand> {
                       << "): " << (added.wasThere ? "already there, " : "added, ")
                       << counted(added.examination.report.cards, "contact") << "\n";
         if (added.examination.skipped > 0) {
-            console.out() << "  " << added.examination.skipped << (added.examination.skipped == 1 ? " thing was" : " things were")
+            console.out() << "  " << added.examination.skipped
+                          << (added.examination.skipped == 1 ? " thing was" : " things were")
                           << " skipped; heedbanner doctor tells which and why\n";
         }
         return ExitCode::done;
