@@ -1,8 +1,7 @@
 #include <CalendarStore/Account.h>
 
-#include "FileLock.h"
-
 #include <Foundation/ContentLine.h>
+#include <Foundation/FileLock.h>
 #include <Foundation/Files.h>
 #include <Foundation/Toml.h>
 

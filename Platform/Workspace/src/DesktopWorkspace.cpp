@@ -1,58 +1,64 @@
 #include "DesktopWorkspace.h"
 
-#include <gio/gio.h>
+#include "SessionBus.h"
 
-#include <cstdlib>
+#include <utility>
 
 namespace platform {
 
 namespace {
 
-template <class T>
-struct ObjectRelease {
-    void operator()(T* object) const { g_object_unref(object); }
-};
-template <class T>
-using Object = std::unique_ptr<T, ObjectRelease<T>>;
-
-struct ErrorRelease {
-    void operator()(GError* error) const { g_error_free(error); }
-};
-using Error = std::unique_ptr<GError, ErrorRelease>;
-
 /// A program that the bus starts gets its URL by a message, which must be out before a short-lived process
 /// ends.
 void sendPendingMessages() {
-    if (!std::getenv("DBUS_SESSION_BUS_ADDRESS")) return;
-    const Object<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-    if (bus) g_dbus_connection_flush_sync(bus.get(), nullptr, nullptr);
+    if (const auto bus = sessionBus()) g_dbus_connection_flush_sync(bus.get(), nullptr, nullptr);
 }
 
-std::optional<std::string> displayName(const Object<GAppInfo>& program) {
+std::optional<std::string> displayName(const GObjectRef<GAppInfo>& program) {
     if (!program) return std::nullopt;
     return std::string(g_app_info_get_display_name(program.get()));
 }
 
-Object<GAppInfo> defaultProgram(std::string_view contentType) {
-    return Object<GAppInfo>(g_app_info_get_default_for_type(std::string(contentType).c_str(), FALSE));
+GObjectRef<GAppInfo> defaultProgram(std::string_view contentType) {
+    return GObjectRef<GAppInfo>(g_app_info_get_default_for_type(std::string(contentType).c_str(), FALSE));
+}
+
+GObjectRef<GAppLaunchContext> launchContext(const std::string& activationToken) {
+    GObjectRef<GAppLaunchContext> context(g_app_launch_context_new());
+    if (!activationToken.empty()) {
+        for (const char* variable : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"})
+            g_app_launch_context_setenv(context.get(), variable, activationToken.c_str());
+    }
+    return context;
 }
 
 }  // namespace
 
+void DesktopWorkspace::useActivationToken(const std::string& token) {
+    const std::lock_guard lock(mutex_);
+    activationToken_ = token;
+}
+
+GObjectRef<GAppLaunchContext> DesktopWorkspace::takeContext() {
+    const std::lock_guard lock(mutex_);
+    return launchContext(std::exchange(activationToken_, {}));
+}
+
 std::optional<std::string> DesktopWorkspace::open(const Url& url) {
     GError* raw = nullptr;
-    if (g_app_info_launch_default_for_uri(url.absoluteString().c_str(), nullptr, &raw)) {
+    if (g_app_info_launch_default_for_uri(url.absoluteString().c_str(), takeContext().get(), &raw)) {
         sendPendingMessages();
         return std::nullopt;
     }
-    const Error error(raw);
+    const GErrorRef error(raw);
     const auto scheme = url.scheme();
     if (scheme && !programForScheme(*scheme)) return "no program is set up to open " + *scheme + ": links";
     return url.absoluteString() + ": " + (error ? error->message : "could not be opened");
 }
 
 std::optional<std::string> DesktopWorkspace::programForScheme(std::string_view scheme) const {
-    return displayName(Object<GAppInfo>(g_app_info_get_default_for_uri_scheme(std::string(scheme).c_str())));
+    return displayName(
+        GObjectRef<GAppInfo>(g_app_info_get_default_for_uri_scheme(std::string(scheme).c_str())));
 }
 
 std::optional<std::string> DesktopWorkspace::programForContentType(std::string_view contentType) const {
@@ -63,11 +69,11 @@ std::optional<std::string> DesktopWorkspace::startProgramForContentType(std::str
     const auto program = defaultProgram(contentType);
     if (!program) return "no program is set up for " + std::string(contentType);
     GError* raw = nullptr;
-    if (g_app_info_launch(program.get(), nullptr, nullptr, &raw)) {
+    if (g_app_info_launch(program.get(), nullptr, takeContext().get(), &raw)) {
         sendPendingMessages();
         return std::nullopt;
     }
-    const Error error(raw);
+    const GErrorRef error(raw);
     return displayName(program).value_or("") + ": " + (error ? error->message : "could not be started");
 }
 

@@ -24,6 +24,8 @@ class Workspace {
     /// Starts that program, or brings it to the front, without a file. Nothing when it was started, else why
     /// not, as one line for the user.
     virtual std::optional<std::string> startProgramForContentType(std::string_view contentType) = 0;
+    /// Lets the next program that is started come to the front: what the desktop gave with the user's click.
+    virtual void useActivationToken(const std::string&) {}
 
     /// The process's workspace: the desktop's, unless another one was set (a test, a dry run).
     static std::shared_ptr<Workspace> shared();

@@ -1,4 +1,4 @@
-#include "FileLock.h"
+#include <Foundation/FileLock.h>
 
 #include <cerrno>
 

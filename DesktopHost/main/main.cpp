@@ -1,0 +1,5 @@
+#include <DesktopHost/Program.h>
+
+int main(int argc, char** argv) {
+    return hbr::runDesktopProgram(argc, argv, HEEDBANNER_VERSION);
+}

@@ -1,0 +1,105 @@
+#include "CardDeck.h"
+
+#include <Foundation/MainQueue.h>
+#include <HbrCore/DeepLinks/LinkOpener.h>
+#include <HbrLocalization/L10n.h>
+
+#include <utility>
+
+namespace hbr {
+
+CardDeck::CardDeck(CoreServices& core, platform::DesktopSession& session)
+    : core_(core),
+      session_(session),
+      deepLinks_(core),
+      opener_(core.parser().services(), platform::Workspace::shared()) {}
+
+CardDeck::~CardDeck() = default;
+
+void CardDeck::open(const platform::Url& url) {
+    const auto link = DeepLinkBuilder().make(url);
+    if (!link) return show("message", messageCard(L10n::General::unknown(), url.absoluteString()));
+    take(deepLinks_.perform(*link));
+}
+
+void CardDeck::preview(const Event& event) {
+    show("event " + event.id, eventCard(core_, event, actions()));
+}
+
+void CardDeck::take(const DeepLinkOutcome& outcome) {
+    using Kind = DeepLinkOutcome::Kind;
+    switch (outcome.kind) {
+        case Kind::opened:
+            return;
+        case Kind::preview:
+            return preview(*outcome.event);
+        case Kind::severalLinks:
+            return show("calls " + outcome.event->id,
+                        callChoiceCard(*outcome.event, outcome.links, actions()));
+        case Kind::unknownEvent:
+            return show("message", messageCard(L10n::General::noEvent(), outcome.message));
+        case Kind::failed:
+            return show("message",
+                        messageCard(outcome.event && outcome.event->title ? *outcome.event->title
+                                                                          : L10n::General::untitled(),
+                                    outcome.message));
+    }
+}
+
+void CardDeck::show(const std::string& name, platform::Card card) {
+    if (const auto found = windows_.find(name); found != windows_.end()) {
+        found->second->setCard(std::move(card));
+        return found->second->present();
+    }
+    windows_[name] =
+        platform::CardWindow::show(session_, std::move(card),
+                                   {.open =
+                                        [this](const platform::Url& url) {
+                                            if (const auto refusal = opener_.open(url))
+                                                show("message", messageCard(url.absoluteString(), *refusal));
+                                        },
+                                    .closed = [this, name] { close(name); }});
+}
+
+void CardDeck::close(const std::string& name) {
+    // Not inside the window's own call: one of its buttons may still be at work.
+    platform::MainQueue::shared().async([this, name, alive = std::weak_ptr(isAlive_)] {
+        if (alive.lock()) windows_.erase(name);
+    });
+}
+
+EventCardActions CardDeck::actions() {
+    const auto answered = [this](const Event& event) {
+        if (answered_) answered_(event);
+    };
+    return {.join =
+                [this, answered](const Event& event) {
+                    answered(event);
+                    take(deepLinks_.joinCall(event));
+                },
+            .joinLink =
+                [this, answered](const Event& event, const VideoConferenceLink& link) {
+                    answered(event);
+                    take(deepLinks_.joinCall(event, link));
+                },
+            .showInCalendar = [this](const Event& event) { take(deepLinks_.viewInCalendar(event.id)); },
+            .snooze =
+                [this, answered](const Event& event, std::int64_t minutes) {
+                    answered(event);
+                    core_.manager().snooze(event, minutes);
+                },
+            .snoozeUntilEvent =
+                [this, answered](const Event& event) {
+                    answered(event);
+                    core_.manager().snoozeUntilTimeOfEvent(event);
+                },
+            .leaveOut =
+                [this, answered](const Event& event) {
+                    answered(event);
+                    core_.eventSettings().updateCustomSettings(
+                        event.id, event.type, [](EventSettings& settings) { settings.isExcluded = true; });
+                    core_.manager().reloadEvents(true);
+                }};
+}
+
+}  // namespace hbr

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <Desktop/CardWindow.h>
+#include <HbrCore/CoreServices.h>
+#include <HbrCore/DeepLinks/DeepLinkActions.h>
+#include <HbrCore/Events/Event.h>
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace hbr {
+
+/// What the card's buttons do.
+struct EventCardActions {
+    std::function<void(const Event&)> join;
+    std::function<void(const Event&, const VideoConferenceLink&)> joinLink;
+    std::function<void(const Event&)> showInCalendar;
+    std::function<void(const Event&, std::int64_t minutes)> snooze;
+    std::function<void(const Event&)> snoozeUntilEvent;
+    std::function<void(const Event&)> leaveOut;
+};
+
+/// Everything about one event. Looks the participants up in the contacts.
+platform::Card eventCard(const CoreServices& core, const Event& event, const EventCardActions& actions);
+/// Asks which of several calls is meant.
+platform::Card callChoiceCard(const Event& event, const std::vector<VideoConferenceLink>& links,
+                              const EventCardActions& actions);
+/// Something to know, and a button that closes it.
+platform::Card messageCard(std::string title, std::string text);
+
+/// The lengths that the user snoozes for, in minutes, each once.
+std::vector<std::int64_t> snoozeTimes(const UserSettingsStore& settings);
+
+}  // namespace hbr

@@ -1,0 +1,305 @@
+#include <DesktopHost/PlacementsFile.h>
+
+#include "TomlTables.h"
+
+#include <Foundation/FileLock.h>
+#include <Foundation/Files.h>
+#include <Foundation/Toml.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace hbr {
+
+namespace {
+
+using platform::Diagnostic;
+using platform::PropertyDictionary;
+using platform::PropertyValue;
+
+constexpr std::string_view tableName = "widget";
+constexpr std::array keys = {"name", "family", "corner", "output", "order", "x", "y"};
+
+struct Document {
+    PlacementsFile::Contents contents;
+    PropertyDictionary root;
+    std::string text;
+    std::size_t tableCount = 0;
+};
+
+/// Reads the tables; what is wrong with one goes to the diagnostics.
+class Reader {
+  public:
+    Reader(const std::filesystem::path& file, platform::DiagnosticsSink* diagnostics)
+        : file_(file), diagnostics_(diagnostics) {}
+
+    PlacementsFile::Contents contentsOf(const PropertyDictionary& root) {
+        PlacementsFile::Contents contents;
+        if (const auto* value = root.find("notifications")) {
+            if (const auto shows = value->asBool()) {
+                contents.showsNotifications = *shows;
+            } else {
+                tell("notifications", "must be true or false");
+            }
+        }
+        if (const auto* value = root.find("scale")) {
+            const auto scale = value->asDouble();
+            if (scale && *scale >= 0.5 && *scale <= 4) {
+                contents.scale = *scale;
+            } else {
+                tell("scale", "must be a number from 0.5 to 4");
+            }
+        }
+        const auto* tables = root.find(tableName);
+        if (!tables) return contents;
+        if (!tables->asArray()) {
+            tell(std::string(tableName), "must be an array of tables, [[widget]]");
+            return contents;
+        }
+        for (std::size_t i = 0; i < tables->asArray()->size(); ++i) {
+            prefix_ = "widget " + std::to_string(i + 1);
+            const auto* table = (*tables->asArray())[i].asDictionary();
+            if (!table) {
+                tell("", "must be a table");
+            } else if (auto widget = widgetOf(*table)) {
+                widget->table = i;
+                contents.widgets.push_back(*std::move(widget));
+            }
+        }
+        return contents;
+    }
+
+  private:
+    std::optional<PlacedWidget> widgetOf(const PropertyDictionary& table) {
+        PlacedWidget widget;
+        widget.name = text(table, "name").value_or("");
+        if (widget.name.empty()) {
+            tell("name", "is missing; the widget is left out");
+            return std::nullopt;
+        }
+        if (const auto family = text(table, "family")) {
+            const auto known = platform::widgetFamily(*family);
+            if (!known) {
+                tell("family", "must be small, medium or large; the widget is left out");
+                return std::nullopt;
+            }
+            widget.family = *known;
+        }
+        if (const auto corner = text(table, "corner")) {
+            if (const auto known = platform::cornerNamed(*corner)) {
+                widget.placement.corner = *known;
+            } else {
+                tell("corner", "must be top-start, top-end, bottom-start or bottom-end");
+            }
+        }
+        widget.placement.output = text(table, "output").value_or("");
+        if (const auto order = number(table, "order"))
+            widget.placement.order = static_cast<int>(std::clamp(*order, -1e6, 1e6));
+        const auto x = number(table, "x");
+        const auto y = number(table, "y");
+        if (x && y) widget.placement.position = platform::Point{*x, *y};
+        return widget;
+    }
+
+    std::optional<std::string> text(const PropertyDictionary& table, const char* key) {
+        const auto* value = table.find(key);
+        if (!value) return std::nullopt;
+        if (const auto* found = value->asString()) return *found;
+        tell(key, "must be a text");
+        return std::nullopt;
+    }
+    std::optional<double> number(const PropertyDictionary& table, const char* key) {
+        const auto* value = table.find(key);
+        if (!value) return std::nullopt;
+        const auto found = value->asDouble();
+        if (found && std::isfinite(*found)) return found;
+        tell(key, "must be a number");
+        return std::nullopt;
+    }
+
+    void tell(const std::string& field, std::string what) {
+        if (!diagnostics_) return;
+        const std::string separator = prefix_.empty() || field.empty() ? "" : ", ";
+        diagnostics_->report({.file = file_, .field = prefix_ + separator + field, .text = std::move(what)});
+    }
+
+    const std::filesystem::path& file_;
+    platform::DiagnosticsSink* diagnostics_;
+    std::string prefix_;
+};
+
+Document read(const std::filesystem::path& file, platform::DiagnosticsSink& diagnostics) {
+    Document document;
+    std::error_code error;
+    auto text = platform::readRegularFile(file, error);
+    if (!text) {
+        if (error == std::errc::no_such_file_or_directory) return document;
+        diagnostics.report({.severity = Diagnostic::Severity::error,
+                            .file = file,
+                            .text = "cannot be read: " + error.message()});
+        document.contents.isBroken = true;
+        return document;
+    }
+    platform::TomlError problem;
+    auto root = platform::parseToml(*text, problem);
+    if (!root) {
+        diagnostics.report({.severity = Diagnostic::Severity::error,
+                            .file = file,
+                            .line = problem.line,
+                            .text = problem.text});
+        document.contents.isBroken = true;
+        return document;
+    }
+    document.contents = Reader(file, &diagnostics).contentsOf(*root);
+    const auto* tables = root->find(tableName);
+    if (tables && tables->asArray()) document.tableCount = tables->asArray()->size();
+    document.root = *std::move(root);
+    document.text = *std::move(text);
+    return document;
+}
+
+std::optional<PropertyValue> valueOf(const PlacedWidget& widget, std::string_view key) {
+    const auto& placement = widget.placement;
+    const auto whole = [](double value) {
+        return PropertyValue(static_cast<std::int64_t>(std::lround(value)));
+    };
+    if (key == "name") return PropertyValue(widget.name);
+    if (key == "family") return PropertyValue(nameOf(widget.family));
+    if (key == "corner") return PropertyValue(nameOf(placement.corner));
+    if (key == "output") {
+        return placement.output.empty() ? std::nullopt : std::optional<PropertyValue>(placement.output);
+    }
+    if (key == "order") return PropertyValue(placement.order);
+    if (!placement.position) return std::nullopt;
+    return whole(key == "x" ? placement.position->x : placement.position->y);
+}
+
+std::string tomlOf(const PropertyValue& value) {
+    if (const auto* text = value.asString()) return tomlText(*text);
+    return std::to_string(value.asInteger().value_or(0));
+}
+
+bool saysTheSame(const PlacedWidget& a, const PlacedWidget& b) {
+    return std::ranges::all_of(keys, [&](const char* key) { return valueOf(a, key) == valueOf(b, key); });
+}
+
+const PlacedWidget* from(const std::vector<PlacedWidget>& widgets, std::size_t table) {
+    const auto found =
+        std::ranges::find_if(widgets, [table](const PlacedWidget& widget) { return widget.table == table; });
+    return found == widgets.end() ? nullptr : &*found;
+}
+
+/// The tables of the document with these widgets; entries that are none and unknown keys are kept.
+std::string rewritten(const Document& document, const std::vector<PlacedWidget>& widgets) {
+    platform::PropertyArray tables;
+    const auto write = [&tables](PropertyDictionary table, const PlacedWidget& widget) {
+        for (const char* key : keys) {
+            table.remove(key);
+            if (auto value = valueOf(widget, key)) table.set(key, *std::move(value));
+        }
+        tables.emplace_back(std::move(table));
+    };
+    const auto* old = document.root.find(tableName);
+    for (std::size_t i = 0; i < document.tableCount; ++i) {
+        const PropertyValue& entry = (*old->asArray())[i];
+        if (const auto* widget = from(widgets, i)) {
+            write(*entry.asDictionary(), *widget);
+        } else if (!from(document.contents.widgets, i)) {
+            tables.push_back(entry);
+        }
+    }
+    for (const PlacedWidget& widget : widgets) {
+        if (!widget.table) write({}, widget);
+    }
+    PropertyDictionary root = document.root;
+    root.set(tableName, std::move(tables));
+    return platform::writeToml(root);
+}
+
+/// The document's own text, changed where the widgets changed; nothing where its layout is beyond that.
+std::optional<std::string> edited(const Document& document, const std::vector<PlacedWidget>& widgets) {
+    TomlTables tables(document.text, tableName);
+    if (tables.count() != document.tableCount) return std::nullopt;
+    const auto write = [&tables](std::size_t table, const PlacedWidget& widget, const PlacedWidget* before) {
+        for (const char* key : keys) {
+            const auto value = valueOf(widget, key);
+            if (before && valueOf(*before, key) == value) continue;
+            tables.set(table, key, value ? std::optional(tomlOf(*value)) : std::nullopt);
+        }
+    };
+    for (const PlacedWidget& before : document.contents.widgets) {
+        if (const auto* widget = from(widgets, *before.table)) {
+            write(*before.table, *widget, &before);
+        } else {
+            tables.remove(*before.table);
+        }
+    }
+    for (const PlacedWidget& widget : widgets) {
+        if (!widget.table) write(tables.append(), widget, nullptr);
+    }
+
+    platform::TomlError problem;
+    const auto root = platform::parseToml(tables.text(), problem);
+    if (!root) return std::nullopt;
+    auto meant = widgets;
+    std::ranges::stable_sort(meant, {}, [](const PlacedWidget& one) { return one.table.value_or(SIZE_MAX); });
+    const auto result = Reader({}, nullptr).contentsOf(*root).widgets;
+    if (!std::ranges::equal(result, meant, saysTheSame)) return std::nullopt;
+    return tables.text();
+}
+
+}  // namespace
+
+PlacementsFile::PlacementsFile(platform::EnvironmentRef environment) : environment_(std::move(environment)) {}
+
+std::filesystem::path PlacementsFile::path() const {
+    return environment_->configDirectory / "desktop.toml";
+}
+
+PlacementsFile::Contents PlacementsFile::load() const {
+    return read(path(), *environment_->diagnostics).contents;
+}
+
+bool PlacementsFile::update(const Change& change) const {
+    std::error_code error;
+    const auto failed = [&] {
+        environment_->diagnostics->report({.severity = Diagnostic::Severity::error,
+                                           .file = path(),
+                                           .text = "cannot be written: " + error.message()});
+        return false;
+    };
+    if (!platform::createDirectories(environment_->configDirectory, 0700, error)) return failed();
+    const platform::FileLock lock(path().string() + ".lock", error);
+    if (error) return failed();
+    Document document = read(path(), *environment_->diagnostics);
+    if (document.contents.isBroken) {
+        const auto moved = platform::setAside(path(), error);
+        if (!moved) return failed();
+        environment_->diagnostics->report({.file = path(), .text = "set aside as " + moved->string()});
+        document = {};
+    }
+    auto widgets = document.contents.widgets;
+    change(widgets);
+    if (widgets == document.contents.widgets) return true;
+    const auto text = edited(document, widgets);
+    return platform::writeFileAtomically(path(), text ? *text : rewritten(document, widgets), 0600, error) ||
+           failed();
+}
+
+PlacedWidget placedWidget(std::string name, platform::WidgetFamily family, platform::Corner corner,
+                          std::string output, const std::vector<PlacedWidget>& others) {
+    PlacedWidget widget;
+    widget.name = std::move(name);
+    widget.family = family;
+    widget.placement.corner = corner;
+    widget.placement.output = std::move(output);
+    for (const PlacedWidget& other : others) {
+        if (other.placement.corner == corner && other.placement.output == widget.placement.output)
+            widget.placement.order = std::max(widget.placement.order, other.placement.order + 1);
+    }
+    return widget;
+}
+
+}  // namespace hbr

@@ -1,0 +1,336 @@
+#include "RunningHost.h"
+
+#include "AccountNotice.h"
+#include "AlertCenter.h"
+#include "CardDeck.h"
+#include "Handover.h"
+#include "SettingsWatch.h"
+#include "WakeTimer.h"
+#include "WidgetBoard.h"
+
+#include <Desktop/DesktopSession.h>
+#include <Desktop/GalleryWindow.h>
+#include <Foundation/ClockChange.h>
+#include <Foundation/FileWatcher.h>
+#include <Foundation/TerminationRequest.h>
+#include <Foundation/ZoneChange.h>
+#include <HbrCore/Events/EventLookup.h>
+#include <MxLogger/MxLogger.h>
+#include <WidgetHost/WidgetScheduler.h>
+
+#include <charconv>
+#include <utility>
+
+namespace hbr {
+
+namespace {
+
+constexpr const char* programName = "Heedbanner";
+constexpr const char* desktopEntry = "com.quietlark.heedbanner";
+/// A burst of changes of the file of placements is over after this many seconds.
+constexpr double placementsQuiet = 0.1;
+
+}  // namespace
+
+struct RunningHost::Parts {
+    World world;
+    bool hasEnded = false;
+    PlacementsFile::Contents contents;
+    AccountNotice notice;
+    bool isRefreshPending = false;
+    std::optional<Handover> handover = takeHandover();
+
+    std::unique_ptr<platform::DesktopSession> session;
+    std::shared_ptr<const platform::PictureLibrary> pictures;
+    std::unique_ptr<platform::WidgetDesk> desk;
+    std::unique_ptr<WidgetBoard> board;
+    std::unique_ptr<CardDeck> cards;
+    std::unique_ptr<platform::GalleryWindow> gallery;
+    std::shared_ptr<platform::WidgetScheduler> scheduler;
+    std::unique_ptr<WakeTimer> schedulerTimer;
+    std::unique_ptr<AlertCenter> alerts;
+
+    std::unique_ptr<platform::ClockChange> clockChange;
+    std::unique_ptr<platform::ZoneChange> zoneChange;
+    std::unique_ptr<platform::TerminationRequest> termination;
+    std::unique_ptr<SettingsWatch> settingsWatch;
+    std::unique_ptr<platform::FileWatcher> placementsWatch;
+    platform::NotificationCenter::Observation reloads;
+    std::shared_ptr<bool> isAlive = std::make_shared<bool>(true);
+
+    explicit Parts(World given) : world(std::move(given)) {}
+    ~Parts() {
+        platform::WidgetCenter::install(nullptr);
+        // Threads first, so that nothing new arrives.
+        placementsWatch.reset();
+        settingsWatch.reset();
+        zoneChange.reset();
+    }
+
+    /// On the main queue, unless this is gone by then.
+    void later(std::function<void()> work) {
+        platform::MainQueue::shared().async([alive = std::weak_ptr(isAlive), work = std::move(work)] {
+            if (alive.lock()) work();
+        });
+    }
+
+    bool isRightToLeft() const { return platform::isRightToLeftLanguage(world.bundle.language()); }
+    void openDesktop();
+    void makeScheduler();
+    void makeAlerts();
+    void watchWorld();
+
+    void showPlacements();
+    void placementsChanged();
+    void changePlacements(const PlacementsFile::Change& change);
+    void didReload();
+    void refreshNotice();
+    void executeAnew();
+    void showGallery();
+};
+
+void RunningHost::Parts::openDesktop() {
+    auto opened = platform::DesktopSession::open(desktopEntry, isRightToLeft());
+    if (!opened.session) throw HostFailure(ExitStatus::failed, opened.failure);
+    session = std::move(opened.session);
+    if (const std::string limitation = session->capabilities().limitation(); !limitation.empty()) {
+        world.environment->diagnostics->report(
+            {.severity = platform::Diagnostic::Severity::info, .text = limitation});
+    }
+    const auto text = [this](const char* key) {
+        return world.bundle.localizedText(std::string("Widget.desktop.menu.") + key);
+    };
+    pictures = std::make_shared<const platform::PictureLibrary>(world.environment);
+    desk = platform::WidgetDesk::make(*session, {.environment = world.environment,
+                                                 .pictures = pictures,
+                                                 .isRightToLeft = isRightToLeft(),
+                                                 .texts = {.size = text("size"),
+                                                           .moveTo = text("moveTo"),
+                                                           .topStart = text("topStart"),
+                                                           .topEnd = text("topEnd"),
+                                                           .bottomStart = text("bottomStart"),
+                                                           .bottomEnd = text("bottomEnd"),
+                                                           .screen = text("screen"),
+                                                           .openGallery = text("openGallery"),
+                                                           .remove = text("remove")},
+                                                 .widgetScale = contents.scale});
+    cards = std::make_unique<CardDeck>(world.core, *session);
+    board = std::make_unique<WidgetBoard>(
+        *desk, world.bundle, world.catalogue,
+        WidgetBoard::Actions{
+            .open =
+                [this](const platform::Url& url) {
+                    if (url.absoluteString() == accountsUrl) {
+                        cards->show("accounts", noticeCard(notice));
+                    } else {
+                        cards->open(url);
+                    }
+                },
+            .openGallery = [this] { showGallery(); },
+            .change = [this](const PlacementsFile::Change& change) { changePlacements(change); }});
+}
+
+void RunningHost::Parts::makeScheduler() {
+    schedulerTimer = std::make_unique<WakeTimer>([this] { scheduler->wake(); });
+    scheduler = platform::WidgetScheduler::make(
+        world.bundle.body(),
+        {.clock = world.environment->clock,
+         .wakeAt = [this](std::optional<platform::Date> date) { schedulerTimer->set(date); },
+         .show = [this](const std::string& kind,
+                        const platform::WidgetEntry& entry) { board->setEntry(kind, entry); }});
+    platform::WidgetCenter::install(scheduler);
+}
+
+void RunningHost::Parts::makeAlerts() {
+    auto notifications = platform::DesktopNotifications::onSessionBus(
+        programName, desktopEntry,
+        [this](const std::string& reason) { world.environment->diagnostics->report({.text = reason}); });
+    alerts = std::make_unique<AlertCenter>(
+        world.core, std::move(notifications),
+        AlertCenter::Actions{
+            .event = cards->actions(),
+            .preview = [this](const Event& event) { cards->preview(event); },
+            .useActivationToken =
+                [](const std::string& token) { platform::Workspace::shared()->useActivationToken(token); },
+            .showsNotifications = [this] { return contents.showsNotifications; }});
+    cards->setAnswered([this](const Event& event) { alerts->withdraw(event); });
+    if (handover) alerts->watch().restoreTold(handover->told);
+}
+
+void RunningHost::Parts::watchWorld() {
+    clockChange = std::make_unique<platform::ClockChange>([this] {
+        scheduler->clockChanged();
+        alerts->clockChanged();
+    });
+    zoneChange = std::make_unique<platform::ZoneChange>(*world.environment, [this] { executeAnew(); });
+    termination = std::make_unique<platform::TerminationRequest>([this] { hasEnded = true; });
+    settingsWatch = std::make_unique<SettingsWatch>(world.core.domains(),
+                                                    [this] { world.core.manager().reloadEvents(true); });
+    placementsWatch = std::make_unique<platform::FileWatcher>(
+        std::vector{world.placements.path()}, [this](const auto&) { later([this] { placementsChanged(); }); },
+        placementsQuiet, world.environment->diagnostics);
+    reloads =
+        world.core.center().observe(didReloadEventsNotification, [this] { later([this] { didReload(); }); });
+}
+
+void RunningHost::Parts::showPlacements() {
+    board->show(contents.widgets);
+    scheduler->setShownKinds(board->kinds());
+}
+
+void RunningHost::Parts::placementsChanged() {
+    auto changed = world.placements.load();
+    // Half written by an editor, or with a slip: the widgets stay until it can be read.
+    if (changed.isBroken) return;
+    contents = std::move(changed);
+    showPlacements();
+}
+
+void RunningHost::Parts::changePlacements(const PlacementsFile::Change& change) {
+    world.placements.update(change);
+    // Not inside a window's own call, which may be the one to go.
+    if (std::exchange(isRefreshPending, true)) return;
+    later([this] {
+        isRefreshPending = false;
+        placementsChanged();
+    });
+}
+
+void RunningHost::Parts::didReload() {
+    refreshNotice();
+    alerts->tidy();
+}
+
+void RunningHost::Parts::refreshNotice() {
+    AccountNotice current = AccountNotice::of(world.core, world.bundle);
+    if (world.core.settings().debugScreenshotMode()) current = {};
+    if (current == notice) return;
+    notice = std::move(current);
+    board->setNotice(notice.title ? std::optional(noticeContent(notice)) : std::nullopt);
+    board->setBadge(notice.badge);
+}
+
+void RunningHost::Parts::executeAnew() {
+    const std::string reason =
+        hbr::executeAnew(world.argv, Handover::of(world.core.manager(), alerts->watch()));
+    world.environment->diagnostics->report({.severity = platform::Diagnostic::Severity::error,
+                                            .text = "the time zone changed, but the program cannot execute "
+                                                    "itself anew: " +
+                                                    reason});
+}
+
+void RunningHost::Parts::showGallery() {
+    if (gallery) return gallery->present();
+    std::vector<platform::GalleryItem> items;
+    const auto demonstration = HeedbannerWidgetBundle::demonstration(world.environment);
+    for (const platform::StaticConfiguration& configuration : demonstration->body()) {
+        auto shown = std::make_shared<std::optional<platform::WidgetEntry>>();
+        configuration.getSnapshot({.isPreview = true},
+                                  [shown](platform::WidgetEntry entry) { *shown = std::move(entry); });
+        items.push_back({.identity = widgetIdentity(world.bundle, configuration),
+                         .description = world.bundle.localizedText(configuration.descriptionKey()),
+                         .preview = [shown](const platform::ViewContext& context) {
+                             return *shown ? (*shown)->view(context) : platform::View();
+                         }});
+    }
+    const auto text = [this](const char* key) {
+        return world.bundle.localizedText(std::string("Widget.desktop.gallery.") + key);
+    };
+    gallery = platform::GalleryWindow::show(
+        *session, *desk, {.title = text("title"), .introduction = text("introduction"), .add = text("add")},
+        std::move(items),
+        {.add =
+             [this](const std::string& kind, platform::WidgetFamily family) {
+                 const auto* widget = world.catalogue.find(kind);
+                 if (!widget) return;
+                 changePlacements([name = widget->name, family](std::vector<PlacedWidget>& widgets) {
+                     widgets.push_back(placedWidget(name, family, platform::Corner::topEnd, "", widgets));
+                 });
+             },
+         .closed =
+             [this] {
+                 later([this] {
+                     gallery.reset();
+                     // Nothing is on the desktop and nothing was wanted.
+                     if (contents.widgets.empty()) hasEnded = true;
+                 });
+             }});
+}
+
+RunningHost::RunningHost(World world) : parts_(std::make_unique<Parts>(std::move(world))) {}
+RunningHost::~RunningHost() = default;
+
+void RunningHost::start(const HostRequest& request) {
+    Parts& parts = *parts_;
+    parts.contents = parts.world.placements.load();
+    parts.openDesktop();
+    parts.makeScheduler();
+    parts.makeAlerts();
+    parts.watchWorld();
+    parts.refreshNotice();
+    parts.showPlacements();
+    // Alerts count also while no widget is placed.
+    parts.world.core.manager().reloadEvents(true, [&parts, alive = std::weak_ptr(parts.isAlive)] {
+        if (!alive.lock()) return;
+        if (const auto handover = std::exchange(parts.handover, std::nullopt)) {
+            parts.world.core.manager().restoreSnoozedInvocations(
+                handover->invocations(parts.world.core, true));
+            parts.alerts->watch().catchUp(handover->invocations(parts.world.core, false));
+            parts.world.core.manager().reloadEvents(true);
+        }
+        parts.alerts->catchUp();
+    });
+    if (request.task == HostRequest::Task::gallery || parts.contents.widgets.empty()) parts.showGallery();
+    if (request.task == HostRequest::Task::focus) focus(request.focused);
+}
+
+void RunningHost::openUrl(const std::string& url) {
+    if (const auto parsed = platform::Url::parse(url)) parts_->cards->open(*parsed);
+}
+
+void RunningHost::snooze(const std::string& eventId, const std::string& how) {
+    const auto event = eventWithIdentifier(parts_->world.core, eventId);
+    if (!event) {
+        parts_->world.environment->diagnostics->report(
+            {.text = "snooze: no event has the identifier \"" + eventId + "\""});
+        return;
+    }
+    auto& manager = parts_->world.core.manager();
+    if (how == "clear") {
+        manager.removeSnooze(*event);
+        return manager.reloadEvents(true);
+    }
+    parts_->alerts->withdraw(*event);
+    if (how == "until-start") return manager.snoozeUntilTimeOfEvent(*event);
+    std::int64_t minutes = 0;
+    const auto end = std::from_chars(how.data(), how.data() + how.size(), minutes).ptr;
+    if (end == how.data() + how.size() && minutes > 0) manager.snooze(*event, minutes);
+}
+
+void RunningHost::reload() {
+    parts_->world.core.aggregatedEventStore().refreshData();
+    parts_->world.core.manager().reloadEvents(true);
+}
+
+void RunningHost::focus(const std::string& widget) {
+    parts_->board->lift(widget);
+}
+
+void RunningHost::showGallery() {
+    parts_->showGallery();
+}
+
+void RunningHost::activate() {
+    parts_->placementsChanged();
+    if (parts_->contents.widgets.empty()) parts_->showGallery();
+}
+
+void RunningHost::quit() {
+    parts_->hasEnded = true;
+}
+
+bool RunningHost::hasEnded() const {
+    return parts_->hasEnded;
+}
+
+}  // namespace hbr

@@ -1,0 +1,37 @@
+#include "SettingsWatch.h"
+
+#include <Foundation/MainQueue.h>
+#include <HbrCore/Stores/CustomRemindersStore.h>
+#include <HbrCore/Stores/EventSettingsStore.h>
+#include <HbrCore/Stores/UserSettingsStore.h>
+
+#include <utility>
+
+namespace hbr {
+
+struct SettingsWatch::State {
+    std::function<void()> changed;
+    bool isPending = false;
+};
+
+SettingsWatch::SettingsWatch(const DefaultsDomains& domains, std::function<void()> changed)
+    : state_(std::make_shared<State>(State{std::move(changed)})) {
+    const auto tell = [weak = std::weak_ptr(state_)] {
+        const auto state = weak.lock();
+        if (!state || std::exchange(state->isPending, true)) return;
+        platform::MainQueue::shared().async([weak] {
+            const auto waiting = weak.lock();
+            if (!waiting) return;
+            waiting->isPending = false;
+            waiting->changed();
+        });
+    };
+    for (const std::string_view key : UserSettingsStore::keys)
+        observations_.push_back(domains.shared->observe(key, tell));
+    observations_.push_back(domains.shared->observe(EventSettingsStore::storageKey, tell));
+    observations_.push_back(domains.shared->observe(CustomRemindersStore::storageKey, tell));
+}
+
+SettingsWatch::~SettingsWatch() = default;
+
+}  // namespace hbr
