@@ -3,6 +3,7 @@
 
 #include <Foundation/Environment.h>
 #include <HeedbannerWidgetExtension/Views/EventListViews.h>
+#include <Views/DrawingWork.h>
 #include <Views/Painters.h>
 
 #include <memory>
@@ -78,17 +79,33 @@ const LargeWidget& widget() {
 
 /// View values, formatted texts, layout; text that did not change is not shaped again.
 void layOutLargeWidget(benchmark::State& state) {
+    const auto warm = widget().layOut();
+    const auto before = DrawingWork::soFar();
     for (auto _ : state)
         benchmark::DoNotOptimize(widget().layOut());
+    state.counters["shaped"] = static_cast<double>((DrawingWork::soFar() - before).shapedTexts);
 }
 BENCHMARK(layOutLargeWidget)->Unit(benchmark::kMicrosecond);
 
 void paintLargeWidget(benchmark::State& state) {
     const auto tree = widget().layOut();
+    paintPixels(tree, scale);
+    const auto before = DrawingWork::soFar();
     for (auto _ : state)
         benchmark::DoNotOptimize(paintPixels(tree, scale));
+    const auto work = DrawingWork::soFar() - before;
+    state.counters["shaped"] = static_cast<double>(work.shapedTexts);
+    state.counters["rasterized"] = static_cast<double>(work.rasterizedPictures);
 }
 BENCHMARK(paintLargeWidget)->Unit(benchmark::kMicrosecond);
+
+/// One pixel a point, where each glyph is put exactly where it belongs.
+void paintLargeWidgetCoarsely(benchmark::State& state) {
+    const auto tree = widget().layOut();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(paintPixels(tree, 1));
+}
+BENCHMARK(paintLargeWidgetCoarsely)->Unit(benchmark::kMicrosecond);
 
 void encodeLargeWidgetAsPng(benchmark::State& state) {
     const auto tree = widget().layOut();
@@ -157,5 +174,24 @@ void floorCairoPaintsTheTexts(benchmark::State& state) {
     }
 }
 BENCHMARK(floorCairoPaintsTheTexts)->Unit(benchmark::kMicrosecond);
+
+/// The same pixels through Cairo's own writer.
+void floorCairoWritesThePng(benchmark::State& state) {
+    const auto tree = widget().layOut();
+    const auto append = [](void* bytes, const unsigned char* data, unsigned int count) {
+        static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), count);
+        return CAIRO_STATUS_SUCCESS;
+    };
+    for (auto _ : state) {
+        auto image = paintPixels(tree, scale);
+        cairo_surface_t* surface = cairo_image_surface_create_for_data(
+            image.pixels.data(), CAIRO_FORMAT_ARGB32, image.width, image.height, image.stride);
+        std::string bytes;
+        cairo_surface_write_to_png_stream(surface, append, &bytes);
+        cairo_surface_destroy(surface);
+        benchmark::DoNotOptimize(bytes);
+    }
+}
+BENCHMARK(floorCairoWritesThePng)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
