@@ -87,8 +87,8 @@ void fillRounded(cairo_t* cairo, const RoundedShape& shape) {
         cairo_move_to(cairo, inner.x, inner.y);
         addCornerLine(cairo, corner, radius, 0, inner);
         cairo_close_path(cairo);
-        cairo_fill(cairo);
     }
+    cairo_fill(cairo);
 }
 
 void strokeRounded(cairo_t* cairo, const RoundedShape& shape, double lineWidth) {
@@ -111,8 +111,8 @@ void strokeRounded(cairo_t* cairo, const RoundedShape& shape, double lineWidth) 
     for (const auto& corner : cornersOf(rect, radius)) {
         cairo_new_sub_path(cairo);
         addCornerLine(cairo, corner, radius, inset, innerCorner(corner, radius, side));
-        cairo_stroke(cairo);
     }
+    cairo_stroke(cairo);
 }
 
 }  // namespace platform

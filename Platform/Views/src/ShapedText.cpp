@@ -72,8 +72,9 @@ class TextWorkshop {
     std::shared_ptr<const ShapedText> shape(const TextRequest& request) {
         forgetOnFamilyChange();
         if (const auto found = texts_.find(request); found != texts_.end()) return found->second;
-        // A widget needs some forty; a clock in the last minute adds one a second.
-        constexpr std::size_t limit = 1024;
+        // A widget needs some forty; a clock in the last minute adds one a second. With its pixels a text
+        // takes some five kilobytes.
+        constexpr std::size_t limit = 512;
         if (texts_.size() >= limit) texts_.clear();
         auto text = std::make_shared<const ShapedText>(
             (request.isRightToLeft ? rightToLeft_ : leftToRight_).get(), request);
@@ -171,6 +172,17 @@ ShapedText::ShapedText(PangoContext* context, const TextRequest& request)
 
 PangoLayoutLine* ShapedText::line(int index) const {
     return pango_layout_get_line_readonly(layout_.get(), index);
+}
+
+const LineMask* ShapedText::mask(int line, double scale, double phase) const {
+    const auto known = std::ranges::find_if(masks_, [&](const KeptMask& kept) {
+        return kept.line == line && kept.scale == scale && kept.phase == phase;
+    });
+    const auto& kept =
+        known != masks_.end()
+            ? *known
+            : masks_.emplace_back(KeptMask{line, scale, phase, lineMask(this->line(line), scale, phase)});
+    return kept.mask ? &*kept.mask : nullptr;
 }
 
 std::string ShapedText::drawnText() const {

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "LineMask.h"
+
 #include <Views/Font.h>
 
+#include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,8 +44,17 @@ class ShapedText {
     /// How many letters have another after them.
     int gapCount() const;
     PangoLayoutLine* line(int index) const;
+    /// In device pixels, drawn once per scale and phase; nothing for a line without ink or with coloured
+    /// glyphs.
+    const LineMask* mask(int line, double scale, double phase) const;
 
   private:
+    struct KeptMask {
+        int line = 0;
+        double scale = 1;
+        double phase = 0;
+        std::optional<LineMask> mask;
+    };
     struct Unref {
         void operator()(PangoLayout* layout) const { g_object_unref(layout); }
     };
@@ -49,6 +62,8 @@ class ShapedText {
     std::vector<double> lineWidths_;
     double width_ = 0;
     bool isTruncated_ = false;
+    // A deque, so that what was handed out stays where it is.
+    mutable std::deque<KeptMask> masks_;
 };
 
 /// From the thread's cache or newly shaped.

@@ -1,6 +1,6 @@
 #include "TreePainter.h"
 
-#include "GlyphPainting.h"
+#include "LineMask.h"
 #include "PhotoDrawing.h"
 #include "PictureState.h"
 #include "RoundedShapes.h"
@@ -86,15 +86,36 @@ class Painter {
             node.frame.width);
         setSource(node);
         const double lineHeight = node.font.lineHeight();
-        const auto placing =
-            !rules_.isVector && rules_.scale < 2 ? GlyphPlacing::exact : GlyphPlacing::wholePixels;
         double baseline = node.frame.y + baselineInLineBox(node.font);
-        for (int line = 0; line < plan.shaped->lineCount(); ++line, baseline += lineHeight) {
-            const SavedState saved(cairo_);
-            cairo_translate(cairo_, lineStart(node, plan, line), snapped(baseline));
+        for (int line = 0; line < plan.shaped->lineCount(); ++line, baseline += lineHeight)
+            paintLine(plan, line, {lineStart(node, plan, line), snapped(baseline)});
+    }
+
+    void paintLine(const TextPlan& plan, int line, Point origin) const {
+        PangoLayoutLine* shaped = plan.shaped->line(line);
+        const SavedState saved(cairo_);
+        if (rules_.isVector || hasColors(shaped)) {
+            cairo_translate(cairo_, origin.x, origin.y);
             cairo_scale(cairo_, plan.scale, plan.scale);
-            paintLine(cairo_, plan.shaped->line(line), placing);
+            cairo_move_to(cairo_, 0, 0);
+            if (rules_.isVector) {
+                pango_cairo_show_layout_line(cairo_, shaped);
+            } else {
+                paintGlyphs(cairo_, shaped);
+            }
+            return;
         }
+        // Quarters of a pixel are as exact as an eye can tell.
+        constexpr double steps = 4;
+        const double x = std::round(origin.x * rules_.scale * steps) / steps;
+        const double wholeX = std::floor(x), wholeY = std::round(origin.y * rules_.scale);
+        const LineMask* mask = plan.shaped->mask(line, rules_.scale * plan.scale, x - wholeX);
+        if (!mask) return;
+        cairo_scale(cairo_, 1 / rules_.scale, 1 / rules_.scale);
+        cairo_surface_t* surface = surfaceOf(mask->raster, CAIRO_FORMAT_A8);
+        cairo_mask_surface(cairo_, surface, wholeX + mask->x, wholeY + mask->y);
+        cairo_surface_finish(surface);
+        cairo_surface_destroy(surface);
     }
 
     double lineStart(const LaidOutNode& node, const TextPlan& plan, int line) const {
