@@ -1,3 +1,4 @@
+#include <Foundation/MainQueue.h>
 #include <HbrCore/CoreFixture.h>
 #include <HeedbannerWidgetExtension/HeedbannerWidgetBundle.h>
 #include <HeedbannerWidgetExtension/TimelineProviders.h>
@@ -83,6 +84,41 @@ TEST(Providers, SnapshotsAndPlaceholdersDoNotReload) {
     EXPECT_FALSE(NextEventProvider(source).placeholder({}).event);
     EXPECT_TRUE(UpcomingEvetsProvider(source).placeholder({}).events.empty());
     EXPECT_EQ(reloads, 0);
+}
+
+TEST(Providers, RequestsBesideEachOtherAreAllAnsweredAndAnnounceNothing) {
+    test::CoreFixture core;
+    core.write("calendars/a.ics",
+               test::meeting("Running", "20260304T083000Z") + test::meeting("Later", "20260304T120000Z"));
+    auto& manager = core.reloaded();
+    int announced = 0;
+    const auto observation =
+        core.services().center().observe(didReloadEventsNotification, [&] { ++announced; });
+    int reloads = 0;
+    const EventSource source{core.environment, [&] { return manager.allCachedUpcomingEvents(); },
+                             [&] { return manager.allCachedCurrentEvents(); },
+                             [&](std::function<void()> completion) {
+                                 ++reloads;
+                                 manager.reloadEvents(false, std::move(completion));
+                             }};
+    const NextEventProvider next(source);
+    const UpcomingEvetsProvider upcoming(source);
+    const CurrentEvetsProvider current(source);
+    std::vector<std::string> answers;
+    const auto answer = [&](const Event& event) {
+        EXPECT_TRUE(platform::MainQueue::shared().isCurrent());
+        answers.push_back(*event.title);
+    };
+    for (int i = 0; i < 2; ++i) {
+        next.getTimeline({}, [&](const auto& timeline) { answer(*timeline.entries.at(0).event); });
+        upcoming.getTimeline({}, [&](const auto& timeline) { answer(timeline.entries.at(0).events.at(0)); });
+        current.getTimeline({}, [&](const auto& timeline) { answer(timeline.entries.at(0).events.at(0)); });
+    }
+    EXPECT_TRUE(answers.empty());
+    EXPECT_TRUE(platform::MainQueue::shared().runUntil([&] { return answers.size() == 6; }, 20));
+    EXPECT_THAT(answers, ElementsAre("Later", "Later", "Running", "Later", "Later", "Running"));
+    EXPECT_EQ(reloads, 6);
+    EXPECT_EQ(announced, 0);
 }
 
 TEST(Providers, TimelinesAcrossAChangeOfTheClock) {

@@ -34,11 +34,12 @@ std::optional<platform::Date> alertDate(const Event& event, const AlertSettings&
     return alert < now ? std::nullopt : std::optional(alert);
 }
 
-AlertSchedule::AlertSchedule(const AlertSettings& settings, const EventSettingsStore& eventSettings,
+AlertSchedule::AlertSchedule(const AlertSettings& settings,
+                             std::optional<EventSettingsStore::Settings> eventSettings,
                              const VideoConferenceLinkParser& parser, const platform::Calendar& calendar,
                              platform::Date now, EventConversions* conversions)
     : settings_(settings),
-      eventSettings_(eventSettings.customSettings()),
+      eventSettings_(std::move(eventSettings)),
       parser_(parser),
       calendar_(calendar),
       now_(now),

@@ -26,6 +26,11 @@ bool contains(const std::vector<std::string>& identifiers, const std::string& id
     return std::ranges::find(identifiers, identifier) != identifiers.end();
 }
 
+std::shared_ptr<void> startWallClockTimer(platform::Date first, double interval,
+                                          std::function<void()> action) {
+    return std::make_shared<platform::WallClockTimer>(first, interval, std::move(action));
+}
+
 /// The store's calendars as choices, without birthdays and subscribed holidays.
 template <class Choice, class Complete>
 std::vector<Choice> choices(const AggregatedEventStore& store, platform::EKEntityType type,
@@ -56,7 +61,7 @@ struct CalendarEventManager::State : ReloadContext {
 struct CalendarEventManager::Watch {
     platform::NotificationCenter::Observation storeChange;
     platform::NotificationCenter::Observation remindersChange;
-    std::optional<platform::WallClockTimer> minuteTimer;
+    std::shared_ptr<void> minuteTimer;
 };
 
 CalendarEventManager::CalendarEventManager(Collaborators collaborators, Lifetime lifetime)
@@ -76,8 +81,9 @@ CalendarEventManager::CalendarEventManager(Collaborators collaborators, Lifetime
     if (lifetime == Lifetime::longLived) {
         const platform::Environment& environment = *state_->services.environment;
         const platform::Date inTwoMinutes = environment.calendar.addingMinutes(environment.now(), 2);
-        watch_->minuteTimer.emplace(removingSeconds(inTwoMinutes, environment.calendar), minute,
-                                    [this] { rescheduleTimerFired(); });
+        const auto& startTimer = state_->services.startTimer;
+        watch_->minuteTimer = (startTimer ? startTimer : startWallClockTimer)(
+            removingSeconds(inTwoMinutes, environment.calendar), minute, [this] { rescheduleTimerFired(); });
         state_->services.aggregatedEventStore->startWatching();
     }
 }

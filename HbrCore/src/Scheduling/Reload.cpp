@@ -62,13 +62,15 @@ void showDemoEvents(const Reload& reload) {
                         .pendingAppleReminders = references({demo.demo_upcomingAppleReminderEvent1()})});
 }
 
-std::vector<ScheduledAlert> computeAlerts(const Reload& reload, platform::Date now) {
+std::vector<ScheduledAlert> computeAlerts(const Reload& reload, const AlertSettings& settings,
+                                          std::optional<EventSettingsStore::Settings> eventSettings,
+                                          platform::Date now) {
     ReloadContext& context = *reload.context;
     const auto& services = context.services;
     const platform::Calendar& calendar = services.environment->calendar;
     const auto rules = services.settings->excludeRules();
-    const AlertSchedule schedule(AlertSettings::of(*services.settings), *services.eventSettings,
-                                 *services.parser, calendar, now, &context.conversions);
+    const AlertSchedule schedule(settings, std::move(eventSettings), *services.parser, calendar, now,
+                                 &context.conversions);
     services.reminders->purgePastReminders();
 
     std::vector<ScheduledAlert> alerts;
@@ -103,19 +105,26 @@ EventRefs snoozedPastTasks(const ReloadContext& context, platform::Date now) {
 void refresh(ReloadRef reload) {
     ReloadContext& context = *reload->context;
     const AggregatedEventStore& store = *context.services.aggregatedEventStore;
-    // One moment for alerts and lists: an alert that falls due in between is scheduled or pending, not both.
+    // One moment and one reading of the settings for alerts and lists: an alert that falls due in between is
+    // scheduled or pending, not both and not neither.
     const platform::Date now = context.services.environment->now();
-    auto alerts = computeAlerts(*reload, now);
-    EventLists lists{.current = references(store.currentEvents(now)),
+    const AlertSettings settings = AlertSettings::of(*context.services.settings);
+    AggregatedEventStore::Choices choices{
+        .attendance = {settings.showOnlyEventsWithAlert, settings.showOnlyAcceptedEvents},
+        .timeOffset = static_cast<double>(settings.timeOffsetSeconds),
+        .eventSettings = context.services.eventSettings->customSettings()};
+    auto alerts = computeAlerts(*reload, settings, choices.eventSettings, now);
+    EventLists lists{.current = references(store.currentEvents(now, choices)),
                      .scheduled = eventsOf(alerts),
-                     .pending = references(store.pendingEvents(now)),
+                     .pending = references(store.pendingEvents(now, choices)),
                      .snoozedPastAppleReminders = snoozedPastTasks(context, now),
                      .pendingAppleReminders = {}};
     if (!context.alerts.replaceScheduled(reload->number, std::move(alerts))) {
         return onMainQueue(std::move(reload), finish);
     }
     store.pendingAppleReminderEvents(
-        now, [reload = std::move(reload), lists = std::move(lists)](std::vector<Event> tasks) mutable {
+        now, std::move(choices),
+        [reload = std::move(reload), lists = std::move(lists)](std::vector<Event> tasks) mutable {
             lists.pendingAppleReminders = references(std::move(tasks));
             reload->context->lists.publish(reload->number, std::move(lists));
             onMainQueue(std::move(reload), finish);

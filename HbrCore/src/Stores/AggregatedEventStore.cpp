@@ -41,13 +41,11 @@ auto occurrenceKey(const platform::EKEvent& event) {
 }
 
 /// Those inside their alert period, by start.
-std::vector<Event> pendingOnly(std::vector<Event> events, const UserSettingsStore& settings,
-                               const EventSettingsStore& eventSettings, platform::Date now) {
-    if (events.empty()) return events;
-    const double offset = static_cast<double>(settings.timeOffsetSeconds());
-    const auto custom = eventSettings.customSettings();
+std::vector<Event> pendingOnly(std::vector<Event> events, const AggregatedEventStore::Choices& choices,
+                               platform::Date now) {
     std::erase_if(events, [&](const Event& event) {
-        return !isPending(event, offset, EventSettingsStore::find(custom, event.id), now);
+        return !isPending(event, choices.timeOffset,
+                          EventSettingsStore::find(choices.eventSettings, event.id), now);
     });
     sortByStart(events);
     return events;
@@ -290,32 +288,36 @@ std::vector<EKReminderRef> AggregatedEventStore::remindersOfAllLists() const {
     return tasks;
 }
 
-std::vector<Event> AggregatedEventStore::currentEvents(platform::Date now) const {
-    const AttendanceSettings attendance(*state_->settings);
+AggregatedEventStore::Choices AggregatedEventStore::choices() const {
+    return {.attendance = *state_->settings,
+            .timeOffset = static_cast<double>(state_->settings->timeOffsetSeconds()),
+            .eventSettings = state_->eventSettings->customSettings()};
+}
+
+std::vector<Event> AggregatedEventStore::currentEvents(platform::Date now, const Choices& choices) const {
     std::vector<Event> current;
     for (const auto& event : events(now, now)) {
-        if (shouldSchedule(*event, attendance))
+        if (shouldSchedule(*event, choices.attendance))
             current.push_back(Event::fromCalendarEvent(*event, *state_->parser));
     }
     sortByStart(current);
     return current;
 }
 
-std::vector<Event> AggregatedEventStore::pendingEvents(platform::Date now) const {
-    const AttendanceSettings attendance(*state_->settings);
+std::vector<Event> AggregatedEventStore::pendingEvents(platform::Date now, const Choices& choices) const {
     std::vector<Event> candidates;
     for (const auto& event : events(now, now.addingTimeInterval(pendingWindow))) {
-        if (shouldSchedule(*event, attendance)) {
+        if (shouldSchedule(*event, choices.attendance)) {
             candidates.push_back(Event::fromCalendarEvent(*event, *state_->parser));
         }
     }
-    return pendingOnly(std::move(candidates), *state_->settings, *state_->eventSettings, now);
+    return pendingOnly(std::move(candidates), choices, now);
 }
 
-void AggregatedEventStore::pendingAppleReminderEvents(platform::Date now, EventsCompletion completion) const {
+void AggregatedEventStore::pendingAppleReminderEvents(platform::Date now, Choices choices,
+                                                      EventsCompletion completion) const {
     // Holds no store: the last one to let go of a store must not be its own worker thread.
-    auto select = [environment = state_->environment, settings = state_->settings,
-                   eventSettings = state_->eventSettings, now,
+    auto select = [environment = state_->environment, choices = std::move(choices), now,
                    completion = std::move(completion)](const std::vector<EKReminderRef>& reminders) {
         std::vector<Event> candidates;
         for (const auto& reminder : reminders) {
@@ -324,7 +326,7 @@ void AggregatedEventStore::pendingAppleReminderEvents(platform::Date now, Events
                 candidates.push_back(*std::move(event));
             }
         }
-        completion(pendingOnly(std::move(candidates), *settings, *eventSettings, now));
+        completion(pendingOnly(std::move(candidates), choices, now));
     };
     reminders(now, now.addingTimeInterval(pendingWindow), std::move(select));
 }

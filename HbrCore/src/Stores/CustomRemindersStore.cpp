@@ -1,6 +1,8 @@
 #include <HbrCore/Stores/CustomRemindersStore.h>
 
 #include <algorithm>
+#include <iterator>
+#include <mutex>
 #include <utility>
 
 namespace hbr {
@@ -27,10 +29,33 @@ void removeById(std::vector<Reminder>& reminders, std::string_view id) {
 
 }  // namespace
 
+/// The last block read with its reminders: a reload asks several times a minute, and decoding costs more
+/// than comparing.
+struct CustomRemindersStore::Decoded {
+    std::mutex mutex;
+    std::optional<PropertyValue> block;
+    std::shared_ptr<const std::vector<Reminder>> list = std::make_shared<const std::vector<Reminder>>();
+};
+
 CustomRemindersStore::CustomRemindersStore(platform::DefaultsDomainRef defaults,
                                            platform::NotificationCenter& center,
                                            platform::EnvironmentRef environment)
-    : defaults_(std::move(defaults)), center_(center), environment_(std::move(environment)) {}
+    : defaults_(std::move(defaults)),
+      center_(center),
+      environment_(std::move(environment)),
+      decoded_(std::make_unique<Decoded>()) {}
+
+CustomRemindersStore::~CustomRemindersStore() = default;
+
+std::shared_ptr<const std::vector<Reminder>> CustomRemindersStore::stored() const {
+    auto block = defaults_->value(storageKey);
+    std::lock_guard lock(decoded_->mutex);
+    if (block != decoded_->block) {
+        decoded_->list = std::make_shared<const std::vector<Reminder>>(decoded(block));
+        decoded_->block = std::move(block);
+    }
+    return decoded_->list;
+}
 
 bool CustomRemindersStore::change(const std::function<void(std::vector<Reminder>&)>& change) {
     const bool isStored = defaults_->update(storageKey, [&](const std::optional<PropertyValue>& current) {
@@ -43,7 +68,7 @@ bool CustomRemindersStore::change(const std::function<void(std::vector<Reminder>
 }
 
 std::vector<Reminder> CustomRemindersStore::reminders() const {
-    return decoded(defaults_->value(storageKey));
+    return *stored();
 }
 
 std::vector<Reminder> CustomRemindersStore::futureReminders() const {
@@ -87,7 +112,7 @@ bool CustomRemindersStore::purgePastReminders() {
     const platform::Date cutoff = environment_->calendar.addingDays(environment_->now(), -keptDays);
     auto isPast = [&](const Reminder& reminder) { return reminder.date() < cutoff; };
     // A reload comes here every minute; it takes the lock only when there is something to drop.
-    if (std::ranges::none_of(reminders(), isPast)) return true;
+    if (std::ranges::none_of(*stored(), isPast)) return true;
     return defaults_->update(storageKey, [&](const std::optional<PropertyValue>& current) {
         auto list = decoded(current);
         if (std::erase_if(list, isPast) == 0) return current;
@@ -96,17 +121,17 @@ bool CustomRemindersStore::purgePastReminders() {
 }
 
 std::optional<Reminder> CustomRemindersStore::reminder(std::string_view forID) const {
-    const auto list = reminders();
-    const auto found =
-        std::ranges::find_if(list, [&](const Reminder& stored) { return stored.id() == forID; });
-    return found == list.end() ? std::nullopt : std::optional(*found);
+    const auto list = stored();
+    const auto found = std::ranges::find(*list, forID, &Reminder::id);
+    return found == list->end() ? std::nullopt : std::optional(*found);
 }
 
 std::vector<Reminder> CustomRemindersStore::reminders(platform::Date from, platform::Date to) const {
-    auto list = reminders();
-    std::erase_if(list,
-                  [&](const Reminder& reminder) { return reminder.date() < from || reminder.date() > to; });
-    return list;
+    std::vector<Reminder> inside;
+    std::ranges::copy_if(*stored(), std::back_inserter(inside), [&](const Reminder& reminder) {
+        return from <= reminder.date() && reminder.date() <= to;
+    });
+    return inside;
 }
 
 }  // namespace hbr

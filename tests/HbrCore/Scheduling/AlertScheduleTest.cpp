@@ -39,12 +39,8 @@ TEST(AlertSchedule, TheAlertLiesItsLeadBeforeTheStart) {
 
 TEST(AlertSchedule, AnOwnRemindersAlertLiesStrictlyAhead) {
     test::TestEnvironment environment("2026-03-04T10:00:00Z");
-    platform::NotificationCenter center;
-    const EventSettingsStore settings(
-        std::make_shared<platform::DefaultsDomain>(environment.home / "s.plist", environment.diagnostics),
-        center);
     const VideoConferenceLinkParser parser(environment);
-    const AlertSchedule schedule({.includeTravelTime = true}, settings, parser, environment->calendar,
+    const AlertSchedule schedule({.includeTravelTime = true}, std::nullopt, parser, environment->calendar,
                                  environment->now());
     const std::vector<Reminder> reminders = {{"now", at("2026-03-04T10:00:00Z"), "", "", 0},
                                              {"late", at("2026-03-04T10:01:00Z"), "", "", 60},

@@ -1,8 +1,10 @@
+#include <Foundation/FileStamp.h>
 #include <Foundation/MainQueue.h>
 #include <HbrCore/CoreFixture.h>
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <map>
 #include <semaphore>
 #include <thread>
 
@@ -180,6 +182,124 @@ TEST(CalendarEventManager, ChangesOfOwnRemindersReload) {
     core.services().reminders().addReminder({"own", at("2026-03-04T09:30:00Z"), "Own", std::nullopt, 0});
     runUntil([&] { return !manager.scheduledEvents().empty(); });
     EXPECT_THAT(titles(manager.scheduledEvents()), ElementsAre("Own"));
+}
+
+/// A timer that the test fires.
+struct DrivenTimer {
+    platform::Date next;
+    double interval = 0;
+    std::function<void()> action;
+    std::weak_ptr<void> isRunning;
+
+    CalendarEventManager::StartTimer starter() {
+        return [this](platform::Date first, double seconds, std::function<void()> work) {
+            next = first;
+            interval = seconds;
+            action = std::move(work);
+            const auto token = std::make_shared<int>();
+            isRunning = token;
+            return token;
+        };
+    }
+};
+
+/// A manager of the fixture's stores with a timer of its own.
+std::unique_ptr<CalendarEventManager> driven(test::CoreFixture& core, DrivenTimer& timer,
+                                             CalendarEventManager::Lifetime lifetime) {
+    const auto borrowed = [](auto& store) {
+        return std::shared_ptr<std::remove_reference_t<decltype(store)>>(std::shared_ptr<void>(), &store);
+    };
+    CoreServices& services = core.services();
+    return std::make_unique<CalendarEventManager>(
+        CalendarEventManager::Collaborators{.environment = core.environment,
+                                            .center = services.center(),
+                                            .settings = borrowed(services.settings()),
+                                            .eventSettings = borrowed(services.eventSettings()),
+                                            .reminders = borrowed(services.reminders()),
+                                            .aggregatedEventStore = borrowed(services.aggregatedEventStore()),
+                                            .parser = borrowed(services.parser()),
+                                            .demoEvents = borrowed(services.demoEvents()),
+                                            .startTimer = timer.starter()},
+        lifetime);
+}
+
+TEST(CalendarEventManager, TheMinuteTimerReloadsOnWholeMinutesWhateverTheClockDoes) {
+    using enum CalendarEventManager::Lifetime;
+    struct Case {
+        const char* now;
+        const char* zone;
+        const char* first;
+    };
+    for (const Case& c : {Case{"2026-03-04T09:00:00Z", "Europe/Berlin", "2026-03-04T09:02:00Z"},
+                          Case{"2026-03-04T09:00:59.999Z", "Asia/Kolkata", "2026-03-04T09:02:00Z"},
+                          Case{"2026-03-29T00:59:00.5Z", "Europe/Berlin", "2026-03-29T01:01:00Z"}}) {
+        test::CoreFixture core(c.now, c.zone);
+        DrivenTimer timer;
+        const auto manager = driven(core, timer, longLived);
+        EXPECT_EQ(timer.next, at(c.first)) << c.now;
+        EXPECT_EQ(timer.interval, 60);
+    }
+
+    test::CoreFixture core("2026-03-04T09:00:20Z");
+    core.write("calendars/a.ics", meeting("Stand-up", "20260304T090530Z"));
+    core.reloaded();
+    DrivenTimer timer;
+    auto manager = driven(core, timer, longLived);
+    {
+        DrivenTimer none;
+        driven(core, none, oneShot);
+        EXPECT_FALSE(none.action) << "a process that answers once has no timer";
+    }
+    int announced = 0;
+    const auto observation =
+        core.services().center().observe(didReloadEventsNotification, [&] { ++announced; });
+    const auto listed = [&]() -> std::string {
+        if (!manager->allCachedCurrentEvents().empty()) return "current";
+        if (!manager->pendingEvents().empty()) return "pending";
+        return manager->scheduledEvents().empty() ? "-" : "scheduled";
+    };
+    struct Minute {
+        const char* clock;
+        const char* listed;
+    };
+    // The last ones: put forward by days, put back again.
+    for (const Minute& minute :
+         {Minute{"2026-03-04T09:02:00Z", "scheduled"}, Minute{"2026-03-04T09:04:00Z", "scheduled"},
+          Minute{"2026-03-04T09:05:00Z", "pending"}, Minute{"2026-03-04T09:06:00Z", "current"},
+          Minute{"2026-03-07T12:00:00Z", "-"}, Minute{"2026-03-04T09:03:00Z", "scheduled"}}) {
+        core.environment.setNow(minute.clock);
+        const int before = announced;
+        timer.action();
+        runUntil([&] { return announced > before; });
+        EXPECT_EQ(announced, before + 1);
+        EXPECT_EQ(listed(), minute.listed) << minute.clock;
+    }
+    manager.reset();
+    EXPECT_TRUE(timer.isRunning.expired());
+}
+
+TEST(CalendarEventManager, AReloadOfWhatDidNotChangeWritesNothing) {
+    test::CoreFixture core;
+    core.write("calendars/a.ics",
+               meeting("Later", "20260304T120000Z", "DESCRIPTION:https://meet.google.com/abc-defg-hij\n") +
+                   "BEGIN:VTODO\nUID:t\nSUMMARY:Task\nDUE:20260304T120000Z\nEND:VTODO\n");
+    for (const char* date : {"2026-02-04T09:00:00Z", "2026-03-04T09:30:00Z"})
+        core.services().reminders().addReminder({date, at(date), "Own", std::nullopt, 0});
+    core.services().settings().setExcludeRules({FilterRule::makeDefault()});
+    core.reloaded();
+    const auto files = [&] {
+        std::map<std::string, platform::FileStamp> stamps;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(core.environment.home.path()))
+            stamps.emplace(entry.path(), platform::FileStamp::of(entry.path()));
+        return stamps;
+    };
+    const auto before = files();
+    EXPECT_GT(before.size(), 5u);
+    for (int i = 0; i < 3; ++i) {
+        core.environment.advance(60);
+        reloadAndWait(core.services());
+    }
+    EXPECT_TRUE(files() == before);
 }
 
 TEST(CalendarEventManager, MayEndWhileAReloadIsUnderWay) {

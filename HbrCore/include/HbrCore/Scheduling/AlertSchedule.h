@@ -49,7 +49,7 @@ struct ScheduledAlert {
 class AlertSchedule {
   public:
     /// With `conversions`, what was made of an event before is taken from there.
-    AlertSchedule(const AlertSettings& settings, const EventSettingsStore& eventSettings,
+    AlertSchedule(const AlertSettings& settings, std::optional<EventSettingsStore::Settings> eventSettings,
                   const VideoConferenceLinkParser& parser, const platform::Calendar& calendar,
                   platform::Date now, EventConversions* conversions = nullptr);
 

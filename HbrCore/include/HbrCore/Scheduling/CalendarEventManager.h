@@ -40,6 +40,10 @@ class CalendarEventManagerDelegate {
 /// read from any thread. Made and destroyed on the main thread; work under way then ends by itself.
 class CalendarEventManager {
   public:
+    /// Calls on the main queue at `first` and then every `interval` seconds of the wall clock, while what it
+    /// gives lives.
+    using StartTimer = std::function<std::shared_ptr<void>(platform::Date first, double interval,
+                                                           std::function<void()> action)>;
     struct Collaborators {
         platform::EnvironmentRef environment;
         platform::NotificationCenter& center;
@@ -49,6 +53,8 @@ class CalendarEventManager {
         std::shared_ptr<AggregatedEventStore> aggregatedEventStore;
         std::shared_ptr<const VideoConferenceLinkParser> parser;
         std::shared_ptr<const DemoEvents> demoEvents;
+        /// A WallClockTimer unless given.
+        StartTimer startTimer = {};
     };
     enum class Lifetime { oneShot, longLived };
 

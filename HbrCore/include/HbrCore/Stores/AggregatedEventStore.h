@@ -3,7 +3,9 @@
 #include <CalendarStore/EKEventStore.h>
 #include <Foundation/Environment.h>
 #include <Foundation/NotificationCenter.h>
+#include <HbrCore/Events/Attendance.h>
 #include <HbrCore/Events/Event.h>
+#include <HbrCore/Stores/EventSettingsStore.h>
 
 #include <exception>
 #include <functional>
@@ -11,11 +13,11 @@
 #include <optional>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace hbr {
 
-class EventSettingsStore;
 class UserSettingsStore;
 
 inline constexpr std::string_view grantedPermissionNotification = "GrantedPermission";
@@ -88,13 +90,28 @@ class AggregatedEventStore {
     /// never to be called on one of them.
     std::vector<platform::EKReminderRef> remindersOfAllLists() const;
 
+    /// What decides which events are shown and in their alert period. Lists that belong together are asked
+    /// for with one reading: a setting that changes in between moves no event out of all of them.
+    struct Choices {
+        AttendanceSettings attendance;
+        /// Seconds.
+        double timeOffset = 0;
+        std::optional<EventSettingsStore::Settings> eventSettings;
+    };
+    Choices choices() const;
+
     /// Scheduled events under way, by start.
-    std::vector<Event> currentEvents(platform::Date now) const;
+    std::vector<Event> currentEvents(platform::Date now) const { return currentEvents(now, choices()); }
+    std::vector<Event> currentEvents(platform::Date now, const Choices& choices) const;
     /// Scheduled events of the next hour inside their alert period, by start.
-    std::vector<Event> pendingEvents(platform::Date now) const;
+    std::vector<Event> pendingEvents(platform::Date now) const { return pendingEvents(now, choices()); }
+    std::vector<Event> pendingEvents(platform::Date now, const Choices& choices) const;
     using EventsCompletion = std::function<void(std::vector<Event>)>;
     /// Completes as `reminders` does.
-    void pendingAppleReminderEvents(platform::Date now, EventsCompletion completion) const;
+    void pendingAppleReminderEvents(platform::Date now, EventsCompletion completion) const {
+        pendingAppleReminderEvents(now, choices(), std::move(completion));
+    }
+    void pendingAppleReminderEvents(platform::Date now, Choices choices, EventsCompletion completion) const;
 
     /// What was read from the own accounts, then from the delegated ones.
     std::vector<platform::AccountReport> report() const;

@@ -6,6 +6,7 @@
 #include <HbrCore/Events/Reminder.h>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -35,15 +36,17 @@ class CustomRemindersStoring {
     virtual std::vector<Reminder> reminders(platform::Date from, platform::Date to) const = 0;
 };
 
-/// Own reminders in the shared domain under "customReminders". Nothing is cached; a block that cannot be
-/// read counts as an empty list. Writes but the purge post "RemindersChanged" on the calling thread and are
-/// false when the file could not be written. Safe from any thread; writers never lose each other's change.
+/// Own reminders in the shared domain under "customReminders". Every read sees the newest write of any
+/// process; a block that cannot be read counts as an empty list. Writes but the purge post "RemindersChanged"
+/// on the calling thread and are false when the file could not be written. Safe from any thread; writers
+/// never lose each other's change.
 class CustomRemindersStore final : public CustomRemindersStoring {
   public:
     static constexpr std::string_view storageKey = "customReminders";
 
     CustomRemindersStore(platform::DefaultsDomainRef defaults, platform::NotificationCenter& center,
                          platform::EnvironmentRef environment);
+    ~CustomRemindersStore() override;
     /// Of CoreServices::shared().
     static CustomRemindersStore& shared();
 
@@ -58,11 +61,14 @@ class CustomRemindersStore final : public CustomRemindersStoring {
     std::vector<Reminder> reminders(platform::Date from, platform::Date to) const override;
 
   private:
+    struct Decoded;
+    std::shared_ptr<const std::vector<Reminder>> stored() const;
     bool change(const std::function<void(std::vector<Reminder>&)>& change);
 
     platform::DefaultsDomainRef defaults_;
     platform::NotificationCenter& center_;
     platform::EnvironmentRef environment_;
+    std::unique_ptr<Decoded> decoded_;
 };
 
 }  // namespace hbr
