@@ -36,20 +36,6 @@ class SettingsLookingAhead {
     std::shared_ptr<UserSettingsStore> settings_;
 };
 
-std::vector<AgendaEvent> lists(const CalendarEventManager& manager) {
-    std::vector<AgendaEvent> all;
-    for (auto& event : manager.allCachedCurrentEvents())
-        all.push_back({AgendaState::current, event});
-    auto pending = manager.pendingEvents();
-    for (auto& event : manager.pendingAppleReminderEvents())
-        pending.push_back(event);
-    for (auto& event : manager.allCachedUpcomingEvents()) {
-        const bool isPending = std::find(pending.begin(), pending.end(), event) != pending.end();
-        all.push_back({isPending ? AgendaState::pending : AgendaState::upcoming, event});
-    }
-    return all;
-}
-
 std::vector<AgendaEvent> listsLookingAhead(CoreServices& core, int days) {
     const SettingsLookingAhead ahead(core, days);
     CalendarEventManager::Collaborators collaborators{core.environment(),
@@ -64,7 +50,7 @@ std::vector<AgendaEvent> listsLookingAhead(CoreServices& core, int days) {
     bool isDone = false;
     manager.reloadEvents(false, [&] { isDone = true; });
     platform::MainQueue::shared().runUntil([&] { return isDone; });
-    return lists(manager);
+    return agendaOf(manager);
 }
 
 }  // namespace
@@ -81,12 +67,26 @@ std::string_view rawValue(AgendaState state) {
     return "";
 }
 
+std::vector<AgendaEvent> agendaOf(const CalendarEventManager& manager) {
+    std::vector<AgendaEvent> all;
+    for (auto& event : manager.allCachedCurrentEvents())
+        all.push_back({AgendaState::current, event});
+    auto pending = manager.pendingEvents();
+    for (auto& event : manager.pendingAppleReminderEvents())
+        pending.push_back(event);
+    for (auto& event : manager.allCachedUpcomingEvents()) {
+        const bool isPending = std::find(pending.begin(), pending.end(), event) != pending.end();
+        all.push_back({isPending ? AgendaState::pending : AgendaState::upcoming, event});
+    }
+    return all;
+}
+
 std::vector<AgendaEvent> agendaEvents(CommandContext& context, std::optional<int> days) {
     CoreServices& core = context.core();
     if (days && *days > core.settings().upcomingEventsDaysFilter()) return listsLookingAhead(core, *days);
 
     reloadAndWait(core);
-    auto all = lists(core.manager());
+    auto all = agendaOf(core.manager());
     if (days) {
         const platform::Calendar& calendar = context.environment()->calendar;
         const platform::Date today = calendar.startOfDay(context.now());

@@ -18,6 +18,9 @@ struct AgendaEvent {
     Event event;
 };
 
+/// The manager's lists as they are, current events first, then by start.
+std::vector<AgendaEvent> agendaOf(const CalendarEventManager& manager);
+
 /// What the widgets would show, current events first, then by start. With `days` up to the end of the day
 /// that lies so many days after today, else as far as the settings say.
 std::vector<AgendaEvent> agendaEvents(CommandContext& context, std::optional<int> days);

@@ -18,7 +18,7 @@ CommandContext contextFor(const char* program) {
     const auto environment =
         platform::Environment::fromProcess("heedbanner", platform::programPath(program), {}, silent);
     platform::Environment::setCurrent(environment);
-    return {environment, Console(false), GeneralOptions{}, true};
+    return {environment, Console(false), GeneralOptions{}, {.asksForAccess = true}};
 }
 
 std::vector<Candidate> events(CommandContext context) {

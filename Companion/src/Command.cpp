@@ -5,7 +5,11 @@ namespace hbr {
 std::vector<std::unique_ptr<Command>> allCommands() {
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(makeAgendaCommand());
+    commands.push_back(makeNextCommand());
     commands.push_back(makeShowCommand());
+    commands.push_back(makeJoinCommand());
+    commands.push_back(makeOpenCommand());
+    commands.push_back(makeStatusCommand());
     commands.push_back(makeRemindCommand());
     commands.push_back(makeRemindersCommand());
     commands.push_back(makeSetupCommand());

@@ -30,6 +30,8 @@ class Command {
     virtual void declare(CLI::App& app) = 0;
     /// False for a command that works without the calendars; none of their files is then opened.
     virtual bool readsCalendars() const { return true; }
+    /// True for a command that goes on until it is told to end; asked after the command line was read.
+    virtual bool isLongLived() const { return false; }
     /// A failure is thrown as CommandFailure.
     virtual ExitCode run(CommandContext& context) = 0;
 };
@@ -45,7 +47,11 @@ inline constexpr std::string_view trouble = "When something is wrong";
 std::vector<std::unique_ptr<Command>> allCommands();
 
 std::unique_ptr<Command> makeAgendaCommand();
+std::unique_ptr<Command> makeNextCommand();
 std::unique_ptr<Command> makeShowCommand();
+std::unique_ptr<Command> makeJoinCommand();
+std::unique_ptr<Command> makeOpenCommand();
+std::unique_ptr<Command> makeStatusCommand();
 std::unique_ptr<Command> makeSetupCommand();
 std::unique_ptr<Command> makeAccountsCommand();
 std::unique_ptr<Command> makeCalendarsCommand();

@@ -3,10 +3,7 @@
 namespace hbr {
 
 CoreServices& CommandContext::core() {
-    if (!core_) {
-        core_ = std::make_unique<CoreServices>(environment_,
-                                               CoreServices::Options{.asksForAccess = readsCalendars_});
-    }
+    if (!core_) core_ = std::make_unique<CoreServices>(environment_, coreOptions_);
     return *core_;
 }
 

@@ -16,13 +16,12 @@ namespace hbr {
 /// What a command works with.
 class CommandContext {
   public:
-    /// Access to the calendars, so that delegated accounts count, is asked for where `readsCalendars`.
     CommandContext(platform::EnvironmentRef environment, Console console, GeneralOptions options,
-                   bool readsCalendars)
+                   CoreServices::Options coreOptions)
         : environment_(std::move(environment)),
           console_(console),
           options_(std::move(options)),
-          readsCalendars_(readsCalendars) {}
+          coreOptions_(coreOptions) {}
 
     const platform::EnvironmentRef& environment() const { return environment_; }
     const Console& console() const { return console_; }
@@ -43,7 +42,7 @@ class CommandContext {
     platform::EnvironmentRef environment_;
     Console console_;
     GeneralOptions options_;
-    bool readsCalendars_;
+    CoreServices::Options coreOptions_;
     std::unique_ptr<CoreServices> core_;
     std::unique_ptr<CompanionRecords> records_;
 };

@@ -5,6 +5,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <iostream>
@@ -106,6 +107,17 @@ bool Console::confirm(std::string_view question) const {
         const std::string answer = platform::lowercased(*typed);
         if (answer.empty() || answer == "y" || answer == "yes") return true;
         if (answer == "n" || answer == "no") return false;
+    }
+}
+
+std::optional<std::size_t> Console::askNumber(std::string_view question, std::size_t last) const {
+    while (true) {
+        const auto typed = ask(std::string(question) + " [1-" + std::to_string(last) + "]");
+        if (!typed) return std::nullopt;
+        std::size_t number = 0;
+        const auto [end, error] = std::from_chars(typed->data(), typed->data() + typed->size(), number);
+        const bool isNumber = error == std::errc{} && end == typed->data() + typed->size();
+        if (isNumber && number >= 1 && number <= last) return number;
     }
 }
 

@@ -32,6 +32,8 @@ class Console {
     bool confirm(std::string_view question) const;
     /// Asks on standard error; the line that was typed, trimmed, or nothing at the end of input.
     std::optional<std::string> ask(std::string_view question) const;
+    /// Asks on standard error for a number from 1 to `last`; nothing at the end of input.
+    std::optional<std::size_t> askNumber(std::string_view question, std::size_t last) const;
     /// "heedbanner: TEXT" on standard error.
     void complain(std::string_view text) const;
 

@@ -42,7 +42,8 @@ ExitCode run(Command& command, CommandContext& context, const ProgramDiagnostics
     } catch (const std::exception& error) {
         context.console().complain(error.what());
     }
-    const std::string summary = command.name() == "doctor" ? "" : diagnostics.summary();
+    const bool tellsItself = command.name() == "doctor" || command.isLongLived();
+    const std::string summary = tellsItself ? "" : diagnostics.summary();
     if (!summary.empty()) context.console().complain(summary);
     return code;
 }
@@ -76,7 +77,9 @@ int runCompanion(int argc, char** argv) {
     platform::Environment::setCurrent(environment);
 
     CommandContext context(environment, Console(!line.general.noColor), line.general,
-                           line.command->readsCalendars());
+                           {.isLongLived = line.command->isLongLived(),
+                            // So that delegated accounts count.
+                            .asksForAccess = line.command->readsCalendars()});
     return static_cast<int>(finishOutput(run(*line.command, context, *diagnostics)));
 }
 

@@ -19,8 +19,17 @@ std::optional<std::string> displayName(const GObjectRef<GAppInfo>& program) {
     return std::string(g_app_info_get_display_name(program.get()));
 }
 
+/// The default program, if it is one for this very type: an editor of any text is no calendar.
 GObjectRef<GAppInfo> defaultProgram(std::string_view contentType) {
-    return GObjectRef<GAppInfo>(g_app_info_get_default_for_type(std::string(contentType).c_str(), FALSE));
+    const std::string type(contentType);
+    GObjectRef<GAppInfo> program(g_app_info_get_default_for_type(type.c_str(), FALSE));
+    GList* fitting = g_app_info_get_recommended_for_type(type.c_str());
+    bool isFitting = false;
+    for (GList* one = fitting; one && program; one = one->next)
+        isFitting = isFitting || g_app_info_equal(G_APP_INFO(one->data), program.get());
+    g_list_free_full(fitting, g_object_unref);
+    if (!isFitting) program.reset();
+    return program;
 }
 
 GObjectRef<GAppLaunchContext> launchContext(const std::string& activationToken) {

@@ -1,0 +1,27 @@
+#include "EventName.h"
+
+#include "Console.h"
+
+#include <HbrCore/Events/EventTexts.h>
+#include <HbrCore/Events/EventTiming.h>
+#include <HbrUtils/DateOperations.h>
+
+namespace hbr {
+
+std::string titleOf(const Event& event) {
+    const std::string title = onOneLine(event.title.value_or(""));
+    return title.empty() ? "(no title)" : title;
+}
+
+std::string quotedTitle(const Event& event) {
+    return "\"" + titleOf(event) + "\"";
+}
+
+std::string timesText(const Event& event, const Formatters& formatters, platform::Date now) {
+    if (!isAnyReminder(event)) return formattedTimeAndDate(event, formatters, now);
+    return isOnSameDay(event.startDate, now, formatters.environment().calendar)
+               ? formattedStartTime(event, formatters)
+               : formattedStartTimeAndDate(event, formatters, now);
+}
+
+}  // namespace hbr
