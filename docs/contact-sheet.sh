@@ -80,7 +80,7 @@ calendar day Duty '#D50000' <<'END'
 END
 set_up day
 mkdir "$work/nothing-in-it"
-for language in en_GB de_DE he_IL; do
+for language in en_GB he_IL; do
     pictures=()
     for each in $everything; do
         for appearance in light dark; do
