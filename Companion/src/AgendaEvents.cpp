@@ -55,18 +55,6 @@ std::vector<AgendaEvent> listsLookingAhead(CoreServices& core, int days) {
 
 }  // namespace
 
-std::string_view rawValue(AgendaState state) {
-    switch (state) {
-        case AgendaState::current:
-            return "current";
-        case AgendaState::pending:
-            return "pending";
-        case AgendaState::upcoming:
-            return "upcoming";
-    }
-    return "";
-}
-
 std::vector<AgendaEvent> agendaOf(const CalendarEventManager& manager) {
     std::vector<AgendaEvent> all;
     for (auto& event : manager.allCachedCurrentEvents())

@@ -3,15 +3,14 @@
 #include "CommandContext.h"
 
 #include <HbrCore/Events/Event.h>
+#include <HbrCore/Explanation/EventExplanation.h>
 
 #include <optional>
 #include <vector>
 
 namespace hbr {
 
-enum class AgendaState { current, pending, upcoming };
-
-std::string_view rawValue(AgendaState state);
+using AgendaState = ListedState;
 
 struct AgendaEvent {
     AgendaState state = AgendaState::upcoming;

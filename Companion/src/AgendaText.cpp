@@ -22,7 +22,7 @@ class AgendaWriter {
           now_(context.now()),
           withIds_(withIds) {
         for (const auto& one : agenda)
-            timeWidth_ = std::max(timeWidth_, columns(timeText(one)));
+            timeWidth_ = std::max(timeWidth_, columns(timeSpan(one.event, formatters_)));
     }
 
     std::string text(const std::vector<AgendaEvent>& agenda) {
@@ -41,26 +41,7 @@ class AgendaWriter {
   private:
     std::string headingOf(const AgendaEvent& one) const {
         if (one.state == AgendaState::current) return "Under way";
-        const platform::Calendar& calendar = formatters_.environment().calendar;
-        const std::string date = formatters_.dateOnlyNoYearWeekDay().string(one.event.startDate);
-        switch (calendar.daysBetween(now_, one.event.startDate)) {
-            case 0:
-                return "Today, " + date;
-            case 1:
-                return "Tomorrow, " + date;
-            default:
-                return date;
-        }
-    }
-
-    std::string timeText(const AgendaEvent& one) const {
-        if (isAnyReminder(one.event)) return formattedStartTime(one.event, formatters_);
-        // An end on a later day says by how many; midnight still belongs to the evening before it.
-        const platform::Calendar& calendar = formatters_.environment().calendar;
-        const platform::Date end = one.event.endDate;
-        int days = calendar.daysBetween(one.event.startDate, end);
-        if (end == calendar.startOfDay(end)) --days;
-        return formattedTime(one.event, formatters_) + (days > 0 ? " +" + std::to_string(days) : "");
+        return dayHeading(one.event.startDate, now_, formatters_);
     }
 
     /// What is under way or about to begin stands out, also without colours.
@@ -89,7 +70,7 @@ class AgendaWriter {
     void addEvent(const AgendaEvent& one) {
         const Event& event = one.event;
         const std::string title = onOneLine(event.title.value_or(""));
-        text_ += marker(one.state) + " " + padded(timeText(one), timeWidth_) + " " +
+        text_ += marker(one.state) + " " + padded(timeSpan(event, formatters_), timeWidth_) + " " +
                  console_.colored("▌", event.color) + " " + (title.empty() ? "(no title)" : title);
         std::string details;
         const auto add = [&](const std::string& detail) {
@@ -128,6 +109,28 @@ class AgendaWriter {
 };
 
 }  // namespace
+
+std::string dayHeading(platform::Date day, platform::Date now, const Formatters& formatters) {
+    const std::string date = formatters.dateOnlyNoYearWeekDay().string(day);
+    switch (formatters.environment().calendar.daysBetween(now, day)) {
+        case 0:
+            return "Today, " + date;
+        case 1:
+            return "Tomorrow, " + date;
+        default:
+            return date;
+    }
+}
+
+std::string timeSpan(const Event& event, const Formatters& formatters) {
+    if (isAnyReminder(event)) return formattedStartTime(event, formatters);
+    // An end on a later day says by how many; midnight still belongs to the evening before it.
+    const platform::Calendar& calendar = formatters.environment().calendar;
+    const platform::Date end = event.endDate;
+    int days = calendar.daysBetween(event.startDate, end);
+    if (end == calendar.startOfDay(end)) --days;
+    return formattedTime(event, formatters) + (days > 0 ? " +" + std::to_string(days) : "");
+}
 
 std::string agendaText(CommandContext& context, const std::vector<AgendaEvent>& agenda, bool withIds) {
     return AgendaWriter(context, agenda, withIds).text(agenda);

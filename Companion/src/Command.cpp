@@ -12,6 +12,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeStatusCommand());
     commands.push_back(makeRemindCommand());
     commands.push_back(makeRemindersCommand());
+    commands.push_back(makeAlertsCommand());
     commands.push_back(makeSetupCommand());
     commands.push_back(makeAccountsCommand());
     commands.push_back(makeCalendarsCommand());
@@ -20,6 +21,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeSettingsCommand());
     commands.push_back(makeRulesCommand());
     commands.push_back(makeEventCommand());
+    commands.push_back(makeWhyCommand());
     commands.push_back(makeDoctorCommand());
     commands.push_back(makeEventsCommand());
     commands.push_back(makeLinksCommand());

@@ -62,6 +62,8 @@ std::unique_ptr<Command> makeRemindersCommand();
 std::unique_ptr<Command> makeRulesCommand();
 std::unique_ptr<Command> makeSettingsCommand();
 std::unique_ptr<Command> makeEventCommand();
+std::unique_ptr<Command> makeAlertsCommand();
+std::unique_ptr<Command> makeWhyCommand();
 std::unique_ptr<Command> makeDoctorCommand();
 std::unique_ptr<Command> makeEventsCommand();
 std::unique_ptr<Command> makeLinksCommand();

@@ -7,6 +7,7 @@
 #include <Foundation/NearestName.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/Reminder.h>
+#include <HbrCore/Explanation/ListableItems.h>
 
 #include <algorithm>
 
@@ -16,15 +17,6 @@ namespace {
 
 constexpr int daysBefore = 7;
 constexpr int daysAfter = 60;
-
-std::string listed(CommandContext& context, const std::vector<Event>& events) {
-    std::string list;
-    for (const auto& event : events) {
-        list += "\n  " + formattedStartTimeAndDate(event, context.core().formatters(), context.now()) + "  " +
-                onOneLine(event.title.value_or("(no title)")) + "  (" + event.id + ")";
-    }
-    return list;
-}
 
 [[noreturn]] void failNothing(const std::string& message) {
     throw CommandFailure(ExitCode::nothingThere, message);
@@ -39,13 +31,18 @@ std::vector<Event> everything(CommandContext& context) {
                                                                 calendar.addingDays(today, daysAfter))) {
         events.push_back(Event::fromCalendarEvent(*event, core.parser()));
     }
+    const auto watched = core.settings().activeReminderListIdentifiers();
+    for (const auto& task : core.aggregatedEventStore().remindersOfAllLists()) {
+        if (std::ranges::find(watched, task->calendar->calendarIdentifier) == watched.end()) continue;
+        if (auto event = Event::fromAppleReminder(*task, calendar)) events.push_back(*std::move(event));
+    }
     for (const auto& reminder : core.reminders().reminders())
         events.push_back(Event::fromReminder(reminder, core.parser()));
     return events;
 }
 
 Event onlyOne(CommandContext& context, const std::vector<Event>& found, const std::string& several) {
-    if (found.size() > 1) failNothing(several + ":" + listed(context, found));
+    if (found.size() > 1) failNothing(several + ":" + eventList(context, found));
     return found.front();
 }
 
@@ -76,6 +73,20 @@ std::vector<std::string> titles(const std::vector<Event>& events) {
 }
 
 }  // namespace
+
+std::string eventList(CommandContext& context, const std::vector<Event>& events) {
+    std::string list;
+    for (const auto& event : events) {
+        list += "\n  ";
+        list += event.startDate == undated
+                    ? "no date"
+                    : formattedStartTimeAndDate(event, context.core().formatters(), context.now());
+        list += "  " + onOneLine(event.title.value_or("(no title)"));
+        if (event.calendarName) list += "  [" + onOneLine(*event.calendarName) + "]";
+        list += "  (" + event.id + ")";
+    }
+    return list;
+}
 
 Event chosenEvent(CommandContext& context, const std::string& wanted) {
     const auto agenda = agendaEvents(context, std::nullopt);

@@ -1,5 +1,9 @@
 #include "EventSettingsText.h"
 
+#include "EventExplanations.h"
+#include "ExplanationText.h"
+#include "LeadText.h"
+
 #include <HbrCore/Events/EventJson.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
@@ -69,26 +73,14 @@ class SettingsWriter {
         return "yes, by your choice for it (to change it: --include)";
     }
 
-    std::string duration(std::int64_t seconds) const {
-        if (seconds == 0) return "at its start";
-        // Whole hours and minutes, or seconds.
-        std::string text;
-        for (const auto& [length, unit] : {std::pair(3600, "h"), std::pair(60, "m"), std::pair(1, "s")}) {
-            const std::int64_t count = seconds / length;
-            seconds %= length;
-            if (count != 0) text += std::to_string(count) + unit;
-        }
-        return text + " before its start";
-    }
-
     std::string alert() const {
         std::string text;
         if (const auto reminder = ownReminder()) {
-            text = duration(reminder->timeOffsetSeconds()) + ", as the reminder says";
+            text = leadText(reminder->timeOffsetSeconds()) + ", as the reminder says";
         } else if (own_ && own_->usesCustomTimeOffset) {
-            text = duration(own_->timeOffsetSeconds) + ", by your choice for it";
+            text = leadText(own_->timeOffsetSeconds) + ", by your choice for it";
         } else {
-            text = duration(settings_.timeOffsetSeconds) + ", as for every event (timeOffsetSeconds)";
+            text = leadText(settings_.timeOffsetSeconds) + ", as for every event (timeOffsetSeconds)";
         }
         const bool countsTravel = settings_.includeTravelTime && event_.travelTime > 0 && !ownReminder();
         if (countsTravel) {
@@ -98,17 +90,20 @@ class SettingsWriter {
         const auto moment = alertMoment();
         if (!moment) return text + ": past";
         const std::string when = formatters_.timeAndDateFormatter().string(*moment, now_);
-        if (isPlanned(*moment)) return text + ": " + when;
-        return text + ": would be " + when + ", but as things stand none is planned";
+        const std::string cause = causeOfNone(*moment);
+        if (cause.empty()) return text + ": " + when;
+        return text + ": would be " + when + ", but none is planned: " + cause + " (see: heedbanner why " +
+               event_.id + ")";
     }
 
-    /// An event may be declined, all-day, beyond the days that are looked at and so on.
-    bool isPlanned(platform::Date moment) const {
-        reloadAndWait(context_.core());
-        const auto planned = context_.core().manager().invocations();
-        return std::ranges::any_of(planned, [&](const AlertInvocation& alert) {
-            return alert.event.id == event_.id && alert.date == moment;
-        });
+    /// Why no alert is planned at that moment; empty when one is. The event may be declined, all-day, beyond
+    /// the days that are looked at and so on.
+    std::string causeOfNone(platform::Date moment) const {
+        const auto explanation = explanationOf(context_, event_);
+        if (!explanation) return "it is in none of your calendars";
+        if (explanation->alertDate == moment) return {};
+        if (explanation->isShown()) return "it is listed already";
+        return onOneLine(mainCause(*explanation).detail);
     }
 
     std::string call() const {

@@ -2,7 +2,6 @@
 
 #include "WhenWords.h"
 
-#include <Foundation/FormatEngines.h>
 #include <Foundation/NearestName.h>
 #include <Foundation/RegularExpression.h>
 #include <Foundation/Text.h>
@@ -91,27 +90,12 @@ void requireWorkingPattern(const FilterRule& rule) {
     }
 }
 
-std::string dayNames(const std::string& value, const platform::Environment& environment) {
-    const auto formatter =
-        platform::DateFormatter::withTemplate(environment.locale, environment.calendar, "EEEE");
-    std::string names;
-    for (const auto& piece : platform::split(value, ",", false)) {
-        const auto day = wholeNumber(platform::trimmed(piece));
-        if (!day || *day < 1 || *day > 7) continue;
-        // 7 January 2001 was a Sunday.
-        const auto date = environment.calendar.date({.year = 2001, .month = 1, .day = 6 + *day, .hour = 12});
-        names += (names.empty() ? "" : ", ") + formatter.string(*date);
-    }
-    return names;
-}
-
 }  // namespace
 
 std::string ruleText(const FilterRule& rule, const platform::Environment& environment) {
-    const std::string start = displayName(rule.field) + " " + displayName(rule.comparison) + " ";
-    if (rule.comparison == Comparison::isOnDayOfWeek) return start + dayNames(rule.value, environment);
-    return start + "\"" + onOneLine(rule.value) + "\", letter case " +
-           (rule.isCaseSensitive ? "matters" : "does not matter");
+    const std::string text = onOneLine(displayText(rule, environment));
+    if (rule.comparison == Comparison::isOnDayOfWeek) return text;
+    return text + ", letter case " + (rule.isCaseSensitive ? "matters" : "does not matter");
 }
 
 bool isFieldName(const std::string& word) {

@@ -148,7 +148,7 @@ TEST_F(Choices, AnEventHasSettingsOfItsOwnUntilTheyAreReset) {
     EXPECT_THAT(shown.out, Not(HasSubstr("none is planned")));
     home.write("cal/off.ics",
                test::oneEvent("Called off", "20261125T130000Z", "20261125T140000Z", "STATUS:CANCELLED\r\n"));
-    EXPECT_THAT(event({"show", "called off"}).out, HasSubstr("as things stand none is planned"));
+    EXPECT_THAT(event({"show", "called off"}).out, HasSubstr("none is planned: it was cancelled"));
 
     EXPECT_EQ(event({"set", "review", "--link", "https"}).exitCode, 3);
     EXPECT_EQ(event({"set", "review", "--link", "https://example.org"}).exitCode, 3);

@@ -39,7 +39,8 @@ class AgendaCommand final : public Command {
         if (json_) {
             console.out() << json(agenda) << "\n";
         } else if (agenda.empty()) {
-            console.err() << "Nothing is under way and nothing comes up.\n";
+            console.err()
+                << "Nothing is under way and nothing comes up. What is not shown, and why: heedbanner why\n";
         } else {
             console.out() << agendaText(context, agenda, ids_);
         }

@@ -155,7 +155,8 @@ class DoctorCommand final : public Command {
                 << "\n";
         }
         for (const auto& choice : fresh) {
-            out << "new, not watched yet: " << onOneLine(choice.qualifiedName()) << "\n";
+            out << "new, not watched yet: " << onOneLine(choice.qualifiedName())
+                << " (see: heedbanner calendars list, heedbanner reminder-lists list)\n";
         }
         if (!findings.empty()) out << "\n";
         for (const auto& finding : findings) {

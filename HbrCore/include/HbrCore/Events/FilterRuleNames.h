@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Foundation/Environment.h>
 #include <HbrCore/Events/FilterRule.h>
 
 #include <string>
@@ -9,5 +10,7 @@ namespace hbr {
 /// What the user reads for a field and a comparison, in the language of the process.
 std::string displayName(FilterRule::Field field);
 std::string displayName(FilterRule::ComparisonOperation comparison);
+/// "Title contains "Lunch"", with the value as it was typed; days of the week by their names.
+std::string displayText(const FilterRule& rule, const platform::Environment& environment);
 
 }  // namespace hbr

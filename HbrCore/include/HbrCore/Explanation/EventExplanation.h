@@ -1,0 +1,79 @@
+#pragma once
+
+#include <Foundation/Date.h>
+#include <Foundation/Json.h>
+#include <HbrCore/Events/Event.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace hbr {
+
+/// What decides whether something is listed, in the order in which it is asked.
+enum class ListingRule {
+    screenshotMode,
+    account,
+    file,
+    calendar,
+    delegated,
+    duplicate,
+    allDay,
+    cancelled,
+    completed,
+    dueDate,
+    answer,
+    alarm,
+    past,
+    days,
+    excludeRules,
+    exclusion,
+    call,
+    lead,
+    travelTime
+};
+
+enum class RuleDecision {
+    /// Nothing against showing it.
+    passes,
+    hides,
+    /// Would hide it, but does not act on what is under way or pending.
+    doesNotAct
+};
+
+/// What one rule decided, and the command that changes it where there is one.
+struct RuleVerdict {
+    ListingRule rule = ListingRule::calendar;
+    RuleDecision decision = RuleDecision::passes;
+    std::string detail;
+    std::optional<std::string> command = std::nullopt;
+};
+
+/// Under which heading an event is listed.
+enum class ListedState { current, pending, upcoming };
+
+/// Why something is listed or not.
+struct EventExplanation {
+    /// Absent where there is no event yet: an account or an item of a file that cannot be read.
+    std::optional<Event> event;
+    /// Absent when it is not listed.
+    std::optional<ListedState> state;
+    /// The alert to come, of an upcoming event.
+    std::optional<platform::Date> alertDate;
+    std::vector<RuleVerdict> verdicts;
+
+    bool isShown() const { return state.has_value(); }
+    /// The rules that hide it; all of them have to change for it to be listed.
+    std::vector<RuleVerdict> causes() const;
+};
+
+std::string_view rawValue(ListingRule rule);
+std::string_view rawValue(RuleDecision decision);
+std::string_view rawValue(ListedState state);
+
+/// {"event", "shown", "state", "alertDate", "rules": [{"rule", "decision", "detail", "command"}]}; "event" is
+/// null where there is none, other fields that do not apply are left out.
+platform::JsonValue explanationJson(const EventExplanation& explanation);
+
+}  // namespace hbr

@@ -1,0 +1,39 @@
+#include "CommandText.h"
+
+#include <algorithm>
+
+namespace hbr {
+
+namespace {
+
+bool isPlain(char c) {
+    constexpr std::string_view plain = "_-./@:+=,%";
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+           plain.find(c) != std::string_view::npos;
+}
+
+std::string quoted(const std::string& word) {
+    if (!word.empty() && std::ranges::all_of(word, isPlain)) return word;
+    // Inside double quotes these keep their meaning for the shell.
+    if (word.find_first_of("\"$`\\!") == std::string::npos) return '"' + word + '"';
+    std::string text = "'";
+    for (const char c : word) {
+        if (c == '\'') {
+            text += "'\\''";
+        } else {
+            text += c;
+        }
+    }
+    return text + "'";
+}
+
+}  // namespace
+
+std::string commandText(const std::vector<std::string>& words) {
+    std::string text = "heedbanner";
+    for (const auto& word : words)
+        text += " " + quoted(word);
+    return text;
+}
+
+}  // namespace hbr

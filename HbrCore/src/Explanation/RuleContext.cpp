@@ -1,0 +1,52 @@
+#include "RuleContext.h"
+
+#include <HbrCore/Scheduling/ReloadWindow.h>
+
+#include <utility>
+
+namespace hbr {
+
+namespace {
+
+std::set<std::string> setOf(const std::vector<std::string>& texts) {
+    return {texts.begin(), texts.end()};
+}
+
+}  // namespace
+
+RuleContext::RuleContext(const CoreServices& services, std::set<std::string> decidedIdentifiers)
+    : core(services),
+      calendar(services.environment()->calendar),
+      formatters(services.formatters()),
+      now(services.environment()->now()),
+      days(services.settings().upcomingEventsDaysFilter()),
+      windowEnd(endOfReloadWindow(calendar, now, days)),
+      isScreenshotMode(services.settings().debugScreenshotMode()),
+      alertSettings(AlertSettings::of(services.settings())),
+      attendance(services.settings()),
+      rules(services.settings().excludeRules()),
+      matcher(rules, calendar),
+      eventSettings(services.eventSettings().customSettings()),
+      schedule(alertSettings, eventSettings, services.parser(), calendar, now),
+      watchedCalendars(setOf(services.settings().activeCalendarIdentifiers())),
+      watchedLists(setOf(services.settings().activeReminderListIdentifiers())),
+      decided(std::move(decidedIdentifiers)) {}
+
+std::string RuleContext::moment(platform::Date date) const {
+    if (calendar.isSameDay(date, now)) return formatters.timeOnly().string(date);
+    return formatters.timeAndDateFormatter().string(date, now);
+}
+
+std::string RuleContext::when(platform::Date date) const {
+    return (calendar.isSameDay(date, now) ? "at " : "") + moment(date);
+}
+
+std::string RuleContext::duration(double seconds) const {
+    return formatters.durationFormatter().string(seconds).value_or("");
+}
+
+std::string countedDays(std::int64_t count) {
+    return std::to_string(count) + (count == 1 ? " day" : " days");
+}
+
+}  // namespace hbr

@@ -1,0 +1,94 @@
+#include "SourceVerdicts.h"
+
+#include "CommandText.h"
+
+#include <HbrUtils/CalendarItemReaders.h>
+
+#include <algorithm>
+
+namespace hbr {
+
+using platform::EKCalendar;
+using platform::EKEntityType;
+
+namespace {
+
+std::string qualifiedName(const EKCalendar& calendar) {
+    return (calendar.source ? calendar.source->title + "/" : "") + calendar.title;
+}
+
+/// "account/title" where it means this calendar alone, else the identifier.
+std::string nameForCommand(const RuleContext& context, const EKCalendar& calendar) {
+    const std::string name = qualifiedName(calendar);
+    const auto all = context.core.aggregatedEventStore().calendars(calendar.entityType);
+    const auto meant = std::ranges::count_if(
+        all, [&](const auto& other) { return other->title == name || qualifiedName(*other) == name; });
+    return meant == 1 && !name.starts_with('-') ? name : calendar.calendarIdentifier;
+}
+
+}  // namespace
+
+void addScreenshotVerdict(const RuleContext& context, std::vector<RuleVerdict>& verdicts) {
+    if (!context.isScreenshotMode) return;
+    verdicts.push_back(hides(ListingRule::screenshotMode,
+                             "demonstration events are shown in place of your own",
+                             commandText({"settings", "set", "debugScreenshotMode", "false"})));
+}
+
+RuleVerdict watchedVerdict(const RuleContext& context, const EKCalendar& calendar) {
+    const bool isEvents = calendar.entityType == EKEntityType::event;
+    const auto& watched = isEvents ? context.watchedCalendars : context.watchedLists;
+    const std::string subject =
+        std::string(isEvents ? "the calendar " : "the task list ") + qualifiedName(calendar);
+    if (watched.contains(calendar.calendarIdentifier)) {
+        return passes(ListingRule::calendar, subject + " is watched");
+    }
+    if (calendar.type == platform::EKCalendarType::birthday || isSubscribedHolidayCalendar(calendar)) {
+        return hides(ListingRule::calendar,
+                     subject + " holds " +
+                         (isSubscribedHolidayCalendar(calendar) ? "holidays" : "birthdays") +
+                         ", which are not offered for watching; adding its account anew with --kind ordinary "
+                         "changes that");
+    }
+    const std::string command = commandText(
+        {isEvents ? "calendars" : "reminder-lists", "activate", nameForCommand(context, calendar)});
+    const bool isDecided = context.decided.contains(calendar.calendarIdentifier);
+    return hides(ListingRule::calendar,
+                 subject + (isDecided ? " is not watched" : " is new and not watched yet"), command);
+}
+
+void addDelegatedVerdict(const EKCalendar& calendar, std::vector<RuleVerdict>& verdicts) {
+    if (!isDelegate(calendar)) return;
+    const std::string account = "the account " + (calendar.source ? calendar.source->title : "");
+    if (calendar.entityType == EKEntityType::reminder) {
+        verdicts.push_back(
+            hides(ListingRule::delegated,
+                  account + " is delegated, and tasks of delegated accounts are never listed"));
+    } else {
+        verdicts.push_back(passes(
+            ListingRule::delegated,
+            account + " is delegated: heedbanner asks for access to it and lists it, the widgets never "
+                      "ask and do not show it"));
+    }
+}
+
+void addDuplicateVerdict(const RuleContext& context, const platform::EKEvent& event,
+                         std::vector<RuleVerdict>& verdicts) {
+    if (!isDelegate(*event.calendar) ||
+        !context.watchedCalendars.contains(event.calendar->calendarIdentifier))
+        return;
+    const auto listed = context.core.aggregatedEventStore().events(event.startDate, event.endDate);
+    const auto same = [&](const auto& other) {
+        return other->eventIdentifier == event.eventIdentifier && other->startDate == event.startDate;
+    };
+    if (std::ranges::any_of(listed, same)) return;
+    const auto twin = std::ranges::find_if(listed, [&](const auto& other) {
+        return other->title == event.title && other->startDate == event.startDate &&
+               other->endDate == event.endDate;
+    });
+    const std::string where =
+        twin == listed.end() ? "another calendar" : "the calendar " + qualifiedName(*(*twin)->calendar);
+    verdicts.push_back(hides(ListingRule::duplicate, "the same meeting is taken from " + where));
+}
+
+}  // namespace hbr
