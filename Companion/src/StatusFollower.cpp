@@ -3,13 +3,31 @@
 #include <Foundation/MainQueue.h>
 #include <Foundation/ReaderWatch.h>
 #include <Foundation/TerminationRequest.h>
+#include <Foundation/Text.h>
+#include <Foundation/ZoneChange.h>
 #include <HbrUtils/DateOperations.h>
 
 #include <unistd.h>
+#include <fstream>
+#include <iterator>
 
 namespace hbr {
 
 namespace {
+
+/// The same program with the same arguments: zone and language are read once a process.
+[[noreturn]] void startAnew() {
+    std::ifstream file("/proc/self/cmdline", std::ios::binary);
+    const std::string line{std::istreambuf_iterator<char>(file), {}};
+    auto arguments = platform::split(line, std::string_view("\0", 1));
+    arguments.pop_back();
+    std::vector<char*> pointers;
+    for (auto& argument : arguments)
+        pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    execv("/proc/self/exe", pointers.data());
+    throw CommandFailure(ExitCode::failed, "the time zone changed, and the program could not start anew");
+}
 
 class StatusFollower {
   public:
@@ -21,6 +39,7 @@ class StatusFollower {
         const auto end = [this] { hasEnded_ = true; };
         const platform::TerminationRequest termination(end);
         const platform::ReaderWatch reader(STDOUT_FILENO, end);
+        const platform::ZoneChange zone(*core_.environment(), [this] { isOutdated_ = true; });
         const auto reloads = core_.center().observe(didReloadEventsNotification, [this] { show(); });
         const auto settings = observeSettings();
         // The manager's own timer leaves the first whole minute out.
@@ -31,7 +50,8 @@ class StatusFollower {
 
         reloadAndWait(core_);
         show();
-        platform::MainQueue::shared().runUntil([this] { return hasEnded_; });
+        platform::MainQueue::shared().runUntil([this] { return hasEnded_ || isOutdated_; });
+        if (isOutdated_ && !hasEnded_) startAnew();
     }
 
   private:
@@ -63,6 +83,7 @@ class StatusFollower {
     std::optional<double> within_;
     std::optional<std::string> shown_;
     bool hasEnded_ = false;
+    bool isOutdated_ = false;
 };
 
 }  // namespace

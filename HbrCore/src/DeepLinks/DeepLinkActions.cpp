@@ -101,6 +101,8 @@ DeepLinkOutcome DeepLinkActions::joinCall(const Event& event) const {
 }
 
 DeepLinkOutcome DeepLinkActions::joinCall(const Event& event, const VideoConferenceLink& link) const {
+    // Before its program's address is made of it: that one would look harmless.
+    if (auto reason = opener_.refusal(link.url)) return {.event = event, .message = *std::move(reason)};
     std::vector<platform::Url> ways;
     if (const auto native = core_.parser().nativeUrl(link); native && opener_.canOpen(*native))
         ways.push_back(*native);
