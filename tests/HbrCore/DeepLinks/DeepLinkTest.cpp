@@ -30,6 +30,18 @@ TEST(DeepLink, OnlyTheThreeActionsOnAnEventAreUnderstood) {
         {"heedbanner://join/E1", "nothing"},
         {"heedbanner:///E1", "nothing"},
         {"heedbanner:joinCall/E1", "nothing"},
+        {"HEEDBANNER://joinCall/E1", "nothing"},
+        {"heedbanner://joincall/E1", "nothing"},
+        {"heedbanner://joinCall.example/E1", "nothing"},
+        {"heedbanner://joinCall?E1", "nothing"},
+        {"heedbanner://joinCall/?id=E1", "nothing"},
+        {"heedbanner://joinCall//", "nothing"},
+        {"heedbanner://me:pw@joinCall:80/E1", "join E1"},
+        {"heedbanner://viewInCalendar/100%25", "view 100%"},
+        {"heedbanner://preview/%2541", "preview %41"},
+        {"heedbanner://preview/a%2Fb", "preview a"},
+        {"heedbanner://preview/%2F/b", "preview b"},
+        {"heedbanner://preview/%20", "preview  "},
     };
     for (const auto& [address, expected] : cases)
         EXPECT_EQ(parsed(address), expected) << address;
@@ -40,6 +52,8 @@ TEST(DeepLink, EveryIdentifierWithoutASlashComesBack) {
         EXPECT_EQ(parsed(JoinCallDeepLink(id).url().absoluteString()), "join " + id);
     }
     EXPECT_EQ(JoinCallDeepLink("ABC-123").url().absoluteString(), "heedbanner://joinCall/ABC-123");
+    EXPECT_EQ(PreviewEventDeepLink("a b%ä").url().absoluteString(), "heedbanner://preview/a%20b%25%C3%A4");
+    EXPECT_EQ(parsed(ViewEventInCalendarDeepLink("").url().absoluteString()), "nothing");
     EXPECT_EQ(parsed(PreviewEventDeepLink("a/b").url().absoluteString()), "preview a");
 }
 
