@@ -87,6 +87,7 @@ TEST_F(WidgetCommands, WrongWordsAreAnsweredWithWhatThereIs) {
          "(there are: small, medium)"},
         {{"render", "current", "--entry", "1", "--demo", "--format", "text"}, 1, "no entry 1 (there is: 0)"},
         {{"render", "current", "--scale", "5", "--demo"}, 2, "scale"},
+        {{"render", "current", "--scale", "nan", "--demo"}, 2, "scale"},
         {{"gallery", "--now", "yesterday"}, 2, "--now"},
     };
     for (const Case& c : cases) {

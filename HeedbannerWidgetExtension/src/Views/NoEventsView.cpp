@@ -1,5 +1,7 @@
 #include <HeedbannerWidgetExtension/Views/NoEventsView.h>
 
+#include <Views/Legibility.h>
+
 namespace hbr {
 
 using namespace platform;
@@ -11,7 +13,8 @@ View NoEventsView::body(const ViewContext& context) const {
                       picture("noevents", palette.orange)
                           .resizable()
                           .frame(std::nullopt, 50)
-                          .foreground(palette.secondary)
+                          // Opaque, so that the accents keep their strength.
+                          .foreground(blended(palette.secondary, palette.container))
                           .opacity(0.9)
                           .accessibilityHidden(),
                       text(title)

@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
 #include <ostream>
 #include <utility>
@@ -108,11 +109,20 @@ void addJson(CLI::App& command, Arguments& arguments) {
     command.add_flag("--json", arguments.wantsJson, "Answer in JSON");
 }
 
+/// What is wrong with it. "nan", which lies in no range and outside of none, is.
+std::string wrongScale(const std::string& text) {
+    double scale = 0;
+    const char* end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, scale);
+    if (error == std::errc() && last == end && scale >= 0.5 && scale <= 4) return {};
+    return text + " is no number from 0.5 to 4";
+}
+
 void addRenderOptions(CLI::App& command, RenderOptions& options) {
     command.add_option("--family", options.family, "small, medium or large")->capture_default_str();
     command.add_option("--entry", options.entry, "Which entry of the timeline")->capture_default_str();
     command.add_option("--scale", options.scale, "Pixels a point, 0.5 to 4")
-        ->check(CLI::Range(0.5, 4.0))
+        ->check(wrongScale)
         ->capture_default_str();
     command.add_option("--appearance", options.appearance, "light or dark")
         ->check(CLI::IsMember({"light", "dark"}))
