@@ -131,6 +131,13 @@ TEST(Layout, LongTextsBreakAndAreTruncatedAtTheirLineLimit) {
     EXPECT_FALSE(limited(0).isTruncated);
     EXPECT_GT(limited(0).lines, 3);
     EXPECT_FALSE(laidOutText(text("Short").lineLimit(1), 90).isTruncated);
+    std::string novel;
+    while (novel.size() < 1'000'000)
+        novel += "会議, and so on. ";
+    const auto begin = laidOutText(text(novel).lineLimit(2), 90);
+    EXPECT_EQ(begin.lines, 2);
+    EXPECT_TRUE(begin.truncatedText.starts_with("会議, and") && begin.truncatedText.ends_with("…"));
+    EXPECT_EQ(begin.text.size(), novel.size());
     const auto unbroken = laidOutText(text(std::string(300, 'W')).lineLimit(2), 90);
     EXPECT_LE(unbroken.frame.width, 90);
     EXPECT_EQ(unbroken.lines, 2);

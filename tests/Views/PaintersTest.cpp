@@ -3,6 +3,8 @@
 
 #include <support/TestEnvironment.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <string>
 #include <thread>
@@ -38,6 +40,39 @@ TEST(Painters, AWidgetIsRoundedBorderedAndTransparentAtItsCorners) {
         // Black at a tenth over the container, one device pixel wide.
         EXPECT_NEAR(pixelAt(image, image.width / 2, 0) & 0xFF, 0xF9 * 0.9, 2);
         EXPECT_EQ(pixelAt(image, image.width / 2, 1), 0xFFF7F7F9U);
+    }
+}
+
+TEST(Painters, ATranslucentShapeHasNoSeamsAtAnyScale) {
+    const View view = rectangle(3).foreground(Color::hex(0x3584E4).withAlpha(0.3)).frame(50, 21);
+    for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        const auto image = paintPixels(layOut(view, {57, 30}, {}), scale);
+        const auto inside = pixelAt(image, image.width / 2, image.height / 2);
+        const auto full = inside >> 24U;
+        EXPECT_NEAR(full, 0.3 * 255, 1);
+        // Everywhere but on the corners every pixel is the same; on them there is less of the colour.
+        const Rect frame = {std::round(3.5 * scale), std::round(4.5 * scale), std::round(53.5 * scale),
+                            std::round(25.5 * scale)};
+        const double corner = std::ceil(3 * scale);
+        for (int y = 0; y < image.height; ++y) {
+            for (int x = 0; x < image.width; ++x) {
+                const double toSide = std::min(x - frame.x, frame.width - 1 - x);
+                const double toEnd = std::min(y - frame.y, frame.height - 1 - y);
+                if (toSide < 0 || toEnd < 0 || (toSide < corner && toEnd < corner)) continue;
+                ASSERT_EQ(pixelAt(image, x, y), inside) << scale << ": " << x << ", " << y;
+            }
+        }
+        std::size_t rim = 0;
+        for (int y = 0; y < image.height; ++y) {
+            for (int x = 0; x < image.width; ++x) {
+                ASSERT_LE(pixelAt(image, x, y) >> 24U, full) << scale << ": " << x << ", " << y;
+                const auto alpha = pixelAt(image, x, y) >> 24U;
+                if (alpha > 0 && alpha < full) ++rim;
+            }
+        }
+        // Four quarters of a circle.
+        EXPECT_GE(rim, 8U) << scale;
+        EXPECT_LE(rim, 60U) << scale;
     }
 }
 

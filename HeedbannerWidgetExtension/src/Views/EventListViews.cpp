@@ -89,7 +89,7 @@ class EventList {
     View overflow(std::size_t hidden) const {
         if (!style_.saysHowManyMore || hidden == 0) return {};
         return text(inputs_.strings.counted(moreEventsKey, hidden))
-            .font(captionFont())
+            .font(captionFont().monospacedDigits())
             .foreground(context_.palette().secondary)
             .lineLimit(1);
     }

@@ -9,12 +9,23 @@ namespace {
 /// Of the font's size; beyond it letters begin to touch.
 constexpr double mostTightening = 0.03;
 
+/// The begin of a text that may have no more than `lineLimit` lines: shaping a whole novel to show a line of
+/// it would take a second.
+std::string visiblePart(const std::string& text, int lineLimit) {
+    constexpr std::size_t mostBytesOfALine = 2000;
+    const std::size_t most = mostBytesOfALine * static_cast<std::size_t>(lineLimit);
+    if (lineLimit <= 0 || text.size() <= most) return text;
+    const char* cut = g_utf8_find_prev_char(text.data(), text.data() + most + 1);
+    return text.substr(0, static_cast<std::size_t>(cut - text.data()));
+}
+
 }  // namespace
 
 TextPlan planText(const std::string& text, const TextRules& rules, std::optional<double> offered) {
     // Sums of widths come back a rounding error short.
     constexpr double tolerance = 0.01;
-    const TextRequest natural{.text = text, .font = rules.font, .isRightToLeft = rules.isRightToLeft};
+    const TextRequest natural{
+        .text = visiblePart(text, rules.lineLimit), .font = rules.font, .isRightToLeft = rules.isRightToLeft};
     auto shaped = shapedText(natural);
     const double full = shaped->width();
     if (!offered || full <= *offered + tolerance) return {std::move(shaped), full, 1};
