@@ -1,5 +1,6 @@
 #include "CalendarFixture.h"
 
+#include <Foundation/MainQueue.h>
 #include <gmock/gmock.h>
 
 #include <atomic>
@@ -278,6 +279,10 @@ TEST(EKEventStore, MayBeLetGoOfByWhatItTells) {
     asking.reset();
     released.set_value();
     EXPECT_TRUE(eventually([&] { return isTold.load(); }));
+    // What is left of it ends on the main queue.
+    bool isDrained = false;
+    MainQueue::shared().async([&] { isDrained = true; });
+    EXPECT_TRUE(MainQueue::shared().runUntil([&] { return isDrained; }, 20));
 }
 
 TEST(EKEventStore, LaterQuestionsAgreeWithFreshOnes) {
