@@ -177,6 +177,12 @@ gboolean GtkWidgetWindow::pressed(GdkEventKey* event) {
         case GDK_KEY_Left:
             moveFocus(isRightToLeft ? 1 : -1);
             return TRUE;
+        case GDK_KEY_Return:
+        case GDK_KEY_KP_Enter:
+        case GDK_KEY_space:
+            // At once; the toolkit's button would show itself pressed for a while first.
+            canvas_.buttons().activateFocused();
+            return TRUE;
         case GDK_KEY_F10:
             if (!(event->state & GDK_SHIFT_MASK)) return FALSE;
             [[fallthrough]];

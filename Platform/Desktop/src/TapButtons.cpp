@@ -42,11 +42,7 @@ std::size_t TapButtons::indexOf(GtkWidget* button) const {
 void TapButtons::addButton() {
     GtkWidget* button = gtk_button_new();
     makeInvisible(button);
-    onSignal(button, "clicked", [this, button] {
-        const Url url = targets_[indexOf(button)].url;
-        const auto tapped = events_.tapped;
-        if (tapped) tapped(url);
-    });
+    onSignal(button, "clicked", [this, button] { tapped(indexOf(button)); });
     g_signal_connect_after(button, "realize", G_CALLBACK(+[](GtkWidget* self, gpointer) { showHand(self); }),
                            nullptr);
     const auto crossed = [](GtkWidget* self, GdkEventCrossing* event, gpointer data) -> gboolean {
@@ -64,6 +60,13 @@ void TapButtons::addButton() {
     g_signal_connect(button, "focus-out-event", G_CALLBACK(+focusChanged), this);
     gtk_fixed_put(parent_, button, 0, 0);
     buttons_.push_back(button);
+}
+
+void TapButtons::tapped(std::size_t target) const {
+    // Copies: what is told may take these buttons away.
+    const Url url = targets_[target].url;
+    const auto tell = events_.tapped;
+    tell(url);
 }
 
 void TapButtons::setHovered(GtkWidget* button, bool isHovered) {
@@ -111,6 +114,10 @@ std::optional<std::size_t> TapButtons::focused() const {
 
 void TapButtons::focus(std::size_t target) {
     if (target < buttons_.size()) gtk_widget_grab_focus(buttons_[target]);
+}
+
+void TapButtons::activateFocused() const {
+    if (const auto target = focused()) tapped(*target);
 }
 
 }  // namespace platform

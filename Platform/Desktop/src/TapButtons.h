@@ -30,8 +30,10 @@ class TapButtons {
     /// The one that has the keyboard within its window.
     std::optional<std::size_t> focused() const;
     void focus(std::size_t target);
+    void activateFocused() const;
 
   private:
+    void tapped(std::size_t target) const;
     void addButton();
     std::size_t indexOf(GtkWidget* button) const;
     void setHovered(GtkWidget* button, bool isHovered);

@@ -1,0 +1,106 @@
+#include "DesktopTest.h"
+
+namespace {
+
+using test::isNear;
+using test::TestDesktop;
+using test::waitUntil;
+
+constexpr int width = TestDesktop::width;
+
+class DesktopAppearance : public test::DesktopTest {
+  protected:
+    static constexpr Place topEnd{width - 20 - mediumWidth, 20};
+};
+
+TEST_F(DesktopAppearance, IsThatOfTheSettingsPortalLive) {
+    const auto portal = desktop.start({"/usr/bin/python3", TestDesktop::script("settings-portal.py")});
+    ASSERT_TRUE(portal->waitForLine("ready"));
+    portal->order("org.freedesktop.appearance color-scheme uint32 1");
+    show({"medium top-end"});
+    EXPECT_TRUE(isSeenAt(topEnd, darkContainer));
+    portal->order("org.freedesktop.appearance color-scheme uint32 2");
+    EXPECT_TRUE(isSeenAt(topEnd, container));
+
+    portal->order("org.freedesktop.appearance contrast uint32 1");
+    // The border is nearly black then.
+    EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, {mediumWidth / 2, 0}), 0x636363, 24); }));
+
+    portal->order("org.gnome.desktop.interface text-scaling-factor 1.5");
+    const Place larger{width - 20 - 683, 20};
+    EXPECT_TRUE(isSeenAt(larger, container));
+    EXPECT_TRUE(isNear(colorAt(larger, {20, 319 - 20}), container));
+}
+
+using Accessibility = DesktopAppearance;
+
+TEST_F(Accessibility, NamesTheTextsAndEachTargetWhichCanBeActivated) {
+    show({"medium top-end"});
+    ASSERT_TRUE(isSeenAt(topEnd));
+    program->order("badge Two accounts cannot be read");
+    const auto script = TestDesktop::script("accessible.py");
+    const std::string tree = desktop.run({"/usr/bin/python3", script, "desktop-test"});
+    for (const char* line :
+         {"frame 'Upcoming events'", "image 'Stand-up, 09:00, Lunch, ", "push button 'Stand-up' click",
+          "push button 'Join call' click", "push button 'Lunch' click", "'Two accounts cannot be read'"})
+        EXPECT_NE(tree.find(line), std::string::npos) << line << " is not in\n" << tree;
+
+    desktop.run({"/usr/bin/python3", script, "desktop-test", "Join call"});
+    EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://joinCall/standup");
+}
+
+TEST_F(Accessibility, ReachesTheGalleryAndTheCard) {
+    desktop.startWindowManager();
+    show({});
+    const auto act = [&](const std::string& name) {
+        desktop.run({"/usr/bin/python3", TestDesktop::script("accessible.py"), "desktop-test", name});
+    };
+    program->order("gallery");
+    act("Add: Upcoming events, Large");
+    EXPECT_EQ(program->waitForLine("added"), "added test.rows large");
+
+    program->order("card");
+    act("Show in calendar");
+    EXPECT_EQ(program->waitForLine("card closed"), "card closed");
+    EXPECT_EQ(program->waitForLine("chose"), "chose calendar");
+    program->order("card");
+    act("Until it begins");
+    EXPECT_EQ(program->waitForLine("chose"), "chose start");
+}
+
+class Windows : public test::DesktopTest {
+  protected:
+    void SetUp() override { desktop.startWindowManager(); }
+    /// The program's window of that title, in its place.
+    test::VirtualScreen::Window awaited(const std::string& title) {
+        std::vector<test::VirtualScreen::Window> found;
+        EXPECT_TRUE(waitUntil([&] { return !(found = screen().windowsTitled(title)).empty(); })) << title;
+        return found.empty() ? test::VirtualScreen::Window{} : found.front();
+    }
+};
+
+TEST_F(Windows, ACardTakesTheKeyboardAndEndsWithEscape) {
+    show({});
+    program->order("card");
+    awaited("Stand-up");
+    EXPECT_TRUE(waitUntil([&] { return screen().isFocused(awaited("Stand-up").id); }));
+    screen().key("Return");
+    EXPECT_EQ(program->waitForLine("chose"), "chose join");
+    program->order("card");
+    awaited("Stand-up");
+    EXPECT_TRUE(waitUntil([&] { return screen().isFocused(awaited("Stand-up").id); }));
+    screen().key("Escape");
+    EXPECT_TRUE(program->waitForLine("card closed"));
+    EXPECT_TRUE(waitUntil([&] { return screen().windowsTitled("Stand-up").empty(); }));
+}
+
+TEST_F(Windows, ALinkInTheNotesOfACardIsOpened) {
+    show({});
+    program->order("card");
+    const auto card = awaited("Stand-up");
+    // "https://maps.example/room4" in the line of the place.
+    screen().click(card.x + 130, card.y + 118);
+    EXPECT_EQ(program->waitForLine("opened"), "opened https://maps.example/room4");
+}
+
+}  // namespace

@@ -1,0 +1,170 @@
+#include "DesktopTest.h"
+
+namespace {
+
+using test::isNear;
+using test::waitUntil;
+
+constexpr int width = test::TestDesktop::width, height = test::TestDesktop::height;
+
+class WidgetsOnX11 : public test::DesktopTest {
+  protected:
+    /// 20 pixels from the corner.
+    static constexpr Place topEnd{width - 20 - mediumWidth, 20};
+
+    void SetUp() override { desktop.startWindowManager(); }
+};
+
+TEST_F(WidgetsOnX11, AreRoundWithAShadowWhereWindowsAreBlendedAndSquareElsewhereLive) {
+    show({"medium top-end"});
+    EXPECT_EQ(surfaces, "surfaces x11");
+    ASSERT_TRUE(isSeenAt(topEnd));
+    const Place corner{2, 2}, below{mediumWidth / 2, mediumHeight + 3};
+    EXPECT_TRUE(isNear(colorAt(topEnd, corner), container));
+    EXPECT_TRUE(isNear(colorAt(topEnd, below), background, 0));
+
+    desktop.startBlending();
+    EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, corner), background, 40); }));
+    EXPECT_TRUE(isSeenAt(topEnd));
+    EXPECT_FALSE(isNear(colorAt(topEnd, below), background, 4)) << "no shadow";
+    EXPECT_TRUE(isNear(colorAt(topEnd, {mediumWidth / 2, mediumHeight + 17}), background, 1));
+
+    desktop.stopBlending();
+    EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, corner), container); }));
+}
+
+TEST_F(WidgetsOnX11, StandInColumnsBelowEverything) {
+    show({"medium top-end", "medium top-end", "small bottom-start", "medium top-end", "medium top-end"});
+    const int step = mediumHeight + 12;
+    EXPECT_TRUE(isSeenAt(topEnd));
+    EXPECT_TRUE(isSeenAt({topEnd.x, topEnd.y + step}));
+    EXPECT_TRUE(isSeenAt({topEnd.x, topEnd.y + 2 * step}));
+    // The screen ends below the third.
+    EXPECT_TRUE(isSeenAt({topEnd.x - 12 - mediumWidth, topEnd.y}));
+    EXPECT_TRUE(waitUntil([&] {
+        return isNear(screen().picture().at(20 + smallWidth / 2, height - 20 - smallHeight + 20), container);
+    }));
+    for (const auto& window : screen().windowsTitled("Upcoming events")) {
+        const auto type = screen().atoms(window.id, "_NET_WM_WINDOW_TYPE");
+        const auto state = screen().atoms(window.id, "_NET_WM_STATE");
+        EXPECT_EQ(type, std::vector<std::string>{"_NET_WM_WINDOW_TYPE_DESKTOP"});
+        for (const char* wanted :
+             {"_NET_WM_STATE_BELOW", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"})
+            EXPECT_NE(std::find(state.begin(), state.end(), wanted), state.end()) << wanted;
+    }
+    // What remains closes the gap.
+    program->order("remove");
+    program->order("remove");
+    EXPECT_TRUE(isGoneFrom({topEnd.x, topEnd.y + 2 * step}));
+}
+
+TEST_F(WidgetsOnX11, OpenWhatIsUnderThePointerAndShowIt) {
+    show({"medium top-end"});
+    ASSERT_TRUE(isSeenAt(topEnd));
+    const auto plain = colorAt(topEnd, firstRow);
+    screen().movePointer(topEnd.x + firstRow.x, topEnd.y + firstRow.y);
+    EXPECT_TRUE(waitUntil([&] { return colorAt(topEnd, firstRow) != plain; }));
+    click(topEnd, firstRow);
+    EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://preview/standup");
+    click(topEnd, camera);
+    EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://joinCall/standup");
+    EXPECT_TRUE(waitUntil([&] { return colorAt(topEnd, firstRow) == plain; }));
+    click(topEnd, secondRow);
+    EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://preview/lunch");
+}
+
+TEST_F(WidgetsOnX11, AreDraggedWithoutOpeningAnything) {
+    show({"medium top-end"});
+    ASSERT_TRUE(isSeenAt(topEnd));
+    screen().movePointer(topEnd.x + firstRow.x, topEnd.y + firstRow.y);
+    screen().press();
+    for (int step = 1; step <= 10; ++step)
+        screen().movePointer(topEnd.x + firstRow.x - 30 * step, topEnd.y + firstRow.y + 20 * step);
+    const Place there{topEnd.x - 300, topEnd.y + 200};
+    EXPECT_TRUE(isSeenAt(there));
+    screen().release();
+    EXPECT_EQ(program->waitForLine("moved"),
+              "moved top-end screen " + std::to_string(there.x) + "," + std::to_string(there.y));
+    EXPECT_TRUE(isSeenAt(there));
+    program->writeLine("draws");
+    EXPECT_TRUE(program->waitForLine("views made").has_value());
+}
+
+TEST_F(WidgetsOnX11, ChangeSizeAndCornerAndGoFromTheirMenu) {
+    show({"medium top-end"});
+    ASSERT_TRUE(isSeenAt(topEnd));
+    const auto choose = [&](std::initializer_list<const char*> keys) {
+        screen().key("Escape");
+        const auto before = screen().windowCount();
+        click(topEnd, {6, 100}, 3);
+        EXPECT_TRUE(waitUntil([&] { return screen().windowCount() > before; })) << "no menu";
+        for (const char* key : keys)
+            screen().key(key);
+    };
+    choose({"Down", "Right", "Down", "Down", "Return"});
+    EXPECT_EQ(program->waitForLine("family"), "family large");
+    choose({"Down", "Down", "Down", "Return"});
+    EXPECT_EQ(program->waitForLine("gallery"), "gallery wanted");
+    choose({"Down", "Down", "Right", "Down", "Down", "Return"});
+    EXPECT_EQ(program->waitForLine("moved"), "moved bottom-start ");
+    EXPECT_TRUE(isSeenAt({20, height - 20 - 478}));
+}
+
+TEST_F(WidgetsOnX11, TakeTheKeyboardWhenLiftedAndGiveItBack) {
+    show({"medium top-end", "medium top-end"});
+    ASSERT_TRUE(isSeenAt(topEnd));
+    const Place second{topEnd.x, topEnd.y + mediumHeight + 12};
+    const auto ringIsAt = [&](Place widget, int rowMiddle) {
+        // Left of the row, in the primary colour.
+        return waitUntil([&] { return isNear(colorAt(widget, {16, rowMiddle}), 0x1B1B1F, 60); });
+    };
+    program->order("lift");
+    EXPECT_TRUE(ringIsAt(topEnd, firstRow.y));
+    screen().key("Return");
+    EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://preview/standup");
+    EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, {16, firstRow.y}), container, 60); }))
+        << "not lowered";
+
+    program->order("lift");
+    EXPECT_TRUE(ringIsAt(topEnd, firstRow.y));
+    screen().key("Tab");
+    screen().key("Down");
+    EXPECT_TRUE(ringIsAt(topEnd, secondRow.y));
+    screen().key("Tab");
+    EXPECT_TRUE(ringIsAt(second, firstRow.y));
+    screen().key("Right");
+    screen().key("space");
+    EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://joinCall/standup");
+
+    program->order("lift");
+    EXPECT_TRUE(ringIsAt(topEnd, firstRow.y));
+    screen().key("Escape");
+    EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, {16, firstRow.y}), container, 60); }));
+}
+
+TEST_F(WidgetsOnX11, TickWithoutMakingTheirViewsAnewAndOnlyWhereTheTextIs) {
+    show({"medium top-end"}, 3590);
+    ASSERT_TRUE(isSeenAt(topEnd));
+    const auto before = screen().picture();
+    ASSERT_TRUE(waitUntil([&] { return screen().picture().differences(before, 0) > 0; }));
+    const auto after = screen().picture();
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const bool isInText =
+                x > topEnd.x + 370 && x < topEnd.x + 440 && y > topEnd.y + 120 && y < topEnd.y + 155;
+            if (isInText) continue;
+            ASSERT_EQ(before.at(x, y), after.at(x, y)) << x << ", " << y;
+        }
+    }
+    program->writeLine("draws");
+    EXPECT_EQ(program->waitForLine("views made"), "views made 1");
+}
+
+TEST_F(WidgetsOnX11, ShowABadge) {
+    show({"medium top-end"});
+    ASSERT_TRUE(isSeenAt(topEnd));
+    program->order("badge Two accounts cannot be read");
+    EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, {mediumWidth - 22, 17}), 0xD95F00, 12); }));
+}
+
+}  // namespace
