@@ -34,12 +34,9 @@ std::vector<AlertInvocation> AlertRegister::all() const {
     return list;
 }
 
-bool AlertRegister::replaceScheduled(std::uint64_t reload, std::vector<ScheduledAlert> alerts) {
+void AlertRegister::replaceScheduled(std::vector<ScheduledAlert> alerts) {
     std::lock_guard lock(mutex_);
-    if (reload < newest_) return false;
-    newest_ = reload;
     scheduled_.swap(alerts);
-    return true;
 }
 
 void AlertRegister::snooze(AlertInvocation invocation) {

@@ -3,7 +3,6 @@
 #include <HbrCore/Scheduling/AlertInvocation.h>
 #include <HbrCore/Scheduling/AlertSchedule.h>
 
-#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <string_view>
@@ -20,8 +19,7 @@ class AlertRegister {
     /// Scheduled, then snoozed.
     std::vector<AlertInvocation> all() const;
 
-    /// False, and without effect, when a reload that was started later has come first.
-    bool replaceScheduled(std::uint64_t reload, std::vector<ScheduledAlert> alerts);
+    void replaceScheduled(std::vector<ScheduledAlert> alerts);
     /// An equal one stays once.
     void snooze(AlertInvocation invocation);
     /// The first equal one, among the snoozed or the scheduled by its kind.
@@ -31,7 +29,6 @@ class AlertRegister {
   private:
     mutable std::mutex mutex_;
     std::vector<ScheduledAlert> scheduled_;
-    std::uint64_t newest_ = 0;
     std::vector<AlertInvocation> snoozed_;
 };
 

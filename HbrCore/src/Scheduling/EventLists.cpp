@@ -71,12 +71,13 @@ std::shared_ptr<const EventLists> PublishedLists::load() const {
     return lists_;
 }
 
-void PublishedLists::publish(std::uint64_t reload, EventLists lists) {
+bool PublishedLists::publish(std::uint64_t reload, EventLists lists) {
     auto next = std::make_shared<const EventLists>(std::move(lists));
     std::lock_guard lock(mutex_);
-    if (reload < newest_) return;
-    newest_ = reload;
     lists_.swap(next);
+    if (reload < newest_) return false;
+    newest_ = reload;
+    return true;
 }
 
 }  // namespace hbr

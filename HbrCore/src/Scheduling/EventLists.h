@@ -35,8 +35,9 @@ std::vector<Event> copied(const EventRefs& events);
 class PublishedLists {
   public:
     std::shared_ptr<const EventLists> load() const;
-    /// Without effect when a reload that was started later has published already.
-    void publish(std::uint64_t reload, EventLists lists);
+    /// The last writer wins. False when a reload that was started later had published already, so that what
+    /// is shown now is older than what was known.
+    bool publish(std::uint64_t reload, EventLists lists);
 
   private:
     mutable std::mutex mutex_;

@@ -29,6 +29,8 @@ using platform::EKReminderRef;
 struct Reload {
     std::shared_ptr<ReloadContext> context;
     std::uint64_t number;
+    /// Its lists replaced those of a reload that was started later.
+    bool isBehind = false;
     bool shouldPostNotification;
     std::function<void()> completion;
     platform::Date start;
@@ -49,6 +51,7 @@ void finish(ReloadRef reload) {
     if (auto delegate = context.delegate.load()->lock()) delegate->didUpdateInvocations(context.alerts.all());
     if (reload->shouldPostNotification) context.services.center.post(didReloadEventsNotification);
     if (reload->completion) reload->completion();
+    if (reload->isBehind) startReload(reload->context, true, {});
 }
 
 void showDemoEvents(const Reload& reload) {
@@ -119,14 +122,12 @@ void refresh(ReloadRef reload) {
                      .pending = references(store.pendingEvents(now, choices)),
                      .snoozedPastAppleReminders = snoozedPastTasks(context, now),
                      .pendingAppleReminders = {}};
-    if (!context.alerts.replaceScheduled(reload->number, std::move(alerts))) {
-        return onMainQueue(std::move(reload), finish);
-    }
+    context.alerts.replaceScheduled(std::move(alerts));
     store.pendingAppleReminderEvents(
         now, std::move(choices),
         [reload = std::move(reload), lists = std::move(lists)](std::vector<Event> tasks) mutable {
             lists.pendingAppleReminders = references(std::move(tasks));
-            reload->context->lists.publish(reload->number, std::move(lists));
+            reload->isBehind = !reload->context->lists.publish(reload->number, std::move(lists));
             onMainQueue(std::move(reload), finish);
         });
 }

@@ -31,8 +31,8 @@ struct ReloadContext {
 };
 
 /// Queries the events on the calling thread and goes on asynchronously on the main queue. Several may be
-/// under way; one that falls behind another that was started later leaves that one's lists alone, so what
-/// was true when the last one was started is never replaced by something older.
+/// under way, and the one that writes last wins; one whose lists thereby replaced those of another that was
+/// started later is followed by one more, so that what is older never stays.
 void startReload(std::shared_ptr<ReloadContext> context, bool shouldPostNotification,
                  std::function<void()> completion);
 
