@@ -15,8 +15,6 @@ bool hasColors(PangoFont* font) {
     return hb_ot_color_has_png(face) || hb_ot_color_has_layers(face) || hb_ot_color_has_svg(face);
 }
 
-}  // namespace
-
 bool hasColors(PangoLayoutLine* line) {
     for (const GSList* item = line->runs; item; item = item->next) {
         if (hasColors(static_cast<const PangoLayoutRun*>(item->data)->item->analysis.font)) return true;
@@ -24,7 +22,14 @@ bool hasColors(PangoLayoutLine* line) {
     return false;
 }
 
-void paintGlyphs(cairo_t* cairo, PangoLayoutLine* line) {
+}  // namespace
+
+void paintGlyphs(cairo_t* cairo, PangoLayoutLine* line, bool isVector) {
+    if (isVector) {
+        cairo_move_to(cairo, 0, 0);
+        pango_cairo_show_layout_line(cairo, line);
+        return;
+    }
     int x = 0;
     for (const GSList* item = line->runs; item; item = item->next) {
         const auto* run = static_cast<const PangoLayoutRun*>(item->data);
@@ -46,7 +51,7 @@ void paintGlyphs(cairo_t* cairo, PangoLayoutLine* line) {
 std::optional<LineMask> lineMask(PangoLayoutLine* line, double scale, double phase) {
     PangoRectangle ink;
     pango_layout_line_get_extents(line, &ink, nullptr);
-    if (ink.width <= 0 || ink.height <= 0) return std::nullopt;
+    if (ink.width <= 0 || ink.height <= 0 || hasColors(line)) return std::nullopt;
     // A pixel on every side for the smoothed edges.
     const auto before = [](double place) { return static_cast<int>(std::floor(place)) - 1; };
     const auto behind = [](double place) { return static_cast<int>(std::ceil(place)) + 1; };
@@ -64,7 +69,7 @@ std::optional<LineMask> lineMask(PangoLayoutLine* line, double scale, double pha
     cairo_t* cairo = cairo_create(surface);
     cairo_translate(cairo, phase - mask.x, -mask.y);
     cairo_scale(cairo, scale, scale);
-    paintGlyphs(cairo, line);
+    paintGlyphs(cairo, line, false);
     cairo_destroy(cairo);
     cairo_surface_finish(surface);
     cairo_surface_destroy(surface);

@@ -17,14 +17,11 @@ struct LineMask {
     Raster raster;
 };
 
-/// Emoji have colours of their own instead of a coverage.
-bool hasColors(PangoLayoutLine* line);
-
 /// `scale`: pixels per unit; `phase`: how far right of a whole pixel the line's origin lies. Nothing when the
-/// line has no ink.
+/// line has no ink, and for emoji, which have colours of their own instead of a coverage.
 std::optional<LineMask> lineMask(PangoLayoutLine* line, double scale, double phase);
 
-/// Adds the outlines of the line's glyphs, or paints those that have colours.
-void paintGlyphs(cairo_t* cairo, PangoLayoutLine* line);
+/// Paints the line in the source colour, its origin at (0, 0).
+void paintGlyphs(cairo_t* cairo, PangoLayoutLine* line, bool isVector);
 
 }  // namespace platform

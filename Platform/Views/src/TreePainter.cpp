@@ -92,25 +92,19 @@ class Painter {
     }
 
     void paintLine(const TextPlan& plan, int line, Point origin) const {
-        PangoLayoutLine* shaped = plan.shaped->line(line);
         const SavedState saved(cairo_);
-        if (rules_.isVector || hasColors(shaped)) {
-            cairo_translate(cairo_, origin.x, origin.y);
-            cairo_scale(cairo_, plan.scale, plan.scale);
-            cairo_move_to(cairo_, 0, 0);
-            if (rules_.isVector) {
-                pango_cairo_show_layout_line(cairo_, shaped);
-            } else {
-                paintGlyphs(cairo_, shaped);
-            }
-            return;
-        }
         // Quarters of a pixel are as exact as an eye can tell.
         constexpr double steps = 4;
         const double x = std::round(origin.x * rules_.scale * steps) / steps;
         const double wholeX = std::floor(x), wholeY = std::round(origin.y * rules_.scale);
-        const LineMask* mask = plan.shaped->mask(line, rules_.scale * plan.scale, x - wholeX);
-        if (!mask) return;
+        const LineMask* mask =
+            rules_.isVector ? nullptr : plan.shaped->mask(line, rules_.scale * plan.scale, x - wholeX);
+        if (!mask) {
+            cairo_translate(cairo_, origin.x, origin.y);
+            cairo_scale(cairo_, plan.scale, plan.scale);
+            paintGlyphs(cairo_, plan.shaped->line(line), rules_.isVector);
+            return;
+        }
         cairo_scale(cairo_, 1 / rules_.scale, 1 / rules_.scale);
         cairo_surface_t* surface = surfaceOf(mask->raster, CAIRO_FORMAT_A8);
         cairo_mask_surface(cairo_, surface, wholeX + mask->x, wholeY + mask->y);
