@@ -372,6 +372,29 @@ TEST(AccountsFile, WritingKeepsWhatIsNotUnderstood) {
     EXPECT_EQ(file.load().size(), 2u);
 }
 
+TEST(AccountsFile, RenamingAndRemovingKeepComments) {
+    test::TestEnvironment environment;
+    AccountsFile file(environment);
+    environment.home.write(
+        "config/heedbanner/accounts.toml",
+        "# mine\n\n# old\n[[account]]\nname = \"A\"\nlocation = \"~/a\" # here\n\n"
+        "[[account]]\nname = \"B\"\n\n# new\n[[account]]\nname = \"C\"\nlocation = \"/c\"\n");
+    ASSERT_TRUE(file.update([](auto& list) {
+        list[0].name = "Z";
+        list[0].addresses = {"me@example.org"};
+        list.erase(list.begin() + 1);
+        list.push_back({.name = "D", .location = "/d"});
+    }));
+    EXPECT_EQ(test::readFile(file.path()),
+              "# mine\n\n# old\n[[account]]\nname = \"Z\"\nlocation = \"~/a\" # here\n"
+              "addresses = [ \"me@example.org\" ]\n\n[[account]]\nname = \"B\"\n\n"
+              "[[account]]\nname = \"D\"\nlocation = \"/d\"\n");
+    environment.home.write("config/heedbanner/accounts.toml",
+                           "[[account]]\nname = \"A\"\nlocation = \"/a\"\n");
+    ASSERT_TRUE(file.update([](auto& list) { list.clear(); }));
+    EXPECT_FALSE(std::filesystem::exists(file.path()));
+}
+
 TEST(AccountsFile, WritersNeverLoseEachOthersAccounts) {
     test::TestEnvironment environment;
     {

@@ -4,9 +4,9 @@
 #include <Foundation/FileLock.h>
 #include <Foundation/Files.h>
 #include <Foundation/Toml.h>
+#include <Foundation/TomlEdit.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace platform {
 namespace {
@@ -99,8 +99,9 @@ PropertyDictionary tableOf(const Account& account, PropertyDictionary table) {
 
 struct LoadedAccounts {
     std::vector<Account> accounts;
-    /// Beside `accounts`: the tables that they were read from.
+    /// Beside `accounts`: the tables that they were read from, and their places in the file's array.
     std::vector<PropertyDictionary> tables;
+    std::vector<std::size_t> places;
     /// Entries that are no account.
     PropertyArray others;
     /// The whole file, as it was read and as it is written.
@@ -110,24 +111,32 @@ struct LoadedAccounts {
     bool broken = false;
 };
 
-/// The document with these accounts; every other entry and key of it is kept.
-std::string rewritten(const LoadedAccounts& loaded, const std::vector<Account>& accounts) {
+/// The account that `wanted` was before: of the same name, else of the same location where that one's name
+/// is gone. Nothing for a new one.
+std::optional<std::size_t> formerPlace(const LoadedAccounts& loaded, const std::vector<Account>& accounts,
+                                       const Account& wanted) {
     const auto isKept = [&](const std::string& name) {
         return std::any_of(accounts.begin(), accounts.end(),
                            [&](const Account& one) { return one.name == name; });
     };
+    const auto former = std::find_if(loaded.accounts.begin(), loaded.accounts.end(), [&](const Account& one) {
+        return one.name == wanted.name || (one.location == wanted.location && !isKept(one.name));
+    });
+    if (former == loaded.accounts.end()) return std::nullopt;
+    return static_cast<std::size_t>(former - loaded.accounts.begin());
+}
+
+/// The document with these accounts; every other entry and key of it is kept.
+std::string rewritten(const LoadedAccounts& loaded, const std::vector<Account>& accounts) {
     PropertyArray tables;
     for (const auto& account : accounts) {
-        const auto known =
-            std::find_if(loaded.accounts.begin(), loaded.accounts.end(), [&](const Account& one) {
-                return one.name == account.name || (one.location == account.location && !isKept(one.name));
-            });
-        if (known == loaded.accounts.end()) {
+        const auto former = formerPlace(loaded, accounts, account);
+        if (!former) {
             tables.emplace_back(tableOf(account, {}));
             continue;
         }
-        const auto& table = loaded.tables[static_cast<std::size_t>(known - loaded.accounts.begin())];
-        tables.emplace_back(*known == account ? table : tableOf(account, table));
+        const auto& table = loaded.tables[*former];
+        tables.emplace_back(loaded.accounts[*former] == account ? table : tableOf(account, table));
     }
     tables.insert(tables.end(), loaded.others.begin(), loaded.others.end());
     PropertyDictionary root = loaded.root;
@@ -135,58 +144,73 @@ std::string rewritten(const LoadedAccounts& loaded, const std::vector<Account>& 
     return writeToml(root);
 }
 
-/// The text with the accounts that come after those it has, so that comments and layout stay; nothing where
-/// something else changed.
-std::optional<std::string> extended(const LoadedAccounts& loaded, const std::vector<Account>& accounts) {
-    const auto known = static_cast<std::ptrdiff_t>(loaded.accounts.size());
-    if (std::ssize(accounts) <= known ||
-        !std::equal(loaded.accounts.begin(), loaded.accounts.end(), accounts.begin())) {
-        return std::nullopt;
+/// The text with what is different between the two; nothing where that cannot be done in place.
+std::optional<std::string> withChanges(const std::string& text, std::size_t place, const Account& before,
+                                       const Account& after) {
+    const PropertyDictionary old = tableOf(before, {});
+    const PropertyDictionary now = tableOf(after, {});
+    std::optional<std::string> changed = text;
+    for (const char* field : {"name", "location", "addresses", "delegate", "contents", "kind"}) {
+        const auto* oldValue = old.find(field);
+        const auto* value = now.find(field);
+        const bool isSame = oldValue && value ? *oldValue == *value : oldValue == value;
+        if (changed && !isSame) changed = withTomlValue(*changed, "account", place, field, value);
     }
-    PropertyArray added;
-    for (auto account = accounts.begin() + known; account != accounts.end(); ++account)
-        added.emplace_back(tableOf(*account, {}));
-    PropertyDictionary root;
-    root.set("account", std::move(added));
-    std::string text = loaded.text;
-    if (!text.empty()) text += text.ends_with('\n') ? "\n" : "\n\n";
-    text += writeToml(root);
-    // An array in brackets cannot go on behind itself.
-    TomlError problem;
-    if (!parseToml(text, problem)) return std::nullopt;
+    return changed;
+}
+
+LoadedAccounts read(std::string text, const std::filesystem::path& file, const Environment& environment,
+                    DiagnosticsSink& diagnostics);
+
+/// The text with these accounts, comments and layout kept; nothing where the order changed or the text is
+/// written in a way that cannot be edited.
+std::optional<std::string> edited(const LoadedAccounts& loaded, const std::vector<Account>& accounts,
+                                  const std::filesystem::path& file, const Environment& environment) {
+    std::optional<std::string> text = loaded.text;
+    std::vector<bool> isKept(loaded.accounts.size());
+    std::vector<const Account*> added;
+    for (const auto& account : accounts) {
+        const auto former = formerPlace(loaded, accounts, account);
+        if (!former) {
+            added.push_back(&account);
+            continue;
+        }
+        isKept[*former] = true;
+        text = withChanges(*text, loaded.places[*former], loaded.accounts[*former], account);
+        if (!text) return std::nullopt;
+    }
+    for (std::size_t i = isKept.size(); text && i-- > 0;) {
+        if (!isKept[i]) text = withoutTomlTable(*text, "account", loaded.places[i]);
+    }
+    for (const Account* account : added) {
+        if (text) text = withMoreToml(*text, "account", tableOf(*account, {}));
+    }
+    CollectedDiagnostics ignored;
+    if (!text || read(*text, file, environment, ignored).accounts != accounts) return std::nullopt;
     return text;
 }
 
-LoadedAccounts loadFrom(const std::filesystem::path& file, const Environment& environment) {
+LoadedAccounts read(std::string text, const std::filesystem::path& file, const Environment& environment,
+                    DiagnosticsSink& diagnostics) {
     LoadedAccounts loaded;
-    std::error_code error;
-    const auto text = readRegularFile(file, error);
-    if (!text) {
-        if (error != std::errc::no_such_file_or_directory) {
-            environment.diagnostics->report({.severity = Diagnostic::Severity::error,
-                                             .file = file,
-                                             .text = "cannot be read: " + error.message()});
-        }
-        return loaded;
-    }
     TomlError problem;
-    loaded.text = *text;
-    auto root = parseToml(*text, problem);
+    auto root = parseToml(text, problem);
+    loaded.text = std::move(text);
     if (!root) {
         loaded.broken = true;
-        environment.diagnostics->report({.severity = Diagnostic::Severity::error,
-                                         .file = file,
-                                         .line = problem.line,
-                                         .text = problem.text});
+        diagnostics.report({.severity = Diagnostic::Severity::error,
+                            .file = file,
+                            .line = problem.line,
+                            .text = problem.text});
         return loaded;
     }
     loaded.root = *std::move(root);
     const auto* value = loaded.root.find("account");
     if (!value) return loaded;
     const auto* tables = value->asArray();
-    int number = 0;
+    std::size_t number = 0;
     const auto tell = [&](const std::string& field, std::string what) {
-        environment.diagnostics->report(
+        diagnostics.report(
             {.file = file,
              .field = "account " + std::to_string(number) + (field.empty() ? "" : ", " + field),
              .text = std::move(what)});
@@ -204,11 +228,24 @@ LoadedAccounts loadFrom(const std::filesystem::path& file, const Environment& en
         if (account) {
             loaded.accounts.push_back(*std::move(account));
             loaded.tables.push_back(*table);
+            loaded.places.push_back(number - 1);
         } else {
             loaded.others.push_back(entry);
         }
     }
     return loaded;
+}
+
+LoadedAccounts loadFrom(const std::filesystem::path& file, const Environment& environment) {
+    std::error_code error;
+    auto text = readRegularFile(file, error);
+    if (text) return read(*std::move(text), file, environment, *environment.diagnostics);
+    if (error != std::errc::no_such_file_or_directory) {
+        environment.diagnostics->report({.severity = Diagnostic::Severity::error,
+                                         .file = file,
+                                         .text = "cannot be read: " + error.message()});
+    }
+    return {};
 }
 
 }  // namespace
@@ -245,8 +282,14 @@ bool AccountsFile::update(const std::function<void(std::vector<Account>&)>& chan
     auto accounts = loaded.accounts;
     change(accounts);
     if (accounts == loaded.accounts && !loaded.broken) return true;
-    const auto text = extended(loaded, accounts);
-    return writeFileAtomically(path(), text ? *text : rewritten(loaded, accounts), 0600, error) || failed();
+    const auto text = edited(loaded, accounts, path(), *environment_);
+    const std::string content = text ? *text : rewritten(loaded, accounts);
+    if (trimmedAscii(content).empty()) {
+        // As before the first account came.
+        std::filesystem::remove(path(), error);
+        return !error || failed();
+    }
+    return writeFileAtomically(path(), content, 0600, error) || failed();
 }
 
 }  // namespace platform

@@ -36,7 +36,8 @@ class Discovery {
         found_.watched.push_back(location);
         FoundCollection collection{path, location, true, {}};
         std::vector<fs::path> inner;
-        bool isCollection = false;
+        bool isNamed = false;
+        bool isOfOthers = false;
         for (; entries != fs::directory_iterator(); entries.increment(error)) {
             if (error) break;
             const auto& entry = entries->path();
@@ -53,10 +54,12 @@ class Discovery {
                     diagnostics_.report({.file = entry, .text = "is no regular file; left out"});
                 }
             } else if (name == "displayname" || name == "color") {
-                isCollection = isCollection || entries->is_regular_file(ignored);
+                isNamed = isNamed || entries->is_regular_file(ignored);
+            } else {
+                isOfOthers = isOfOthers || isOfOtherKind(name);
             }
         }
-        if (isCollection || !collection.files.empty()) {
+        if ((isNamed && !isOfOthers) || !collection.files.empty()) {
             std::ranges::sort(collection.files, {}, &fs::path::native);
             found_.collections.push_back(std::move(collection));
         }
@@ -69,9 +72,14 @@ class Discovery {
     }
 
   private:
-    bool hasEnding(std::string_view name) const {
-        return name.size() > ending_.size() &&
-               equalIgnoringCase(name.substr(name.size() - ending_.size()), ending_);
+    static bool endsWith(std::string_view name, std::string_view ending) {
+        return name.size() > ending.size() &&
+               equalIgnoringCase(name.substr(name.size() - ending.size()), ending);
+    }
+    bool hasEnding(std::string_view name) const { return endsWith(name, ending_); }
+    /// A file of an address book where calendars are looked for, and the other way round.
+    static bool isOfOtherKind(std::string_view name) {
+        return endsWith(name, ".ics") || endsWith(name, ".vcf");
     }
 
     FoundLocation& found_;

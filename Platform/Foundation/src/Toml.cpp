@@ -108,7 +108,7 @@ std::string line(const std::string& key, const PropertyValue& value) {
     toml::table single;
     nodeOf(value)->visit([&](auto& node) { single.insert(key, std::move(node)); });
     std::ostringstream text;
-    text << toml::toml_formatter{single, toml::format_flags::none};
+    text << toml::toml_formatter{single, toml::format_flags::allow_unicode_strings};
     return text.str() + '\n';
 }
 

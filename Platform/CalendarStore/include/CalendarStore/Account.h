@@ -28,8 +28,9 @@ struct Account {
 
 /// The user's accounts in `accounts.toml` of the configuration directory (mode 0600): an array of tables
 /// [[account]] with name, location, addresses, delegate, contents, kind. A bad entry is left out with a
-/// diagnostic that names file and field. Writing keeps it, and every key that is none of these; comments stay
-/// where an account is added. A file that is no TOML is set aside before the first write.
+/// diagnostic that names file and field. Writing keeps it, and every key that is none of these; where
+/// accounts are added, changed or removed in the file's own order, comments and layout stay too. A file that
+/// is no TOML is set aside before the first write; one that holds nothing any more is removed.
 class AccountsFile {
   public:
     explicit AccountsFile(EnvironmentRef environment);
