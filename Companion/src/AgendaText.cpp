@@ -1,10 +1,11 @@
 #include "AgendaText.h"
 
-#include <Foundation/Text.h>
+#include <Foundation/TextColumns.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
 
 #include <algorithm>
+#include <optional>
 #include <string>
 
 namespace hbr {
@@ -12,6 +13,10 @@ namespace hbr {
 namespace {
 
 constexpr platform::Color orange = platform::Color::hex(0xE16C10);
+
+/// Beyond this many columns the eye loses the line.
+constexpr int widest = 100;
+constexpr int narrowest = 40;
 
 class AgendaWriter {
   public:
@@ -21,6 +26,9 @@ class AgendaWriter {
           formatters_(core_.formatters()),
           now_(context.now()),
           withIds_(withIds) {
+        if (const auto width = console_.width()) {
+            width_ = static_cast<std::size_t>(std::clamp(*width, narrowest, widest));
+        }
         for (const auto& one : agenda)
             timeWidth_ = std::max(timeWidth_, columns(timeSpan(one.event, formatters_)));
     }
@@ -33,7 +41,7 @@ class AgendaWriter {
                 text_ += (day.empty() ? "" : "\n") + console_.bold(heading) + "\n";
                 day = heading;
             }
-            addEvent(one);
+            width_ ? addEventOfWidth(one, *width_) : addEvent(one);
         }
         return text_;
     }
@@ -67,43 +75,118 @@ class AgendaWriter {
         return formatters_.relativeDefault().string(one.event.startDate, now_);
     }
 
+    static std::string titleOf(const Event& event) {
+        const std::string title = onOneLine(event.title.value_or(""));
+        return title.empty() ? "(no title)" : title;
+    }
+
+    /// The marker, the time and the calendar's colour, which every line of an event shares.
+    std::string margin(const AgendaEvent* one, const Event& event) const {
+        return (one ? marker(one->state) + " " + padded(timeSpan(event, formatters_), timeWidth_)
+                    : std::string(timeWidth_ + 2, ' ')) +
+               " " + console_.colored("▌", event.color) + " ";
+    }
+
+    /// Everything, on lines as long as they get: for pipes.
     void addEvent(const AgendaEvent& one) {
         const Event& event = one.event;
-        const std::string title = onOneLine(event.title.value_or(""));
-        text_ += marker(one.state) + " " + padded(timeSpan(event, formatters_), timeWidth_) + " " +
-                 console_.colored("▌", event.color) + " " + (title.empty() ? "(no title)" : title);
+        text_ += margin(&one, event) + titleOf(event);
         std::string details;
         const auto add = [&](const std::string& detail) {
             if (!detail.empty()) details += "  " + detail;
         };
         add(distance(one));
-        add(event.location ? shortPlace(*event.location) : "");
+        add(placeOf(event));
         add(event.calendarName ? "[" + onOneLine(*event.calendarName) + "]" : "");
         if (withIds_) add(event.id);
-        text_ += console_.faint(details) + "\n";
-        addLinks(event);
+        text_ += details + "\n";
+        for (const auto* link : linksOf(event)) {
+            text_ += margin(nullptr, event) + link->service.name + " " + link->url.absoluteString() + "\n";
+        }
+    }
+
+    /// For a terminal: title and distance on one line, what else there is on the next.
+    void addEventOfWidth(const AgendaEvent& one, std::size_t width) {
+        const Event& event = one.event;
+        const bool isCurrent = one.state == AgendaState::current;
+        const bool standsOut = one.state != AgendaState::upcoming;
+        const std::size_t room = width - std::min(width, timeWidth_ + 5);
+        const std::string progress = isCurrent && room >= roomForProgress ? progressBar(event) : "";
+        const std::string far = distance(one);
+        const std::size_t taken = columns(far) + (progress.empty() ? 0 : progressCells + 1);
+        const std::size_t titleRoom = room > taken + 2 ? room - taken - 2 : 0;
+        const std::string title = platform::truncatedToColumns(titleOf(event), titleRoom);
+        text_ += margin(&one, event) + (standsOut ? console_.bold(title) : title);
+        if (!far.empty() || !progress.empty()) {
+            text_ += std::string(titleRoom - columns(title) + 2, ' ') +
+                     (standsOut ? console_.colored(far, orange) : console_.faint(far)) +
+                     (progress.empty() ? "" : " " + progress);
+        }
+        text_ += "\n";
+        if (const std::string details = detailsOfWidth(event, room); !details.empty()) {
+            text_ += margin(nullptr, event) + details + "\n";
+        }
+        if (withIds_) text_ += margin(nullptr, event) + console_.faint(event.id) + "\n";
+    }
+
+    std::string progressBar(const Event& event) const {
+        const auto done = static_cast<std::size_t>(eventProgress(event, now_) * progressCells);
+        std::string bar;
+        for (std::size_t i = 0; i < done; ++i)
+            bar += "━";
+        std::string rest;
+        for (std::size_t i = done; i < progressCells; ++i)
+            rest += "─";
+        return console_.colored(bar, orange) + console_.faint(rest);
+    }
+
+    /// The calls first: they are what is clicked. Cut off where the line ends.
+    std::string detailsOfWidth(const Event& event, std::size_t room) const {
+        std::string details;
+        const auto add = [&](const std::string& plain, const std::string& address) {
+            const std::size_t separator = details.empty() ? 0 : 3;
+            if (plain.empty() || room <= separator) return;
+            const std::string shown = platform::truncatedToColumns(plain, room - separator);
+            room -= separator + columns(shown);
+            if (separator > 0) details += console_.faint(" · ");
+            details += address.empty() ? console_.faint(shown) : console_.linked(shown, address);
+        };
+        for (const auto* link : linksOf(event)) {
+            const std::string address = link->url.absoluteString();
+            console_.hasLinks() ? add(link->service.name, address)
+                                : add(link->service.name + " " + address, "");
+        }
+        add(placeOf(event), "");
+        add(onOneLine(event.calendarName.value_or("")), "");
+        return details;
     }
 
     /// A place that is an address of a call is shown as the link already.
-    static std::string shortPlace(const std::string& location) {
-        const std::string place = onOneLine(location);
+    static std::string placeOf(const Event& event) {
+        const std::string place = onOneLine(event.location.value_or(""));
         return place.find("://") == std::string::npos ? place : "";
     }
 
-    void addLinks(const Event& event) {
+    /// The one that was chosen, else all.
+    std::vector<const VideoConferenceLink*> linksOf(const Event& event) const {
         const auto chosen = defaultVideoConferenceLink(event, core_.eventSettings().customSettings(event.id));
+        std::vector<const VideoConferenceLink*> links;
         for (const auto& link : event.videoConferenceLinks) {
-            if (chosen && link.url != chosen->url) continue;
-            text_ += std::string(timeWidth_ + 3, ' ') + console_.colored("▌", event.color) + " " +
-                     console_.faint(link.service.name + " " + link.url.absoluteString()) + "\n";
+            if (!chosen || link.url == chosen->url) links.push_back(&link);
         }
+        return links;
     }
+
+    static constexpr std::size_t progressCells = 10;
+    static constexpr std::size_t roomForProgress = 48;
 
     const Console& console_;
     CoreServices& core_;
     const Formatters& formatters_;
     platform::Date now_;
     bool withIds_;
+    /// Of the terminal; none for a pipe.
+    std::optional<std::size_t> width_;
     std::size_t timeWidth_ = 0;
     std::string text_;
 };

@@ -15,8 +15,7 @@ CompanionRecords& CommandContext::records() {
 void CommandContext::requireReadableAccounts() {
     const auto reports = core().aggregatedEventStore().report();
     if (reports.empty()) {
-        throw CommandFailure(ExitCode::nothingThere,
-                             "no calendars yet; add them with: heedbanner setup FOLDER");
+        throw CommandFailure(ExitCode::nothingThere, "no calendars yet; add them with: heedbanner setup");
     }
     std::string problems;
     for (const auto& report : reports) {

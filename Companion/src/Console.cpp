@@ -1,10 +1,12 @@
 #include "Console.h"
 
 #include <Foundation/Text.h>
+#include <Foundation/TextColumns.h>
 
 #include <sys/ioctl.h>
 #include <unistd.h>
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -19,9 +21,38 @@ bool environmentSays(const char* name) {
     return value && *value;
 }
 
-bool isDumbTerminal() {
+bool terminalIs(std::string_view name) {
     const char* term = std::getenv("TERM");
-    return term && std::string_view(term) == "dumb";
+    return term && std::string_view(term) == name;
+}
+
+bool hasTrueColor() {
+    const char* depth = std::getenv("COLORTERM");
+    return depth && (std::string_view(depth) == "truecolor" || std::string_view(depth) == "24bit");
+}
+
+long byteOf(double part) {
+    return std::lround(std::clamp(part, 0.0, 1.0) * 255);
+}
+
+/// The nearest of a terminal's 256 colours: a cube of 6 × 6 × 6 behind the first 16, then 24 greys.
+long nearestOf256(const platform::Color& color) {
+    constexpr std::array<long, 6> levels = {0, 95, 135, 175, 215, 255};
+    const std::array<long, 3> parts = {byteOf(color.red), byteOf(color.green), byteOf(color.blue)};
+    long index = 16;
+    long cubeError = 0;
+    for (const long part : parts) {
+        const auto nearest =
+            std::ranges::min_element(levels, {}, [&](long level) { return std::abs(level - part); });
+        index = (index - 16) * 6 + (nearest - levels.begin()) + 16;
+        cubeError += (*nearest - part) * (*nearest - part);
+    }
+    const long average = (parts[0] + parts[1] + parts[2]) / 3;
+    const long grey = std::clamp((average - 3) / 10, 0L, 23L);
+    long greyError = 0;
+    for (const long part : parts)
+        greyError += (8 + 10 * grey - part) * (8 + 10 * grey - part);
+    return greyError < cubeError ? 232 + grey : index;
 }
 
 struct CodePoint {
@@ -41,18 +72,6 @@ CodePoint firstCodePoint(std::string_view text) {
     return {value, count};
 }
 
-int columnsOf(char32_t c) {
-    const auto within = [c](char32_t first, char32_t last) { return c >= first && c <= last; };
-    const bool takesNone = within(0x300, 0x36F) || within(0x200B, 0x200F) || within(0xFE00, 0xFE0F) ||
-                           within(0x20D0, 0x20FF) || within(0x1F3FB, 0x1F3FF) || c == 0x2060 || c == 0xFEFF;
-    if (takesNone) return 0;
-    const bool takesTwo = within(0x1100, 0x115F) || within(0x2E80, 0x303E) || within(0x3041, 0xA4CF) ||
-                          within(0xAC00, 0xD7A3) || within(0xF900, 0xFAFF) || within(0xFE30, 0xFE6F) ||
-                          within(0xFF00, 0xFF60) || within(0xFFE0, 0xFFE6) || within(0x1F300, 0x1F64F) ||
-                          within(0x1F680, 0x1F6FF) || within(0x1F900, 0x1F9FF) || within(0x20000, 0x3FFFD);
-    return takesTwo ? 2 : 1;
-}
-
 bool isControl(char32_t c) {
     // Direction overrides could make a line show something else than it holds.
     return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029 || (c >= 0x202A && c <= 0x202E);
@@ -61,7 +80,10 @@ bool isControl(char32_t c) {
 }  // namespace
 
 Console::Console(bool allowColors)
-    : colors_(allowColors && isatty(STDOUT_FILENO) && !environmentSays("NO_COLOR") && !isDumbTerminal()) {}
+    : colors_(allowColors && isatty(STDOUT_FILENO) && !environmentSays("NO_COLOR") && !terminalIs("dumb")),
+      trueColors_(hasTrueColor()),
+      // The system's own console shows the addresses as they are.
+      links_(colors_ && !terminalIs("linux")) {}
 
 std::ostream& Console::out() const {
     return std::cout;
@@ -87,10 +109,14 @@ std::string Console::styled(std::string_view text, std::string_view code) const 
 }
 
 std::string Console::colored(std::string_view text, const platform::Color& color) const {
-    const auto part = [](double value) {
-        return std::to_string(std::lround(std::clamp(value, 0.0, 1.0) * 255));
-    };
+    if (!trueColors_) return styled(text, "38;5;" + std::to_string(nearestOf256(color)));
+    const auto part = [](double value) { return std::to_string(byteOf(value)); };
     return styled(text, "38;2;" + part(color.red) + ";" + part(color.green) + ";" + part(color.blue));
+}
+
+std::string Console::linked(std::string_view text, std::string_view url) const {
+    if (!links_) return std::string(text);
+    return "\x1b]8;;" + onOneLine(url) + "\x1b\\" + std::string(text) + "\x1b]8;;\x1b\\";
 }
 
 std::optional<std::string> Console::ask(std::string_view question) const {
@@ -142,13 +168,7 @@ std::string onOneLine(std::string_view text) {
 }
 
 std::size_t columns(std::string_view text) {
-    int count = 0;
-    while (!text.empty()) {
-        const CodePoint point = firstCodePoint(text);
-        count += columnsOf(point.value);
-        text.remove_prefix(point.bytes);
-    }
-    return static_cast<std::size_t>(count);
+    return platform::columnCount(text);
 }
 
 std::string padded(std::string_view text, std::size_t width) {

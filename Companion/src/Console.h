@@ -26,7 +26,11 @@ class Console {
 
     std::string bold(std::string_view text) const { return styled(text, "1"); }
     std::string faint(std::string_view text) const { return styled(text, "2"); }
+    /// In 24 bits where the terminal says that it has them, else in the nearest of 256 colours.
     std::string colored(std::string_view text, const platform::Color& color) const;
+    bool hasLinks() const { return links_; }
+    /// Opens the address where it is clicked; the text alone where there are no such links.
+    std::string linked(std::string_view text, std::string_view url) const;
 
     /// Asks on standard error; an empty answer means yes, the end of input no.
     bool confirm(std::string_view question) const;
@@ -41,6 +45,8 @@ class Console {
     std::string styled(std::string_view text, std::string_view code) const;
 
     bool colors_ = false;
+    bool trueColors_ = false;
+    bool links_ = false;
 };
 
 /// Text from outside made safe for a terminal line: control characters (line breaks, escape sequences)

@@ -147,6 +147,8 @@ TEST_F(Setup, WhatOtherProgramsAndUsualPlacesHoldBecomesAccountsOnce) {
         EXPECT_EQ(setup.exitCode, 0) << setup.err;
         EXPECT_EQ(accounts(), expected) << setup.out << setup.err;
         EXPECT_EQ(titles().size(), events);
+        // A named address book is no empty calendar.
+        EXPECT_THAT(companion({"calendars", "list"}).out, Not(HasSubstr("Book")));
 
         const auto stored = test::readFile(configFile("accounts.toml"));
         const auto again = companion({"setup", "--yes"});
@@ -165,6 +167,76 @@ TEST_F(Setup, WhatOtherProgramsAndUsualPlacesHoldBecomesAccountsOnce) {
         for (const auto& entry : std::filesystem::directory_iterator(home.path()))
             std::filesystem::remove_all(entry);
     }
+}
+
+TEST_F(Setup, APlaceThatCannotBeReadIsToldAndTheRestIsAdded) {
+    write({{".calendars/a.ics", "hidden"}});
+    chmod((home / ".calendars").c_str(), 0);
+    // Root reads everything unless it gives that up.
+    const auto setUp = [&] {
+        if (geteuid() != 0) return companion({"setup", "--yes"});
+        return run("/usr/bin/setpriv", {"--bounding-set=-dac_override,-dac_read_search",
+                                        programs() + "/heedbanner", "setup", "--yes"});
+    };
+    const auto alone = setUp();
+    EXPECT_EQ(alone.exitCode, 1) << alone.out;
+    EXPECT_THAT(alone.err, HasSubstr((home / ".calendars").string() + ": cannot be read: no permission"));
+    EXPECT_FALSE(std::filesystem::exists(configFile("accounts.toml")));
+
+    write({{"team.ics", test::oneEvent("One", "20260304T090000Z", "20260304T100000Z")}});
+    EXPECT_EQ(setUp().exitCode, 1);
+    EXPECT_EQ(accounts(), std::vector<std::string>{"team | team.ics"});
+    chmod((home / ".calendars").c_str(), 0700);
+}
+
+TEST_F(Setup, AHomeWithoutCalendarsGetsAnExplanation) {
+    write({{"config/vdirsyncer/config", "[storage a]\ntype = \"filesystem\"\npath = \"~/later\"\n"}});
+    const auto setup = companion({"setup", "--yes"});
+    EXPECT_EQ(setup.exitCode, 3);
+    EXPECT_THAT(setup.err, AllOf(HasSubstr("vdirsyncer names ~/later, which is not there"),
+                                 HasSubstr("no calendars found"), HasSubstr("heedbanner setup FOLDER")));
+    EXPECT_EQ(setup.out, "");
+    EXPECT_FALSE(std::filesystem::exists(configFile("accounts.toml")));
+}
+
+TEST_F(Setup, AccountsThatAreThereStayAndOnlyTheRestIsAdded) {
+    write(together(meetings(".calendars/work", "me@example.org", 5),
+                   meetings(".calendars/home", "me@home.example", 2)));
+    companion({"accounts", "add", home / ".calendars/work", "--name", "Mine"});
+    home.write("config/heedbanner/accounts.toml",
+               "# by hand\n" + test::readFile(configFile("accounts.toml")));
+    const auto before = test::readFile(configFile("accounts.toml"));
+
+    EXPECT_THAT(companion({"setup"}).out, "");
+    EXPECT_EQ(test::readFile(configFile("accounts.toml")), before);
+    EXPECT_THAT(companion({"setup", "--yes"}).out, AllOf(HasSubstr("already there"), HasSubstr("home (")));
+    EXPECT_EQ(accounts(), (std::vector<std::string>{"Mine | .calendars/work", "home | .calendars/home"}));
+    EXPECT_EQ(titles().size(), 7u);
+    write(meetings(".calendars/home/more", "me@home.example", 1));
+    EXPECT_THAT(companion({"setup", "--yes"}).out, HasSubstr("New in home, watched now: more\n"));
+    companion({"setup", home / ".calendars/work", "--email", "me@example.org"});
+    EXPECT_EQ(accounts().front(), "Mine | .calendars/work | me@example.org");
+    EXPECT_EQ(companion({"setup", "--undo"}).exitCode, 0);
+    EXPECT_EQ(accounts().front(), "Mine | .calendars/work");
+    EXPECT_EQ(companion({"accounts", "remove", "home"}).exitCode, 0);
+    EXPECT_EQ(test::readFile(configFile("accounts.toml")), before);
+}
+
+TEST_F(Setup, APersonIsAskedOnATerminal) {
+    auto files = meetings(".calendars/work", "me@example.org", 3);
+    files["Downloads/a.ics"] = test::oneEvent("One", "20260304T090000Z", "20260304T100000Z");
+    write(files);
+    variables["PATH"] = programs() + ":/usr/bin:/bin";
+    const auto answer = [&](const std::string& typed) {
+        return run("/bin/bash", {"-c", "printf '" + typed + "' | script -qec 'heedbanner setup' /dev/null"})
+            .out;
+    };
+    EXPECT_THAT(answer("n\\n"), AllOf(HasSubstr("~/.calendars"), HasSubstr("Add 1? [Y/n, or numbers]"),
+                                      HasSubstr("Nothing was added")));
+    EXPECT_TRUE(accounts().empty());
+    EXPECT_THAT(answer("1 2\\n\\n"), HasSubstr("Is me@example.org your address (in 3 of 3 meetings)? [Y/n]"));
+    EXPECT_EQ(accounts(),
+              (std::vector<std::string>{"calendars | .calendars | me@example.org", "a | Downloads/a.ics"}));
 }
 
 }  // namespace

@@ -96,7 +96,7 @@ class AccountsCommand final : public CommandWithActions<AccountsCommand> {
             }
         }
         if (reports.empty()) {
-            console.err() << "There are no accounts yet. Add one with: heedbanner setup FOLDER\n";
+            console.err() << "There are no accounts yet. Add one with: heedbanner setup\n";
         }
         return ExitCode::done;
     }

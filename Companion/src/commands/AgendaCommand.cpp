@@ -2,6 +2,7 @@
 #include "CollectionChoices.h"
 #include "Command.h"
 #include "CommandContext.h"
+#include "LocationExamination.h"
 
 #include <HbrCore/Events/EventJson.h>
 #include <CLI/App.hpp>
@@ -64,17 +65,17 @@ class AgendaCommand final : public Command {
     }
 
     static void tellWhatIsNew(CommandContext& context) {
-        std::size_t count = 0;
-        for (const auto type : {platform::EKEntityType::event, platform::EKEntityType::reminder}) {
-            const auto choices = collectionChoices(context, type);
-            count += static_cast<std::size_t>(
-                std::count_if(choices.begin(), choices.end(), [](const auto& one) { return one.isNew; }));
-        }
+        tellWhatIsNew(context, platform::EKEntityType::event, "calendar", "heedbanner calendars");
+        tellWhatIsNew(context, platform::EKEntityType::reminder, "task list", "heedbanner reminder-lists");
+    }
+
+    static void tellWhatIsNew(CommandContext& context, platform::EKEntityType type, const std::string& noun,
+                              const std::string& command) {
+        const auto choices = collectionChoices(context, type);
+        const auto count = static_cast<std::size_t>(std::ranges::count_if(choices, &CollectionChoice::isNew));
         if (count == 0) return;
-        context.console().complain(
-            std::to_string(count) +
-            (count == 1 ? " calendar or task list is" : " calendars or task lists are") +
-            " new and not watched yet: heedbanner doctor");
+        context.console().complain(counted(count, noun) + (count == 1 ? " is" : " are") +
+                                   " new and not watched yet: " + command);
     }
 
     std::optional<int> days_;

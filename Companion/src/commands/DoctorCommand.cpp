@@ -136,7 +136,7 @@ class DoctorCommand final : public Command {
                             const std::vector<CollectionChoice>& fresh) {
         const Console& console = context.console();
         std::ostream& out = console.out();
-        if (reports.empty()) out << "No accounts yet. Add calendars with: heedbanner setup FOLDER\n";
+        if (reports.empty()) out << "No accounts yet. Add calendars with: heedbanner setup\n";
         for (const auto& report : reports) {
             out << console.bold(onOneLine(report.account.name)) << "  "
                 << onOneLine(report.account.location.string()) << "\n";

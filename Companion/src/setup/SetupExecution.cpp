@@ -65,6 +65,19 @@ std::vector<AddedAccount> calendarAccounts(const std::vector<PlannedAccount>& pl
     return accounts;
 }
 
+/// What is watched from now on of accounts that were there.
+void tellNewlyWatched(CommandContext& context, const std::vector<PlannedAccount>& planned,
+                      const std::vector<std::string>& identifiers, platform::EKEntityType type) {
+    for (const auto& choice : collectionChoices(context, type)) {
+        const bool isOfOld = std::ranges::any_of(planned, [&](const PlannedAccount& one) {
+            return one.isThere && one.account.name == choice.accountName;
+        });
+        if (!isOfOld || std::ranges::find(identifiers, choice.identifier) == identifiers.end()) continue;
+        context.console().out() << "New in " << onOneLine(choice.accountName)
+                                << ", watched now: " << onOneLine(choice.name) << "\n";
+    }
+}
+
 }  // namespace
 
 void carryOut(CommandContext& context, const SetupPlan& plan, bool dryRun) {
@@ -84,6 +97,8 @@ void carryOut(CommandContext& context, const SetupPlan& plan, bool dryRun) {
         return;
     }
     context.records().setLastSetup(record);
+    tellNewlyWatched(context, planned, record.calendars, platform::EKEntityType::event);
+    tellNewlyWatched(context, planned, record.reminderLists, platform::EKEntityType::reminder);
     const UserSettingsStore& settings = context.core().settings();
     console.out() << "Watched: " << counted(settings.activeCalendarIdentifiers().size(), "calendar") << ", "
                   << counted(settings.activeReminderListIdentifiers().size(), "task list")
