@@ -26,6 +26,10 @@ const char* textOf(Account::Kind kind) {
     }
 }
 
+std::filesystem::path withHome(const std::string& location, const std::filesystem::path& home) {
+    return location.starts_with("~/") ? home / location.substr(2) : std::filesystem::path(location);
+}
+
 /// Reads one [[account]]; what is wrong with it goes to `tell(field, text)`.
 template <class Tell>
 std::optional<Account> accountOf(const PropertyDictionary& table, const std::filesystem::path& home,
@@ -44,8 +48,7 @@ std::optional<Account> accountOf(const PropertyDictionary& table, const std::fil
         tell(account.name.empty() ? "name" : "location", "is missing; the account is left out");
         return std::nullopt;
     }
-    account.location =
-        location.starts_with("~/") ? home / location.substr(2) : std::filesystem::path(location);
+    account.location = withHome(location, home);
     if (const auto* value = table.find("addresses")) {
         if (auto addresses = value->asStrings()) {
             for (auto& address : *addresses) {
@@ -185,8 +188,11 @@ std::optional<std::string> edited(const LoadedAccounts& loaded, const std::vecto
     for (const Account* account : added) {
         if (text) text = withMoreToml(*text, "account", tableOf(*account, {}));
     }
+    std::vector<Account> expected = accounts;
+    for (auto& account : expected)
+        account.location = withHome(account.location.string(), environment.homeDirectory);
     CollectedDiagnostics ignored;
-    if (!text || read(*text, file, environment, ignored).accounts != accounts) return std::nullopt;
+    if (!text || read(*text, file, environment, ignored).accounts != expected) return std::nullopt;
     return text;
 }
 

@@ -120,6 +120,9 @@ std::optional<std::string> withoutTomlTable(std::string_view text, std::string_v
     if (!isNextOnes) end = comments;
     while (lines.isBlank(end))
         ++end;
+    // Nor does the last one leave the blank lines that set it off.
+    while (end >= lines.count() && first > 0 && lines.isBlank(first - 1))
+        --first;
     return replaced(text, lines.start(first), lines.start(end), "");
 }
 
