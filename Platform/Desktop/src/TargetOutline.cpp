@@ -6,8 +6,9 @@ namespace platform {
 
 namespace {
 
-/// Of targets that nothing fills.
-constexpr double plainRadius = 6;
+/// Around targets that nothing fills, and around a whole content, which lies 16 inside a radius of 20.
+constexpr double plainDistance = 4, plainRadius = 6;
+constexpr double contentDistance = 10, contentRadius = 14, contentInset = 16;
 
 std::optional<double> radiusOfFill(const LaidOutNode& node, const Rect& frame) {
     if (node.kind == LaidOutNode::Kind::shape && !node.isHairline && node.frame == frame)
@@ -19,17 +20,29 @@ std::optional<double> radiusOfFill(const LaidOutNode& node, const Rect& frame) {
     return std::nullopt;
 }
 
-void collect(const LaidOutNode& node, std::vector<TargetOutline>& outlines) {
-    if (node.url) outlines.push_back({node.frame, radiusOfFill(node, node.frame).value_or(plainRadius)});
+Rect widened(Rect rect, double by) {
+    return {rect.x - by, rect.y - by, rect.width + 2 * by, rect.height + 2 * by};
+}
+
+TargetOutline outlineOf(const LaidOutNode& target, Size widget) {
+    if (const auto radius = radiusOfFill(target, target.frame)) return {target.frame, *radius};
+    const bool isContent = target.frame.width >= widget.width - 2 * contentInset &&
+                           target.frame.height >= widget.height - 2 * contentInset;
+    if (isContent) return {widened(target.frame, contentDistance), contentRadius};
+    return {widened(target.frame, plainDistance), plainRadius};
+}
+
+void collect(const LaidOutNode& node, Size widget, std::vector<TargetOutline>& outlines) {
+    if (node.url) outlines.push_back(outlineOf(node, widget));
     for (const auto& child : node.children)
-        collect(child, outlines);
+        collect(child, widget, outlines);
 }
 
 }  // namespace
 
 std::vector<TargetOutline> targetOutlines(const LaidOutTree& tree) {
     std::vector<TargetOutline> outlines;
-    collect(tree.root, outlines);
+    collect(tree.root, tree.size, outlines);
     return outlines;
 }
 

@@ -14,7 +14,8 @@ struct TargetOutline {
     friend bool operator==(const TargetOutline&, const TargetOutline&) = default;
 };
 
-/// Of each of tree.links(), in their order: rounded like the shape that fills the target.
+/// Of each of tree.links(), in their order: rounded like the shape that fills the target; around one that
+/// nothing fills, and concentric with the widget around one that is all of its content.
 std::vector<TargetOutline> targetOutlines(const LaidOutTree& tree);
 
 }  // namespace platform

@@ -43,16 +43,18 @@ void setSource(cairo_t* cairo, Color color) {
 
 }  // namespace
 
-WidgetCanvas::WidgetCanvas(GtkFixed* parent, EnvironmentRef environment,
+WidgetCanvas::WidgetCanvas(GtkFixed* parent, std::string name, EnvironmentRef environment,
                            std::function<void(const Url&)> tapped)
     : environment_(std::move(environment)),
       parent_(parent),
       area_(retained(gtk_drawing_area_new())),
       badge_(retained(gtk_event_box_new())),
-      buttons_((gtk_fixed_put(parent, area_.get(), 0, 0), parent),
-               {std::move(tapped), [this](std::size_t target) {
-                    if (target < outlines_.size()) redraw(outlines_[target].frame);
-                }}) {
+      buttons_((gtk_fixed_put(parent, area_.get(), 0, 0), parent), {std::move(tapped),
+                                                                    [this](std::size_t target) {
+                                                                        if (target < outlines_.size())
+                                                                            redraw(outlines_[target].frame);
+                                                                    }}),
+      name_(std::move(name)) {
     gtk_widget_set_has_window(area_.get(), FALSE);
     atk_object_set_role(gtk_widget_get_accessible(area_.get()), ATK_ROLE_IMAGE);
     g_signal_connect(area_.get(), "draw",
@@ -87,18 +89,16 @@ void WidgetCanvas::show(const WidgetContent& content, const Look& look) {
     look_.context.now = environment_->now();
     view_ = content(look_.context);
     gtk_widget_set_size_request(area_.get(), size().width + 2 * margin(), size().height + 2 * margin());
-    layOutAgain();
-    say();
+    layOutAgain(Speech::now);
 }
 
-void WidgetCanvas::layOutAgain() {
+void WidgetCanvas::layOutAgain(Speech speech) {
     look_.context.now = environment_->now();
     LaidOutTree tree = layOutWidget(view_, look_.context);
     if (look_.isFilled) makeSquare(tree);
-    auto targets = tree.links();
     outlines_ = targetOutlines(tree);
     const auto changes = painted_.set(std::move(tree), look_.scale * look_.deviceScale);
-    buttons_.set(std::move(targets), margin(), look_.scale);
+    buttons_.set(said(painted_.tree().links(), speech), margin(), look_.scale);
     placeBadge();
     for (const Rect& change : changes)
         redraw(change);
@@ -115,7 +115,7 @@ void WidgetCanvas::redraw(const Rect& points) {
 void WidgetCanvas::draw(cairo_t* cairo) {
     wasDrawnSinceTick_ = true;
     if (!ticker_ && painted_.tree().nextChange(look_.context.now)) {
-        layOutAgain();
+        layOutAgain(Speech::seldom);
         armTicker();
     }
     cairo_save(cairo);
@@ -223,20 +223,33 @@ void WidgetCanvas::armTicker() {
 void WidgetCanvas::tick() {
     if (!wasDrawnSinceTick_) return ticker_.reset();
     const auto before = painted_.tree().texts();
-    layOutAgain();
+    layOutAgain(Speech::seldom);
     wasDrawnSinceTick_ = painted_.tree().texts() == before;
-    if (saidAt_ && look_.context.now.timeIntervalSince(*saidAt_) >= silence) say();
     if (!painted_.tree().nextChange(look_.context.now)) ticker_.reset();
 }
 
-void WidgetCanvas::say() {
-    std::string words;
-    for (const std::string& text : painted_.tree().texts())
-        words += (words.empty() ? "" : ", ") + text;
+/// The targets with the labels that assistive tools are to know; also says what stands outside of them.
+std::vector<TapTarget> WidgetCanvas::said(std::vector<TapTarget> targets, Speech speech) {
+    const auto isKnown = [](const TapTarget& a, const TapTarget& b) { return a.url == b.url; };
+    const bool isQuiet = speech == Speech::seldom && look_.context.now.timeIntervalSince(saidAt_) < silence &&
+                         std::ranges::equal(targets, said_, isKnown);
+    if (isQuiet) {
+        for (std::size_t i = 0; i < targets.size(); ++i)
+            targets[i].label = said_[i].label;
+        return targets;
+    }
+    said_ = targets;
     saidAt_ = look_.context.now;
-    if (words == said_) return;
-    said_ = std::move(words);
-    atk_object_set_name(gtk_widget_get_accessible(area_.get()), said_.c_str());
+    std::string words;
+    for (const AccessibleElement& element : painted_.tree().accessibleElements()) {
+        // Targets have buttons that say themselves.
+        if (!element.url) words += (words.empty() ? "" : ", ") + element.label;
+    }
+    if (words.empty()) words = name_;
+    AtkObject* accessible = gtk_widget_get_accessible(area_.get());
+    const char* before = atk_object_get_name(accessible);
+    if (!before || words != before) atk_object_set_name(accessible, words.c_str());
+    return targets;
 }
 
 }  // namespace platform

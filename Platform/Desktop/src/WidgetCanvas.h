@@ -25,8 +25,9 @@ namespace platform {
 /// them.
 class WidgetCanvas {
   public:
-    /// `parent`: the window's only child.
-    WidgetCanvas(GtkFixed* parent, EnvironmentRef environment, std::function<void(const Url&)> tapped);
+    /// `parent`: the window's only child; `name`: of the widget, for assistive tools.
+    WidgetCanvas(GtkFixed* parent, std::string name, EnvironmentRef environment,
+                 std::function<void(const Url&)> tapped);
     ~WidgetCanvas();
 
     struct Look {
@@ -53,7 +54,12 @@ class WidgetCanvas {
     const TapButtons& buttons() const { return buttons_; }
 
   private:
-    void layOutAgain();
+    enum class Speech {
+        now,
+        /// Once in a while: what only ticks is said no oftener.
+        seldom,
+    };
+    void layOutAgain(Speech speech);
     void draw(cairo_t* cairo);
     void drawTargets(cairo_t* cairo);
     void drawBadge(cairo_t* cairo) const;
@@ -62,7 +68,7 @@ class WidgetCanvas {
     void redraw(const Rect& points);
     void tick();
     void armTicker();
-    void say();
+    std::vector<TapTarget> said(std::vector<TapTarget> targets, Speech speech);
 
     EnvironmentRef environment_;
     GtkFixed* parent_;
@@ -76,8 +82,10 @@ class WidgetCanvas {
     WidgetShadow shadow_;
     std::vector<TargetOutline> outlines_;
     std::optional<std::string> badgeText_;
-    std::string said_;
-    std::optional<Date> saidAt_;
+    std::string name_;
+    /// As assistive tools know them.
+    std::vector<TapTarget> said_;
+    Date saidAt_;
     std::unique_ptr<WallClockTimer> ticker_;
     bool wasDrawnSinceTick_ = false;
     bool isObscured_ = false;
