@@ -2,6 +2,7 @@
 include(GNUInstallDirs)
 
 set(HEEDBANNER_RELEASE_DATE 2026-11-23)
+set(HEEDBANNER_RELEASE_DAY "November 23, 2026")
 set(packaging ${CMAKE_SOURCE_DIR}/packaging)
 set(id com.quietlark.heedbanner)
 
@@ -14,6 +15,16 @@ install(DIRECTORY ${HEEDBANNER_BUILD_RESOURCES}/ DESTINATION ${CMAKE_INSTALL_DAT
 hbr_install(core ${CMAKE_INSTALL_DATADIR}/applications ${packaging}/${id}.links.desktop)
 hbr_install(core ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps ${packaging}/icons/${id}.svg)
 hbr_install(core ${CMAKE_INSTALL_DATADIR}/icons/hicolor/symbolic/apps ${packaging}/icons/${id}-symbolic.svg)
+
+# Pages and data that carry the version.
+function(hbr_install_versioned component destination template)
+  cmake_path(GET template STEM LAST_ONLY name)
+  configure_file(${packaging}/${template} ${CMAKE_BINARY_DIR}/packaging/${name} @ONLY)
+  hbr_install(${component} ${destination} ${CMAKE_BINARY_DIR}/packaging/${name})
+endfunction()
+hbr_install_versioned(core ${CMAKE_INSTALL_MANDIR}/man1 man/heedbanner.1.in)
+hbr_install_versioned(core ${CMAKE_INSTALL_MANDIR}/man1 man/heedbanner-widgets.1.in)
+hbr_install_versioned(core ${CMAKE_INSTALL_MANDIR}/man5 man/heedbanner-accounts.5.in)
 
 foreach(program heedbanner heedbanner-widgets)
   hbr_install(core ${CMAKE_INSTALL_DATADIR}/bash-completion/completions ${packaging}/completions/bash/${program})

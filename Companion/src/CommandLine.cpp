@@ -1,5 +1,7 @@
 #include "CommandLine.h"
 
+#include "CommandParts.h"
+
 #include <Companion/MomentText.h>
 
 #include <Foundation/NearestName.h>
@@ -46,7 +48,8 @@ void declareGeneral(CLI::App& app, GeneralOptions& general) {
 
 void declareGeneralBelow(CLI::App& app, GeneralOptions& general) {
     declareGeneral(app, general);
-    for (CLI::App* below : app.get_subcommands([](const CLI::App*) { return true; })) {
+    for (CLI::App* below :
+         app.get_subcommands([](const CLI::App* one) { return !one->get_name().empty(); })) {
         declareGeneralBelow(*below, general);
     }
 }
@@ -60,17 +63,17 @@ class HelpText : public CLI::Formatter {
 
     std::string make_usage(const CLI::App* app, std::string name) const override {
         std::string usage = "Usage: " + name;
-        for (const CLI::Option* option : app->get_options()) {
+        for (const CLI::Option* option : optionsOf(*app)) {
             if (!option->nonpositional() || option->get_group() == generalGroup) continue;
             usage += " [" + option->get_name() + optionArgument(*option) + "]";
         }
-        for (const CLI::Option* option : app->get_options()) {
+        for (const CLI::Option* option : optionsOf(*app)) {
             if (!option->get_positional()) continue;
             const std::string shown =
                 option->get_name(true) + (option->get_items_expected_max() > 1 ? " ..." : "");
             usage += option->get_required() ? " " + shown : " [" + shown + "]";
         }
-        if (!app->get_subcommands([](const CLI::App*) { return true; }).empty()) usage += " COMMAND ...";
+        if (!commandsOf(*app).empty()) usage += " COMMAND ...";
         return usage + "\n";
     }
 
@@ -79,21 +82,22 @@ class HelpText : public CLI::Formatter {
   private:
     static std::string optionArgument(const CLI::Option& option) {
         if (option.get_items_expected_max() == 0 || option.get_positional()) return "";
-        const std::string type = option.get_type_name();
+        // Without what CLI11 adds about bounds; the descriptions say it in words.
+        const std::string type = option.get_type_name().substr(0, option.get_type_name().find(':'));
         return (type.empty() ? "" : " " + type) + (option.get_items_expected_max() > 1 ? " ..." : "");
     }
 };
 
 const CLI::App& deepest(const CLI::App& app) {
-    const CLI::App* result = &app;
-    while (!result->get_subcommands().empty())
-        result = result->get_subcommands().back();
-    return *result;
+    for (const CLI::App* below : commandsOf(app)) {
+        if (below->parsed()) return deepest(*below);
+    }
+    return app;
 }
 
 std::vector<std::string> commandNames(const CLI::App& app) {
     std::vector<std::string> names;
-    for (const CLI::App* below : app.get_subcommands([](const CLI::App*) { return true; })) {
+    for (const CLI::App* below : commandsOf(app)) {
         names.push_back(below->get_name());
     }
     return names;
@@ -101,7 +105,7 @@ std::vector<std::string> commandNames(const CLI::App& app) {
 
 std::vector<std::string> optionNames(const CLI::App& app) {
     std::vector<std::string> names;
-    for (const CLI::Option* option : app.get_options()) {
+    for (const CLI::Option* option : optionsOf(app)) {
         for (const auto& name : option->get_lnames())
             names.push_back("--" + name);
         for (const auto& name : option->get_snames())

@@ -2,6 +2,7 @@
 
 #include "ArgumentCandidates.h"
 #include "CommandLine.h"
+#include "CommandParts.h"
 
 #include <CLI/CLI.hpp>
 
@@ -11,17 +12,15 @@ namespace hbr {
 
 namespace {
 
-const auto every = [](const CLI::App*) { return true; };
-
 const CLI::App* subcommand(const CLI::App& app, const std::string& name) {
-    for (const CLI::App* below : app.get_subcommands(every)) {
+    for (const CLI::App* below : commandsOf(app)) {
         if (below->get_name() == name) return below;
     }
     return nullptr;
 }
 
 const CLI::Option* optionNamed(const CLI::App& app, const std::string& word) {
-    for (const CLI::Option* option : app.get_options()) {
+    for (const CLI::Option* option : optionsOf(app)) {
         if (option->nonpositional() && option->check_name(word)) return option;
     }
     return nullptr;
@@ -68,7 +67,7 @@ Place placeOfLast(const CLI::App& root, const std::vector<std::string>& words) {
 
 const CLI::Option* positional(const CLI::App& app, std::size_t number) {
     const CLI::Option* last = nullptr;
-    for (const CLI::Option* option : app.get_options()) {
+    for (const CLI::Option* option : optionsOf(app)) {
         if (!option->get_positional()) continue;
         last = option;
         if (number-- == 0) return option;
@@ -76,9 +75,9 @@ const CLI::Option* positional(const CLI::App& app, std::size_t number) {
     return last && last->get_items_expected_max() > 1 ? last : nullptr;
 }
 
-std::vector<Candidate> optionsOf(const CLI::App& app) {
+std::vector<Candidate> optionCandidates(const CLI::App& app) {
     std::vector<Candidate> all;
-    for (const CLI::Option* option : app.get_options()) {
+    for (const CLI::Option* option : optionsOf(app)) {
         for (const auto& name : option->get_lnames())
             all.push_back({"--" + name, option->get_description()});
     }
@@ -95,9 +94,9 @@ std::vector<Candidate> completions(const CLI::App& root, const std::vector<std::
     if (place.valueOf) {
         candidates = listedValues(*place.valueOf);
     } else if (begun.starts_with('-')) {
-        candidates = optionsOf(*place.app);
+        candidates = optionCandidates(*place.app);
     } else {
-        for (const CLI::App* below : place.app->get_subcommands(every))
+        for (const CLI::App* below : commandsOf(*place.app))
             candidates.push_back({below->get_name(), below->get_description()});
         if (const CLI::Option* argument = positional(*place.app, place.argument)) {
             for (auto& value : values(place.command, argument->get_name(true)))
