@@ -26,6 +26,17 @@ void chooseBackend() {
     }
 }
 
+/// Nothing here draws with OpenGL, whose drivers would take more memory than all the rest and time at the
+/// start. Only for the toolkit: programs that are opened get their environment from this process.
+bool initializeWithoutGl() {
+    constexpr const char* variable = "GDK_GL";
+    const bool isOurs = !std::getenv(variable);
+    if (isOurs) setenv(variable, "disable", 0);
+    const bool hasDesktop = gtk_init_check(nullptr, nullptr);
+    if (isOurs) unsetenv(variable);
+    return hasDesktop;
+}
+
 SurfaceKind surfaceKindOf(GdkDisplay* display) {
     if (GDK_IS_X11_DISPLAY(display)) return SurfaceKind::x11Desktop;
     return gtk_layer_is_supported() ? SurfaceKind::layerShell : SurfaceKind::plainWindow;
@@ -47,7 +58,7 @@ DesktopSession::Opened DesktopSession::open(const std::string& programName, bool
     std::setlocale(LC_MESSAGES, "");
     g_set_prgname(programName.c_str());
     chooseBackend();
-    if (!gtk_init_check(nullptr, nullptr))
+    if (!initializeWithoutGl())
         return {nullptr, "there is no desktop here (neither WAYLAND_DISPLAY nor DISPLAY leads to one)"};
     gdk_set_program_class(programName.c_str());
     gtk_widget_set_default_direction(isRightToLeft ? GTK_TEXT_DIR_RTL : GTK_TEXT_DIR_LTR);
