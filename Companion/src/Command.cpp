@@ -13,6 +13,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(makeRemindCommand());
     commands.push_back(makeRemindersCommand());
     commands.push_back(makeAlertsCommand());
+    commands.push_back(makeSnoozeCommand());
     commands.push_back(makeSetupCommand());
     commands.push_back(makeAccountsCommand());
     commands.push_back(makeCalendarsCommand());

@@ -52,6 +52,7 @@ std::unique_ptr<Command> makeShowCommand();
 std::unique_ptr<Command> makeJoinCommand();
 std::unique_ptr<Command> makeOpenCommand();
 std::unique_ptr<Command> makeStatusCommand();
+std::unique_ptr<Command> makeSnoozeCommand();
 std::unique_ptr<Command> makeSetupCommand();
 std::unique_ptr<Command> makeAccountsCommand();
 std::unique_ptr<Command> makeCalendarsCommand();

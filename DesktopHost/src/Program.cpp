@@ -6,6 +6,7 @@
 #include "WidgetCatalogue.h"
 
 #include <Foundation/MainQueue.h>
+#include <HbrCore/DeepLinks/DesktopApplication.h>
 #include <MxLogger/MxLogger.h>
 #include <Workspace/SessionApplication.h>
 
@@ -25,7 +26,8 @@ using platform::SessionApplication;
 using platform::SessionApplicationClient;
 using Task = HostRequest::Task;
 
-constexpr const char* identifier = "com.quietlark.heedbanner";
+using desktopApplication::identifier;
+namespace action = desktopApplication::action;
 /// How long the running program may take to end, in seconds.
 constexpr double quitPatience = 10;
 
@@ -69,11 +71,11 @@ void require(const std::optional<std::string>& failure) {
 void handOver(const HostRequest& request, const SessionApplicationClient& running) {
     switch (request.task) {
         case Task::gallery:
-            return require(running.activateAction("gallery"));
+            return require(running.activateAction(action::gallery));
         case Task::focus:
-            return require(running.activateAction("focus", {request.focused}));
+            return require(running.activateAction(action::focus, {request.focused}));
         case Task::quit:
-            require(running.activateAction("quit"));
+            require(running.activateAction(action::quit));
             if (!running.waitUntilGone(quitPatience))
                 throw HostFailure(ExitStatus::failed, "the running heedbanner-desktop does not end");
             return;
@@ -86,12 +88,12 @@ void runHost(const HostRequest& request, RunningHost::World world) {
     RunningHost host(std::move(world));
     auto claimed = SessionApplication::claim(
         {.identifier = identifier,
-         .actions = {{"open", 1, [&](const auto& given) { host.openUrl(given[0]); }},
-                     {"snooze", 2, [&](const auto& given) { host.snooze(given[0], given[1]); }},
-                     {"reload", 0, [&](const auto&) { host.reload(); }},
-                     {"focus", 1, [&](const auto& given) { host.focus(given[0]); }},
-                     {"gallery", 0, [&](const auto&) { host.showGallery(); }},
-                     {"quit", 0, [&](const auto&) { host.quit(); }}},
+         .actions = {{action::open, 1, [&](const auto& given) { host.openUrl(given[0]); }},
+                     {action::snooze, 2, [&](const auto& given) { host.snooze(given[0], given[1]); }},
+                     {action::reload, 0, [&](const auto&) { host.reload(); }},
+                     {action::focus, 1, [&](const auto& given) { host.focus(given[0]); }},
+                     {action::gallery, 0, [&](const auto&) { host.showGallery(); }},
+                     {action::quit, 0, [&](const auto&) { host.quit(); }}},
          .activate = [&] { host.activate(); },
          .open =
              [&](const std::vector<platform::Url>& urls) {

@@ -14,6 +14,7 @@
 #include <Foundation/FileWatcher.h>
 #include <Foundation/TerminationRequest.h>
 #include <Foundation/ZoneChange.h>
+#include <HbrCore/DeepLinks/DesktopApplication.h>
 #include <HbrCore/Events/EventLookup.h>
 #include <MxLogger/MxLogger.h>
 #include <WidgetHost/WidgetScheduler.h>
@@ -26,7 +27,7 @@ namespace hbr {
 namespace {
 
 constexpr const char* programName = "Heedbanner";
-constexpr const char* desktopEntry = "com.quietlark.heedbanner";
+constexpr const char* desktopEntry = desktopApplication::identifier;
 /// A burst of changes of the file of placements is over after this many seconds.
 constexpr double placementsQuiet = 0.1;
 
@@ -296,12 +297,12 @@ void RunningHost::snooze(const std::string& eventId, const std::string& how) {
         return;
     }
     auto& manager = parts_->world.core.manager();
-    if (how == "clear") {
+    if (how == desktopApplication::clear) {
         manager.removeSnooze(*event);
         return manager.reloadEvents(true);
     }
     parts_->alerts->withdraw(*event);
-    if (how == "until-start") return manager.snoozeUntilTimeOfEvent(*event);
+    if (how == desktopApplication::untilStart) return manager.snoozeUntilTimeOfEvent(*event);
     std::int64_t minutes = 0;
     const auto end = std::from_chars(how.data(), how.data() + how.size(), minutes).ptr;
     if (end == how.data() + how.size() && minutes > 0) manager.snooze(*event, minutes);

@@ -1,0 +1,96 @@
+#include "Command.h"
+#include "CommandContext.h"
+#include "EventChoice.h"
+#include "ReminderText.h"
+
+#include <HbrCore/DeepLinks/DesktopApplication.h>
+#include <HbrCore/Events/EventTiming.h>
+#include <Workspace/SessionApplication.h>
+#include <CLI/App.hpp>
+
+namespace hbr {
+
+namespace {
+
+std::string titleOf(const Event& event) {
+    const std::string title = onOneLine(event.title.value_or(""));
+    return title.empty() ? "(no title)" : title;
+}
+
+/// Puts an alert off. An own reminder is moved; other alerts live in the program of the desktop.
+class SnoozeCommand final : public Command {
+  public:
+    std::string_view name() const override { return "snooze"; }
+    std::string_view group() const override { return commandGroup::everyDay; }
+    std::string_view summary() const override { return "Put the alert of an event off"; }
+    std::string_view examples() const override {
+        return "  heedbanner snooze next --minutes 5     tells of it again in five minutes\n"
+               "  heedbanner snooze next --until-start   tells of it again when it begins\n"
+               "  heedbanner snooze planning --clear     no longer tells of it again";
+    }
+
+    void declare(CLI::App& app) override {
+        app.add_option("EVENT", wanted_, eventArgumentMeaning)->type_name("")->required();
+        auto* how = app.add_option_group("How long");
+        how->add_option("--minutes", minutes_, "That many minutes from now; a reminder of your own is moved")
+            ->type_name("N")
+            ->check(CLI::Range(1, 7 * 24 * 60));
+        how->add_flag("--until-start", untilStart_, "Until it begins");
+        how->add_flag("--clear", clear_, "Not at all: takes it back");
+        how->require_option(1);
+    }
+
+    ExitCode run(CommandContext& context) override {
+        const Event event = chosenEvent(context, wanted_);
+        if (event.type == Event::EventType::hbrReminder && minutes_ > 0) return move(context, event);
+
+        const platform::SessionApplicationClient desktop(desktopApplication::identifier);
+        if (!desktop.isRunning()) {
+            throw CommandFailure(ExitCode::failed,
+                                 "\"" + titleOf(event) +
+                                     "\" is put off by the program of the desktop, which is "
+                                     "not running; start it with: heedbanner-desktop");
+        }
+        if (untilStart_ && !isInFuture(event, context.now())) {
+            throw CommandFailure(ExitCode::nothingThere, "\"" + titleOf(event) + "\" has begun already");
+        }
+        const std::string how = clear_        ? desktopApplication::clear
+                                : untilStart_ ? desktopApplication::untilStart
+                                              : std::to_string(minutes_);
+        if (const auto failure = desktop.activateAction(desktopApplication::action::snooze, {event.id, how}))
+            throw CommandFailure(ExitCode::failed, *failure);
+        context.console().out() << titleOf(event)
+                                << (clear_        ? ": no longer put off"
+                                    : untilStart_ ? ": put off until it begins"
+                                                  : ": put off for " + std::to_string(minutes_) +
+                                                        (minutes_ == 1 ? " minute" : " minutes"))
+                                << "\n";
+        return ExitCode::done;
+    }
+
+  private:
+    ExitCode move(CommandContext& context, const Event& event) const {
+        CustomRemindersStore& store = context.core().reminders();
+        const auto before = store.reminder(event.id);
+        if (!before) throw CommandFailure(ExitCode::nothingThere, "\"" + titleOf(event) + "\" is gone");
+        context.core().manager().snooze(event, minutes_);
+        const auto after = store.reminder(event.id);
+        if (!after || after->date() == before->date())
+            throw CommandFailure(ExitCode::failed, "\"" + titleOf(event) + "\" could not be moved");
+        context.console().out() << reminderLine(*after, context, context.now()) << "\n";
+        return ExitCode::done;
+    }
+
+    std::string wanted_;
+    int minutes_ = 0;
+    bool untilStart_ = false;
+    bool clear_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeSnoozeCommand() {
+    return std::make_unique<SnoozeCommand>();
+}
+
+}  // namespace hbr
