@@ -56,7 +56,9 @@ void AlertWatch::didRemoveSnoozedInvocation(const AlertInvocation& invocation) {
 }
 
 void AlertWatch::catchUp(const std::vector<AlertInvocation>& invocations) {
+    const platform::Date now = world_.clock();
     for (const AlertInvocation& invocation : invocations) {
+        if (invocation.date > now) continue;
         const bool isKnown = std::ranges::any_of(told_, [&](const Told& one) {
             return one.eventId == invocation.event.id && one.start == invocation.event.startDate;
         });

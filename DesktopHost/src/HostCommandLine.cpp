@@ -20,11 +20,14 @@ constexpr const char* examples =
     "      lifts the widgets with the keyboard until Escape, for a key of your desktop\n";
 
 /// An option that the program does not have, by what CLI11 left over.
-std::optional<std::string> unknownOption(const CLI::App& app, const std::vector<std::string>& arguments) {
+std::optional<std::string> unknownOption(const CLI::App& app, const CLI::App& group,
+                                         const std::vector<std::string>& arguments) {
     std::vector<std::string> names;
-    for (const CLI::Option* option : app.get_options()) {
-        for (const std::string& name : option->get_lnames())
-            names.push_back("--" + name);
+    for (const CLI::App* one : {&app, &group}) {
+        for (const CLI::Option* option : one->get_options()) {
+            for (const std::string& name : option->get_lnames())
+                names.push_back("--" + name);
+        }
     }
     for (const std::string& argument : arguments) {
         if (!argument.starts_with("--")) continue;
@@ -87,7 +90,7 @@ HostCommandLine readHostCommandLine(const std::vector<std::string>& arguments, s
     } catch (const CLI::CallForHelp&) {
         return {.request = std::nullopt, .text = app.help()};
     } catch (const CLI::ParseError& error) {
-        const auto option = unknownOption(app, arguments);
+        const auto option = unknownOption(app, *tasks, arguments);
         return {.request = std::nullopt,
                 .status = ExitStatus::wrongUsage,
                 .text = option.value_or(error.what()) + "; see --help"};

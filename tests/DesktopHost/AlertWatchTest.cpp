@@ -92,7 +92,8 @@ TEST_F(AlertWatchTest, CatchesUpOnWhatFellDueBeforeItUnlessItWasToldThen) {
     watch.restoreTold({{.eventId = "told",
                         .start = alert("told", "2026-03-04T08:59:30Z").event.startDate,
                         .alert = at("2026-03-04T08:59:30Z")}});
-    watch.catchUp({alert("told", "2026-03-04T08:59:30Z"), alert("new", "2026-03-04T08:59:30Z")});
+    watch.catchUp({alert("told", "2026-03-04T08:59:30Z"), alert("new", "2026-03-04T08:59:30Z"),
+                   alert("to come", "2026-03-04T09:00:01Z")});
     EXPECT_THAT(takeTold(), ElementsAre("new"));
     watch.catchUp({alert("new", "2026-03-04T08:59:30Z")});
     EXPECT_THAT(takeTold(), IsEmpty());

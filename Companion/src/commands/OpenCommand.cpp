@@ -4,6 +4,8 @@
 #include "EventCard.h"
 
 #include <HbrCore/DeepLinks/DeepLinkActions.h>
+#include <HbrCore/DeepLinks/DesktopApplication.h>
+#include <Workspace/SessionApplication.h>
 #include <CLI/App.hpp>
 
 namespace hbr {
@@ -49,11 +51,18 @@ class OpenCommand final : public Command {
             context.requireReadableAccounts();
             throw CommandFailure(ExitCode::nothingThere, onOneLine(outcome.message));
         }
-        act(context, link->destination(), outcome);
+        if (link->destination() != DeepLinkDestination::preview || !isShownOnDesktop(*url))
+            act(context, link->destination(), outcome);
         return ExitCode::done;
     }
 
   private:
+    /// By the program of the desktop, where it runs or the session can start it.
+    static bool isShownOnDesktop(const platform::Url& url) {
+        const platform::SessionApplicationClient desktop(desktopApplication::identifier);
+        return desktop.isReachable() && !desktop.open({url});
+    }
+
     static void act(CommandContext& context, DeepLinkDestination destination,
                     const DeepLinkOutcome& outcome) {
         switch (destination) {

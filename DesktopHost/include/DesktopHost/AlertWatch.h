@@ -31,8 +31,8 @@ class AlertWatch final : public CalendarEventManagerDelegate {
     /// The moment that was named to `wakeAt` has come, or the clock was set.
     void wake();
 
-    /// Alerts that were due before this watch began, for events that have not begun: each is told now unless
-    /// it was told before.
+    /// Alerts that fell due before this watch began: each is told now unless its event was told of before.
+    /// Those still to come are passed over.
     void catchUp(const std::vector<AlertInvocation>& invocations);
 
     /// An event (by id and start) and the moment of its alert.
