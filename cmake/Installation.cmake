@@ -31,3 +31,13 @@ foreach(program heedbanner heedbanner-widgets)
   hbr_install(core ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions ${packaging}/completions/zsh/_${program})
   hbr_install(core ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d ${packaging}/completions/fish/${program}.fish)
 endforeach()
+
+# The program of the desktop: its start by the menu, the session bus and systemd.
+set(HEEDBANNER_DESKTOP ${CMAKE_INSTALL_FULL_BINDIR}/heedbanner-desktop)
+foreach(file ${id}.service heedbanner-desktop.service)
+  configure_file(${packaging}/${file}.in ${CMAKE_BINARY_DIR}/packaging/${file} @ONLY)
+endforeach()
+install(TARGETS heedbanner-desktop RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT desktop)
+hbr_install(desktop ${CMAKE_INSTALL_DATADIR}/applications ${packaging}/${id}.desktop)
+hbr_install(desktop ${CMAKE_INSTALL_DATADIR}/dbus-1/services ${CMAKE_BINARY_DIR}/packaging/${id}.service)
+hbr_install(desktop lib/systemd/user ${CMAKE_BINARY_DIR}/packaging/heedbanner-desktop.service)

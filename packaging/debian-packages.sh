@@ -5,7 +5,8 @@ librsvg2-dev libpng-dev libglib2.0-dev libplist-dev nlohmann-json3-dev libtomlpl
 zlib1g-dev libgtk-3-dev libgtk-layer-shell-dev libwayland-dev fonts-inter fonts-noto-cjk fonts-noto-color-emoji fonts-dejavu-core"
 
 test_packages="libgtest-dev libgmock-dev libbenchmark-dev clang-format-19 fonts-noto-core
-libx11-dev libxtst-dev xvfb openbox picom sway weston dbus-daemon at-spi2-core python3-pyatspi gir1.2-atspi-2.0"
+libx11-dev libxtst-dev xvfb openbox picom sway weston dbus-daemon at-spi2-core python3-pyatspi gir1.2-atspi-2.0
+xdotool x11-apps"
 
 fuzz_packages="clang-19 libclang-rt-19-dev"
 

@@ -1,4 +1,4 @@
-#include "AccountNotice.h"
+#include <DesktopHost/AccountNotice.h>
 
 #include <HbrLocalization/L10n.h>
 

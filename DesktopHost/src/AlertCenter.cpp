@@ -65,6 +65,10 @@ void AlertCenter::withdraw(const Event& event) {
     notifications_->withdraw(tag);
 }
 
+void AlertCenter::presentOtherwise(const std::string& tag) {
+    if (const auto missed = shown_.extract(tag)) actions_.preview(missed.mapped());
+}
+
 void AlertCenter::tidy() {
     const auto now = core_.environment()->now();
     std::erase_if(shown_, [&](const auto& one) {

@@ -1,6 +1,6 @@
 #include "RunningHost.h"
 
-#include "AccountNotice.h"
+#include <DesktopHost/AccountNotice.h>
 #include "AlertCenter.h"
 #include "CardDeck.h"
 #include "Handover.h"
@@ -95,8 +95,7 @@ void RunningHost::Parts::openDesktop() {
     if (!opened.session) throw HostFailure(ExitStatus::failed, opened.failure);
     session = std::move(opened.session);
     if (const std::string limitation = session->capabilities().limitation(); !limitation.empty()) {
-        world.environment->diagnostics->report(
-            {.severity = platform::Diagnostic::Severity::info, .text = limitation});
+        world.environment->diagnostics->report({.text = limitation});
     }
     const auto text = [this](const char* key) {
         return world.bundle.localizedText(std::string("Widget.desktop.menu.") + key);

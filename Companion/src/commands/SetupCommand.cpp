@@ -1,6 +1,7 @@
 #include "AccountAddition.h"
 #include "Command.h"
 #include "CommandContext.h"
+#include "setup/DesktopIntegration.h"
 #include "setup/PathExpansion.h"
 #include "setup/SetupConversation.h"
 #include "setup/SetupExecution.h"
@@ -37,16 +38,34 @@ class SetupCommand final : public Command {
         app.add_option("--email", addresses_, "Your own addresses there; they tell which answers are yours")
             ->type_name("ADDRESS");
         app.add_flag("--dry-run", dryRun_, "Only tell what would be done");
+        app.add_flag("--desktop", desktop_,
+                     "Start the widgets of the desktop at login and when a link needs them");
         app.add_flag("--undo", undo_, "Remove what the last setup added");
     }
 
     ExitCode run(CommandContext& context) override {
         sortArguments();
-        if (undo_) return undoSetup(context, dryRun_);
+        if (undo_) return undo(context);
+        if (desktop_) {
+            installDesktopIntegration(context, dryRun_);
+            if (locations_.empty()) return ExitCode::done;
+        }
         return locations_.empty() ? setUpUsualPlaces(context) : setUpLocations(context);
     }
 
   private:
+    /// What the session starts and what was added; with --desktop the former only.
+    ExitCode undo(CommandContext& context) const {
+        const bool wasIntegrated = removeDesktopIntegration(context, dryRun_);
+        try {
+            if (!desktop_) return undoSetup(context, dryRun_);
+        } catch (const CommandFailure& failure) {
+            if (!wasIntegrated || failure.code != ExitCode::nothingThere) throw;
+        }
+        if (wasIntegrated) return ExitCode::done;
+        throw CommandFailure(ExitCode::nothingThere, "nothing was set up for the desktop");
+    }
+
     /// "--email a@example.org FOLDER": an option that takes several values also takes what follows it.
     void sortArguments() {
         const auto isAddress = [](const std::string& text) {
@@ -148,6 +167,7 @@ class SetupCommand final : public Command {
     std::vector<std::string> addresses_;
     bool dryRun_ = false;
     bool undo_ = false;
+    bool desktop_ = false;
 };
 
 }  // namespace

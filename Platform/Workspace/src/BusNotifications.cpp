@@ -36,7 +36,7 @@ class BusNotifications final : public DesktopNotifications {
     BusNotifications& operator=(const BusNotifications&) = delete;
 
     void show(const std::string& tag, Notification notification, Chosen chosen) override {
-        if (!bus_) return failed_("there is no session bus");
+        if (!bus_) return failed_(tag, "there is no session bus");
         Shown& shown = shown_[tag];
         shown.chosen = std::move(chosen);
         shown.isWithdrawn = false;
@@ -149,7 +149,7 @@ class BusNotifications final : public DesktopNotifications {
         const GVariantRef answer(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &raw));
         const GErrorRef error(raw);
         if (error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
-        request->self->answered(request->tag, answer.get(), error.get());
+        request->self->answered(std::string(request->tag), answer.get(), error.get());
     }
 
     void answered(const std::string& tag, GVariant* answer, const GError* error) {
@@ -161,8 +161,9 @@ class BusNotifications final : public DesktopNotifications {
         if (shown.waiting) return send(tag, shown);
         if (answer && !shown.isWithdrawn) return;
         if (answer) close(shown.id);
+        const bool isMissed = !answer && !shown.isWithdrawn;
         shown_.erase(found);
-        if (!answer) failed_("the desktop shows no notifications: " + messageOf(error));
+        if (isMissed) failed_(tag, "the desktop shows no notifications: " + messageOf(error));
     }
 
     void close(std::uint32_t id) {

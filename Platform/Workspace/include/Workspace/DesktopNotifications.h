@@ -32,8 +32,8 @@ class DesktopNotifications {
     /// `activationToken` lets what the user asked for come to the front, where the desktop gave one.
     using Chosen =
         std::function<void(const std::string& key, const std::optional<std::string>& activationToken)>;
-    /// One line that says why a message could not be shown.
-    using Failed = std::function<void(const std::string& reason)>;
+    /// The message with this tag could not be shown; one line that says why.
+    using Failed = std::function<void(const std::string& tag, const std::string& reason)>;
 
     virtual ~DesktopNotifications() = default;
 

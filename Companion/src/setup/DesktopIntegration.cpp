@@ -1,0 +1,100 @@
+#include "DesktopIntegration.h"
+
+#include <Foundation/Files.h>
+
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
+#include <string>
+
+namespace hbr {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view placeholder = "@HEEDBANNER_DESKTOP@";
+/// Tells a file of ours from one that somebody else put there.
+constexpr std::string_view mark = "# Written by heedbanner setup\n";
+
+struct IntegrationFile {
+    const char* resource;
+    fs::path target;
+};
+
+std::array<IntegrationFile, 2> integrationFiles(const platform::Environment& environment) {
+    // The product's folders lie in those of the user.
+    const fs::path config = environment.configDirectory.parent_path();
+    const fs::path data = environment.dataDirectory.parent_path();
+    return {{{"integration/com.quietlark.heedbanner.autostart.in",
+              config / "autostart/com.quietlark.heedbanner.desktop"},
+             {"integration/com.quietlark.heedbanner.service.in",
+              data / "dbus-1/services/com.quietlark.heedbanner.service"}}};
+}
+
+std::string templateText(const platform::Environment& environment, const char* resource) {
+    std::error_code error;
+    for (const fs::path& folder : environment.resourceDirectories) {
+        if (auto text = platform::readRegularFile(folder / resource, error)) return *text;
+    }
+    throw CommandFailure(ExitCode::failed, std::string(resource) + " is not installed");
+}
+
+fs::path desktopProgram() {
+    const fs::path program = platform::programPath("").parent_path() / "heedbanner-desktop";
+    if (access(program.c_str(), X_OK) == 0) return program;
+    throw CommandFailure(
+        ExitCode::nothingThere,
+        program.string() + " is not installed; it belongs to the package heedbanner-desktop");
+}
+
+std::optional<std::string> contentOf(const fs::path& file) {
+    std::error_code error;
+    return platform::readRegularFile(file, error);
+}
+
+[[noreturn]] void fail(const fs::path& file, const std::error_code& error) {
+    throw CommandFailure(ExitCode::failed, file.string() + " cannot be written: " + error.message());
+}
+
+}  // namespace
+
+void installDesktopIntegration(CommandContext& context, bool isDryRun) {
+    const platform::Environment& environment = *context.environment();
+    const std::string program = desktopProgram().string();
+    for (const IntegrationFile& file : integrationFiles(environment)) {
+        const auto existing = contentOf(file.target);
+        if (existing && !existing->starts_with(mark)) {
+            context.console().complain(file.target.string() + " is there already and stays as it is");
+            continue;
+        }
+        std::string text = templateText(environment, file.resource);
+        text.replace(text.find(placeholder), placeholder.size(), program);
+        if (!isDryRun) {
+            std::error_code error;
+            const bool isWritten =
+                platform::createDirectories(file.target.parent_path(), 0700, error) &&
+                platform::writeFileAtomically(file.target, std::string(mark) + text, 0600, error);
+            if (!isWritten) fail(file.target, error);
+        }
+        context.console().out() << file.target.string()
+                                << (isDryRun ? ": would be written\n" : ": written\n");
+    }
+}
+
+bool removeDesktopIntegration(CommandContext& context, bool isDryRun) {
+    bool wasThere = false;
+    for (const IntegrationFile& file : integrationFiles(*context.environment())) {
+        const auto existing = contentOf(file.target);
+        if (!existing || !existing->starts_with(mark)) continue;
+        wasThere = true;
+        std::error_code error;
+        if (!isDryRun && !fs::remove(file.target, error)) fail(file.target, error);
+        context.console().out() << file.target.string()
+                                << (isDryRun ? ": would be removed\n" : ": removed\n");
+    }
+    return wasThere;
+}
+
+}  // namespace hbr

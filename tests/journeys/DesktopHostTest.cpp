@@ -1,0 +1,121 @@
+#include "DesktopJourney.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using test::DesktopJourney;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+class DesktopHost : public DesktopJourney {};
+
+TEST_F(DesktopHost, OneRunsInASessionAndASecondStartHandsItsArgumentsOver) {
+    setUpCalendars();
+    EXPECT_EQ(desktop({"--quit"}).exitCode, 3);
+    startDesktop({"upcoming:medium"});
+    const std::string before = picture();
+    EXPECT_EQ(desktop({"current:small"}).exitCode, 0);
+    EXPECT_TRUE(waitForAnotherPicture(before));
+    EXPECT_EQ(desktop({"--add", "countdown:small", "--at", "bottom-start"}).exitCode, 0);
+    EXPECT_EQ(desktop({"--list"}).out,
+              "1  upcoming:medium  top-end\n2  current:small  top-end\n3  countdown:small  bottom-start\n");
+    EXPECT_EQ(desktop({"--remove", "2"}).exitCode, 0);
+    EXPECT_EQ(desktop({"--remove", "3"}).exitCode, 3);
+    EXPECT_THAT(*json(desktop({"--list", "--json"})).asArray(), SizeIs(2));
+
+    EXPECT_EQ(desktop({"--quit"}).exitCode, 0);
+    EXPECT_EQ(finish(*running).exitCode, 0);
+    running.reset();
+}
+
+TEST_F(DesktopHost, SaysWhatWasMeantByASlip) {
+    struct Case {
+        Arguments arguments;
+        int exitCode;
+        const char* told;
+    };
+    for (const Case& c :
+         {Case{{"upcomin:small"}, 1, "did you mean \"upcoming\"?"},
+          Case{{"countdown:large"}, 1, "it has: small, medium"},
+          Case{{"--galery"}, 2, "did you mean \"--gallery\"?"},
+          Case{{"--json"}, 2, "--json belongs to --list"}, Case{{"--list", "--quit"}, 2, "see --help"},
+          Case{{"--add", "current:small", "--at", "left"}, 2, "see --help"},
+          Case{{"--focus"}, 3, "no heedbanner-desktop is running"}}) {
+        const auto outcome = desktop(c.arguments);
+        EXPECT_EQ(outcome.exitCode, c.exitCode) << c.told;
+        EXPECT_THAT(outcome.err, HasSubstr(c.told));
+    }
+    EXPECT_THAT(desktop({"--help"}).out, HasSubstr("--add"));
+}
+
+TEST_F(DesktopHost, AChangeInACalendarOrASettingShows) {
+    setUpCalendars();
+    writeEvent("first.ics", "First", 3600);
+    startDesktop({"upcoming:medium"});
+    std::string before = picture();
+    writeEvent("second.ics", "Second", 7200);
+    EXPECT_TRUE(waitForAnotherPicture(before));
+    before = picture();
+    EXPECT_EQ(companion({"event", "set", "Second", "--exclude"}).exitCode, 0);
+    EXPECT_TRUE(waitForAnotherPicture(before));
+    EXPECT_EQ(endDesktop().exitCode, 0) << "asked by a signal";
+}
+
+TEST_F(DesktopHost, ATapOnARowOpensItsCard) {
+    setUpCalendars();
+    writeEvent("first.ics", "Planning", 3600, "LOCATION:Room 5\r\nDESCRIPTION:Bring a pen\r\n");
+    const std::string empty = picture();
+    startDesktop({"upcoming:medium"});
+    EXPECT_TRUE(waitForAnotherPicture(empty));
+    click(700, 83);
+    EXPECT_TRUE(waitForWindow("Planning"));
+}
+
+TEST_F(DesktopHost, AnAlertIsToldOnceAndASnoozeFromOutsideTellsItAgain) {
+    setUpCalendars();
+    EXPECT_EQ(companion({"snooze", "Planning", "--minutes", "5"}).exitCode, 3);
+    constexpr int startsIn = 20;
+    writeEvent("first.ics", "Planning", startsIn, "DESCRIPTION:https://zoom.us/j/123456789\r\n");
+    EXPECT_THAT(companion({"snooze", "Planning", "--minutes", "5"}).err, HasSubstr("not running"));
+    startDesktop({"upcoming:medium"});
+    // Its lead of a minute has begun already.
+    ASSERT_TRUE(notifications->waitFor(1, 15));
+    EXPECT_EQ(notifications->shown()[0].summary, "Planning");
+    EXPECT_THAT(notifications->shown()[0].actions, ElementsAre("default", "join", "snooze", "until-event"));
+
+    EXPECT_EQ(companion({"snooze", "Planning", "--until-start"}).exitCode, 0);
+    // A further change loads the events anew.
+    writeEvent("second.ics", "Later", 7200);
+    ASSERT_TRUE(notifications->waitFor(2, startsIn + 10));
+    EXPECT_TRUE(notifications->shown()[0].isClosed);
+    EXPECT_THAT(notifications->shown()[1].actions, ElementsAre("default", "join", "snooze"));
+    notifications->press(notifications->shown()[1].id, "default");
+    EXPECT_TRUE(waitForWindow("Planning"));
+    notifications->handleFor(1);
+    EXPECT_THAT(notifications->shown(), SizeIs(2));
+}
+
+TEST_F(DesktopHost, ANewTimeZoneExecutesItAnewWithItsSnoozes) {
+    const auto zone = home / "localtime";
+    std::filesystem::create_symlink("/usr/share/zoneinfo/Europe/Berlin", zone);
+    variables["TZ"] = ":" + zone.string();
+    setUpCalendars();
+    constexpr int startsIn = 25;
+    writeEvent("first.ics", "Planning", startsIn);
+    startDesktop({"upcoming:medium"});
+    ASSERT_TRUE(notifications->waitFor(1, 15));
+    EXPECT_EQ(companion({"snooze", "Planning", "--until-start"}).exitCode, 0);
+    const std::string before = picture();
+
+    std::filesystem::create_symlink("/usr/share/zoneinfo/Asia/Tokyo", home / "other");
+    std::filesystem::rename(home / "other", zone);
+    EXPECT_TRUE(waitForAnotherPicture(before));
+    ASSERT_TRUE(notifications->waitFor(2, startsIn + 10));
+    notifications->handleFor(1);
+    EXPECT_THAT(notifications->shown(), SizeIs(2));
+    EXPECT_EQ(endDesktop().exitCode, 0);
+}
+
+}  // namespace
