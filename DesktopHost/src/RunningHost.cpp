@@ -143,8 +143,10 @@ void RunningHost::Parts::makeScheduler() {
 
 void RunningHost::Parts::makeAlerts() {
     auto notifications = platform::DesktopNotifications::onSessionBus(
-        programName, desktopEntry,
-        [this](const std::string& reason) { world.environment->diagnostics->report({.text = reason}); });
+        programName, desktopEntry, [this](const std::string& tag, const std::string& reason) {
+            world.environment->diagnostics->report({.text = reason});
+            later([this, tag] { alerts->presentOtherwise(tag); });
+        });
     alerts = std::make_unique<AlertCenter>(
         world.core, std::move(notifications),
         AlertCenter::Actions{

@@ -109,6 +109,8 @@ void DesktopJourney::writeEvent(const std::string& file, const std::string& titl
 }
 
 void DesktopJourney::setUpCalendars() {
+    constexpr int threeDays = 3 * 24 * 3600;
+    writeEvent("base.ics", "Base", threeDays);
     ASSERT_EQ(companion({"setup", home / "calendars", "--yes"}).exitCode, 0);
 }
 
