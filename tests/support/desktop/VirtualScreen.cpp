@@ -211,7 +211,7 @@ std::size_t VirtualScreen::windowCount() const {
     const auto isMapped = [this](::Window window) {
         XWindowAttributes attributes;
         return XGetWindowAttributes(connection_->display, window, &attributes) &&
-               attributes.map_state == IsViewable;
+               attributes.map_state == IsViewable && attributes.width > 20 && attributes.height > 20;
     };
     const auto mapped = std::count_if(children, children + count, isMapped);
     if (children) XFree(children);

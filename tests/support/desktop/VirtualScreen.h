@@ -60,7 +60,7 @@ class VirtualScreen {
     /// The mapped windows of programs, in stacking order; those inside a window manager's frames included.
     std::vector<Window> windows() const;
     std::vector<Window> windowsTitled(const std::string& title) const;
-    /// Of any kind, menus too.
+    /// Of any kind, menus too, but for the tiny ones through which toolkits take the keyboard.
     std::size_t windowCount() const;
     /// The keyboard is in it or in a window inside it.
     bool isFocused(unsigned long window) const;
