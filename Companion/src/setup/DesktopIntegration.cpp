@@ -1,6 +1,7 @@
 #include "DesktopIntegration.h"
 
 #include <Foundation/Files.h>
+#include <Workspace/SessionApplication.h>
 
 #include <unistd.h>
 
@@ -81,6 +82,7 @@ void installDesktopIntegration(CommandContext& context, bool isDryRun) {
         context.console().out() << file.target.string()
                                 << (isDryRun ? ": would be written\n" : ": written\n");
     }
+    if (!isDryRun) platform::SessionApplicationClient::rereadPrograms();
 }
 
 bool removeDesktopIntegration(CommandContext& context, bool isDryRun) {
@@ -94,6 +96,7 @@ bool removeDesktopIntegration(CommandContext& context, bool isDryRun) {
         context.console().out() << file.target.string()
                                 << (isDryRun ? ": would be removed\n" : ": removed\n");
     }
+    if (wasThere && !isDryRun) platform::SessionApplicationClient::rereadPrograms();
     return wasThere;
 }
 

@@ -104,6 +104,10 @@ std::optional<std::string> SessionApplicationClient::open(const std::vector<Url>
     return callApplication(identifier_, "Open", g_variant_new("(as@a{sv})", &texts, platformData()));
 }
 
+void SessionApplicationClient::rereadPrograms() {
+    callBus("ReloadConfig", nullptr, "()");
+}
+
 bool SessionApplicationClient::waitUntilGone(double timeoutSeconds) const {
     const auto bus = sessionBus();
     if (!bus) return true;
