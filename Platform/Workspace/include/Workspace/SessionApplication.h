@@ -72,8 +72,8 @@ class SessionApplicationClient {
     std::optional<std::string> activateAction(const std::string& name,
                                               const std::vector<std::string>& parameters = {}) const;
     std::optional<std::string> open(const std::vector<Url>& urls) const;
-    /// Has the bus look again for programs that it can start: it does not see a folder that was not there when
-    /// the session began.
+    /// Has the bus look again for programs that it can start: it does not see a folder that was not there
+    /// when the session began.
     static void rereadPrograms();
     /// Runs the main queue until nobody has the name any more; false after `timeoutSeconds`. Main thread.
     bool waitUntilGone(double timeoutSeconds) const;
