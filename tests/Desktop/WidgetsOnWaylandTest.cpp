@@ -58,7 +58,7 @@ TEST_F(WidgetsOnWayland, AreAsLargeAsTheScaleOfTheirOutputSays) {
     EXPECT_GT(unequalPairs, 100);
 }
 
-TEST_F(WidgetsOnWayland, MoveToAnotherOutputWhenTheirsGoesAndReturnWithIt) {
+TEST_F(WidgetsOnWayland, MoveToAnotherOutputWhenTheirsGoes) {
     desktop.startWayland(2);
     show({"medium top-end X11-2"});
     ASSERT_TRUE(isSeenAt(onSecond(topEnd)));

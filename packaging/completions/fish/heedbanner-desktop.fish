@@ -1,0 +1,16 @@
+set -l widgets countdown:{small,medium} {upcoming,current}:{small,medium,large}
+complete -c heedbanner-desktop -f -a "$widgets"
+complete -c heedbanner-desktop -s h -l help -d 'Show the help'
+complete -c heedbanner-desktop -s V -l version -d 'Show the version'
+complete -c heedbanner-desktop -s v -l verbose -d 'Say everything on standard error'
+complete -c heedbanner-desktop -l no-color -d 'Plain text'
+complete -c heedbanner-desktop -l log -r -F -d 'Write a log'
+complete -c heedbanner-desktop -l gallery -d 'Show all widgets to choose from'
+complete -c heedbanner-desktop -l list -d 'List the widgets that are placed'
+complete -c heedbanner-desktop -l json -d 'With --list: answer in JSON'
+complete -c heedbanner-desktop -l add -x -a "$widgets" -d 'Place a widget'
+complete -c heedbanner-desktop -l at -x -a 'top-start top-end bottom-start bottom-end' -d 'The corner'
+complete -c heedbanner-desktop -l output -x -d 'The screen'
+complete -c heedbanner-desktop -l remove -x -a all -d 'Take a widget away'
+complete -c heedbanner-desktop -l focus -d 'Lift the widgets with the keyboard'
+complete -c heedbanner-desktop -l quit -d 'End the running one'
