@@ -10,6 +10,7 @@
 #include <fstream>
 #include <functional>
 #include <thread>
+#include <utility>
 
 namespace test {
 
@@ -82,8 +83,10 @@ void DesktopJourney::TearDown() {
 }
 
 void DesktopJourney::startDesktop(const Arguments& arguments) {
+    const std::string empty = pixels();
     running = start("heedbanner-desktop", arguments);
     ASSERT_TRUE(waitUntil(patience, [&] { return isReachable(); }));
+    ASSERT_TRUE(waitForAnotherPicture(empty, patience));
 }
 
 bool DesktopJourney::isReachable() {
@@ -119,11 +122,21 @@ Outcome DesktopJourney::tool(const Arguments& command) {
 }
 
 std::string DesktopJourney::picture() {
+    std::string last = pixels();
+    waitUntil(patience, [&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+        const std::string before = std::exchange(last, pixels());
+        return before == last;
+    });
+    return last;
+}
+
+std::string DesktopJourney::pixels() {
     return tool({"/usr/bin/xwd", "-root", "-silent"}).out;
 }
 
 bool DesktopJourney::waitForAnotherPicture(const std::string& before, double seconds) {
-    return waitUntil(seconds, [&] { return picture() != before; });
+    return waitUntil(seconds, [&] { return pixels() != before; });
 }
 
 void DesktopJourney::click(int x, int y) {

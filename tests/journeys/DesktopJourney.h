@@ -29,7 +29,7 @@ class DesktopJourney : public Journey {
     /// Adds the calendars and watches them.
     void setUpCalendars();
 
-    /// The pixels of the screen.
+    /// The pixels of the screen once they stand still.
     std::string picture();
     bool waitForAnotherPicture(const std::string& before, double seconds = 10);
     void click(int x, int y);
@@ -40,6 +40,7 @@ class DesktopJourney : public Journey {
     std::optional<Started> running;
 
   private:
+    std::string pixels();
     Outcome tool(const Arguments& command);
     static void end(const std::optional<Started>& program);
 
