@@ -41,7 +41,7 @@ std::string utc(int secondsFromNow) {
 void DesktopJourney::SetUp() {
     for (const char* program :
          {"/usr/bin/dbus-daemon", "/usr/bin/Xvfb", "/usr/bin/xdotool", "/usr/bin/xwd"}) {
-        if (access(program, X_OK) != 0) GTEST_SKIP() << program << " is not installed";
+        if (access(program, X_OK) != 0) FAIL() << program << " is not installed";
     }
     std::filesystem::create_directories(home / "calendars");
     std::filesystem::create_directories(home / "run");
@@ -56,8 +56,9 @@ void DesktopJourney::SetUp() {
                "<busconfig><type>session</type><listen>unix:path=" + (home / "run/bus").string() +
                    "</listen><policy context='default'><allow send_destination='*'/><allow own='*'/>"
                    "<allow eavesdrop='true'/></policy></busconfig>");
-    bus_ = start("/usr/bin/dbus-daemon", {"--nofork", "--config-file", home / "bus.conf"});
-    ASSERT_TRUE(waitUntil(patience, [&] { return std::filesystem::exists(home / "run/bus"); }));
+    bus_ = start("/usr/bin/dbus-daemon", {"--nofork", "--print-address", "--config-file", home / "bus.conf"});
+    // It tells its address once it listens; the socket is there a moment before.
+    ASSERT_TRUE(waitUntil(patience, [&] { return readFile(bus_->out).ends_with('\n'); }));
     variables["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + (home / "run/bus").string();
     notifications = std::make_unique<NotificationRecorder>(variables["DBUS_SESSION_BUS_ADDRESS"]);
 
