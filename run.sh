@@ -34,7 +34,7 @@ if [ ! -f build/release/build.ninja ]; then
 fi
 mkdir -p out
 echo "Building; the first time takes some minutes ..."
-if ! cmake --build build/release --target heedbanner heedbanner-widgets >out/build.log 2>&1; then
+if ! cmake --build build/release --target heedbanner heedbanner-widgets heedbanner-desktop >out/build.log 2>&1; then
     { grep -E -A12 'FAILED|[Ee]rror' out/build.log || tail -n 20 out/build.log; } | head -n 60 >&2 || true
     echo "run.sh: the build failed; see $project/out/build.log" >&2
     exit 1
@@ -67,3 +67,8 @@ draw upcoming large
 draw current small
 draw current medium
 draw current large
+
+echo
+echo "On your desktop, with these calendars:"
+echo "    HOME=$home XDG_CONFIG_HOME=$XDG_CONFIG_HOME XDG_DATA_HOME=$XDG_DATA_HOME \\"
+echo "        $bin/heedbanner-desktop"
