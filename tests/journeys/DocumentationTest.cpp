@@ -43,11 +43,13 @@ TEST_F(Documentation, EveryCommandOnEveryPageWorks) {
         std::filesystem::copy(examples(), home / ".calendars", std::filesystem::copy_options::recursive);
         ASSERT_EQ(companion({"setup", home / ".calendars", "--email", "me@example.org"}).exitCode, 0);
         for (const auto& line : lines) {
-            // "settings reset --all" ends the watching.
-            ASSERT_EQ(companion({"calendars", "activate", "--all"}).exitCode, 0);
             const auto outcome = run("/bin/bash", {"-c", "cd && " + line});
             EXPECT_EQ(outcome.exitCode, 0) << page.filename() << ": " << line << "\n" << outcome.err;
             ++tried;
+            // That ends the watching.
+            if (line == "heedbanner settings reset --all") {
+                ASSERT_EQ(companion({"calendars", "activate", "--all"}).exitCode, 0);
+            }
         }
     }
     EXPECT_GT(tried, 30u);
