@@ -70,6 +70,7 @@ TEST_F(DesktopHost, ATapOnARowOpensItsCard) {
     const std::string empty = picture();
     startDesktop({"upcoming:medium"});
     EXPECT_TRUE(waitForAnotherPicture(empty));
+    picture();
     click(700, 83);
     EXPECT_TRUE(waitForWindow("Planning"));
 }
@@ -77,19 +78,19 @@ TEST_F(DesktopHost, ATapOnARowOpensItsCard) {
 TEST_F(DesktopHost, AnAlertIsToldOnceAndASnoozeFromOutsideTellsItAgain) {
     setUpCalendars();
     EXPECT_EQ(companion({"snooze", "Planning", "--minutes", "5"}).exitCode, 3);
-    constexpr int startsIn = 20;
+    constexpr int startsIn = 30;
     writeEvent("first.ics", "Planning", startsIn, "DESCRIPTION:https://zoom.us/j/123456789\r\n");
     EXPECT_THAT(companion({"snooze", "Planning", "--minutes", "5"}).err, HasSubstr("not running"));
     startDesktop({"upcoming:medium"});
     // Its lead of a minute has begun already.
-    ASSERT_TRUE(notifications->waitFor(1, 15));
+    ASSERT_TRUE(notifications->waitFor(1, startsIn));
     EXPECT_EQ(notifications->shown()[0].summary, "Planning");
     EXPECT_THAT(notifications->shown()[0].actions, IsSupersetOf({"default", "join", "snooze"}));
 
     EXPECT_EQ(companion({"snooze", "Planning", "--until-start"}).exitCode, 0);
     // A further change loads the events anew.
     writeEvent("second.ics", "Later", 7200);
-    ASSERT_TRUE(notifications->waitFor(2, startsIn + 10));
+    ASSERT_TRUE(notifications->waitFor(2, startsIn + 30));
     EXPECT_TRUE(notifications->shown()[0].isClosed);
     EXPECT_THAT(notifications->shown()[1].actions, ElementsAre("default", "join", "snooze"));
     notifications->press(notifications->shown()[1].id, "default");
@@ -103,17 +104,17 @@ TEST_F(DesktopHost, ANewTimeZoneExecutesItAnewWithItsSnoozes) {
     std::filesystem::create_symlink("/usr/share/zoneinfo/Europe/Berlin", zone);
     variables["TZ"] = ":" + zone.string();
     setUpCalendars();
-    constexpr int startsIn = 25;
+    constexpr int startsIn = 30;
     writeEvent("first.ics", "Planning", startsIn);
     startDesktop({"upcoming:medium"});
-    ASSERT_TRUE(notifications->waitFor(1, 15));
+    ASSERT_TRUE(notifications->waitFor(1, startsIn));
     EXPECT_EQ(companion({"snooze", "Planning", "--until-start"}).exitCode, 0);
     const std::string before = picture();
 
     std::filesystem::create_symlink("/usr/share/zoneinfo/Asia/Tokyo", home / "other");
     std::filesystem::rename(home / "other", zone);
     EXPECT_TRUE(waitForAnotherPicture(before));
-    ASSERT_TRUE(notifications->waitFor(2, startsIn + 10));
+    ASSERT_TRUE(notifications->waitFor(2, startsIn + 30));
     notifications->handleFor(1);
     EXPECT_THAT(notifications->shown(), SizeIs(2));
     EXPECT_EQ(endDesktop().exitCode, 0);

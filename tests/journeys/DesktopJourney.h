@@ -31,7 +31,7 @@ class DesktopJourney : public Journey {
 
     /// The pixels of the screen once they stand still.
     std::string picture();
-    bool waitForAnotherPicture(const std::string& before, double seconds = 10);
+    bool waitForAnotherPicture(const std::string& before, double seconds = 30);
     void click(int x, int y);
     /// Waits for a window whose title holds the text.
     bool waitForWindow(const std::string& title);
