@@ -37,6 +37,8 @@ class AlertCenter {
     /// Closes messages of events that are over.
     void tidy();
     void withdraw(const Event& event);
+    /// A message of an event that is not over was neither answered nor taken back.
+    bool isShowing() const { return !shown_.empty(); }
     /// The notification could not be shown: the event's card comes in its place.
     void presentOtherwise(const std::string& tag);
     AlertWatch& watch() { return *watch_; }

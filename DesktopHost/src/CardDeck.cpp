@@ -2,6 +2,7 @@
 
 #include <Foundation/MainQueue.h>
 #include <HbrCore/DeepLinks/LinkOpener.h>
+#include <HbrCore/Events/EventLookup.h>
 #include <HbrLocalization/L10n.h>
 
 #include <utility>
@@ -23,7 +24,21 @@ void CardDeck::open(const platform::Url& url) {
 }
 
 void CardDeck::preview(const Event& event) {
-    show("event " + event.id, eventCard(core_, event, actions()));
+    const std::string name = "event " + event.id;
+    show(name, eventCard(core_, event, actions()));
+    windows_[name].event = event;
+}
+
+void CardDeck::refresh() {
+    for (auto& [name, shown] : windows_) {
+        if (!shown.event) continue;
+        shown.event = asItNowStands(core_, *shown.event);
+        if (!shown.event) {
+            close(name);
+            continue;
+        }
+        shown.window->setCard(eventCard(core_, *shown.event, actions()));
+    }
 }
 
 void CardDeck::take(const DeepLinkOutcome& outcome) {
@@ -48,10 +63,10 @@ void CardDeck::take(const DeepLinkOutcome& outcome) {
 
 void CardDeck::show(const std::string& name, platform::Card card) {
     if (const auto found = windows_.find(name); found != windows_.end()) {
-        found->second->setCard(std::move(card));
-        return found->second->present();
+        found->second.window->setCard(std::move(card));
+        return found->second.window->present();
     }
-    windows_[name] =
+    windows_[name].window =
         platform::CardWindow::show(session_, std::move(card),
                                    {.open =
                                         [this](const platform::Url& url) {
@@ -64,7 +79,9 @@ void CardDeck::show(const std::string& name, platform::Card card) {
 void CardDeck::close(const std::string& name) {
     // Not inside the window's own call: one of its buttons may still be at work.
     platform::MainQueue::shared().async([this, name, alive = std::weak_ptr(isAlive_)] {
-        if (alive.lock()) windows_.erase(name);
+        if (!alive.lock()) return;
+        windows_.erase(name);
+        if (closed_) closed_();
     });
 }
 

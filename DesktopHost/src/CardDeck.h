@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace hbr {
@@ -27,10 +28,22 @@ class CardDeck {
 
     /// What buttons of cards and notifications do.
     EventCardActions actions();
+    /// Cards of events say what the calendars say by now; one whose event is gone closes.
+    void refresh();
     /// Called when the user dealt with an event: joined, snoozed, left it out.
     void setAnswered(std::function<void(const Event&)> answered) { answered_ = std::move(answered); }
 
+    /// Called after a window was closed.
+    void setClosed(std::function<void()> closed) { closed_ = std::move(closed); }
+    bool isShowing() const { return !windows_.empty(); }
+
   private:
+    struct Shown {
+        std::unique_ptr<platform::CardWindow> window;
+        /// Of an event's card.
+        std::optional<Event> event = std::nullopt;
+    };
+
     void take(const DeepLinkOutcome& outcome);
     void close(const std::string& name);
 
@@ -39,7 +52,8 @@ class CardDeck {
     const DeepLinkActions deepLinks_;
     const LinkOpener opener_;
     std::function<void(const Event&)> answered_;
-    std::map<std::string, std::unique_ptr<platform::CardWindow>> windows_;
+    std::function<void()> closed_;
+    std::map<std::string, Shown> windows_;
     std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
 };
 

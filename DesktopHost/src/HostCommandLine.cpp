@@ -54,6 +54,8 @@ HostCommandLine readHostCommandLine(const std::vector<std::string>& arguments, s
     app.set_version_flag("-V,--version", "heedbanner-desktop " + std::string(version));
     app.add_flag("-v,--verbose", request.isVerbose, "Say everything on standard error");
     app.add_flag("--no-color", isWithoutColor, "Plain text");
+    // For the session bus's service file only; a group without a name is left out of the help.
+    app.add_flag("--service", request.isService)->group("");
     app.add_option("--log", request.log, "Write a log to FILE, - for standard error")->type_name("FILE");
     app.add_option("WIDGET:FAMILY", request.widgets,
                    "Widgets to show; else those that are placed, else the gallery");

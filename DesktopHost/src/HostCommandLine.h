@@ -24,6 +24,8 @@ struct HostRequest {
     /// Empty for the first.
     std::string focused;
     bool wantsJson = false;
+    /// The session bus starts the program for a request that follows.
+    bool isService = false;
     bool isVerbose = false;
     /// "-" for standard error; empty for none.
     std::string log;

@@ -36,6 +36,9 @@ constexpr double placementsQuiet = 0.1;
 struct RunningHost::Parts {
     World world;
     bool hasEnded = false;
+    bool isService = false;
+    /// Nobody wants anything on the desktop: the program goes with the last thing that is open or put off.
+    bool endsWhenIdle = false;
     PlacementsFile::Contents contents;
     AccountNotice notice;
     bool isRefreshPending = false;
@@ -88,6 +91,8 @@ struct RunningHost::Parts {
     void refreshNotice();
     void executeAnew();
     void showGallery();
+    void didHandleRequest();
+    void endIfIdle();
 };
 
 void RunningHost::Parts::openDesktop() {
@@ -156,6 +161,7 @@ void RunningHost::Parts::makeAlerts() {
                 [](const std::string& token) { platform::Workspace::shared()->useActivationToken(token); },
             .showsNotifications = [this] { return contents.showsNotifications; }});
     cards->setAnswered([this](const Event& event) { alerts->withdraw(event); });
+    cards->setClosed([this] { endIfIdle(); });
     if (handover) alerts->watch().restoreTold(handover->told);
 }
 
@@ -176,6 +182,7 @@ void RunningHost::Parts::watchWorld() {
 }
 
 void RunningHost::Parts::showPlacements() {
+    if (!contents.widgets.empty()) endsWhenIdle = false;
     board->show(contents.widgets);
     scheduler->setShownKinds(board->kinds());
 }
@@ -201,6 +208,19 @@ void RunningHost::Parts::changePlacements(const PlacementsFile::Change& change) 
 void RunningHost::Parts::didReload() {
     refreshNotice();
     alerts->tidy();
+    cards->refresh();
+    endIfIdle();
+}
+
+void RunningHost::Parts::didHandleRequest() {
+    if (isService && contents.widgets.empty() && !gallery) endsWhenIdle = true;
+    endIfIdle();
+}
+
+void RunningHost::Parts::endIfIdle() {
+    const bool isIdle = contents.widgets.empty() && !gallery && !cards->isShowing() && !alerts->isShowing() &&
+                        world.core.manager().snoozedInvocations().empty();
+    if (endsWhenIdle && isIdle) hasEnded = true;
 }
 
 void RunningHost::Parts::refreshNotice() {
@@ -253,8 +273,8 @@ void RunningHost::Parts::showGallery() {
              [this] {
                  later([this] {
                      gallery.reset();
-                     // Nothing is on the desktop and nothing was wanted.
-                     if (contents.widgets.empty()) hasEnded = true;
+                     endsWhenIdle = contents.widgets.empty();
+                     endIfIdle();
                  });
              }});
 }
@@ -265,6 +285,7 @@ RunningHost::~RunningHost() = default;
 void RunningHost::start(const HostRequest& request) {
     Parts& parts = *parts_;
     parts.contents = parts.world.placements.load();
+    parts.isService = request.isService;
     parts.openDesktop();
     parts.makeScheduler();
     parts.makeAlerts();
@@ -279,18 +300,27 @@ void RunningHost::start(const HostRequest& request) {
                 handover->invocations(parts.world.core, true));
             parts.alerts->watch().catchUp(handover->invocations(parts.world.core, false));
             parts.world.core.manager().reloadEvents(true);
+            // The request was that of the program that was executed anew.
+            parts.didHandleRequest();
         }
         parts.alerts->catchUp();
     });
-    if (request.task == HostRequest::Task::gallery || parts.contents.widgets.empty()) parts.showGallery();
+    const bool isEmpty = parts.contents.widgets.empty() && !request.isService;
+    if (request.task == HostRequest::Task::gallery || isEmpty) parts.showGallery();
     if (request.task == HostRequest::Task::focus) focus(request.focused);
 }
 
 void RunningHost::openUrl(const std::string& url) {
     if (const auto parsed = platform::Url::parse(url)) parts_->cards->open(*parsed);
+    parts_->didHandleRequest();
 }
 
 void RunningHost::snooze(const std::string& eventId, const std::string& how) {
+    putOff(eventId, how);
+    parts_->didHandleRequest();
+}
+
+void RunningHost::putOff(const std::string& eventId, const std::string& how) {
     const auto event = eventWithIdentifier(parts_->world.core, eventId);
     if (!event) {
         parts_->world.environment->diagnostics->report(
@@ -312,10 +342,12 @@ void RunningHost::snooze(const std::string& eventId, const std::string& how) {
 void RunningHost::reload() {
     parts_->world.core.aggregatedEventStore().refreshData();
     parts_->world.core.manager().reloadEvents(true);
+    parts_->didHandleRequest();
 }
 
 void RunningHost::focus(const std::string& widget) {
     parts_->board->lift(widget);
+    parts_->didHandleRequest();
 }
 
 void RunningHost::showGallery() {

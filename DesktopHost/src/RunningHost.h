@@ -44,6 +44,8 @@ class RunningHost {
     bool hasEnded() const;
 
   private:
+    void putOff(const std::string& eventId, const std::string& how);
+
     struct Parts;
     std::unique_ptr<Parts> parts_;
 };

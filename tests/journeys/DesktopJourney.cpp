@@ -52,8 +52,18 @@ void DesktopJourney::SetUp() {
     variables["NO_AT_BRIDGE"] = "1";
     variables["GDK_BACKEND"] = "x11";
 
+    screen_ = start("/usr/bin/Xvfb", {"-displayfd", "1", "-screen", "0", "1000x800x24", "-nolisten", "tcp"});
+    ASSERT_TRUE(waitUntil(patience, [&] { return readFile(screen_->out).ends_with('\n'); }));
+    std::string number = readFile(screen_->out);
+    number.pop_back();
+    variables["DISPLAY"] = ":" + number;
+
+    // What the bus starts gets the bus's own environment.
+    home.write("services/desktop.service", "[D-BUS Service]\nName=com.quietlark.heedbanner\nExec=" +
+                                               programs() + "/heedbanner-desktop --service\n");
     home.write("bus.conf",
-               "<busconfig><type>session</type><listen>unix:path=" + (home / "run/bus").string() +
+               "<busconfig><type>session</type><servicedir>" + (home / "services").string() +
+                   "</servicedir><listen>unix:path=" + (home / "run/bus").string() +
                    "</listen><policy context='default'><allow send_destination='*'/><allow own='*'/>"
                    "<allow eavesdrop='true'/></policy></busconfig>");
     bus_ = start("/usr/bin/dbus-daemon", {"--nofork", "--print-address", "--config-file", home / "bus.conf"});
@@ -61,12 +71,6 @@ void DesktopJourney::SetUp() {
     ASSERT_TRUE(waitUntil(patience, [&] { return readFile(bus_->out).ends_with('\n'); }));
     variables["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + (home / "run/bus").string();
     notifications = std::make_unique<NotificationRecorder>(variables["DBUS_SESSION_BUS_ADDRESS"]);
-
-    screen_ = start("/usr/bin/Xvfb", {"-displayfd", "1", "-screen", "0", "1000x800x24", "-nolisten", "tcp"});
-    ASSERT_TRUE(waitUntil(patience, [&] { return readFile(screen_->out).ends_with('\n'); }));
-    std::string number = readFile(screen_->out);
-    number.pop_back();
-    variables["DISPLAY"] = ":" + number;
 }
 
 void DesktopJourney::end(const std::optional<Started>& program) {
@@ -144,9 +148,34 @@ void DesktopJourney::click(int x, int y) {
     tool({"/usr/bin/xdotool", "mousemove", std::to_string(x), std::to_string(y), "click", "1"});
 }
 
+bool DesktopJourney::hasWindow(const std::string& title) {
+    return tool({"/usr/bin/xdotool", "search", "--onlyvisible", "--name", title}).exitCode == 0;
+}
+
 bool DesktopJourney::waitForWindow(const std::string& title) {
+    return waitUntil(patience, [&] { return hasWindow(title); });
+}
+
+void DesktopJourney::closeWindow(const std::string& title) {
+    tool({"/usr/bin/xdotool", "search", "--onlyvisible", "--name", title, "windowfocus", "--sync", "key",
+          "Escape"});
+}
+
+void DesktopJourney::askOverTheBus(const std::string& action) {
+    const std::string name = "com.quietlark.heedbanner";
+    EXPECT_EQ(tool({"/usr/bin/gdbus", "call", "--session", "--dest", name, "--object-path",
+                    "/com/quietlark/heedbanner", "--method", "org.freedesktop.Application.ActivateAction",
+                    action, "[]", "{}"})
+                  .exitCode,
+              0);
+}
+
+bool DesktopJourney::waitUntilGone() {
     return waitUntil(patience, [&] {
-        return tool({"/usr/bin/xdotool", "search", "--onlyvisible", "--name", title}).exitCode == 0;
+        return tool({"/usr/bin/gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
+                     "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.NameHasOwner",
+                     "com.quietlark.heedbanner"})
+                   .out == "(false,)\n";
     });
 }
 

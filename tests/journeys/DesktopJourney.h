@@ -33,8 +33,14 @@ class DesktopJourney : public Journey {
     std::string picture();
     bool waitForAnotherPicture(const std::string& before, double seconds = 30);
     void click(int x, int y);
-    /// Waits for a window whose title holds the text.
+    /// One whose title holds the text.
+    bool hasWindow(const std::string& title);
     bool waitForWindow(const std::string& title);
+    /// With the keyboard.
+    void closeWindow(const std::string& title);
+    /// As another program does; the bus starts the program of the desktop where it does not run.
+    void askOverTheBus(const std::string& action);
+    bool waitUntilGone();
 
     std::unique_ptr<NotificationRecorder> notifications;
     std::optional<Started> running;

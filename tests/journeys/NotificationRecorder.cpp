@@ -29,6 +29,12 @@ struct NotificationRecorder::State {
     GDBusConnection* bus = nullptr;
     GDBusNodeInfo* node = nullptr;
     std::vector<Notification> shown;
+    std::string pressedOnArrival;
+
+    void press(unsigned id, const std::string& action) const {
+        g_dbus_connection_emit_signal(bus, nullptr, path, service, "ActionInvoked",
+                                      g_variant_new("(us)", id, action.c_str()), nullptr);
+    }
 
     static void called(GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar* method,
                        GVariant* arguments, GDBusMethodInvocation* call, gpointer data) {
@@ -58,6 +64,7 @@ struct NotificationRecorder::State {
             one.actions.emplace_back(actions[i]);
         g_strfreev(actions);
         self.shown.push_back(one);
+        if (!self.pressedOnArrival.empty()) self.press(one.id, self.pressedOnArrival);
         g_dbus_method_invocation_return_value(call, g_variant_new("(u)", one.id));
     }
 };
@@ -98,10 +105,8 @@ bool NotificationRecorder::waitFor(std::size_t count, double seconds) {
     return state_->shown.size() >= count;
 }
 
-void NotificationRecorder::press(unsigned id, const std::string& action) {
-    g_dbus_connection_emit_signal(state_->bus, nullptr, path, service, "ActionInvoked",
-                                  g_variant_new("(us)", id, action.c_str()), nullptr);
-    g_dbus_connection_flush_sync(state_->bus, nullptr, nullptr);
+void NotificationRecorder::pressOnArrival(const std::string& action) {
+    state_->pressedOnArrival = action;
 }
 
 }  // namespace test

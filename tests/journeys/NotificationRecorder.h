@@ -25,8 +25,8 @@ class NotificationRecorder {
     bool waitFor(std::size_t count, double seconds);
     /// Handles what arrives for so long.
     void handleFor(double seconds) { waitFor(SIZE_MAX, seconds); }
-    /// As if the user pressed the button.
-    void press(unsigned id, const std::string& action);
+    /// As if the user pressed the button of all that come, before the service has told their numbers.
+    void pressOnArrival(const std::string& action);
 
   private:
     struct State;

@@ -3,7 +3,9 @@
 #include <HbrCore/CoreServices.h>
 #include <HbrCore/Events/EventTiming.h>
 
+#include <cmath>
 #include <tuple>
+#include <utility>
 
 namespace hbr {
 
@@ -12,21 +14,59 @@ namespace {
 constexpr int daysBefore = 7;
 constexpr int daysAfter = 60;
 
-class NearestEvent {
+/// Keeps the event with the identifier that `isBefore` puts first.
+template <class IsBefore>
+class FirstEvent {
   public:
-    NearestEvent(std::string_view identifier, platform::Date now) : identifier_(identifier), now_(now) {}
+    FirstEvent(std::string_view identifier, IsBefore isBefore)
+        : identifier_(identifier), isBefore_(std::move(isBefore)) {}
 
     void consider(const Event& event) {
         if (event.id != identifier_) return;
-        if (!nearest_ || isNearer(event, *nearest_, now_)) nearest_ = event;
+        if (!first_ || isBefore_(event, *first_)) first_ = event;
     }
-    std::optional<Event>& result() { return nearest_; }
+    std::optional<Event>& result() { return first_; }
 
   private:
     std::string_view identifier_;
-    platform::Date now_;
-    std::optional<Event> nearest_;
+    IsBefore isBefore_;
+    std::optional<Event> first_;
 };
+
+/// Where an occurrence stands that was moved by less than this, in seconds; the next of a daily series is
+/// another one.
+constexpr double greatestMove = 12 * 60 * 60;
+
+double distance(const Event& a, const Event& b) {
+    return std::abs(a.startDate.timeIntervalSince(b.startDate));
+}
+
+template <class IsBefore>
+std::optional<Event> firstWithIdentifier(const CoreServices& core, std::string_view identifier,
+                                         IsBefore isBefore) {
+    const platform::Calendar& calendar = core.environment()->calendar;
+    const platform::Date now = core.environment()->now();
+    const AggregatedEventStore& store = core.aggregatedEventStore();
+
+    // The lists lack what lies between its alert and its pending period, so a series is looked up in both.
+    FirstEvent first(identifier, std::move(isBefore));
+    for (const auto& event : core.manager().allCachedEvents())
+        first.consider(event);
+    for (const auto& stored :
+         store.events(calendar.addingDays(now, -daysBefore), calendar.addingDays(now, daysAfter))) {
+        if (stored->eventIdentifier != identifier) continue;
+        first.consider(Event::fromCalendarEvent(*stored, core.parser()));
+    }
+    if (first.result()) return first.result();
+
+    if (const auto reminder = core.reminders().reminder(identifier))
+        return Event::fromReminder(*reminder, core.parser());
+    if (const auto stored = store.eventWithIdentifier(identifier))
+        return Event::fromCalendarEvent(*stored, core.parser());
+    if (const auto task = store.reminderWithIdentifier(identifier))
+        return Event::fromAppleReminder(*task, calendar);
+    return std::nullopt;
+}
 
 }  // namespace
 
@@ -40,28 +80,17 @@ bool isNearer(const Event& a, const Event& b, platform::Date now) {
 }
 
 std::optional<Event> eventWithIdentifier(const CoreServices& core, std::string_view identifier) {
-    const platform::Calendar& calendar = core.environment()->calendar;
     const platform::Date now = core.environment()->now();
-    const AggregatedEventStore& store = core.aggregatedEventStore();
+    return firstWithIdentifier(core, identifier,
+                               [now](const Event& a, const Event& b) { return isNearer(a, b, now); });
+}
 
-    // The lists lack what lies between its alert and its pending period, so a series is looked up in both.
-    NearestEvent nearest(identifier, now);
-    for (const auto& event : core.manager().allCachedEvents())
-        nearest.consider(event);
-    for (const auto& stored :
-         store.events(calendar.addingDays(now, -daysBefore), calendar.addingDays(now, daysAfter))) {
-        if (stored->eventIdentifier != identifier) continue;
-        nearest.consider(Event::fromCalendarEvent(*stored, core.parser()));
-    }
-    if (nearest.result()) return nearest.result();
-
-    if (const auto reminder = core.reminders().reminder(identifier))
-        return Event::fromReminder(*reminder, core.parser());
-    if (const auto stored = store.eventWithIdentifier(identifier))
-        return Event::fromCalendarEvent(*stored, core.parser());
-    if (const auto task = store.reminderWithIdentifier(identifier))
-        return Event::fromAppleReminder(*task, calendar);
-    return std::nullopt;
+std::optional<Event> asItNowStands(const CoreServices& core, const Event& event) {
+    auto found = firstWithIdentifier(core, event.id, [&event](const Event& a, const Event& b) {
+        return distance(a, event) < distance(b, event);
+    });
+    if (found && event.isRecurring && distance(*found, event) >= greatestMove) return std::nullopt;
+    return found;
 }
 
 }  // namespace hbr

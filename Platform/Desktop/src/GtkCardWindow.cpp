@@ -1,6 +1,7 @@
 #include <Desktop/CardWindow.h>
 #include <Views/View.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "ActionSignal.h"
@@ -45,6 +46,23 @@ GtkWidget* makeColorBar(Color color) {
     return bar;
 }
 
+bool haveSameLabels(const std::vector<Card::Choice>& a, const std::vector<Card::Choice>& b) {
+    return std::ranges::equal(a, b, {}, &Card::Choice::label, &Card::Choice::label);
+}
+
+bool haveSameLabel(const std::optional<Card::Choice>& a, const std::optional<Card::Choice>& b) {
+    return a.has_value() == b.has_value() && (!a || a->label == b->label);
+}
+
+/// The parts are the same but for what the lines say.
+bool differInLinesOnly(const Card& a, const Card& b) {
+    return a.lines.size() == b.lines.size() && a.color == b.color && a.title == b.title &&
+           a.place == b.place && a.notes == b.notes && a.peopleHeading == b.peopleHeading &&
+           a.people == b.people && a.menuLabel == b.menuLabel && haveSameLabel(a.primary, b.primary) &&
+           haveSameLabel(a.aside, b.aside) && haveSameLabels(a.buttons, b.buttons) &&
+           haveSameLabels(a.menu, b.menu);
+}
+
 class GtkCardWindow final : public CardWindow {
   public:
     GtkCardWindow(DesktopSession& session, Card card, Actions actions)
@@ -63,8 +81,10 @@ class GtkCardWindow final : public CardWindow {
     ~GtkCardWindow() override { gtk_widget_destroy(window_); }
 
     void setCard(Card card) override {
-        card_ = std::move(card);
-        fill();
+        const Card old = std::exchange(card_, std::move(card));
+        if (!differInLinesOnly(old, card_)) return fill();
+        for (std::size_t i = 0; i < lines_.size(); ++i)
+            gtk_label_set_text(GTK_LABEL(lines_[i]), valid(card_.lines[i]).c_str());
     }
     void present() override { presentWindow(window_, session_); }
 
@@ -89,13 +109,16 @@ class GtkCardWindow final : public CardWindow {
         gtk_widget_grab_focus(primary);
     }
 
-    GtkWidget* makeHead() const {
+    GtkWidget* makeHead() {
         GtkWidget* head = box(GTK_ORIENTATION_HORIZONTAL, spacing);
         if (card_.color) add(head, makeColorBar(*card_.color));
         GtkWidget* texts = box(GTK_ORIENTATION_VERTICAL, 4);
         add(texts, makeLabel(card_.title, TextRole::title));
-        for (const std::string& line : card_.lines)
-            add(texts, makeLabel(line, TextRole::body));
+        lines_.clear();
+        for (const std::string& line : card_.lines) {
+            lines_.push_back(makeLabel(line, TextRole::body));
+            add(texts, lines_.back());
+        }
         add(head, texts);
         return head;
     }
@@ -145,9 +168,12 @@ class GtkCardWindow final : public CardWindow {
         return area;
     }
 
-    /// Does what was chosen after the card is closed, which may have destroyed it.
-    std::function<void()> closing(const Card::Choice& choice) const {
-        return [closed = actions_.closed, chosen = choice.chosen] {
+    /// Does what the card then offers after it is closed, which may have destroyed it.
+    template <class Offered>
+    std::function<void()> closing(Offered offered) const {
+        return [this, offered] {
+            const Card::Choice choice = offered(card_);
+            const auto [closed, chosen] = std::pair(actions_.closed, choice.chosen);
             if (closed) closed();
             if (chosen) chosen();
         };
@@ -156,25 +182,31 @@ class GtkCardWindow final : public CardWindow {
     GtkWidget* makeButtons(GtkWidget*& primary) const {
         GtkWidget* row = box(GTK_ORIENTATION_HORIZONTAL, 8);
         if (card_.aside)
-            gtk_box_pack_start(GTK_BOX(row), makeButton(card_.aside->label, closing(*card_.aside)), FALSE,
-                               FALSE, 0);
+            gtk_box_pack_start(
+                GTK_BOX(row),
+                makeButton(card_.aside->label, closing([](const Card& card) { return *card.aside; })), FALSE,
+                FALSE, 0);
         if (card_.primary) {
-            primary = makeButton(card_.primary->label, closing(*card_.primary));
+            primary =
+                makeButton(card_.primary->label, closing([](const Card& card) { return *card.primary; }));
             gtk_style_context_add_class(gtk_widget_get_style_context(primary),
                                         GTK_STYLE_CLASS_SUGGESTED_ACTION);
             gtk_box_pack_end(GTK_BOX(row), primary, FALSE, FALSE, 0);
         }
         if (!card_.menu.empty()) gtk_box_pack_end(GTK_BOX(row), makeMenuButton(), FALSE, FALSE, 0);
-        for (auto choice = card_.buttons.rbegin(); choice != card_.buttons.rend(); ++choice)
-            gtk_box_pack_end(GTK_BOX(row), makeButton(choice->label, closing(*choice)), FALSE, FALSE, 0);
+        for (std::size_t i = card_.buttons.size(); i-- > 0;) {
+            GtkWidget* button = makeButton(card_.buttons[i].label,
+                                           closing([i](const Card& card) { return card.buttons[i]; }));
+            gtk_box_pack_end(GTK_BOX(row), button, FALSE, FALSE, 0);
+        }
         return row;
     }
 
     GtkWidget* makeMenuButton() const {
         GtkWidget* menu = gtk_menu_new();
-        for (const Card::Choice& choice : card_.menu) {
-            GtkWidget* item = gtk_menu_item_new_with_label(choice.label.c_str());
-            onSignal(item, "activate", closing(choice));
+        for (std::size_t i = 0; i < card_.menu.size(); ++i) {
+            GtkWidget* item = gtk_menu_item_new_with_label(card_.menu[i].label.c_str());
+            onSignal(item, "activate", closing([i](const Card& card) { return card.menu[i]; }));
             gtk_menu_shell_append(GTK_MENU_SHELL(menu), item);
         }
         gtk_widget_show_all(menu);
@@ -192,6 +224,8 @@ class GtkCardWindow final : public CardWindow {
     Card card_;
     Actions actions_;
     GtkWidget* window_;
+    /// Of the card's head, in its order.
+    std::vector<GtkWidget*> lines_;
     std::shared_ptr<void> lookToken_;
 };
 

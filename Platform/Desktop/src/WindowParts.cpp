@@ -21,12 +21,6 @@ std::string escaped(const std::string& text) {
     return markup.get();
 }
 
-/// Text that the toolkit shows; it would show nothing of bad UTF-8.
-std::string valid(const std::string& text) {
-    const OwnedText made(g_utf8_make_valid(text.c_str(), static_cast<gssize>(text.size())));
-    return made.get();
-}
-
 std::optional<Url> urlOf(const std::string& link) {
     const auto url = Url::parse(link);
     if (url && url->scheme()) return url;
@@ -59,6 +53,11 @@ GtkWidget* makeWrappingLabel() {
 }
 
 }  // namespace
+
+std::string valid(const std::string& text) {
+    const OwnedText made(g_utf8_make_valid(text.c_str(), static_cast<gssize>(text.size())));
+    return made.get();
+}
 
 GtkWidget* makeLabel(const std::string& text, TextRole role) {
     GtkWidget* label = makeWrappingLabel();

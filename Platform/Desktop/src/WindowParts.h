@@ -11,6 +11,9 @@ namespace platform {
 
 enum class TextRole { title, heading, body, secondary };
 
+/// Text that the toolkit shows; it would show nothing of bad UTF-8.
+std::string valid(const std::string& text);
+
 /// A text that wraps and starts at the leading edge.
 GtkWidget* makeLabel(const std::string& text, TextRole role);
 

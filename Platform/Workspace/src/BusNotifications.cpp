@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -27,10 +28,14 @@ class BusNotifications final : public DesktopNotifications {
         subscription_ =
             g_dbus_connection_signal_subscribe(bus_.get(), service, service, nullptr, path, nullptr,
                                                G_DBUS_SIGNAL_FLAGS_NONE, signalled, this, nullptr);
+        nameWatch_ = g_bus_watch_name_on_connection(bus_.get(), service, G_BUS_NAME_WATCHER_FLAGS_NONE,
+                                                    nullptr, vanished, this, nullptr);
     }
     ~BusNotifications() override {
         g_cancellable_cancel(cancellable_.get());
-        if (bus_) g_dbus_connection_signal_unsubscribe(bus_.get(), subscription_);
+        if (!bus_) return;
+        g_bus_unwatch_name(nameWatch_);
+        g_dbus_connection_signal_unsubscribe(bus_.get(), subscription_);
     }
     BusNotifications(const BusNotifications&) = delete;
     BusNotifications& operator=(const BusNotifications&) = delete;
@@ -67,6 +72,12 @@ class BusNotifications final : public DesktopNotifications {
         std::optional<Notification> waiting;
         bool isOnItsWay = false;
         bool isWithdrawn = false;
+    };
+    /// A signal about a number that is not known, while a message is on its way.
+    struct Early {
+        std::uint32_t id;
+        std::string signal;
+        GVariantRef parameters;
     };
     struct Request {
         BusNotifications* self;
@@ -158,6 +169,7 @@ class BusNotifications final : public DesktopNotifications {
         Shown& shown = found->second;
         shown.isOnItsWay = false;
         if (answer) g_variant_get(answer, "(u)", &shown.id);
+        if (answer && !shown.isWithdrawn && takeEarly(shown.id)) return;
         if (shown.waiting) return send(tag, shown);
         if (answer && !shown.isWithdrawn) return;
         if (answer) close(shown.id);
@@ -181,6 +193,34 @@ class BusNotifications final : public DesktopNotifications {
         static_cast<BusNotifications*>(data)->take(name, parameters);
     }
 
+    /// The service is gone, and with it what it showed; the next one counts anew.
+    static void vanished(GDBusConnection*, const gchar*, gpointer data) {
+        auto* self = static_cast<BusNotifications*>(data);
+        self->hasCapabilities_ = false;
+        self->tokens_.clear();
+        self->early_.clear();
+        for (auto one = self->shown_.begin(); one != self->shown_.end();) {
+            const bool wasShown = std::exchange(one->second.id, 0) != 0;
+            const bool isToCome = one->second.isOnItsWay || one->second.waiting;
+            one = wasShown && !isToCome ? self->shown_.erase(one) : std::next(one);
+        }
+    }
+
+    /// What the user did with a message before its number was known; whether that was the end of it.
+    bool takeEarly(std::uint32_t id) {
+        std::vector<Early> mine;
+        std::erase_if(early_, [&](Early& one) {
+            if (one.id != id) return false;
+            mine.push_back(std::move(one));
+            return true;
+        });
+        if (std::ranges::none_of(shown_, [](const auto& one) { return one.second.isOnItsWay; }))
+            early_.clear();
+        for (const Early& one : mine)
+            take(one.signal, one.parameters.get());
+        return !mine.empty() && find(id) == shown_.end();
+    }
+
     void take(const std::string& signal, GVariant* parameters) {
         std::uint32_t id = 0;
         const gchar* text = nullptr;
@@ -189,8 +229,14 @@ class BusNotifications final : public DesktopNotifications {
         } else if (g_variant_is_of_type(parameters, G_VARIANT_TYPE("(uu)"))) {
             g_variant_get(parameters, "(uu)", &id, nullptr);
         }
+        if (id == 0) return;
         const auto found = find(id);
-        if (id == 0 || found == shown_.end()) return;
+        if (found == shown_.end()) {
+            const bool isExpected =
+                std::ranges::any_of(shown_, [](const auto& one) { return one.second.isOnItsWay; });
+            if (isExpected) early_.push_back({id, signal, GVariantRef(g_variant_ref(parameters))});
+            return;
+        }
         if (signal == "ActivationToken" && text) {
             tokens_[id] = text;
         } else if (signal == "ActionInvoked" && text) {
@@ -216,11 +262,13 @@ class BusNotifications final : public DesktopNotifications {
     const GObjectRef<GDBusConnection> bus_;
     const GObjectRef<GCancellable> cancellable_;
     guint subscription_ = 0;
+    guint nameWatch_ = 0;
     bool isAsking_ = false;
     bool hasCapabilities_ = false;
     bool readsMarkup_ = false;
     std::map<std::string, Shown> shown_;
     std::map<std::uint32_t, std::string> tokens_;
+    std::vector<Early> early_;
 };
 
 }  // namespace

@@ -19,4 +19,8 @@ bool isNearer(const Event& a, const Event& b, platform::Date now);
 /// every calendar and task list. Main thread.
 std::optional<Event> eventWithIdentifier(const CoreServices& core, std::string_view identifier);
 
+/// The event, which was read earlier, with what its calendar says of it by now; of a series the same
+/// occurrence, if it was not moved by half a day. Nothing when it is gone. Main thread.
+std::optional<Event> asItNowStands(const CoreServices& core, const Event& event);
+
 }  // namespace hbr

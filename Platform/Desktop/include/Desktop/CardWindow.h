@@ -22,6 +22,8 @@ struct Card {
         /// Shown where there is no picture.
         std::string initials;
         std::optional<ImageBytes> picture;
+
+        friend bool operator==(const Person&, const Person&) = default;
     };
     struct Choice {
         std::string label;
@@ -63,6 +65,7 @@ class CardWindow {
     static std::unique_ptr<CardWindow> show(DesktopSession& session, Card card, Actions actions);
     virtual ~CardWindow() = default;
 
+    /// Where only texts of lines differ, the focus, the scrolled place and an open menu stay.
     virtual void setCard(Card card) = 0;
     virtual void present() = 0;
 };
