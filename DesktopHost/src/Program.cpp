@@ -99,7 +99,8 @@ void runHost(const HostRequest& request, RunningHost::World world) {
              [&](const std::vector<platform::Url>& urls) {
                  for (const platform::Url& url : urls)
                      host.openUrl(url.absoluteString());
-             }});
+             },
+         .useActivationToken = [&](const std::string& token) { host.useActivationToken(token); }});
     if (claimed.claim == SessionApplication::Claim::taken)
         return handOver(request, SessionApplicationClient(identifier));
     if (claimed.claim == SessionApplication::Claim::noBus) {

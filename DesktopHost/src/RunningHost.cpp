@@ -91,6 +91,7 @@ struct RunningHost::Parts {
     void refreshNotice();
     void executeAnew();
     void showGallery();
+    void useActivationToken(const std::string& token);
     void didHandleRequest();
     void endIfIdle();
 };
@@ -157,8 +158,7 @@ void RunningHost::Parts::makeAlerts() {
         AlertCenter::Actions{
             .event = cards->actions(),
             .preview = [this](const Event& event) { cards->preview(event); },
-            .useActivationToken =
-                [](const std::string& token) { platform::Workspace::shared()->useActivationToken(token); },
+            .useActivationToken = [this](const std::string& token) { useActivationToken(token); },
             .showsNotifications = [this] { return contents.showsNotifications; }});
     cards->setAnswered([this](const Event& event) { alerts->withdraw(event); });
     cards->setClosed([this] { endIfIdle(); });
@@ -210,6 +210,12 @@ void RunningHost::Parts::didReload() {
     alerts->tidy();
     cards->refresh();
     endIfIdle();
+}
+
+void RunningHost::Parts::useActivationToken(const std::string& token) {
+    // A window of our own or another program: whichever opens first.
+    session->useActivationToken(token);
+    platform::Workspace::shared()->useActivationToken(token);
 }
 
 void RunningHost::Parts::didHandleRequest() {
@@ -308,6 +314,11 @@ void RunningHost::start(const HostRequest& request) {
     const bool isEmpty = parts.contents.widgets.empty() && !request.isService;
     if (request.task == HostRequest::Task::gallery || isEmpty) parts.showGallery();
     if (request.task == HostRequest::Task::focus) focus(request.focused);
+}
+
+void RunningHost::useActivationToken(const std::string& token) {
+    // The first request may be heard while the desktop is being opened.
+    if (parts_->session) parts_->useActivationToken(token);
 }
 
 void RunningHost::openUrl(const std::string& url) {

@@ -31,7 +31,8 @@ class RunningHost {
 
     /// Shows what was asked for; throws HostFailure where there is no desktop.
     void start(const HostRequest& request);
-    /// What other processes ask for.
+    /// What other processes ask for. A token, or nothing, comes before each.
+    void useActivationToken(const std::string& token);
     void openUrl(const std::string& url);
     void snooze(const std::string& eventId, const std::string& how);
     void reload();

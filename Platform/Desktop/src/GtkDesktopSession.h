@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "GtkAppearance.h"
@@ -15,6 +16,10 @@ namespace platform {
 class GtkDesktopSession final : public DesktopSession {
   public:
     GtkDesktopSession(SurfaceKind kind, GdkDisplay* display);
+
+    void useActivationToken(const std::string& token) override { activationToken_ = token; }
+    /// Empty where there is none; each is good for one window.
+    std::string takeActivationToken() { return std::exchange(activationToken_, {}); }
 
     const DesktopCapabilities& capabilities() const override { return capabilities_; }
     GtkOutputs& outputs() override { return outputs_; }
@@ -32,6 +37,7 @@ class GtkDesktopSession final : public DesktopSession {
     GtkOutputs outputs_;
     GtkAppearance appearance_;
     Observers presenting_;
+    std::string activationToken_;
 };
 
 }  // namespace platform

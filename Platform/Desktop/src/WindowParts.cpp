@@ -118,7 +118,10 @@ void onClose(GtkWidget* window, std::function<void()> closed) {
 }
 
 void presentWindow(GtkWidget* window, DesktopSession& session) {
-    static_cast<GtkDesktopSession&>(session).aboutToPresentWindow();
+    auto& desktop = static_cast<GtkDesktopSession&>(session);
+    desktop.aboutToPresentWindow();
+    if (const std::string token = desktop.takeActivationToken(); !token.empty())
+        gtk_window_set_startup_id(GTK_WINDOW(window), token.c_str());
     gtk_window_present_with_time(GTK_WINDOW(window), gtk_get_current_event_time());
 }
 

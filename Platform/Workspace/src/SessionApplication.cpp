@@ -7,6 +7,13 @@
 
 namespace platform {
 
+namespace {
+
+/// Under which an application knows its state.
+constexpr const char* stateKey = "state";
+
+}  // namespace
+
 struct SessionApplication::State {
     Options options;
     GObjectRef<GApplication> application;
@@ -14,6 +21,7 @@ struct SessionApplication::State {
     ~State() {
         if (!application) return;
         g_signal_handlers_disconnect_by_data(application.get(), this);
+        g_object_set_data(G_OBJECT(application.get()), stateKey, nullptr);
         if (GDBusConnection* bus = g_application_get_dbus_connection(application.get()))
             g_dbus_connection_flush_sync(bus, nullptr, nullptr);
     }
@@ -45,6 +53,26 @@ std::vector<std::string> textsOf(GVariant* parameter) {
 std::string typeOf(std::size_t parameterCount) {
     if (parameterCount < 2) return std::string(parameterCount, 's');
     return "(" + std::string(parameterCount, 's') + ")";
+}
+
+/// Only a subclass is told of what comes along with a call.
+void beforeEmit(GApplication* application, GVariant* platformData) {
+    const auto* state =
+        static_cast<SessionApplication::State*>(g_object_get_data(G_OBJECT(application), stateKey));
+    if (!state || !state->options.useActivationToken) return;
+    const gchar* token = "";
+    if (!g_variant_lookup(platformData, "activation-token", "&s", &token))
+        g_variant_lookup(platformData, "desktop-startup-id", "&s", &token);
+    state->options.useActivationToken(token);
+}
+
+GApplication* makeApplication(const std::string& identifier) {
+    static const GType type = g_type_register_static_simple(
+        G_TYPE_APPLICATION, "HostedSessionApplication", sizeof(GApplicationClass),
+        [](gpointer made, gpointer) { G_APPLICATION_CLASS(made)->before_emit = beforeEmit; },
+        sizeof(GApplication), nullptr, GTypeFlags{});
+    return G_APPLICATION(g_object_new(type, "application-id", identifier.c_str(), "flags",
+                                      G_APPLICATION_HANDLES_OPEN, nullptr));
 }
 
 void activated(GApplication*, gpointer data) {
@@ -89,8 +117,8 @@ SessionApplication::Claimed SessionApplication::claim(Options options) {
     if (!sessionBus()) return {};
     auto state = std::make_unique<State>();
     state->options = std::move(options);
-    state->application.reset(
-        g_application_new(state->options.identifier.c_str(), G_APPLICATION_HANDLES_OPEN));
+    state->application.reset(makeApplication(state->options.identifier));
+    g_object_set_data(G_OBJECT(state->application.get()), stateKey, state.get());
     state->addActions();
     g_signal_connect(state->application.get(), "activate", G_CALLBACK(activated), state.get());
     g_signal_connect(state->application.get(), "open", G_CALLBACK(opened), state.get());

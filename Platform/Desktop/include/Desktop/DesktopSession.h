@@ -48,6 +48,10 @@ class DesktopSession {
     /// `isRightToLeft`: direction of the language of the texts.
     static Opened open(const std::string& programName, bool isRightToLeft);
 
+    /// What the desktop gave for the next window to come to the front: an activation token or a startup
+    /// identifier.
+    virtual void useActivationToken(const std::string& token) = 0;
+
     virtual const DesktopCapabilities& capabilities() const = 0;
     virtual Outputs& outputs() = 0;
     virtual DesktopAppearance& appearance() = 0;
