@@ -11,6 +11,7 @@
 #include <Desktop/DesktopSession.h>
 #include <Desktop/GalleryWindow.h>
 #include <Foundation/ClockChange.h>
+#include <Foundation/ClockFormatChange.h>
 #include <Foundation/FileWatcher.h>
 #include <Foundation/TerminationRequest.h>
 #include <Foundation/ZoneChange.h>
@@ -55,6 +56,7 @@ struct RunningHost::Parts {
     std::unique_ptr<AlertCenter> alerts;
 
     std::unique_ptr<platform::ClockChange> clockChange;
+    std::unique_ptr<platform::ClockFormatChange> clockFormatChange;
     std::unique_ptr<platform::ZoneChange> zoneChange;
     std::unique_ptr<platform::TerminationRequest> termination;
     std::unique_ptr<SettingsWatch> settingsWatch;
@@ -171,6 +173,7 @@ void RunningHost::Parts::watchWorld() {
         alerts->clockChanged();
     });
     zoneChange = std::make_unique<platform::ZoneChange>(*world.environment, [this] { executeAnew(); });
+    clockFormatChange = std::make_unique<platform::ClockFormatChange>([this] { executeAnew(); });
     termination = std::make_unique<platform::TerminationRequest>([this] { hasEnded = true; });
     settingsWatch = std::make_unique<SettingsWatch>(world.core.domains(),
                                                     [this] { world.core.manager().reloadEvents(true); });
@@ -242,8 +245,8 @@ void RunningHost::Parts::executeAnew() {
     const std::string reason =
         hbr::executeAnew(world.argv, Handover::of(world.core.manager(), alerts->watch()));
     world.environment->diagnostics->report({.severity = platform::Diagnostic::Severity::error,
-                                            .text = "the time zone changed, but the program cannot execute "
-                                                    "itself anew: " +
+                                            .text = "the time zone or the clock's format changed, but the "
+                                                    "program cannot execute itself anew: " +
                                                     reason});
 }
 

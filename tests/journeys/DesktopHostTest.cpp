@@ -116,20 +116,26 @@ TEST_F(DesktopHost, AnAlertIsToldOnceAndASnoozeFromOutsideTellsItAgain) {
     EXPECT_THAT(notifications->shown(), SizeIs(2));
 }
 
-TEST_F(DesktopHost, ANewTimeZoneExecutesItAnewWithItsSnoozes) {
+TEST_F(DesktopHost, ANewTimeZoneOrClockExecutesItAnewWithItsSnoozes) {
     const auto zone = home / "localtime";
     std::filesystem::create_symlink("/usr/share/zoneinfo/Europe/Berlin", zone);
     variables["TZ"] = ":" + zone.string();
+    variables["XDG_CURRENT_DESKTOP"] = "GNOME";
+    variables["GSETTINGS_BACKEND"] = "keyfile";
     setUpCalendars();
     constexpr int startsIn = 30;
     writeEvent("first.ics", "Planning", startsIn);
+    const std::string empty = picture();
     startDesktop({"upcoming:medium"});
     ASSERT_TRUE(notifications->waitFor(1, startsIn));
     EXPECT_EQ(companion({"snooze", "Planning", "--until-start"}).exitCode, 0);
-    const std::string before = picture();
+    std::string before = picture();
 
     std::filesystem::create_symlink("/usr/share/zoneinfo/Asia/Tokyo", home / "other");
     std::filesystem::rename(home / "other", zone);
+    EXPECT_TRUE(waitForAnotherPicture(before) && waitForAnotherPicture(empty));
+    before = picture();
+    home.write("config/glib-2.0/settings/keyfile", "[org/gnome/desktop/interface]\nclock-format='24h'\n");
     EXPECT_TRUE(waitForAnotherPicture(before));
     ASSERT_TRUE(notifications->waitFor(2, startsIn + 30));
     notifications->handleFor(1);
