@@ -1,5 +1,6 @@
 #include "Command.h"
 #include "CommandContext.h"
+#include "DesktopProgram.h"
 #include "EventChoice.h"
 #include "ReminderText.h"
 
@@ -46,10 +47,11 @@ class SnoozeCommand final : public Command {
 
         const platform::SessionApplicationClient desktop(desktopApplication::identifier);
         if (!desktop.isRunning()) {
-            throw CommandFailure(ExitCode::failed,
-                                 "\"" + titleOf(event) +
-                                     "\" is put off by the program of the desktop, which is "
-                                     "not running; start it with: heedbanner-desktop");
+            throw CommandFailure(
+                ExitCode::failed,
+                "\"" + titleOf(event) + "\" is put off by the program of the desktop, which is " +
+                    (desktopProgram() ? "not running; start it with: heedbanner-desktop"
+                                      : "not installed; it comes with the package heedbanner-desktop"));
         }
         if (untilStart_ && !isInFuture(event, context.now())) {
             throw CommandFailure(ExitCode::nothingThere, "\"" + titleOf(event) + "\" has begun already");

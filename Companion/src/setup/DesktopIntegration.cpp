@@ -1,9 +1,9 @@
 #include "DesktopIntegration.h"
 
+#include "../DesktopProgram.h"
+
 #include <Foundation/Files.h>
 #include <Workspace/SessionApplication.h>
-
-#include <unistd.h>
 
 #include <array>
 #include <filesystem>
@@ -42,14 +42,6 @@ std::string templateText(const platform::Environment& environment, const char* r
     throw CommandFailure(ExitCode::failed, std::string(resource) + " is not installed");
 }
 
-fs::path desktopProgram() {
-    const fs::path program = platform::programPath("").parent_path() / "heedbanner-desktop";
-    if (access(program.c_str(), X_OK) == 0) return program;
-    throw CommandFailure(
-        ExitCode::nothingThere,
-        program.string() + " is not installed; it belongs to the package heedbanner-desktop");
-}
-
 std::optional<std::string> contentOf(const fs::path& file) {
     std::error_code error;
     return platform::readRegularFile(file, error);
@@ -63,7 +55,12 @@ std::optional<std::string> contentOf(const fs::path& file) {
 
 void installDesktopIntegration(CommandContext& context, bool isDryRun) {
     const platform::Environment& environment = *context.environment();
-    const std::string program = desktopProgram().string();
+    const auto program = desktopProgram();
+    if (!program) {
+        throw CommandFailure(
+            ExitCode::nothingThere,
+            "heedbanner-desktop is not installed; it comes with the package heedbanner-desktop");
+    }
     for (const IntegrationFile& file : integrationFiles(environment)) {
         const auto existing = contentOf(file.target);
         if (existing && !existing->starts_with(mark)) {
@@ -71,7 +68,7 @@ void installDesktopIntegration(CommandContext& context, bool isDryRun) {
             continue;
         }
         std::string text = templateText(environment, file.resource);
-        text.replace(text.find(placeholder), placeholder.size(), program);
+        text.replace(text.find(placeholder), placeholder.size(), program->string());
         if (!isDryRun) {
             std::error_code error;
             const bool isWritten =
