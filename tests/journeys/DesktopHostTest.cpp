@@ -10,23 +10,33 @@ using testing::HasSubstr;
 using testing::IsSupersetOf;
 using testing::SizeIs;
 
-class DesktopHost : public DesktopJourney {};
+class DesktopHost : public DesktopJourney {
+  protected:
+    /// In the first row of a medium widget at the top end.
+    static constexpr int rowX = test::TestDesktop::width - 300, rowY = 83;
+
+    /// Whether the ground of a widget comes to be seen there, or goes.
+    bool isWidgetAt(int x, int y, bool isThere = true) {
+        return test::waitUntil(
+            [&] { return test::isNear(screen().picture().at(x, y), 0xF7F7F9) == isThere; });
+    }
+};
 
 TEST_F(DesktopHost, OneRunsInASessionAndASecondStartHandsItsArgumentsOver) {
     setUpCalendars();
-    EXPECT_EQ(desktop({"--quit"}).exitCode, 3);
+    EXPECT_EQ(runDesktop({"--quit"}).exitCode, 3);
     startDesktop({"upcoming:medium"});
-    const std::string before = picture();
-    EXPECT_EQ(desktop({"current:small"}).exitCode, 0);
+    const auto before = picture();
+    EXPECT_EQ(runDesktop({"current:small"}).exitCode, 0);
     EXPECT_TRUE(waitForAnotherPicture(before));
-    EXPECT_EQ(desktop({"--add", "countdown:small", "--at", "bottom-start"}).exitCode, 0);
-    EXPECT_EQ(desktop({"--list"}).out,
+    EXPECT_EQ(runDesktop({"--add", "countdown:small", "--at", "bottom-start"}).exitCode, 0);
+    EXPECT_EQ(runDesktop({"--list"}).out,
               "1  upcoming:medium  top-end\n2  current:small  top-end\n3  countdown:small  bottom-start\n");
-    EXPECT_EQ(desktop({"--remove", "2"}).exitCode, 0);
-    EXPECT_EQ(desktop({"--remove", "3"}).exitCode, 3);
-    EXPECT_THAT(*json(desktop({"--list", "--json"})).asArray(), SizeIs(2));
+    EXPECT_EQ(runDesktop({"--remove", "2"}).exitCode, 0);
+    EXPECT_EQ(runDesktop({"--remove", "3"}).exitCode, 3);
+    EXPECT_THAT(*json(runDesktop({"--list", "--json"})).asArray(), SizeIs(2));
 
-    EXPECT_EQ(desktop({"--quit"}).exitCode, 0);
+    EXPECT_EQ(runDesktop({"--quit"}).exitCode, 0);
     EXPECT_EQ(finish(*running).exitCode, 0);
     running.reset();
 }
@@ -44,18 +54,18 @@ TEST_F(DesktopHost, SaysWhatWasMeantByASlip) {
           Case{{"--json"}, 2, "--json belongs to --list"}, Case{{"--list", "--quit"}, 2, "see --help"},
           Case{{"--add", "current:small", "--at", "left"}, 2, "see --help"},
           Case{{"--focus"}, 3, "no heedbanner-desktop is running"}}) {
-        const auto outcome = desktop(c.arguments);
+        const auto outcome = runDesktop(c.arguments);
         EXPECT_EQ(outcome.exitCode, c.exitCode) << c.told;
         EXPECT_THAT(outcome.err, HasSubstr(c.told));
     }
-    EXPECT_THAT(desktop({"--help"}).out, HasSubstr("--add"));
+    EXPECT_THAT(runDesktop({"--help"}).out, HasSubstr("--add"));
 }
 
 TEST_F(DesktopHost, AChangeInACalendarOrASettingShows) {
     setUpCalendars();
     writeEvent("first.ics", "First", 3600);
     startDesktop({"upcoming:medium"});
-    std::string before = picture();
+    auto before = picture();
     writeEvent("second.ics", "Second", 7200);
     EXPECT_TRUE(waitForAnotherPicture(before));
     before = picture();
@@ -67,22 +77,22 @@ TEST_F(DesktopHost, AChangeInACalendarOrASettingShows) {
 TEST_F(DesktopHost, ATapOnARowOpensItsCard) {
     setUpCalendars();
     writeEvent("first.ics", "Planning", 3600, "LOCATION:Room 5\r\nDESCRIPTION:Bring a pen\r\n");
-    const std::string empty = picture();
+    const auto empty = picture();
     startDesktop({"upcoming:medium"});
     EXPECT_TRUE(waitForAnotherPicture(empty));
     picture();
-    click(700, 83);
+    screen().click(rowX, rowY);
     EXPECT_TRUE(waitForWindow("Planning"));
 }
 
 TEST_F(DesktopHost, StartedByTheBusForACardItShowsNothingElseAndEndsWithIt) {
-    setUpCalendars();
+    setUpCalendars({"--desktop"});
     writeEvent("first.ics", "Planning", 3600);
     const std::string id = *json(companion({"agenda", "--json"})).asArray()->front().find("id")->asString();
     EXPECT_EQ(companion({"open", "heedbanner://preview/" + id}).exitCode, 0);
     EXPECT_TRUE(waitForWindow("Planning"));
     EXPECT_FALSE(hasWindow("Widgets"));
-    const std::string before = picture();
+    const auto before = picture();
     writeEvent("first.ics", "Planning", 3600, "LOCATION:Another room\r\n");
     EXPECT_TRUE(waitForAnotherPicture(before)) << "a card says what the calendar says";
     closeWindow("Planning");
@@ -125,22 +135,55 @@ TEST_F(DesktopHost, ANewTimeZoneOrClockExecutesItAnewWithItsSnoozes) {
     setUpCalendars();
     constexpr int startsIn = 30;
     writeEvent("first.ics", "Planning", startsIn);
-    const std::string empty = picture();
+    const auto empty = picture();
     startDesktop({"upcoming:medium"});
     ASSERT_TRUE(notifications->waitFor(1, startsIn));
     EXPECT_EQ(companion({"snooze", "Planning", "--until-start"}).exitCode, 0);
-    std::string before = picture();
+    auto before = picture();
 
     std::filesystem::create_symlink("/usr/share/zoneinfo/Asia/Tokyo", home / "other");
     std::filesystem::rename(home / "other", zone);
     EXPECT_TRUE(waitForAnotherPicture(before) && waitForAnotherPicture(empty));
     before = picture();
-    home.write("config/glib-2.0/settings/keyfile", "[org/gnome/desktop/interface]\nclock-format='24h'\n");
+    desktop.home().write("config/glib-2.0/settings/keyfile",
+                         "[org/gnome/desktop/interface]\nclock-format='24h'\n");
     EXPECT_TRUE(waitForAnotherPicture(before));
     ASSERT_TRUE(notifications->waitFor(2, startsIn + 30));
     notifications->handleFor(1);
     EXPECT_THAT(notifications->shown(), SizeIs(2));
     EXPECT_EQ(endDesktop().exitCode, 0);
+}
+
+TEST_F(DesktopHost, OnWaylandItFollowsItsOutputAndTakesTheKeyboardAndMoreWidgets) {
+    desktop.variables.erase("NO_AT_BRIDGE");
+    startWayland(2);
+    desktop.removeOutput(2);
+    setUpCalendars();
+    writeEvent("first.ics", "Planning", 3600);
+    EXPECT_EQ(runDesktop({"--add", "upcoming:medium", "--at", "top-start", "--output", "X11-3"}).exitCode, 0);
+    startDesktop({});
+    const int first = test::TestDesktop::leftOf(1) + 100, second = test::TestDesktop::leftOf(2) + 100;
+    constexpr int top = 35;
+    EXPECT_TRUE(isWidgetAt(first, top)) << "its output is not there";
+    desktop.addOutput(3, 2);
+    EXPECT_TRUE(isWidgetAt(first, top, false) && isWidgetAt(second, top)) << "its output came";
+    desktop.removeOutput(3);
+    EXPECT_TRUE(isWidgetAt(first, top)) << "its output went";
+
+    const auto before = picture();
+    EXPECT_EQ(runDesktop({"--focus"}).exitCode, 0);
+    EXPECT_TRUE(waitForAnotherPicture(before)) << "the focus is seen";
+    screen().key("Return");
+    EXPECT_TRUE(
+        test::waitUntil([&] { return desktop.swayTree().find("\"Planning\"") != std::string::npos; }));
+
+    EXPECT_EQ(runDesktop({"--gallery"}).exitCode, 0);
+    desktop.run({"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner",
+                 "Add: Next Event, Small"});
+    EXPECT_TRUE(test::waitUntil([&] {
+        return runDesktop({"--list"}).out ==
+               "1  upcoming:medium  top-start  X11-3\n2  countdown:small  top-end\n";
+    }));
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include "Journey.h"
 #include "NotificationRecorder.h"
 
+#include <support/desktop/TestDesktop.h>
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,43 +17,36 @@ class DesktopJourney : public Journey {
   protected:
     void SetUp() override;
     void TearDown() override;
+    /// Sway in place of X.
+    void startWayland(int outputs);
 
-    /// Starts the program of the desktop and waits until it can be reached.
+    /// Starts the program of the desktop and waits until it shows something.
     void startDesktop(const Arguments& arguments);
-    Outcome desktop(const Arguments& arguments) { return run("heedbanner-desktop", arguments); }
+    Outcome runDesktop(const Arguments& arguments) { return run("heedbanner-desktop", arguments); }
     /// Asks it to end and gives what came of it.
     Outcome endDesktop();
-    bool isReachable();
 
     /// A calendar with one event that begins in so many seconds and lasts an hour, written at once.
     void writeEvent(const std::string& file, const std::string& title, int startsIn,
                     std::string_view lines = {}) const;
     /// Adds the calendars and watches them.
-    void setUpCalendars();
+    void setUpCalendars(const Arguments& options = {});
 
-    /// The pixels of the screen once they stand still.
-    std::string picture();
-    bool waitForAnotherPicture(const std::string& before, double seconds = 30);
-    void click(int x, int y);
-    /// One whose title holds the text.
+    VirtualScreen& screen() { return desktop.screen(); }
+    /// The screen once it stands still.
+    Picture picture();
+    bool waitForAnotherPicture(const Picture& before);
     bool hasWindow(const std::string& title);
     bool waitForWindow(const std::string& title);
-    /// With the keyboard.
     void closeWindow(const std::string& title);
     /// As another program does; the bus starts the program of the desktop where it does not run.
     void askOverTheBus(const std::string& action);
+    /// Waits until nobody has the program's name on the bus.
     bool waitUntilGone();
 
+    TestDesktop desktop;
     std::unique_ptr<NotificationRecorder> notifications;
     std::optional<Started> running;
-
-  private:
-    std::string pixels();
-    Outcome tool(const Arguments& command);
-    static void end(const std::optional<Started>& program);
-
-    std::optional<Started> bus_;
-    std::optional<Started> screen_;
 };
 
 }  // namespace test

@@ -111,14 +111,25 @@ void TestDesktop::startWayland(int outputs) {
     swaySocket_ = awaited(home_ / "run", "sway-ipc.");
     variables["WAYLAND_DISPLAY"] = awaited(home_ / "run", "wayland-").filename();
     variables.erase("DISPLAY");
-    for (int number = 1; number <= outputs; ++number) {
-        screen_->moveWindow(outputWindow(number), leftOf(number), 0);
-        // The background is drawn by a program of its own, which may be late.
-        waitUntil([&] {
-            return isNear(screen_->picture().at(leftOf(number) + width / 2, height / 2), background);
-        });
-    }
+    for (int number = 1; number <= outputs; ++number)
+        placeOutput(number, number);
+    // As compositors do, for services that the bus starts.
+    run({"gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
+         "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.UpdateActivationEnvironment",
+         "{'DISPLAY': '', 'WAYLAND_DISPLAY': '" + variables["WAYLAND_DISPLAY"] + "'}"});
     screen_->focusWindow(outputWindow(1));
+}
+
+void TestDesktop::placeOutput(int number, int place) {
+    screen_->moveWindow(outputWindow(number), leftOf(place), 0);
+    // The background is drawn by a program of its own, which may be late.
+    waitUntil(
+        [&] { return isNear(screen_->picture().at(leftOf(place) + width / 2, height / 2), background); });
+}
+
+void TestDesktop::addOutput(int number, int place) {
+    tellSway({"create_output"});
+    placeOutput(number, place);
 }
 
 void TestDesktop::startWaylandWithoutLayers(bool withX) {
@@ -132,6 +143,10 @@ void TestDesktop::tellSway(std::vector<std::string> words) {
     words.insert(words.begin(), {"swaymsg", "-q", "-s", swaySocket_});
     const auto message = start(std::move(words));
     EXPECT_EQ(message->end(), 0) << message->errors();
+}
+
+std::string TestDesktop::swayTree() {
+    return run({"swaymsg", "-s", swaySocket_, "-t", "get_tree"});
 }
 
 unsigned long TestDesktop::outputWindow(int number) {

@@ -35,9 +35,13 @@ class TestDesktop {
     VirtualScreen& screen() { return *screen_; }
     /// Of sway. Waits for its answer.
     void tellSway(std::vector<std::string> words);
+    /// Its windows, as JSON.
+    std::string swayTree();
     /// The screen's window that is an output of sway.
     unsigned long outputWindow(int number);
     void removeOutput(int number);
+    /// One more, which gets the next number that never was, in the place of another one that went.
+    void addOutput(int number, int place);
     /// The left edge of an output on the virtual screen.
     static int leftOf(int number) { return (number - 1) * width; }
 
@@ -56,6 +60,8 @@ class TestDesktop {
     static std::string script(const std::string& name);
 
   private:
+    void placeOutput(int number, int place);
+
     TemporaryDirectory home_;
     std::unique_ptr<ChildProcess> bus_;
     std::unique_ptr<VirtualScreen> screen_;
