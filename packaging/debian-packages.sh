@@ -6,7 +6,7 @@ zlib1g-dev libgtk-3-dev libgtk-layer-shell-dev libwayland-dev fonts-inter fonts-
 
 test_packages="libgtest-dev libgmock-dev libbenchmark-dev clang-format-19 fonts-noto-core
 libx11-dev libxtst-dev xvfb openbox picom sway weston dbus-daemon at-spi2-core python3-pyatspi gir1.2-atspi-2.0
-xdotool x11-apps desktop-file-utils appstream mandoc librsvg2-bin"
+desktop-file-utils appstream mandoc librsvg2-bin"
 
 fuzz_packages="clang-19 libclang-rt-19-dev"
 
