@@ -10,6 +10,9 @@
 #include <HbrCore/CoreServices.h>
 
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace hbr {
 
@@ -35,6 +38,10 @@ class CommandContext {
     void forgetCore() { core_.reset(); }
     CompanionRecords& records();
 
+    /// Told when the command has ended, in one line with what was wrong.
+    void addRemark(std::string remark) { remarks_.push_back(std::move(remark)); }
+    const std::vector<std::string>& remarks() const { return remarks_; }
+
     /// Throws when there is no account yet (nothing there to act on) or when none can be read (failed).
     void requireReadableAccounts();
 
@@ -45,6 +52,7 @@ class CommandContext {
     CoreServices::Options coreOptions_;
     std::unique_ptr<CoreServices> core_;
     std::unique_ptr<CompanionRecords> records_;
+    std::vector<std::string> remarks_;
 };
 
 }  // namespace hbr

@@ -1,9 +1,8 @@
 #include "CommandLine.h"
 
-#include "CommandParts.h"
-
+#include <CommandLine/CommandParts.h>
+#include <CommandLine/HelpStyle.h>
 #include <Companion/MomentText.h>
-
 #include <Foundation/NearestName.h>
 #include <CLI/CLI.hpp>
 
@@ -13,19 +12,21 @@ namespace hbr {
 
 namespace {
 
-constexpr const char* generalGroup = "General";
+using platform::commandsOf;
+using platform::generalOptions;
+using platform::optionsOf;
 
 /// General options are declared on every command, so that they may stand before and after its name without
 /// the commands' own arguments ever being taken for names of commands.
 void declareGeneral(CLI::App& app, GeneralOptions& general) {
-    app.set_help_flag("-h,--help", "Show this text")->group(generalGroup);
+    app.set_help_flag("-h,--help", "Show this text")->group(generalOptions);
     app.add_flag_callback(
            "-V,--version", [] { throw CLI::CallForVersion("heedbanner " HEEDBANNER_VERSION, 0); },
            "Show the version")
-        ->group(generalGroup);
+        ->group(generalOptions);
     app.add_flag("-v,--verbose", general.verbose, "Show every diagnostic on standard error")
-        ->group(generalGroup);
-    app.add_flag("--no-color", general.noColor, "No colours (also NO_COLOR)")->group(generalGroup);
+        ->group(generalOptions);
+    app.add_flag("--no-color", general.noColor, "No colours (also NO_COLOR)")->group(generalOptions);
     app.add_option_function<std::string>(
            "--now",
            [&general](const std::string& text) {
@@ -37,13 +38,13 @@ void declareGeneral(CLI::App& app, GeneralOptions& general) {
            },
            "The moment to take for now (RFC 3339)")
         ->type_name("TIME")
-        ->group(generalGroup);
+        ->group(generalOptions);
     app.add_option("--log", general.log, "Write the log to a file, or to standard error with -")
         ->type_name("FILE")
-        ->group(generalGroup);
+        ->group(generalOptions);
     app.add_flag("-y,--yes", general.assumeYes, "Take the proposed answer to every question")
-        ->group(generalGroup);
-    app.add_flag("-n,--no-input", general.noInput, "Ask nothing")->group(generalGroup);
+        ->group(generalOptions);
+    app.add_flag("-n,--no-input", general.noInput, "Ask nothing")->group(generalOptions);
 }
 
 void declareGeneralBelow(CLI::App& app, GeneralOptions& general) {
@@ -53,40 +54,6 @@ void declareGeneralBelow(CLI::App& app, GeneralOptions& general) {
         declareGeneralBelow(*below, general);
     }
 }
-
-class HelpText : public CLI::Formatter {
-  public:
-    HelpText() {
-        column_width(34);
-        label("REQUIRED", "");
-    }
-
-    std::string make_usage(const CLI::App* app, std::string name) const override {
-        std::string usage = "Usage: " + name;
-        for (const CLI::Option* option : optionsOf(*app)) {
-            if (!option->nonpositional() || option->get_group() == generalGroup) continue;
-            usage += " [" + option->get_name() + optionArgument(*option) + "]";
-        }
-        for (const CLI::Option* option : optionsOf(*app)) {
-            if (!option->get_positional()) continue;
-            const std::string shown =
-                option->get_name(true) + (option->get_items_expected_max() > 1 ? " ..." : "");
-            usage += option->get_required() ? " " + shown : " [" + shown + "]";
-        }
-        if (!commandsOf(*app).empty()) usage += " COMMAND ...";
-        return usage + "\n";
-    }
-
-    std::string make_option_opts(const CLI::Option* option) const override { return optionArgument(*option); }
-
-  private:
-    static std::string optionArgument(const CLI::Option& option) {
-        if (option.get_items_expected_max() == 0 || option.get_positional()) return "";
-        // Without what CLI11 adds about bounds; the descriptions say it in words.
-        const std::string type = option.get_type_name().substr(0, option.get_type_name().find(':'));
-        return (type.empty() ? "" : " " + type) + (option.get_items_expected_max() > 1 ? " ..." : "");
-    }
-};
 
 const CLI::App& deepest(const CLI::App& app) {
     for (const CLI::App* below : commandsOf(app)) {
@@ -146,7 +113,7 @@ void declareCommands(CLI::App& root, CommandLine& result,
     root.description(
         "Your next meetings, from the calendars on this computer: looks at them, chooses which of\n"
         "them the widgets watch, and tells what is wrong when something is missing.");
-    root.formatter(std::make_shared<HelpText>());
+    platform::setHelpStyle(root);
     declareGeneral(root, result.general);
     root.require_subcommand(0, 1);
     root.footer(

@@ -2,8 +2,8 @@
 
 #include "ArgumentCandidates.h"
 #include "CommandLine.h"
-#include "CommandParts.h"
 
+#include <CommandLine/CommandParts.h>
 #include <CLI/CLI.hpp>
 
 #include <iostream>
@@ -11,6 +11,9 @@
 namespace hbr {
 
 namespace {
+
+using platform::commandsOf;
+using platform::optionsOf;
 
 const CLI::App* subcommand(const CLI::App& app, const std::string& name) {
     for (const CLI::App* below : commandsOf(app)) {

@@ -43,8 +43,12 @@ ExitCode run(Command& command, CommandContext& context, const ProgramDiagnostics
         context.console().complain(error.what());
     }
     const bool tellsItself = command.name() == "doctor" || command.isLongLived();
-    const std::string summary = tellsItself ? "" : diagnostics.summary();
-    if (!summary.empty()) context.console().complain(summary);
+    std::vector<std::string> remarks = context.remarks();
+    if (!tellsItself) remarks.push_back(diagnostics.summary());
+    std::string line;
+    for (const std::string& remark : remarks)
+        line += (line.empty() || remark.empty() ? "" : "; ") + remark;
+    if (!line.empty()) context.console().complain(line);
     return code;
 }
 

@@ -1,5 +1,7 @@
 #include "HostCommandLine.h"
 
+#include <CommandLine/CommandParts.h>
+#include <CommandLine/HelpStyle.h>
 #include <Foundation/NearestName.h>
 #include <CLI/CLI.hpp>
 
@@ -20,14 +22,11 @@ constexpr const char* examples =
     "      lifts the widgets with the keyboard until Escape, for a key of your desktop\n";
 
 /// An option that the program does not have, by what CLI11 left over.
-std::optional<std::string> unknownOption(const CLI::App& app, const CLI::App& group,
-                                         const std::vector<std::string>& arguments) {
+std::optional<std::string> unknownOption(const CLI::App& app, const std::vector<std::string>& arguments) {
     std::vector<std::string> names;
-    for (const CLI::App* one : {&app, &group}) {
-        for (const CLI::Option* option : one->get_options()) {
-            for (const std::string& name : option->get_lnames())
-                names.push_back("--" + name);
-        }
+    for (const CLI::Option* option : platform::optionsOf(app)) {
+        for (const std::string& name : option->get_lnames())
+            names.push_back("--" + name);
     }
     for (const std::string& argument : arguments) {
         if (!argument.starts_with("--")) continue;
@@ -50,39 +49,57 @@ HostCommandLine readHostCommandLine(const std::vector<std::string>& arguments, s
 
     CLI::App app("Puts the Heedbanner widgets on the desktop and tells of your events in time.",
                  "heedbanner-desktop");
+    platform::setHelpStyle(app);
     app.footer(examples);
-    app.set_version_flag("-V,--version", "heedbanner-desktop " + std::string(version));
-    app.add_flag("-v,--verbose", request.isVerbose, "Say everything on standard error");
-    app.add_flag("--no-color", isWithoutColor, "Plain text");
-    // For the session bus's service file only; a group without a name is left out of the help.
-    app.add_flag("--service", request.isService)->group("");
-    app.add_option("--log", request.log, "Write a log to FILE, - for standard error")->type_name("FILE");
     app.add_option("WIDGET:FAMILY", request.widgets,
                    "Widgets to show; else those that are placed, else the gallery");
+    const auto inGroup = [&](const char* group, CLI::Option* option) { return option->group(group); };
 
-    auto* tasks = app.add_option_group("What to do instead");
-    tasks->add_flag("--gallery", wantsGallery, "Show all widgets to choose from");
-    tasks->add_flag("--list", wantsList, "List the widgets that are placed");
-    auto* add = tasks->add_option("--add", added, "Place a widget")->type_name("WIDGET:FAMILY");
-    auto* remove =
-        tasks->add_option("--remove", request.removed, "Take a widget of the list away, or all of them")
-            ->type_name("N|all");
-    auto* focus = tasks
-                      ->add_option("--focus", request.focused,
-                                   "Lift the widgets with the keyboard until Escape, WIDGET first")
-                      ->type_name("WIDGET")
-                      ->expected(0, 1);
-    tasks->add_flag("--quit", wantsQuit, "End the running heedbanner-desktop");
-    tasks->require_option(0, 1);
-
-    app.add_flag("--json", request.wantsJson, "With --list: answer in JSON");
-    app.add_option("--at", request.corner, "With --add: top-start, top-end, bottom-start or bottom-end")
+    constexpr const char* placing = "Placing widgets";
+    auto* gallery =
+        inGroup(placing, app.add_flag("--gallery", wantsGallery, "Show all widgets to choose from"));
+    auto* list = inGroup(placing, app.add_flag("--list", wantsList, "List the widgets that are placed"));
+    inGroup(placing, app.add_flag("--json", request.wantsJson, "With --list: answer in JSON"));
+    auto* add =
+        inGroup(placing, app.add_option("--add", added, "Place a widget"))->type_name("WIDGET:FAMILY");
+    inGroup(placing, app.add_option("--at", request.corner,
+                                    "With --add: top-start, top-end, bottom-start or bottom-end"))
         ->type_name("CORNER")
         ->needs(add)
         ->check(CLI::IsMember({"top-start", "top-end", "bottom-start", "bottom-end"}));
-    app.add_option("--output", request.output, "With --add: the screen, as the desktop names it")
+    inGroup(placing,
+            app.add_option("--output", request.output, "With --add: the screen, as the desktop names it"))
         ->type_name("NAME")
         ->needs(add);
+    auto* remove = inGroup(placing, app.add_option("--remove", request.removed,
+                                                   "Take a widget of the list away, or all of them"))
+                       ->type_name("N|all");
+
+    constexpr const char* running = "To the one that runs";
+    auto* focus =
+        inGroup(running, app.add_option("--focus", request.focused,
+                                        "Lift the widgets with the keyboard until Escape, WIDGET first"))
+            ->type_name("WIDGET")
+            ->expected(0, 1);
+    auto* quit = inGroup(running, app.add_flag("--quit", wantsQuit, "End it"));
+    const std::vector<CLI::Option*> tasks = {gallery, list, add, remove, focus, quit};
+    for (CLI::Option* one : tasks) {
+        for (CLI::Option* other : tasks) {
+            if (one != other) one->excludes(other);
+        }
+    }
+
+    app.set_version_flag("-V,--version", "heedbanner-desktop " + std::string(version))
+        ->description("Show the version")
+        ->group(platform::generalOptions);
+    inGroup(platform::generalOptions,
+            app.add_flag("-v,--verbose", request.isVerbose, "Say everything on standard error"));
+    inGroup(platform::generalOptions, app.add_flag("--no-color", isWithoutColor, "Plain text"));
+    inGroup(platform::generalOptions,
+            app.add_option("--log", request.log, "Write a log to FILE, - for standard error"))
+        ->type_name("FILE");
+    // For the session bus's service file only; a group without a name is left out of the help.
+    inGroup("", app.add_flag("--service", request.isService));
 
     try {
         // CLI11 takes the words from the back.
@@ -92,7 +109,7 @@ HostCommandLine readHostCommandLine(const std::vector<std::string>& arguments, s
     } catch (const CLI::CallForHelp&) {
         return {.request = std::nullopt, .text = app.help()};
     } catch (const CLI::ParseError& error) {
-        const auto option = unknownOption(app, *tasks, arguments);
+        const auto option = unknownOption(app, arguments);
         return {.request = std::nullopt,
                 .status = ExitStatus::wrongUsage,
                 .text = option.value_or(error.what()) + "; see --help"};

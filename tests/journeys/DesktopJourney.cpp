@@ -55,8 +55,7 @@ Outcome DesktopJourney::endDesktop() {
 void DesktopJourney::writeEvent(const std::string& file, const std::string& title, int startsIn,
                                 std::string_view lines) const {
     constexpr int hour = 3600;
-    const auto written =
-        home.write("new-file", oneEvent(title, utc(startsIn), utc(startsIn + hour), lines));
+    const auto written = home.write("new-file", oneEvent(title, utc(startsIn), utc(startsIn + hour), lines));
     std::filesystem::rename(written, home / ("calendars/" + file));
 }
 
@@ -100,15 +99,15 @@ void DesktopJourney::closeWindow(const std::string& title) {
 
 void DesktopJourney::askOverTheBus(const std::string& action) {
     desktop.run({"gdbus", "call", "--session", "--dest", busName, "--object-path",
-                 "/com/quietlark/heedbanner", "--method", "org.freedesktop.Application.ActivateAction", action,
-                 "[]", "{}"});
+                 "/com/quietlark/heedbanner", "--method", "org.freedesktop.Application.ActivateAction",
+                 action, "[]", "{}"});
 }
 
 bool DesktopJourney::waitUntilGone() {
     return waitUntil([&] {
-        const std::string answer = desktop.run(
-            {"gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
-             "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.NameHasOwner", busName});
+        const std::string answer =
+            desktop.run({"gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
+                         "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.NameHasOwner", busName});
         return answer == "(false,)\n";
     });
 }

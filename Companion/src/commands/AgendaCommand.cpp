@@ -74,8 +74,8 @@ class AgendaCommand final : public Command {
         const auto choices = collectionChoices(context, type);
         const auto count = static_cast<std::size_t>(std::ranges::count_if(choices, &CollectionChoice::isNew));
         if (count == 0) return;
-        context.console().complain(counted(count, noun) + (count == 1 ? " is" : " are") +
-                                   " new and not watched yet: " + command);
+        context.addRemark(counted(count, noun) + (count == 1 ? " is" : " are") +
+                          " new and not watched yet: " + command);
     }
 
     std::optional<int> days_;

@@ -1,5 +1,6 @@
 #include <WidgetHost/WidgetCommandLine.h>
 
+#include <CommandLine/HelpStyle.h>
 #include <Foundation/NearestName.h>
 #include <CLI/CLI.hpp>
 
@@ -119,23 +120,32 @@ std::string wrongScale(const std::string& text) {
 }
 
 void addRenderOptions(CLI::App& command, RenderOptions& options) {
-    command.add_option("--family", options.family, "small, medium or large")->capture_default_str();
-    command.add_option("--entry", options.entry, "Which entry of the timeline")->capture_default_str();
+    command.add_option("--family", options.family, "small, medium or large")
+        ->type_name("FAMILY")
+        ->capture_default_str();
+    command.add_option("--entry", options.entry, "Which entry of the timeline")
+        ->type_name("N")
+        ->capture_default_str();
     command.add_option("--scale", options.scale, "Pixels a point, 0.5 to 4")
+        ->type_name("S")
         ->check(wrongScale)
         ->capture_default_str();
     command.add_option("--appearance", options.appearance, "light or dark")
+        ->type_name("WORD")
         ->check(CLI::IsMember({"light", "dark"}))
         ->capture_default_str();
     command.add_option("--contrast", options.contrast, "normal or high")
+        ->type_name("WORD")
         ->check(CLI::IsMember({"normal", "high"}))
         ->capture_default_str();
     command.add_flag("--demo", options.isDemonstration, "Draw demonstration events; touch no setting");
     command
         .add_option("--format", options.format,
                     "png, svg, pdf, json or text; else by FILE's ending, else png")
+        ->type_name("FORMAT")
         ->check(CLI::IsMember({"png", "svg", "pdf", "json", "text"}));
-    command.add_option("-o,--output", options.output, "FILE to write instead of standard output");
+    command.add_option("-o,--output", options.output, "Write to FILE instead of standard output")
+        ->type_name("FILE");
 }
 
 std::string footer(const WidgetCommandLine::Program& program) {
@@ -184,13 +194,18 @@ WidgetCommandLine::WidgetCommandLine(Program program, std::shared_ptr<const Envi
 int WidgetCommandLine::run(const std::vector<std::string>& arguments) {
     Arguments given;
     CLI::App app(program_.summary, program_.name);
+    setHelpStyle(app);
     app.footer(footer(program_));
     app.require_subcommand(1);
     app.fallthrough();
-    app.set_version_flag("-V,--version", program_.name + " " + program_.version);
-    app.add_flag("-v,--verbose", given.isVerbose, "Say everything on standard error");
-    app.add_flag("--no-color", given.isWithoutColor, "Plain text");
-    app.add_option("--now", given.now, "Take this time (RFC 3339) for the clock's");
+    app.set_version_flag("-V,--version", program_.name + " " + program_.version)
+        ->description("Show the version")
+        ->group(generalOptions);
+    app.add_flag("-v,--verbose", given.isVerbose, "Say everything on standard error")->group(generalOptions);
+    app.add_flag("--no-color", given.isWithoutColor, "Plain text")->group(generalOptions);
+    app.add_option("--now", given.now, "Take this time (RFC 3339) for the clock's")
+        ->type_name("TIME")
+        ->group(generalOptions);
 
     CLI::App* galleryCommand = app.add_subcommand("gallery", "The widgets that there are");
     CLI::App* placeholderCommand =
@@ -217,8 +232,7 @@ int WidgetCommandLine::run(const std::vector<std::string>& arguments) {
         out_ << version.what() << '\n';
         return exitStatus::done;
     } catch (const CLI::CallForHelp&) {
-        const auto chosen = app.get_subcommands();
-        out_ << (chosen.empty() ? app.help() : chosen.front()->help());
+        out_ << app.help();
         return exitStatus::done;
     } catch (const CLI::ParseError& error) {
         if (const auto word = unknownCommand(app, arguments)) {

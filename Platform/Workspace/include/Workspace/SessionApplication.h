@@ -30,7 +30,8 @@ class SessionApplication {
         std::function<void()> activate;
         /// URLs that were handed to it.
         std::function<void(const std::vector<Url>& urls)> open;
-        /// Before each of these: what the caller's desktop gave for a window to come to the front, or nothing.
+        /// Before each of these: what the caller's desktop gave for a window to come to the front, or
+        /// nothing.
         std::function<void(const std::string& token)> useActivationToken;
     };
 

@@ -1,6 +1,8 @@
-#include "CommandParts.h"
+#include <CommandLine/CommandParts.h>
 
-namespace hbr {
+#include <CLI/App.hpp>
+
+namespace platform {
 
 namespace {
 
@@ -24,4 +26,4 @@ std::vector<const CLI::App*> commandsOf(const CLI::App& app) {
     return below(app, true);
 }
 
-}  // namespace hbr
+}  // namespace platform
