@@ -52,6 +52,15 @@ class DesktopTest : public ::testing::Test {
     bool isGoneFrom(Place widget) {
         return waitUntil([&] { return isNear(colorAt(widget, ground), background); });
     }
+    /// The keyboard's focus is seen around the row, in the primary colour.
+    bool isRingAt(Place widget, int rowMiddle) {
+        return waitUntil([&] {
+            const Picture picture = screen().picture();
+            const auto at = [&](int x, int y) { return picture.at(widget.x + x, widget.y + y); };
+            // A window that was mapped a moment ago is black all over.
+            return isNear(at(ground.x, ground.y), container) && isNear(at(16, rowMiddle), 0x1B1B1F, 60);
+        });
+    }
     void click(Place widget, Place inside, int button = 1) {
         screen().click(widget.x + inside.x, widget.y + inside.y, button);
     }

@@ -33,7 +33,7 @@ TEST_F(WidgetsOnWayland, TakeTheKeyboardWhenLifted) {
     show({"medium top-end"});
     ASSERT_TRUE(isSeenAt(topEnd));
     program->order("lift");
-    ASSERT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, {16, firstRow.y}), 0x1B1B1F, 60); }));
+    ASSERT_TRUE(isRingAt(topEnd, firstRow.y));
     screen().key("Tab");
     screen().key("Return");
     EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://joinCall/standup");

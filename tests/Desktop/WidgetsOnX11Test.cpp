@@ -52,6 +52,15 @@ TEST_F(WidgetsOnX11, StandInColumnsBelowEverything) {
              {"_NET_WM_STATE_BELOW", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"})
             EXPECT_NE(std::find(state.begin(), state.end(), wanted), state.end()) << wanted;
     }
+    // No room for it in the corner below three of the others.
+    program->order("add small bottom-end");
+    const int besideThem = topEnd.x - 12 - smallWidth;
+    const auto isBelow = [&](int x) {
+        return waitUntil(
+            [&] { return isNear(screen().picture().at(x + smallWidth / 2, height - 40), container); });
+    };
+    EXPECT_TRUE(isBelow(besideThem));
+    program->order("remove");
     // What remains closes the gap.
     program->order("remove");
     program->order("remove");
@@ -114,32 +123,36 @@ TEST_F(WidgetsOnX11, TakeTheKeyboardWhenLiftedAndGiveItBack) {
     show({"medium top-end", "medium top-end"});
     ASSERT_TRUE(isSeenAt(topEnd));
     const Place second{topEnd.x, topEnd.y + mediumHeight + 12};
-    const auto ringIsAt = [&](Place widget, int rowMiddle) {
-        // Left of the row, in the primary colour.
-        return waitUntil([&] { return isNear(colorAt(widget, {16, rowMiddle}), 0x1B1B1F, 60); });
-    };
     program->order("lift");
-    EXPECT_TRUE(ringIsAt(topEnd, firstRow.y));
+    EXPECT_TRUE(isRingAt(topEnd, firstRow.y));
     screen().key("Return");
     EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://preview/standup");
     EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, {16, firstRow.y}), container, 60); }))
         << "not lowered";
 
     program->order("lift");
-    EXPECT_TRUE(ringIsAt(topEnd, firstRow.y));
+    EXPECT_TRUE(isRingAt(topEnd, firstRow.y));
     screen().key("Tab");
     screen().key("Down");
-    EXPECT_TRUE(ringIsAt(topEnd, secondRow.y));
+    EXPECT_TRUE(isRingAt(topEnd, secondRow.y));
     screen().key("Tab");
-    EXPECT_TRUE(ringIsAt(second, firstRow.y));
+    EXPECT_TRUE(isRingAt(second, firstRow.y));
     screen().key("Right");
     screen().key("space");
     EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://joinCall/standup");
 
     program->order("lift");
-    EXPECT_TRUE(ringIsAt(topEnd, firstRow.y));
+    EXPECT_TRUE(isRingAt(topEnd, firstRow.y));
     screen().key("Escape");
     EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, {16, firstRow.y}), container, 60); }));
+
+    // Also in haste.
+    for (int time = 0; time < 8 && !HasFailure(); ++time) {
+        program->order("lift");
+        program->order("lower");
+        program->order("lift");
+        EXPECT_TRUE(isRingAt(topEnd, firstRow.y)) << time;
+    }
 }
 
 TEST_F(WidgetsOnX11, TickWithoutMakingTheirViewsAnewAndOnlyWhereTheTextIs) {

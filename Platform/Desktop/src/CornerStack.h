@@ -17,11 +17,19 @@ struct StackedSize {
     int height = 0;
 };
 
+struct CornerWidget {
+    bool isLeft = false;
+    bool isTop = false;
+    StackedSize size;
+};
+
 /// Distance from the edges of the area, and between widgets.
 constexpr int edgeDistance = 20;
 constexpr int widgetDistance = 12;
 
-/// Places widgets in a column from a corner on; where the area ends, a new column begins beside it.
-std::vector<CornerOffset> stackFromCorner(const std::vector<StackedSize>& widgets, int areaHeight);
+/// Places the widgets of one area, each in a column from its corner on. Where the area ends, or where a
+/// widget of another corner stands that came before, a new column begins beside it. A widget for which the
+/// area has no more room stands as if its corner were alone.
+std::vector<CornerOffset> stackInCorners(const std::vector<CornerWidget>& widgets, StackedSize area);
 
 }  // namespace platform

@@ -77,33 +77,33 @@ std::vector<GtkWidgetWindow*> GtkWidgetDesk::inOrder() const {
 }
 
 void GtkWidgetDesk::restack() {
-    std::map<std::pair<std::string, Corner>, std::vector<GtkWidgetWindow*>> columns;
+    std::map<std::string, std::vector<std::pair<GtkWidgetWindow*, SurfacePlace>>> stacks;
     for (GtkWidgetWindow* window : inOrder()) {
         const WidgetPlacement& placement = window->placement();
         const auto output = session_.outputs().find(placement.output);
         if (!output) {
             window->standAt(std::nullopt);
-        } else if (placement.position) {
-            window->standAt(SurfacePlace{.output = *output,
-                                         .isRightToLeft = options_.isRightToLeft,
-                                         .position = placement.position,
-                                         .size = window->size()});
-        } else {
-            columns[{output->name, placement.corner}].push_back(window);
+            continue;
         }
+        const SurfacePlace place{.output = *output,
+                                 .corner = placement.corner,
+                                 .isRightToLeft = options_.isRightToLeft,
+                                 .position = placement.position,
+                                 .size = window->size()};
+        if (place.position)
+            window->standAt(place);
+        else
+            stacks[output->name].emplace_back(window, place);
     }
-    for (const auto& [key, windows] : columns) {
-        const Output output = *session_.outputs().find(key.first);
-        std::vector<StackedSize> sizes;
-        for (const GtkWidgetWindow* window : windows)
-            sizes.push_back(window->size());
-        const auto offsets = stackFromCorner(sizes, output.workArea.height);
-        for (std::size_t i = 0; i < windows.size(); ++i) {
-            windows[i]->standAt(SurfacePlace{.output = output,
-                                             .corner = key.second,
-                                             .isRightToLeft = options_.isRightToLeft,
-                                             .offset = offsets[i],
-                                             .size = sizes[i]});
+    for (auto& [name, stack] : stacks) {
+        std::vector<CornerWidget> widgets;
+        for (const auto& [window, place] : stack)
+            widgets.push_back({place.isLeft(), place.isTop(), place.size});
+        const Output::Area& area = stack.front().second.output.workArea;
+        const auto offsets = stackInCorners(widgets, {area.width, area.height});
+        for (std::size_t i = 0; i < stack.size(); ++i) {
+            stack[i].second.offset = offsets[i];
+            stack[i].first->standAt(stack[i].second);
         }
     }
 }

@@ -54,6 +54,11 @@ GtkWidgetWindow::GtkWidgetWindow(GtkWidgetDesk& desk, WidgetIdentity identity, W
     connect("notify::scale-factor", G_CALLBACK(+[](GtkWidget*, GParamSpec*, gpointer self) {
                 static_cast<GtkWidgetWindow*>(self)->invalidate();
             }));
+    // The toolkit hides the focus of a window that it maps.
+    g_signal_connect_after(window_, "map", G_CALLBACK(+[](GtkWidget*, gpointer self) {
+                               static_cast<GtkWidgetWindow*>(self)->showFocus();
+                           }),
+                           this);
     connect("visibility-notify-event",
             G_CALLBACK(+[](GtkWidget*, GdkEventVisibility* event, gpointer self) -> gboolean {
                 static_cast<GtkWidgetWindow*>(self)->canvas_.setObscured(event->state ==
@@ -141,15 +146,20 @@ void GtkWidgetWindow::lookChanged() {
 void GtkWidgetWindow::standAt(std::optional<SurfacePlace> place) {
     if (drag_ && drag_->hasMoved) return;
     place_ = std::move(place);
-    if (!place_) return gtk_widget_hide(window_);
+    if (!place_) return surface_->setShown(false);
     place_->margin = canvas_.margin();
     surface_->place(*place_);
-    gtk_widget_show(window_);
+    surface_->setShown(true);
 }
 
 void GtkWidgetWindow::setLevel(WidgetSurface::Level level) {
+    level_ = level;
     surface_->setLevel(level);
-    gtk_window_set_focus_visible(GTK_WINDOW(window_), level == WidgetSurface::Level::withKeyboard);
+    showFocus();
+}
+
+void GtkWidgetWindow::showFocus() {
+    gtk_window_set_focus_visible(GTK_WINDOW(window_), level_ == WidgetSurface::Level::withKeyboard);
 }
 
 void GtkWidgetWindow::focusFirst(bool fromEnd) {
@@ -254,7 +264,7 @@ void GtkWidgetWindow::drag() {
         gtk_window_get_position(GTK_WINDOW(window_), &x, &y);
         double offsetX = 0, offsetY = 0;
         gtk_gesture_drag_get_offset(GTK_GESTURE_DRAG(dragGesture_), &offsetX, &offsetY);
-        drag_ = Drag{{pointer.x - offsetX, pointer.y - offsetY}, {double(x), double(y)}};
+        drag_ = Drag{{pointer.x - offsetX, pointer.y - offsetY}, {double(x), double(y)}, {}};
     }
     const double x = pointer.x - drag_->pointer.x, y = pointer.y - drag_->pointer.y;
     if (!drag_->hasMoved) {
@@ -269,20 +279,18 @@ void GtkWidgetWindow::drag() {
             return;
         }
     }
-    gtk_window_move(GTK_WINDOW(window_), static_cast<int>(std::lround(drag_->window.x + x)),
-                    static_cast<int>(std::lround(drag_->window.y + y)));
+    drag_->last = {std::round(drag_->window.x + x), std::round(drag_->window.y + y)};
+    gtk_window_move(GTK_WINDOW(window_), static_cast<int>(drag_->last.x), static_cast<int>(drag_->last.y));
 }
 
 void GtkWidgetWindow::endDragging(bool wasMoved) {
-    const bool hasMoved = drag_ && drag_->hasMoved;
-    drag_.reset();
-    if (!hasMoved) return;
+    const auto drag = std::exchange(drag_, std::nullopt);
+    if (!drag || !drag->hasMoved) return;
     WidgetPlacement placement = placement_;
     if (wasMoved) {
-        int x = 0, y = 0;
-        gtk_window_get_position(GTK_WINDOW(window_), &x, &y);
-        placement = desk_.placementAt({double(x + canvas_.margin()), double(y + canvas_.margin())}, size(),
-                                      placement_);
+        // Where it was asked to be; the toolkit hears later where it is.
+        const double margin = canvas_.margin();
+        placement = desk_.placementAt({drag->last.x + margin, drag->last.y + margin}, size(), placement_);
     }
     const auto move = actions_.move;
     // Back where it belongs, unless the owner accepts the new place.
@@ -293,7 +301,7 @@ void GtkWidgetWindow::endDragging(bool wasMoved) {
 void GtkWidgetWindow::closedByDesktop() {
     if (desk_.capabilities().surfaceKind != SurfaceKind::plainWindow) {
         // Its output went away; it comes back on another one.
-        gtk_widget_hide(window_);
+        surface_->setShown(false);
         desk_.restackSoon();
         return;
     }

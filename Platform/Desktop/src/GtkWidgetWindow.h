@@ -48,6 +48,7 @@ class GtkWidgetWindow final : public WidgetWindow {
     void setInputRegion();
     gboolean pressed(GdkEventKey* event);
     void moveFocus(int steps);
+    void showFocus();
     void showMenu(const GdkEvent* event);
     void startDragging();
     void drag();
@@ -63,12 +64,14 @@ class GtkWidgetWindow final : public WidgetWindow {
     GtkWidget* window_;
     WidgetCanvas canvas_;
     std::unique_ptr<WidgetSurface> surface_;
+    WidgetSurface::Level level_ = WidgetSurface::Level::desktop;
     std::optional<SurfacePlace> place_;
     GtkGesture* dragGesture_ = nullptr;
     GtkWidget* menu_ = nullptr;
     struct Drag {
         Point pointer;
         Point window;
+        Point last;
         bool hasMoved = false;
     };
     std::optional<Drag> drag_;

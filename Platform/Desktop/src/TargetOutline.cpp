@@ -6,9 +6,10 @@ namespace platform {
 
 namespace {
 
-/// Around targets that nothing fills, and around a whole content, which lies 16 inside a radius of 20.
+/// Around targets that nothing fills.
 constexpr double plainDistance = 4, plainRadius = 6;
-constexpr double contentDistance = 10, contentRadius = 14, contentInset = 16;
+/// From the widget's edge to its content.
+constexpr double contentInset = 16;
 
 std::optional<double> radiusOfFill(const LaidOutNode& node, const Rect& frame) {
     if (node.kind == LaidOutNode::Kind::shape && !node.isHairline && node.frame == frame)
@@ -28,7 +29,7 @@ TargetOutline outlineOf(const LaidOutNode& target, Size widget) {
     if (const auto radius = radiusOfFill(target, target.frame)) return {target.frame, *radius};
     const bool isContent = target.frame.width >= widget.width - 2 * contentInset &&
                            target.frame.height >= widget.height - 2 * contentInset;
-    if (isContent) return {widened(target.frame, contentDistance), contentRadius};
+    if (isContent) return {{0, 0, widget.width, widget.height}, 0, true};
     return {widened(target.frame, plainDistance), plainRadius};
 }
 

@@ -10,12 +10,14 @@ namespace platform {
 struct TargetOutline {
     Rect frame;
     double cornerRadius = 0;
+    /// All of the widget, to its edge.
+    bool isWholeWidget = false;
 
     friend bool operator==(const TargetOutline&, const TargetOutline&) = default;
 };
 
 /// Of each of tree.links(), in their order: rounded like the shape that fills the target; around one that
-/// nothing fills, and concentric with the widget around one that is all of its content.
+/// nothing fills; the widget itself, its corners not yet round, for one that is all of its content.
 std::vector<TargetOutline> targetOutlines(const LaidOutTree& tree);
 
 }  // namespace platform

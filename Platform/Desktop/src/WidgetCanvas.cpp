@@ -1,5 +1,7 @@
 #include "WidgetCanvas.h"
 
+#include <Foundation/SystemClock.h>
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -31,10 +33,6 @@ void makeSquare(LaidOutTree& tree) {
             self(self, child);
     };
     square(square, tree.root);
-}
-
-Date systemNow() {
-    return Date::since1970(static_cast<double>(g_get_real_time()) / 1e6);
 }
 
 void setSource(cairo_t* cairo, Color color) {
@@ -141,7 +139,9 @@ void WidgetCanvas::drawTargets(cairo_t* cairo) {
         const TargetOutline& outline = outlines_[*hovered];
         const double ink = look_.context.appearance == Appearance::dark ? 1 : 0;
         setSource(cairo, {ink, ink, ink, hoverOpacity});
-        addRoundedRectangle(cairo, outline.frame, outline.cornerRadius);
+        const double widgetRadius = look_.isFilled ? 0 : containerRadius;
+        addRoundedRectangle(cairo, outline.frame,
+                            outline.isWholeWidget ? widgetRadius : outline.cornerRadius);
         cairo_fill(cairo);
     }
     GtkWidget* window = gtk_widget_get_toplevel(area_.get());
@@ -149,10 +149,13 @@ void WidgetCanvas::drawTargets(cairo_t* cairo) {
         return;
     if (const auto focused = buttons_.focused(); focused && *focused < outlines_.size()) {
         const TargetOutline& outline = outlines_[*focused];
-        const double distance = focusOffset + focusLineWidth / 2;
+        const double lineDistance = focusOffset + focusLineWidth / 2;
+        // Round even in a square widget, like the rings of the rows.
+        const double radius = outline.isWholeWidget ? containerRadius : outline.cornerRadius;
+        const double distance = outline.isWholeWidget ? -lineDistance : lineDistance;
         setSource(cairo, look_.context.palette().primary);
         cairo_set_line_width(cairo, focusLineWidth);
-        addRoundedRectangle(cairo, widened(outline.frame, distance), outline.cornerRadius + distance);
+        addRoundedRectangle(cairo, widened(outline.frame, distance), radius + distance);
         cairo_stroke(cairo);
     }
 }

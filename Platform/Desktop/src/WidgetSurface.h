@@ -50,6 +50,7 @@ class WidgetSurface {
     virtual ~WidgetSurface() = default;
 
     virtual void place(const SurfacePlace& place) = 0;
+    virtual void setShown(bool isShown) = 0;
     virtual void setLevel(Level level) = 0;
 };
 

@@ -1,6 +1,6 @@
+#include <Foundation/SystemClock.h>
 #include "ProcessLocale.h"
 #include "ProcessTimeZone.h"
-#include "SystemClock.h"
 
 #include <Foundation/Environment.h>
 

@@ -1,5 +1,5 @@
+#include <Foundation/SystemClock.h>
 #include "FileDescriptor.h"
-#include "SystemClock.h"
 
 #include <Foundation/MainQueue.h>
 

@@ -6,7 +6,8 @@
 
 namespace platform {
 
-/// The system's wall clock; whole seconds are subtracted first so that the fraction keeps its precision.
+/// The wall clock of the system, by which WallClockTimer goes; whole seconds are subtracted first so that the
+/// fraction keeps its precision.
 inline Date systemNow() {
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
