@@ -7,9 +7,9 @@
 #include "SettingsWatch.h"
 #include "WakeTimer.h"
 #include "WidgetBoard.h"
+#include "WidgetGallery.h"
 
 #include <Desktop/DesktopSession.h>
-#include <Desktop/GalleryWindow.h>
 #include <Foundation/ClockChange.h>
 #include <Foundation/ClockFormatChange.h>
 #include <Foundation/FileWatcher.h>
@@ -50,7 +50,7 @@ struct RunningHost::Parts {
     std::unique_ptr<platform::WidgetDesk> desk;
     std::unique_ptr<WidgetBoard> board;
     std::unique_ptr<CardDeck> cards;
-    std::unique_ptr<platform::GalleryWindow> gallery;
+    std::unique_ptr<WidgetGallery> gallery;
     std::shared_ptr<platform::WidgetScheduler> scheduler;
     std::unique_ptr<WakeTimer> schedulerTimer;
     std::unique_ptr<AlertCenter> alerts;
@@ -87,6 +87,7 @@ struct RunningHost::Parts {
     void watchWorld();
 
     void showPlacements();
+    void playShownKinds();
     void placementsChanged();
     void changePlacements(const PlacementsFile::Change& change);
     void didReload();
@@ -144,8 +145,11 @@ void RunningHost::Parts::makeScheduler() {
         world.bundle.body(),
         {.clock = world.environment->clock,
          .wakeAt = [this](std::optional<platform::Date> date) { schedulerTimer->set(date); },
-         .show = [this](const std::string& kind,
-                        const platform::WidgetEntry& entry) { board->setEntry(kind, entry); }});
+         .show =
+             [this](const std::string& kind, const platform::WidgetEntry& entry) {
+                 board->setEntry(kind, entry);
+                 if (gallery) gallery->setEntry(kind, entry);
+             }});
     platform::WidgetCenter::install(scheduler);
 }
 
@@ -187,7 +191,12 @@ void RunningHost::Parts::watchWorld() {
 void RunningHost::Parts::showPlacements() {
     if (!contents.widgets.empty()) endsWhenIdle = false;
     board->show(contents.widgets);
-    scheduler->setShownKinds(board->kinds());
+    playShownKinds();
+}
+
+void RunningHost::Parts::playShownKinds() {
+    // Those of the gallery are all that there are.
+    scheduler->setShownKinds(gallery ? gallery->kinds() : board->kinds());
 }
 
 void RunningHost::Parts::placementsChanged() {
@@ -239,6 +248,7 @@ void RunningHost::Parts::refreshNotice() {
     notice = std::move(current);
     board->setNotice(notice.title ? std::optional(noticeContent(notice)) : std::nullopt);
     board->setBadge(notice.badge);
+    if (gallery) gallery->setDemonstration(notice.title.has_value());
 }
 
 void RunningHost::Parts::executeAnew() {
@@ -252,40 +262,31 @@ void RunningHost::Parts::executeAnew() {
 
 void RunningHost::Parts::showGallery() {
     if (gallery) return gallery->present();
-    std::vector<platform::GalleryItem> items;
-    const auto demonstration = HeedbannerWidgetBundle::demonstration(world.environment);
-    for (const platform::StaticConfiguration& configuration : demonstration->body()) {
-        auto shown = std::make_shared<std::optional<platform::WidgetEntry>>();
-        configuration.getSnapshot({.isPreview = true},
-                                  [shown](platform::WidgetEntry entry) { *shown = std::move(entry); });
-        items.push_back({.identity = widgetIdentity(world.bundle, configuration),
-                         .description = world.bundle.localizedText(configuration.descriptionKey()),
-                         .preview = [shown](const platform::ViewContext& context) {
-                             return *shown ? (*shown)->view(context) : platform::View();
-                         }});
+    gallery = std::make_unique<WidgetGallery>(
+        *session, *desk, world.bundle, *HeedbannerWidgetBundle::demonstration(world.environment),
+        notice.title.has_value(),
+        platform::GalleryWindow::Actions{
+            .add =
+                [this](const std::string& kind, platform::WidgetFamily family) {
+                    const auto* widget = world.catalogue.find(kind);
+                    if (!widget) return;
+                    changePlacements([name = widget->name, family](std::vector<PlacedWidget>& widgets) {
+                        widgets.push_back(placedWidget(name, family, platform::Corner::topEnd, "", widgets));
+                    });
+                },
+            .closed =
+                [this] {
+                    later([this] {
+                        gallery.reset();
+                        playShownKinds();
+                        endsWhenIdle = contents.widgets.empty();
+                        endIfIdle();
+                    });
+                }});
+    for (const std::string& kind : gallery->kinds()) {
+        if (const auto entry = scheduler->currentEntry(kind)) gallery->setEntry(kind, *entry);
     }
-    const auto text = [this](const char* key) {
-        return world.bundle.localizedText(std::string("Widget.desktop.gallery.") + key);
-    };
-    gallery = platform::GalleryWindow::show(
-        *session, *desk, {.title = text("title"), .introduction = text("introduction"), .add = text("add")},
-        std::move(items),
-        {.add =
-             [this](const std::string& kind, platform::WidgetFamily family) {
-                 const auto* widget = world.catalogue.find(kind);
-                 if (!widget) return;
-                 changePlacements([name = widget->name, family](std::vector<PlacedWidget>& widgets) {
-                     widgets.push_back(placedWidget(name, family, platform::Corner::topEnd, "", widgets));
-                 });
-             },
-         .closed =
-             [this] {
-                 later([this] {
-                     gallery.reset();
-                     endsWhenIdle = contents.widgets.empty();
-                     endIfIdle();
-                 });
-             }});
+    playShownKinds();
 }
 
 RunningHost::RunningHost(World world) : parts_(std::make_unique<Parts>(std::move(world))) {}

@@ -1,5 +1,7 @@
 #include "WidgetBoard.h"
 
+#include "EntryContent.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -116,12 +118,7 @@ void WidgetBoard::setContent(Tile& tile) const {
     if (notice_) return tile.window->setContent(*notice_);
     const auto entry = entries_.find(tile.kind);
     if (entry == entries_.end()) return;
-    tile.window->setContent(
-        [view = entry->second.view, date = entry->second.date](const platform::ViewContext& context) {
-            platform::ViewContext later = context;
-            later.now = std::max(context.now, date, [](auto a, auto b) { return a < b; });
-            return view(later);
-        });
+    tile.window->setContent(entryContent(entry->second));
 }
 
 void WidgetBoard::setEntry(const std::string& kind, const platform::WidgetEntry& entry) {

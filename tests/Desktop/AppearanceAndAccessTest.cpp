@@ -49,6 +49,21 @@ TEST_F(Accessibility, NamesTheTextsAndEachTargetWhichCanBeActivated) {
     EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://joinCall/standup");
 }
 
+TEST_F(Accessibility, IsNotToldOfEachTickOfATimer) {
+    show({"medium top-end"});
+    ASSERT_TRUE(isSeenAt(topEnd));
+    const auto listener =
+        desktop.start({"/usr/bin/python3", TestDesktop::script("accessible-changes.py"), "desktop-test"});
+    ASSERT_TRUE(listener->waitForLine("listening"));
+    for (int tick = 0; tick < 3; ++tick) {
+        const auto before = screen().picture();
+        ASSERT_TRUE(waitUntil([&] { return screen().picture().differences(before, 0) > 0; }));
+    }
+    program->order("title Another");
+    const auto told = listener->waitForLine("changed");
+    EXPECT_TRUE(told && told->find("'Another'") != std::string::npos) << told.value_or("nothing");
+}
+
 TEST_F(Accessibility, ReachesTheGalleryAndTheCard) {
     desktop.startWindowManager();
     show({});

@@ -186,4 +186,54 @@ TEST_F(DesktopHost, OnWaylandItFollowsItsOutputAndTakesTheKeyboardAndMoreWidgets
     }));
 }
 
+TEST_F(DesktopHost, StandsThereAsItIsDrawnIntoAFileAndLooksLikeTheToolkitWherePortalsAreMissing) {
+    setUpCalendars();
+    struct Case {
+        const char* language;
+        const char* preference;
+        const char* appearance;
+        int x;
+        std::uint32_t ground;
+    };
+    constexpr int mediumWidth = 455, mediumHeight = 213, edge = 20;
+    for (const Case& c : {Case{"en", "0", "light", test::TestDesktop::width - edge - mediumWidth, 0xF7F7F9},
+                          Case{"he", "1", "dark", edge, 0x1F1F24}}) {
+        variables["LANGUAGE"] = c.language;
+        desktop.home().write("config/gtk-3.0/settings.ini",
+                             "[Settings]\ngtk-font-name=Inter 10\ngtk-application-prefer-dark-theme=" +
+                                 std::string(c.preference) + "\n");
+        startDesktop({"upcoming:medium"});
+        const auto file = home / "drawn.png";
+        ASSERT_EQ(widgets({"render", "upcoming", "--family", "medium", "--scale", "1.25", "--appearance",
+                           c.appearance, "-o", file})
+                      .exitCode,
+                  0);
+        const auto drawn = test::Picture::ofPng(file, c.ground);
+        int differing = drawn.width * drawn.height;
+        // Smoothing may differ where a fraction of a pixel was rounded.
+        EXPECT_TRUE(test::waitUntil([&] {
+            differing = picture().part(c.x, edge, mediumWidth, mediumHeight).differences(drawn, 40);
+            return differing < drawn.width * drawn.height / 500;
+        })) << c.language
+            << ": " << differing << " pixels";
+        EXPECT_EQ(endDesktop().exitCode, 0);
+    }
+}
+
+TEST_F(DesktopHost, ItsGalleryShowsDemonstrationEventsUntilThereAreCalendars) {
+    desktop.variables.erase("NO_AT_BRIDGE");
+    variables = desktop.variables;
+    startDesktop({"--gallery"});
+    const auto isSaid = [&](const char* words) {
+        const auto tree =
+            desktop.run({"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner"});
+        return tree.find(words) != std::string::npos;
+    };
+    EXPECT_TRUE(test::waitUntil([&] { return isSaid("The previews show demonstration events."); }));
+    setUpCalendars();
+    writeEvent("first.ics", "Planning", 1800);
+    EXPECT_TRUE(test::waitUntil([&] { return isSaid("Planning"); }));
+    EXPECT_FALSE(isSaid("demonstration"));
+}
+
 }  // namespace

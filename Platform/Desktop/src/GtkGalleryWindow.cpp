@@ -33,6 +33,11 @@ class GtkGalleryWindow final : public GalleryWindow {
     ~GtkGalleryWindow() override { gtk_widget_destroy(window_); }
 
     void present() override { presentWindow(window_, session_); }
+    void setIntroduction(const std::string& introduction) override {
+        texts_.introduction = introduction;
+        gtk_label_set_text(GTK_LABEL(introduction_), valid(introduction).c_str());
+        gtk_widget_set_visible(introduction_, !introduction.empty());
+    }
     void invalidate() override { std::ranges::for_each(previews_, refreshViewArea); }
 
   private:
@@ -41,8 +46,10 @@ class GtkGalleryWindow final : public GalleryWindow {
         if (GtkWidget* old = gtk_bin_get_child(GTK_BIN(window_))) gtk_widget_destroy(old);
         GtkWidget* column = gtk_box_new(GTK_ORIENTATION_VERTICAL, spacing);
         gtk_container_set_border_width(GTK_CONTAINER(column), windowMargin);
-        if (!texts_.introduction.empty())
-            gtk_container_add(GTK_CONTAINER(column), makeLabel(texts_.introduction, TextRole::secondary));
+        introduction_ = makeLabel(texts_.introduction, TextRole::secondary);
+        gtk_widget_set_no_show_all(introduction_, TRUE);
+        gtk_widget_set_visible(introduction_, !texts_.introduction.empty());
+        gtk_container_add(GTK_CONTAINER(column), introduction_);
         for (const GalleryItem& item : items_)
             gtk_container_add(GTK_CONTAINER(column), makeItem(item));
         GtkWidget* scrolled = gtk_scrolled_window_new(nullptr, nullptr);
@@ -80,7 +87,8 @@ class GtkGalleryWindow final : public GalleryWindow {
             return layOutWidget(preview(context), context);
         };
         GtkWidget* preview = makeViewArea(
-            {sizeOf(family.family), previewScale * session_.appearance().current().textScale, layOutPreview});
+            {sizeOf(family.family), previewScale * session_.appearance().current().textScale, layOutPreview,
+             [this, family = family.family] { return desk_.contextFor(family).now; }});
         previews_.push_back(preview);
 
         GtkWidget* button = makeButton(texts_.add, [this, kind = item.identity.kind, family = family.family] {
@@ -105,6 +113,7 @@ class GtkGalleryWindow final : public GalleryWindow {
     std::vector<GalleryItem> items_;
     Actions actions_;
     GtkWidget* window_;
+    GtkWidget* introduction_ = nullptr;
     std::vector<GtkWidget*> previews_;
     std::shared_ptr<void> lookToken_;
 };

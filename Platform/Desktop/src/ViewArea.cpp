@@ -1,6 +1,10 @@
 #include "ViewArea.h"
 
+#include <Foundation/MainQueue.h>
+#include <Foundation/SystemClock.h>
+
 #include <cmath>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -13,7 +17,10 @@ namespace {
 struct State {
     ViewAreaContent content;
     PaintedTree painted;
+    /// 0: to be painted again.
     int deviceScale = 0;
+    bool isTick = false;
+    std::unique_ptr<WallClockTimer> ticker;
 };
 
 constexpr const char* stateKey = "view-area-state";
@@ -22,20 +29,41 @@ State& stateOf(GtkWidget* area) {
     return *static_cast<State*>(g_object_get_data(G_OBJECT(area), stateKey));
 }
 
-void paint(GtkWidget* area, State& state) {
-    state.deviceScale = gtk_widget_get_scale_factor(area);
-    const double scale = state.content.scale * state.deviceScale;
-    state.painted.set(state.content.layOut(scale), scale);
+void sayTexts(GtkWidget* area, const LaidOutTree& tree) {
     std::string words;
-    for (const std::string& text : state.painted.tree().texts())
+    for (const std::string& text : tree.texts())
         words += (words.empty() ? "" : ", ") + text;
     atk_object_set_name(gtk_widget_get_accessible(area), words.c_str());
 }
 
+void paintAgain(GtkWidget* area, State& state) {
+    state.deviceScale = gtk_widget_get_scale_factor(area);
+    const double scale = state.content.scale * state.deviceScale;
+    state.painted.set(state.content.layOut(scale), scale);
+    // A clock that ticks does not speak.
+    if (!std::exchange(state.isTick, false)) sayTexts(area, state.painted.tree());
+}
+
+// From one drawing to the next, so that nothing ticks that is not seen.
+void awaitTick(GtkWidget* area, State& state) {
+    if (state.ticker || !state.content.now) return;
+    const Date now = state.content.now();
+    const auto change = state.painted.tree().nextChange(now);
+    if (!change) return;
+    // The content's clock need not be the system's, by which the timer goes.
+    const Date moment = systemNow().addingTimeInterval(change->timeIntervalSince(now));
+    state.ticker = std::make_unique<WallClockTimer>(moment, 1, [area, &state] {
+        state.ticker.reset();
+        state.isTick = true;
+        refreshViewArea(area);
+    });
+}
+
 gboolean draw(GtkWidget* area, cairo_t* cairo, gpointer) {
     State& state = stateOf(area);
-    if (state.deviceScale != gtk_widget_get_scale_factor(area)) paint(area, state);
+    if (state.deviceScale != gtk_widget_get_scale_factor(area)) paintAgain(area, state);
     state.painted.draw(cairo, state.deviceScale);
+    awaitTick(area, state);
     return FALSE;
 }
 
@@ -48,7 +76,7 @@ GtkWidget* makeViewArea(ViewAreaContent content) {
     gtk_widget_set_halign(area, GTK_ALIGN_START);
     gtk_widget_set_valign(area, GTK_ALIGN_START);
     atk_object_set_role(gtk_widget_get_accessible(area), ATK_ROLE_IMAGE);
-    g_object_set_data_full(G_OBJECT(area), stateKey, new State{std::move(content), {}, 0},
+    g_object_set_data_full(G_OBJECT(area), stateKey, new State{std::move(content), {}, 0, false, nullptr},
                            [](gpointer state) { delete static_cast<State*>(state); });
     g_signal_connect(area, "draw", G_CALLBACK(draw), nullptr);
     return area;

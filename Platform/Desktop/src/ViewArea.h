@@ -14,6 +14,8 @@ struct ViewAreaContent {
     double scale = 1;
     /// `deviceScale`: device pixels per point.
     std::function<LaidOutTree(double deviceScale)> layOut;
+    /// For a view with timers, which then tick while they are seen.
+    std::function<Date()> now = nullptr;
 };
 
 GtkWidget* makeViewArea(ViewAreaContent content);

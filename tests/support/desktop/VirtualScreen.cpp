@@ -4,6 +4,7 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
+#include <png.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -27,6 +28,25 @@ int channelDistance(std::uint32_t a, std::uint32_t b) {
 
 bool isNear(std::uint32_t a, std::uint32_t b, int tolerance) {
     return channelDistance(a, b) <= tolerance;
+}
+
+Picture Picture::ofPng(const std::filesystem::path& file, std::uint32_t ground) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    const auto channel = [ground](int shift) { return static_cast<png_byte>((ground >> shift) & 0xFF); };
+    const png_color color{channel(16), channel(8), channel(0)};
+    std::vector<png_byte> bytes;
+    if (png_image_begin_read_from_file(&image, file.c_str())) {
+        image.format = PNG_FORMAT_RGB;
+        bytes.resize(PNG_IMAGE_SIZE(image));
+        png_image_finish_read(&image, &color, bytes.data(), 0, nullptr);
+    }
+    if (PNG_IMAGE_FAILED(image)) throw std::runtime_error(file.string() + ": " + image.message);
+    Picture picture{static_cast<int>(image.width), static_cast<int>(image.height), {}};
+    for (std::size_t i = 0; i + 2 < bytes.size(); i += 3)
+        picture.pixels.push_back(std::uint32_t{bytes[i]} << 16 | std::uint32_t{bytes[i + 1]} << 8 |
+                                 bytes[i + 2]);
+    return picture;
 }
 
 Picture Picture::part(int x, int y, int partWidth, int partHeight) const {

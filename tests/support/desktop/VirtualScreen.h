@@ -20,6 +20,8 @@ struct Picture {
         return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
                       static_cast<std::size_t>(x)];
     }
+    /// Of a PNG file, its transparent parts on `ground`.
+    static Picture ofPng(const std::filesystem::path& file, std::uint32_t ground);
     Picture part(int x, int y, int partWidth, int partHeight) const;
     /// How many pixels differ by more than `tolerance` in a channel.
     int differences(const Picture& other, int tolerance = 8) const;

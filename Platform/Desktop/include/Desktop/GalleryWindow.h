@@ -41,6 +41,7 @@ class GalleryWindow {
     virtual ~GalleryWindow() = default;
 
     virtual void present() = 0;
+    virtual void setIntroduction(const std::string& introduction) = 0;
     /// Draws the previews anew.
     virtual void invalidate() = 0;
 };

@@ -1,0 +1,67 @@
+#include "WidgetGallery.h"
+
+#include "EntryContent.h"
+#include "WidgetBoard.h"
+
+#include <utility>
+
+namespace hbr {
+
+namespace {
+
+std::string galleryText(const platform::WidgetBundle& bundle, const char* key) {
+    return bundle.localizedText(std::string("Widget.desktop.gallery.") + key);
+}
+
+}  // namespace
+
+WidgetGallery::WidgetGallery(platform::DesktopSession& session, const platform::WidgetDesk& desk,
+                             const platform::WidgetBundle& bundle,
+                             const platform::WidgetBundle& demonstration, bool isDemonstration,
+                             platform::GalleryWindow::Actions actions)
+    : bundle_(bundle), isDemonstration_(isDemonstration) {
+    for (const platform::StaticConfiguration& configuration : demonstration.body()) {
+        configuration.getSnapshot({.isPreview = true}, [&](platform::WidgetEntry entry) {
+            demonstrations_.emplace(configuration.kind(), entryContent(entry));
+        });
+    }
+    std::vector<platform::GalleryItem> items;
+    for (const platform::StaticConfiguration& configuration : bundle.body()) {
+        const std::string& kind = kinds_.emplace_back(configuration.kind());
+        items.push_back({.identity = widgetIdentity(bundle, configuration),
+                         .description = bundle.localizedText(configuration.descriptionKey()),
+                         .preview = [this, kind](const platform::ViewContext& context) {
+                             return preview(kind, context);
+                         }});
+    }
+    window_ = platform::GalleryWindow::show(session, desk,
+                                            {.title = galleryText(bundle, "title"),
+                                             .introduction = introduction(),
+                                             .add = galleryText(bundle, "add")},
+                                            std::move(items), std::move(actions));
+}
+
+std::string WidgetGallery::introduction() const {
+    const std::string text = galleryText(bundle_, "introduction");
+    return isDemonstration_ ? text + " " + galleryText(bundle_, "demonstration") : text;
+}
+
+platform::View WidgetGallery::preview(const std::string& kind, const platform::ViewContext& context) const {
+    const auto& contents = isDemonstration_ ? demonstrations_ : contents_;
+    const auto content = contents.find(kind);
+    return content == contents.end() ? platform::View() : content->second(context);
+}
+
+void WidgetGallery::setEntry(const std::string& kind, const platform::WidgetEntry& entry) {
+    contents_.insert_or_assign(kind, entryContent(entry));
+    if (!isDemonstration_) window_->invalidate();
+}
+
+void WidgetGallery::setDemonstration(bool isDemonstration) {
+    if (isDemonstration == isDemonstration_) return;
+    isDemonstration_ = isDemonstration;
+    window_->setIntroduction(introduction());
+    window_->invalidate();
+}
+
+}  // namespace hbr
