@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
 . packaging/debian-packages.sh
-need $build_packages $test_packages $fuzz_packages
+need $build_packages $test_packages $clang_packages
 
 jobs=$(nproc)
 logs=out/tests

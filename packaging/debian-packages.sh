@@ -8,7 +8,7 @@ test_packages="libgtest-dev libgmock-dev libbenchmark-dev clang-format-19 fonts-
 libx11-dev libxtst-dev xvfb openbox picom sway weston dbus-daemon at-spi2-core python3-pyatspi gir1.2-atspi-2.0
 desktop-file-utils appstream mandoc librsvg2-bin"
 
-fuzz_packages="clang-19 libclang-rt-19-dev"
+clang_packages="clang-19 libclang-rt-19-dev"
 
 # need PACKAGE ...
 need() {

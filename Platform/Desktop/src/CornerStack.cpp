@@ -75,7 +75,7 @@ class CornerStacks {
         while (isInside(column.next.horizontal, widget)) {
             const auto farEdge = farEdgeOfNeighbour(widget, column.next);
             if (!farEdge) break;
-            column.beginAnother(std::max(*farEdge, column.next.horizontal + column.width));
+            column.beginAnother(column.isEmpty() ? *farEdge : column.next.horizontal + column.width);
         }
         return column;
     }
