@@ -121,7 +121,8 @@ void RunningHost::Parts::openDesktop() {
                                                            .bottomEnd = text("bottomEnd"),
                                                            .screen = text("screen"),
                                                            .openGallery = text("openGallery"),
-                                                           .remove = text("remove")},
+                                                           .remove = text("remove"),
+                                                           .cannotPlace = text("cannotPlace")},
                                                  .widgetScale = contents.scale});
     cards = std::make_unique<CardDeck>(world.core, *session);
     board = std::make_unique<WidgetBoard>(

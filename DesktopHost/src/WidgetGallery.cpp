@@ -19,7 +19,9 @@ WidgetGallery::WidgetGallery(platform::DesktopSession& session, const platform::
                              const platform::WidgetBundle& bundle,
                              const platform::WidgetBundle& demonstration, bool isDemonstration,
                              platform::GalleryWindow::Actions actions)
-    : bundle_(bundle), isDemonstration_(isDemonstration) {
+    : bundle_(bundle),
+      staysOnDesktop_(session.capabilities().staysOnDesktop),
+      isDemonstration_(isDemonstration) {
     for (const platform::StaticConfiguration& configuration : demonstration.body()) {
         configuration.getSnapshot({.isPreview = true}, [&](platform::WidgetEntry entry) {
             demonstrations_.emplace(configuration.kind(), entryContent(entry));
@@ -42,8 +44,10 @@ WidgetGallery::WidgetGallery(platform::DesktopSession& session, const platform::
 }
 
 std::string WidgetGallery::introduction() const {
-    const std::string text = galleryText(bundle_, "introduction");
-    return isDemonstration_ ? text + " " + galleryText(bundle_, "demonstration") : text;
+    std::string text = galleryText(bundle_, "introduction");
+    if (isDemonstration_) text += " " + galleryText(bundle_, "demonstration");
+    if (!staysOnDesktop_) text += "\n" + galleryText(bundle_, "ordinaryWindows");
+    return text;
 }
 
 platform::View WidgetGallery::preview(const std::string& kind, const platform::ViewContext& context) const {

@@ -11,7 +11,7 @@
 namespace hbr {
 
 /// The window of all widgets. Its previews show what the widgets would show on the desktop, or demonstration
-/// events where there is nothing to show, and say so. Main thread.
+/// events where there is nothing to show, and say so; it also says what this desktop lacks. Main thread.
 class WidgetGallery {
   public:
     /// Shows it in front. `demonstration` is asked for its snapshots once.
@@ -30,6 +30,7 @@ class WidgetGallery {
     platform::View preview(const std::string& kind, const platform::ViewContext& context) const;
 
     const platform::WidgetBundle& bundle_;
+    const bool staysOnDesktop_;
     bool isDemonstration_;
     std::vector<std::string> kinds_;
     std::map<std::string, platform::WidgetContent> contents_;

@@ -20,6 +20,16 @@ class DesktopHost : public DesktopJourney {
         return test::waitUntil(
             [&] { return test::isNear(screen().picture().at(x, y), 0xF7F7F9) == isThere; });
     }
+
+    /// Whether assistive tools find the words in the program's windows.
+    bool isSaid(const std::string& words) {
+        const auto tree =
+            desktop.run({"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner"});
+        return tree.find(words) != std::string::npos;
+    }
+    bool waitUntilSaid(const std::string& words) {
+        return test::waitUntil([&] { return isSaid(words); });
+    }
 };
 
 TEST_F(DesktopHost, OneRunsInASessionAndASecondStartHandsItsArgumentsOver) {
@@ -220,19 +230,23 @@ TEST_F(DesktopHost, StandsThereAsItIsDrawnIntoAFileAndLooksLikeTheToolkitWherePo
     }
 }
 
+TEST_F(DesktopHost, SaysWhatTheDesktopLacks) {
+    desktop.variables.erase("NO_AT_BRIDGE");
+    desktop.startWaylandWithoutLayers(false);
+    variables = desktop.variables;
+    running = start("heedbanner-desktop", {"--gallery"});
+    EXPECT_TRUE(waitUntilSaid("This desktop has no place for widgets behind the windows"));
+    EXPECT_THAT(endDesktop().err, HasSubstr("neither layer-shell nor an X server"));
+}
+
 TEST_F(DesktopHost, ItsGalleryShowsDemonstrationEventsUntilThereAreCalendars) {
     desktop.variables.erase("NO_AT_BRIDGE");
     variables = desktop.variables;
     startDesktop({"--gallery"});
-    const auto isSaid = [&](const char* words) {
-        const auto tree =
-            desktop.run({"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner"});
-        return tree.find(words) != std::string::npos;
-    };
-    EXPECT_TRUE(test::waitUntil([&] { return isSaid("The previews show demonstration events."); }));
+    EXPECT_TRUE(waitUntilSaid("The previews show demonstration events."));
     setUpCalendars();
     writeEvent("first.ics", "Planning", 1800);
-    EXPECT_TRUE(test::waitUntil([&] { return isSaid("Planning"); }));
+    EXPECT_TRUE(waitUntilSaid("Planning"));
     EXPECT_FALSE(isSaid("demonstration"));
 }
 

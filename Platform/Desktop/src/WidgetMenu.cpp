@@ -20,6 +20,12 @@ void addAction(GtkWidget* menu, const std::string& label, std::function<void()> 
     append(menu, item);
 }
 
+void addRemark(GtkWidget* menu, const std::string& text) {
+    GtkWidget* item = gtk_menu_item_new_with_label(text.c_str());
+    gtk_widget_set_sensitive(item, FALSE);
+    append(menu, item);
+}
+
 /// One of several, drawn with a mark when it is the current one. Choosing that again does nothing.
 void addChoice(GtkWidget* menu, const std::string& label, bool isCurrent, std::function<void()> action) {
     GtkWidget* item = gtk_check_menu_item_new_with_label(label.c_str());
@@ -87,6 +93,7 @@ GtkWidget* makeWidgetMenu(const WidgetMenuModel& model) {
         addCorners(addSubmenu(menu, model.texts.moveTo), model);
         if (model.outputs.size() > 1) addOutputs(addSubmenu(menu, model.texts.screen), model);
     }
+    if (!model.canPlace) addRemark(menu, model.texts.cannotPlace);
     if (model.actions.openGallery) addAction(menu, model.texts.openGallery, model.actions.openGallery);
     if (model.actions.remove) {
         append(menu, gtk_separator_menu_item_new());

@@ -21,6 +21,8 @@ struct WidgetMenuTexts {
     std::string screen = "Screen";
     std::string openGallery = "Add widgets…";
     std::string remove = "Remove widget";
+    /// In place of moving, where the desktop decides about it.
+    std::string cannotPlace = "The desktop decides where this window stands";
 };
 
 /// The widgets on the desktop: makes their windows, stacks those of a corner, and lifts them for the
