@@ -145,6 +145,7 @@ TEST_F(Setup, WhatOtherProgramsAndUsualPlacesHoldBecomesAccountsOnce) {
             std::filesystem::create_symlink(home / to, home / from);
         const auto setup = companion({"setup", "--yes"});
         EXPECT_EQ(setup.exitCode, 0) << setup.err;
+        EXPECT_THAT(setup.err, Not(testing::ContainsRegex("[^ ] ?[(](khal|vdirsyncer)"))) << "set apart";
         EXPECT_EQ(accounts(), expected) << setup.out << setup.err;
         EXPECT_EQ(titles().size(), events);
         // A named address book is no empty calendar.

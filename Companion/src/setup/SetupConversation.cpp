@@ -56,10 +56,10 @@ Numbers askForNumbers(const Console& console, const std::string& question, std::
 }
 
 std::string knownFromText(const PlannedAccount& one) {
-    std::string text;
+    std::string programs;
     for (const auto& program : one.knownFrom)
-        text += (text.empty() ? "  (" : ", ") + program;
-    return text.empty() ? text : text + ")";
+        programs += (programs.empty() ? "" : ", ") + program;
+    return programs.empty() ? "" : "  (" + onOneLine(programs) + ")";
 }
 
 /// The new accounts as a numbered list on standard error.
@@ -74,7 +74,7 @@ void show(const CommandContext& context, const std::vector<PlannedAccount*>& fou
     for (const auto* one : found) {
         console.err() << "  " << padded(std::to_string(++number), 2) << " "
                       << padded(onOneLine(withTilde(one->account.location, home)), width) << "  "
-                      << one->counts() << onOneLine(knownFromText(*one)) << "\n";
+                      << one->counts() << knownFromText(*one) << "\n";
     }
 }
 
