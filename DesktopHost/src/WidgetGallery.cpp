@@ -23,7 +23,7 @@ WidgetGallery::WidgetGallery(platform::DesktopSession& session, const platform::
       staysOnDesktop_(session.capabilities().staysOnDesktop),
       isDemonstration_(isDemonstration) {
     for (const platform::StaticConfiguration& configuration : demonstration.body()) {
-        configuration.getSnapshot({.isPreview = true}, [&](platform::WidgetEntry entry) {
+        configuration.getSnapshot({.isPreview = true}, [&](const platform::WidgetEntry& entry) {
             demonstrations_.emplace(configuration.kind(), entryContent(entry));
         });
     }

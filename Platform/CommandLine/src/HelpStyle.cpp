@@ -16,7 +16,7 @@ namespace {
 constexpr std::ptrdiff_t mostOptionsInUsage = 6;
 
 bool isShownInUsage(const CLI::Option& option) {
-    const std::string group = option.get_group();
+    const std::string& group = option.get_group();
     return option.nonpositional() && group != generalOptions && !group.empty();
 }
 
