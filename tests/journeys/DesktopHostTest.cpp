@@ -248,6 +248,9 @@ TEST_F(DesktopHost, ItsGalleryShowsDemonstrationEventsUntilThereAreCalendars) {
     writeEvent("first.ics", "Planning", 1800);
     EXPECT_TRUE(waitUntilSaid("Planning"));
     EXPECT_FALSE(isSaid("demonstration"));
+    closeWindow("Widgets");
+    EXPECT_EQ(finish(*running).exitCode, 0) << "no widget was placed";
+    running.reset();
 }
 
 }  // namespace
