@@ -198,6 +198,10 @@ TEST_F(Setup, AHomeWithoutCalendarsGetsAnExplanation) {
                                  HasSubstr("no calendars found"), HasSubstr("heedbanner setup FOLDER")));
     EXPECT_EQ(setup.out, "");
     EXPECT_FALSE(std::filesystem::exists(configFile("accounts.toml")));
+
+    variables["VDIRSYNCER_CONFIG"] = home / "elsewhere";
+    EXPECT_THAT(companion({"setup", "--yes"}).err,
+                HasSubstr("~/elsewhere (vdirsyncer) cannot be read: No such file"));
 }
 
 TEST_F(Setup, AccountsThatAreThereStayAndOnlyTheRestIsAdded) {

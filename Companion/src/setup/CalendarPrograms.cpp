@@ -21,9 +21,11 @@ class ProgramSearch {
         : home_(environment.homeDirectory), config_(environment.configDirectory.parent_path()) {}
 
     FoundCandidates run() {
+        // What is named there counts alone, for vdirsyncer too.
         const char* named = std::getenv("VDIRSYNCER_CONFIG");
-        const fs::path ownChoice = named && *named ? expandedPath(named, home_) : fs::path();
-        readVdirsyncer(firstOf({ownChoice, config_ / "vdirsyncer/config", home_ / ".vdirsyncer/config"}));
+        readVdirsyncer(named && *named
+                           ? expandedPath(named, home_)
+                           : firstOf({home_ / ".vdirsyncer/config", config_ / "vdirsyncer/config"}));
         readFolders("khal", "calendars", firstOf({config_ / "khal/config", home_ / ".khal/khal.conf"}));
         readFolders("khard", "addressbooks",
                     firstOf({config_ / "khard/khard.conf", home_ / ".config/khard/khard.conf"}));
