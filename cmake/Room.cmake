@@ -51,6 +51,8 @@ function(hbr_room_tests name)
   add_executable(${name} ${sources})
   target_link_libraries(${name} PRIVATE TestSupport ${TESTS_LEANS_ON} GTest::gmock GTest::gtest GTest::gtest_main)
   hbr_compile_settings(${name})
+  # What is tested is optimized; the tests themselves are compiled in half the time without.
+  target_compile_options(${name} PRIVATE -O0)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120
     ENVIRONMENT LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leak-suppressions.txt:print_suppressions=0)
 endfunction()
