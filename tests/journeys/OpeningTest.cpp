@@ -94,6 +94,11 @@ TEST_F(Opening, JoinOpensTheCallThatIsMeant) {
     const auto several = at("2026-11-25T12:30:00Z", {"join"});
     EXPECT_EQ(several.exitCode, 3);
     EXPECT_THAT(several.err, HasSubstr("2. Whereby  https://whereby.com/room"));
+    variables["PATH"] = programs() + ":/usr/bin:/bin";
+    const char* onTerminal =
+        "printf '3\\n2\\n' | script -qec 'heedbanner join --now 2026-11-25T12:30:00Z' /dev/null";
+    EXPECT_THAT(run("/bin/bash", {"-c", onTerminal}).out, HasSubstr("Which one? [1-2]"));
+    EXPECT_EQ(opened(), "https://whereby.com/room\n");
     EXPECT_EQ(at(morning, {"event", "set", "Two", "--link", "2"}).exitCode, 0);
     EXPECT_EQ(at("2026-11-25T12:30:00Z", {"join"}).exitCode, 0);
     EXPECT_EQ(opened(), "https://whereby.com/room\n");
