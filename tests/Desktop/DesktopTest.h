@@ -14,7 +14,7 @@ class DesktopTest : public ::testing::Test {
   protected:
     static constexpr std::uint32_t background = TestDesktop::background;
 
-    /// `widgets`: "FAMILY CORNER OUTPUT" each; their timers count to an hour from now, or to `seconds` from
+    /// `widgets`: "FAMILY CORNER OUTPUT X Y" each; their timers count to an hour from now, or to `seconds` from
     /// now.
     void show(std::initializer_list<std::string> widgets, int seconds = 3600) {
         std::vector<std::string> command = {TestDesktop::program("desktop-test-program"),

@@ -71,6 +71,23 @@ TEST_F(WidgetsOnWayland, MoveToAnotherOutputWhenTheirsGoes) {
     program->waitForLine("done outputs");
 }
 
+TEST_F(WidgetsOnWayland, StayOnAScreenThatIsSmallerForAWhile) {
+    desktop.startWayland();
+    show({"small top-end X11-1 790 500"});
+    const Place wished{790, 500};
+    ASSERT_TRUE(isSeenAt(wished));
+    // Half as many logical pixels: 512 x 384.
+    desktop.tellSway({"output", "X11-1", "scale", "2"});
+    const Place lowerEnd{TestDesktop::width - 2 * smallWidth, TestDesktop::height - 2 * smallHeight};
+    EXPECT_TRUE(waitUntil([&] {
+        return isNear(colorAt(lowerEnd, {40, 10}), container) &&
+               isNear(colorAt(lowerEnd, {2 * smallWidth - 40, 2 * smallHeight - 10}), container);
+    }));
+    desktop.tellSway({"output", "X11-1", "scale", "1"});
+    EXPECT_TRUE(isSeenAt(wished));
+    EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(wished, {-30, 100}), background, 1); }));
+}
+
 TEST_F(WidgetsOnWayland, AreX11WindowsOrPlainOnesWhereThereAreNoLayers) {
     desktop.startWaylandWithoutLayers(true);
     desktop.startWindowManager();

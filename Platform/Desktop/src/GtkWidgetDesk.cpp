@@ -6,6 +6,19 @@
 
 namespace platform {
 
+namespace {
+
+/// The nearest top left corner with which the whole widget lies in the area; a widget that is larger starts
+/// with the area.
+Point within(const Output::Area& area, StackedSize size, Point position) {
+    const auto clamped = [](double value, int room) {
+        return std::clamp(value, 0.0, std::max(0.0, double(room)));
+    };
+    return {clamped(position.x, area.width - size.width), clamped(position.y, area.height - size.height)};
+}
+
+}  // namespace
+
 std::unique_ptr<WidgetDesk> WidgetDesk::make(DesktopSession& session, Options options) {
     // The only kind of session there is.
     return std::make_unique<GtkWidgetDesk>(static_cast<GtkDesktopSession&>(session), std::move(options));
@@ -85,11 +98,13 @@ void GtkWidgetDesk::restack() {
             window->standAt(std::nullopt);
             continue;
         }
-        const SurfacePlace place{.output = *output,
-                                 .corner = placement.corner,
-                                 .isRightToLeft = options_.isRightToLeft,
-                                 .position = placement.position,
-                                 .size = window->size()};
+        SurfacePlace place{.output = *output,
+                           .corner = placement.corner,
+                           .isRightToLeft = options_.isRightToLeft,
+                           .size = window->size()};
+        // The placement keeps the wish, for when the screen is as large again.
+        if (placement.position)
+            place.position = within(output->workArea, place.size, *placement.position);
         if (place.position)
             window->standAt(place);
         else
@@ -173,14 +188,9 @@ WidgetPlacement GtkWidgetDesk::placementAt(Point point, StackedSize size, Widget
                middleY < area.y + area.height;
     });
     if (output == outputs.end()) output = outputs.begin();
-    // Wholly on the output, so that it can be reached again.
     const auto& area = output->workArea;
-    const auto within = [](double value, int room) {
-        return std::clamp(value, 0.0, std::max(0.0, double(room)));
-    };
     before.output = output->name;
-    before.position = Point{within(point.x - area.x, area.width - size.width),
-                            within(point.y - area.y, area.height - size.height)};
+    before.position = within(area, size, {point.x - area.x, point.y - area.y});
     return before;
 }
 

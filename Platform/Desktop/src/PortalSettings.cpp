@@ -10,8 +10,8 @@ constexpr const char* busName = "org.freedesktop.portal.Desktop";
 constexpr const char* objectPath = "/org/freedesktop/portal/desktop";
 constexpr const char* interfaceName = "org.freedesktop.portal.Settings";
 constexpr std::array<const char*, 2> groups = {"org.freedesktop.appearance", "org.gnome.desktop.interface"};
-/// Milliseconds that the first picture may wait.
-constexpr int patience = 200;
+/// Milliseconds that the first picture may wait for the portal, its start included.
+constexpr int patience = 1000;
 
 std::string joined(std::string_view group, std::string_view key) {
     return std::string(group) + '/' + std::string(key);
@@ -40,7 +40,7 @@ PortalSettings::PortalSettings(std::function<void()> changed) : changed_(std::mo
         },
         this, nullptr);
     ask(true);
-    // A portal that starts, or starts anew, is asked again.
+    // A portal that was too slow, or that starts again, is asked again.
     watch_ = g_bus_watch_name_on_connection(
         bus_.get(), busName, G_BUS_NAME_WATCHER_FLAGS_AUTO_START,
         [](GDBusConnection*, const char*, const char*, gpointer self) {
@@ -60,7 +60,7 @@ void PortalSettings::ask(bool shouldWait) {
     if (shouldWait) {
         const Variant answer(g_dbus_connection_call_sync(
             bus_.get(), busName, objectPath, interfaceName, "ReadAll", readAllArguments(), type,
-            G_DBUS_CALL_FLAGS_NO_AUTO_START, patience, nullptr, nullptr));
+            G_DBUS_CALL_FLAGS_NONE, patience, nullptr, nullptr));
         if (answer) take(answer.get());
         return;
     }

@@ -16,8 +16,8 @@ namespace platform {
 /// The settings that the desktop offers over the session bus, kept up to date. Main thread.
 class PortalSettings {
   public:
-    /// Waits a moment for a portal that runs already, so that the first picture is right; one that has still
-    /// to start is heard of later.
+    /// Starts the portal where one is installed and waits for its settings, at most a second, so that the
+    /// first picture is right. A slower one calls `changed` later.
     explicit PortalSettings(std::function<void()> changed);
     ~PortalSettings();
     PortalSettings(const PortalSettings&) = delete;

@@ -51,6 +51,7 @@ class Program {
         WidgetPlacement placement;
         placement.corner = cornerNamed(corner).value_or(Corner::topEnd);
         placement.output = output;
+        if (Point position; words >> position.x >> position.y) placement.position = position;
         const std::size_t index = widgets_.size();
         WidgetActions actions{.open = [](const Url& target) { say("opened " + target.absoluteString()); },
                               .changeFamily =
@@ -216,7 +217,7 @@ class Orders {
 
 }  // namespace
 
-/// Arguments: seconds to the moment that the timers count to, then widgets as "FAMILY CORNER OUTPUT".
+/// Arguments: seconds to the moment that the timers count to, then widgets as "FAMILY CORNER OUTPUT X Y".
 int main(int argc, char** argv) {
     const auto environment = Environment::fromProcess("heedbanner", programPath(argv[0]));
     auto opened = DesktopSession::open("desktop-test", false);

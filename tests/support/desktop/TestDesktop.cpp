@@ -11,6 +11,28 @@ namespace test {
 
 namespace {
 
+/// A session bus without the services that happen to be installed, portals for instance: it starts the
+/// accessibility bus and what the user's own data directory offers.
+std::string busConfiguration(const TemporaryDirectory& home) {
+    const auto services = home / "data/dbus-1/services";
+    std::filesystem::create_directories(services);
+    std::filesystem::create_symlink("/usr/share/dbus-1/services/org.a11y.Bus.service",
+                                    services / "org.a11y.Bus.service");
+    return home.write("bus.conf", "<busconfig><type>session</type><listen>unix:dir=" +
+                                      (home / "run").string() +
+                                      "</listen><auth>EXTERNAL</auth><servicedir>" + services.string() +
+                                      "</servicedir><policy context='default'>"
+                                      "<allow send_destination='*' eavesdrop='true'/><allow eavesdrop='true'/>"
+                                      "<allow own='*'/></policy></busconfig>\n");
+}
+
+/// Only Inter, without the user's and the machine's wishes about fonts.
+std::string fontConfiguration(const TemporaryDirectory& home) {
+    return home.write("fonts.conf",
+                      "<fontconfig><dir>/usr/share/fonts/opentype/inter</dir><cachedir>" +
+                          (home / "cache/fonts").string() + "</cachedir></fontconfig>\n");
+}
+
 /// A socket or file whose name begins so.
 std::optional<std::filesystem::path> find(const std::filesystem::path& folder, std::string_view beginning) {
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
@@ -47,11 +69,12 @@ TestDesktop::TestDesktop() {
     variables["TZ"] = "Europe/Berlin";
     variables["GSETTINGS_BACKEND"] = "memory";
     variables["GIO_USE_VFS"] = "local";
+    variables["FONTCONFIG_FILE"] = fontConfiguration(home_);
     screen_ = std::make_unique<VirtualScreen>(width, height, variables, home_.path());
     screen_->fillBackground(background);
     variables["DISPLAY"] = screen_->name();
     // The bus hands its environment to the services that it starts.
-    bus_ = start({"dbus-daemon", "--session", "--nofork", "--print-address=1"});
+    bus_ = start({"dbus-daemon", "--config-file=" + busConfiguration(home_), "--nofork", "--print-address=1"});
     variables["DBUS_SESSION_BUS_ADDRESS"] = bus_->waitForLine("unix:").value_or("");
 }
 

@@ -10,7 +10,8 @@
 
 namespace test {
 
-/// A user's desktop in a home of its own: a private session bus and a virtual screen, on it nothing, or a
+/// A user's desktop in a home of its own: a private session bus with services of its own, fonts of its own
+/// (Inter), and a virtual screen, on it nothing, or a
 /// window manager, or a Wayland compositor whose outputs are windows of that screen.
 class TestDesktop {
   public:
