@@ -261,6 +261,45 @@ TEST(EKEventStore, QuestionsFromManyThreadsWhileFilesChange) {
     EXPECT_EQ(wrong, 0);
 }
 
+TEST(EKEventStore, ARecordStaysTheSameObjectUntilItsItemChanges) {
+    CalendarFixture fixture;
+    fixture.write("a.ics", test::calendar(test::event("UID:a\nDTSTART:20260304T090000Z\nRRULE:FREQ=WEEKLY")));
+    fixture.write("b.ics", meeting("before", "b"));
+    fixture.write("c.ics", test::calendar("BEGIN:VTODO\nUID:c\nDUE:20260304T090000Z\nEND:VTODO\n"));
+    auto& store = fixture.store();
+    const auto ask = [&](const char* end) { return fixture.events(dayStart, end); };
+    const auto first = ask("2026-12-31T00:00:00Z");
+    const auto tasks = fixture.tasks(dayStart, dayEnd);
+    ASSERT_EQ(tasks.size(), 1u);
+    ASSERT_EQ(first.size(), 45u);
+    EXPECT_EQ(ask("2026-12-31T00:00:00Z"), first) << "ten months, from memory";
+    auto longer = ask("2028-12-31T00:00:00Z");
+    longer.resize(first.size());
+    EXPECT_EQ(longer, first) << "a longer interval keeps what was made for the shorter one";
+
+    const auto revision = store.revision();
+    store.refreshSourcesIfNecessary();
+    EXPECT_EQ(store.revision(), revision);
+    fixture.write("b.ics", meeting("after", "b"));
+    store.refreshSourcesIfNecessary();
+    EXPECT_NE(store.revision(), revision);
+    const auto second = ask("2026-12-31T00:00:00Z");
+    ASSERT_EQ(second.size(), first.size());
+    for (std::size_t i = 0; i < first.size(); ++i)
+        EXPECT_EQ(second[i] == first[i], *first[i]->title != "before") << i;
+    EXPECT_EQ(fixture.tasks(dayStart, dayEnd), tasks);
+
+    // What another item changes in the same series is made again.
+    fixture.write("d.ics", test::calendar(test::event("UID:a\nRECURRENCE-ID:20260304T090000Z\n"
+                                                      "DTSTART:20260304T090000Z\nSUMMARY:moved")));
+    store.refreshSourcesIfNecessary();
+    EXPECT_THAT(fixture.list(dayStart, dayEnd),
+                testing::UnorderedElementsAre(HasSubstr("moved"), HasSubstr("after")));
+    fixture.write("color", "#123456");
+    store.refreshSourcesIfNecessary();
+    EXPECT_EQ(fixture.events(dayStart, dayEnd)[0]->calendar->color.hexString(), "#123456");
+}
+
 TEST(EKEventStore, MayBeLetGoOfByWhatItTells) {
     CalendarFixture fixture;
     auto store = std::make_shared<EKEventStore>(fixture.environment, fixture.center);
@@ -301,7 +340,8 @@ TEST(EKEventStore, LaterQuestionsAgreeWithFreshOnes) {
     fresh.write("a.ics", test::calendar(items));
     for (int i = 0; i < 40; ++i) {
         const auto from = test::at("2026-02-25T00:00:00Z").addingTimeInterval(i * 3.1 * 86400);
-        const auto to = from.addingTimeInterval(i % 5 * 40000.0);
+        // From a moment to more than a year.
+        const auto to = from.addingTimeInterval(i % 5 * 40000.0 + (i % 7 == 6 ? i * 864000.0 : 0));
         const auto ask = [&](CalendarFixture& one) {
             auto& store = one.store();
             std::vector<std::string> lines;

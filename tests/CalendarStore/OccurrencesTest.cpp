@@ -242,9 +242,10 @@ TEST(Occurrences, HostileRulesCostLittleAndAreTold) {
         lines, testing::UnorderedElementsAre("2026-03-04 09:00Z 0m every second",
                                              "2026-03-04 09:00Z 0m counted", "2026-03-04 09:00Z 0m meeting"));
     EXPECT_THAT(fixture.diagnostics(), Contains(HasSubstr("yields no further occurrence")));
-    EXPECT_THAT(fixture.diagnostics(), Contains(HasSubstr("too many occurrences")));
+    EXPECT_THAT(fixture.diagnostics(), testing::Not(Contains(HasSubstr("too many occurrences"))));
     EXPECT_THAT(fixture.list("2026-03-04T08:00:00Z", "2026-06-04T09:00:00Z"),
                 Contains("2026-03-04 09:00Z 0m meeting"));
+    EXPECT_THAT(fixture.diagnostics(), Contains(HasSubstr("too many occurrences")));
 }
 
 }  // namespace

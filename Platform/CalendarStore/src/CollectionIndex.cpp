@@ -2,16 +2,21 @@
 
 #include "SeriesBuilder.h"
 
+#include "MadeRecords.h"
+
 #include <algorithm>
+#include <unordered_set>
+#include <utility>
 
 namespace platform {
 namespace {
 
 constexpr double day = 86400;
-/// A kept interval reaches this far around the question, and grows to this length at most.
+/// A kept interval reaches this far around the question. It grows to cover the one before, too, as long as it
+/// does not get longer than this and than what was asked for.
 constexpr double daysBefore = 1;
 constexpr double daysAfter = 9;
-constexpr double longestWindow = 62 * day;
+constexpr double commonWindow = 62 * day;
 /// Items whose texts stay in memory, at most.
 constexpr std::size_t maximumDetails = 4096;
 
@@ -37,8 +42,11 @@ struct CollectionIndex::Window {
 };
 
 CollectionIndex::CollectionIndex(std::vector<std::shared_ptr<const ScannedFile>> files,
-                                 const std::string& identifier, CollectionSettings settings)
-    : settings_(std::move(settings)), window_(std::make_unique<Window>()) {
+                                 const std::string& identifier, CollectionSettings settings,
+                                 const CollectionIndex* former)
+    : settings_(std::move(settings)),
+      window_(std::make_unique<Window>()),
+      made_(std::make_unique<MadeRecords>()) {
     const auto& zone = settings_.calendar.timeZone();
     const auto build = [&](ScannedItem::Kind kind) {
         return buildSeries(files, kind, identifier, zone, settings_.zoneInfoDirectory,
@@ -47,6 +55,7 @@ CollectionIndex::CollectionIndex(std::vector<std::shared_ptr<const ScannedFile>>
     events_ = build(ScannedItem::Kind::event);
     tasks_ = build(ScannedItem::Kind::task);
     sortIntoLists();
+    if (former) takeOver(*former, files);
 }
 
 CollectionIndex::~CollectionIndex() = default;
@@ -70,20 +79,38 @@ void CollectionIndex::sortIntoLists() {
     });
 }
 
-bool CollectionIndex::collect(Date from, Date to,
-                              std::vector<std::pair<Occurrence, const Series*>>& into) const {
-    bool complete = true;
+void CollectionIndex::takeOver(const CollectionIndex& former,
+                               const std::vector<std::shared_ptr<const ScannedFile>>& files) {
+    std::lock_guard lock(former.mutex_);
+    if (former.settings_.ownAddresses != settings_.ownAddresses) return;
+    std::unordered_set<const ScannedFile*> same;
+    for (const auto& file : files)
+        same.insert(file.get());
+    for (const auto& entry : former.window_->entries) {
+        const ItemRecord& record = *entry.occurrence.record;
+        if (!entry.event || !same.contains(record.file.get())) continue;
+        made_->add(*record.item, entry.event);
+        const auto details = former.window_->details.find(record.item);
+        if (details != former.window_->details.end()) window_->details.insert(*details);
+    }
+    made_->takeTasks(*former.made_, same);
+}
+
+void CollectionIndex::reportTooMany(const Series& series) const {
+    const auto& record = series.master() ? *series.master() : series.overrides().front();
+    settings_.diagnostics->report({.file = record.file->path,
+                                   .line = record.item->line,
+                                   .field = record.item->uid,
+                                   .text = "too many occurrences; only the first ones are shown"});
+}
+
+std::vector<const Series*> CollectionIndex::collect(
+    Date from, Date to, std::vector<std::pair<Occurrence, const Series*>>& into) const {
+    std::vector<const Series*> tooMany;
     std::vector<Occurrence> found;
     const auto add = [&](const Series* series) {
         found.clear();
-        if (!series->occurrences(from, to, found)) {
-            complete = false;
-            const auto& record = series->master() ? *series->master() : series->overrides().front();
-            settings_.diagnostics->report({.file = record.file->path,
-                                           .line = record.item->line,
-                                           .field = record.item->uid,
-                                           .text = "too many occurrences; only the first ones are shown"});
-        }
+        if (!series->occurrences(from, to, found)) tooMany.push_back(series);
         for (const auto& occurrence : found)
             into.emplace_back(occurrence, series);
     };
@@ -97,7 +124,7 @@ bool CollectionIndex::collect(Date from, Date to,
         if (series->lastMoment() && *series->lastMoment() < from) break;
         if (series->firstMoment() <= to) add(series);
     }
-    return complete;
+    return tooMany;
 }
 
 void CollectionIndex::widen(Date from, Date to) const {
@@ -110,44 +137,45 @@ void CollectionIndex::widen(Date from, Date to) const {
     if (window.from < window.to) {
         const auto joinedFrom = std::min(window.from, wantedFrom);
         const auto joinedTo = std::max(window.to, wantedTo);
-        if (joinedTo.timeIntervalSince(joinedFrom) <= longestWindow) {
+        const auto longest = std::max(commonWindow, wantedTo.timeIntervalSince(wantedFrom));
+        if (joinedTo.timeIntervalSince(joinedFrom) <= longest) {
             wantedFrom = joinedFrom;
             wantedTo = joinedTo;
         }
     }
     // Too much for a wide interval may still fit the one asked for.
     std::vector<std::pair<Occurrence, const Series*>> found;
-    if (window.neverWide || !collect(wantedFrom, wantedTo, found)) {
+    if (window.neverWide || !collect(wantedFrom, wantedTo, found).empty()) {
         window.neverWide = true;
         found.clear();
         wantedFrom = from;
         wantedTo = to;
-        window.complete = collect(from, to, found);
+        const auto tooMany = collect(from, to, found);
+        for (const Series* series : tooMany)
+            reportTooMany(*series);
+        window.complete = tooMany.empty();
     }
     window.from = wantedFrom;
     window.to = wantedTo;
     std::sort(found.begin(), found.end(),
               [](const auto& a, const auto& b) { return a.first.start < b.first.start; });
+    for (const auto& entry : window.entries) {
+        if (entry.event) made_->add(*entry.occurrence.record->item, entry.event);
+    }
     window.entries.clear();
     window.latestEnd.clear();
     window.entries.reserve(found.size());
     for (const auto& [occurrence, series] : found) {
-        window.entries.push_back({occurrence, series, nullptr});
+        window.entries.push_back({occurrence, series, made_->event(occurrence, *series)});
         window.latestEnd.push_back(
             window.latestEnd.empty() ? occurrence.end : std::max(window.latestEnd.back(), occurrence.end));
     }
+    made_->forgetEvents();
 }
 
 void CollectionIndex::appendEvents(Date from, Date to, const EKCalendarRef& calendar,
                                    std::vector<EKEventRef>& into) const {
     std::lock_guard lock(mutex_);
-    if (to.timeIntervalSince(from) > longestWindow) {
-        std::vector<std::pair<Occurrence, const Series*>> found;
-        collect(from, to, found);
-        for (const auto& [occurrence, series] : found)
-            into.push_back(eventOf(occurrence, *series, calendar));
-        return;
-    }
     widen(from, to);
     auto& window = *window_;
     const auto first = std::lower_bound(window.latestEnd.begin(), window.latestEnd.end(), from);
@@ -156,7 +184,8 @@ void CollectionIndex::appendEvents(Date from, Date to, const EKCalendarRef& cale
         auto& entry = window.entries[i];
         if (entry.occurrence.start > to) break;
         if (entry.occurrence.end < from) continue;
-        if (!entry.event) entry.event = eventOf(entry.occurrence, *entry.series, calendar);
+        if (!entry.event || entry.event->calendar != calendar)
+            entry.event = eventOf(entry.occurrence, *entry.series, calendar);
         into.push_back(entry.event);
     }
 }

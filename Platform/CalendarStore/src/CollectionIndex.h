@@ -24,16 +24,20 @@ struct CollectionSettings {
     std::shared_ptr<DiagnosticsSink> diagnostics;
 };
 
+class MadeRecords;
+
 /// The events and tasks of one collection, ordered for questions about intervals. Constant after it was
 /// made, safe from any thread.
 ///
 /// The last interval asked for is kept with its occurrences, widened by some days: questions inside it, as
-/// a clock that moves on asks them, cost only what they return.
+/// a clock that moves on asks them, cost only what they return. A record is made once and is the same object
+/// in every answer, also after other items of the collection changed.
 class CollectionIndex {
   public:
-    /// `files` in the order of their names. Calendars may be absent where there are no such items.
+    /// `files` in the order of their names. Calendars may be absent where there are no such items. `former`
+    /// is the same collection before a change: what it made of files that are the same now is taken over.
     CollectionIndex(std::vector<std::shared_ptr<const ScannedFile>> files, const std::string& identifier,
-                    CollectionSettings settings);
+                    CollectionSettings settings, const CollectionIndex* former = nullptr);
     ~CollectionIndex();
     CollectionIndex(const CollectionIndex&) = delete;
     CollectionIndex& operator=(const CollectionIndex&) = delete;
@@ -56,11 +60,18 @@ class CollectionIndex {
     struct Window;
 
     void sortIntoLists();
-    bool collect(Date from, Date to, std::vector<std::pair<Occurrence, const Series*>>& into) const;
+    void takeOver(const CollectionIndex& former,
+                  const std::vector<std::shared_ptr<const ScannedFile>>& files);
+    /// The series of which only the first occurrences were appended, because there are too many.
+    std::vector<const Series*> collect(Date from, Date to,
+                                       std::vector<std::pair<Occurrence, const Series*>>& into) const;
+    void reportTooMany(const Series& series) const;
     std::shared_ptr<const ItemDetails> detailsOf(const ItemRecord& record) const;
     EKEventRef eventOf(const Occurrence& occurrence, const Series& series,
                        const EKCalendarRef& calendar) const;
     EKReminderRef taskOf(const Series& series, Date now, const EKCalendarRef& calendar) const;
+    EKReminderRef makeTask(const Series& series, const Occurrence& occurrence,
+                           const EKCalendarRef& calendar) const;
     void widen(Date from, Date to) const;
 
     CollectionSettings settings_;
@@ -75,6 +86,7 @@ class CollectionIndex {
 
     mutable std::mutex mutex_;
     mutable std::unique_ptr<Window> window_;
+    mutable std::unique_ptr<MadeRecords> made_;
 };
 
 }  // namespace platform

@@ -7,6 +7,7 @@
 #include <Foundation/MainQueue.h>
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
 #include <set>
 #include <tuple>
@@ -52,9 +53,16 @@ struct EKEventStore::State {
         return loaded;
     }
 
-    /// True when something shows differently now.
+    /// True when something shows differently now. What was never read is read, which shows nothing new.
     bool reload() {
-        snapshot();
+        {
+            std::unique_lock lock(snapshotMutex);
+            if (!current) {
+                lock.unlock();
+                snapshot();
+                return false;
+            }
+        }
         std::lock_guard loading(loadMutex);
         // What another reload put in place meanwhile counts: against anything older, files that are back as
         // they were would look unchanged.
@@ -68,8 +76,13 @@ struct EKEventStore::State {
         if (changed) {
             std::lock_guard lock(snapshotMutex);
             current = std::move(loaded);
+            ++revision;
         }
         return changed;
+    }
+
+    void reloadAndAnnounce() {
+        if (reload()) announce();
     }
 
     void announce() {
@@ -102,6 +115,7 @@ struct EKEventStore::State {
     StoreLoader loader;
     std::mutex snapshotMutex;
     std::shared_ptr<const StoreSnapshot> current;
+    std::atomic<std::uint64_t> revision = 0;
     std::mutex watchMutex;
     std::vector<std::filesystem::path> watchedPaths;
     std::unique_ptr<FileWatcher> watcher;
@@ -128,7 +142,8 @@ EKAuthorizationStatus EKEventStore::authorizationStatus(EKEntityType) const {
 }
 
 void EKEventStore::requestAccess(EKEntityType type, const AccessCompletion& completion) {
-    refreshSourcesIfNecessary();
+    const auto known = state_->snapshot();
+    if (!known->anyReadable() || !state_->loader.knowsAccountsOf(*known)) state_->reloadAndAnnounce();
     if (completion) completion(authorizationStatus(type) == EKAuthorizationStatus::fullAccess, nullptr);
 }
 
@@ -141,7 +156,7 @@ void EKEventStore::requestFullAccessToReminders(const AccessCompletion& completi
 }
 
 void EKEventStore::refreshSourcesIfNecessary() {
-    if (state_->reload()) state_->announce();
+    state_->reloadAndAnnounce();
 }
 
 void EKEventStore::startWatching() {
@@ -283,6 +298,10 @@ std::vector<AccountReport> EKEventStore::report() const {
         reports.push_back(std::move(report));
     }
     return reports;
+}
+
+std::uint64_t EKEventStore::revision() const {
+    return state_->revision;
 }
 
 }  // namespace platform

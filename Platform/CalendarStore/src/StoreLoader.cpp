@@ -67,16 +67,17 @@ bool StoreLoader::isMine(const Account& account) const {
 std::shared_ptr<const StoreSnapshot> StoreLoader::load(const StoreSnapshot* previous) {
     auto snapshot = std::make_shared<StoreSnapshot>();
     std::set<std::string> identifiers;
-    for (const auto& account : accountsFile_.load()) {
+    snapshot->listed = accountsFile_.load();
+    for (const auto& account : snapshot->listed) {
         if (account.contents != Account::Contents::calendars) continue;
         const bool mine = isMine(account);
         if (!mine && sources_) continue;
         if (!mine && !account.isDelegate) continue;
-        auto found = discover(account, *environment_->diagnostics);
         if (mine) {
-            snapshot->accounts.push_back(loadAccount(std::move(found), previous, identifiers));
+            snapshot->accounts.push_back(
+                loadAccount(discover(account, *environment_->diagnostics), previous, identifiers));
         } else {
-            snapshot->others.push_back(std::move(found));
+            snapshot->others.push_back(reach(account, *environment_->diagnostics));
         }
     }
     files_.forgetUnused();
@@ -142,20 +143,26 @@ Collection StoreLoader::loadCollection(const SnapshotAccount& account, const Fou
     }
 
     const auto keyCalendar = collection.events ? collection.events : collection.reminders;
+    const CollectionIndex* former = nullptr;
     if (previous) {
         const auto known = previous->byCalendar.find(keyCalendar->calendarIdentifier);
         if (known != previous->byCalendar.end()) {
             const auto& before = *known->second;
-            if (before.files == collection.files && sameCalendar(before.events, collection.events) &&
-                sameCalendar(before.reminders, collection.reminders)) {
+            // The records of items that did not change keep their calendar, and so stay the same.
+            if (sameCalendar(before.events, collection.events)) collection.events = before.events;
+            if (sameCalendar(before.reminders, collection.reminders)) collection.reminders = before.reminders;
+            if (before.files == collection.files && before.events == collection.events &&
+                before.reminders == collection.reminders) {
                 return before;
             }
+            former = before.index.get();
         }
     }
     collection.index = std::make_shared<const CollectionIndex>(
         collection.files, identifier,
         CollectionSettings{environment_->calendar, environment_->zoneInfoDirectory, settings.addresses,
-                           environment_->diagnostics});
+                           environment_->diagnostics},
+        former);
     return collection;
 }
 

@@ -23,6 +23,10 @@ class StoreLoader {
                 std::optional<std::vector<std::shared_ptr<const EKSource>>> sources);
 
     std::shared_ptr<const StoreSnapshot> load(const StoreSnapshot* previous);
+    /// False when `accounts.toml` lists other accounts than it did for the snapshot. Any thread.
+    bool knowsAccountsOf(const StoreSnapshot& snapshot) const {
+        return accountsFile_.load() == snapshot.listed;
+    }
     /// Files and folders whose changes can change a snapshot.
     static std::vector<std::filesystem::path> watchedPaths(const Environment& environment,
                                                            const StoreSnapshot& snapshot);

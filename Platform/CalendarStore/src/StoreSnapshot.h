@@ -29,6 +29,8 @@ struct SnapshotAccount {
 
 /// Everything the store knows at one time. Constant once made; changes make a new one.
 struct StoreSnapshot {
+    /// Every account of `accounts.toml` at that time.
+    std::vector<Account> listed;
     /// Those of this store; of the others only whether they can be read.
     std::vector<SnapshotAccount> accounts;
     std::vector<FoundAccount> others;

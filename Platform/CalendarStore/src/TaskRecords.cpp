@@ -1,5 +1,7 @@
 #include "CollectionIndex.h"
 
+#include "MadeRecords.h"
+
 #include <algorithm>
 
 namespace platform {
@@ -55,6 +57,14 @@ EKReminderRef CollectionIndex::taskOf(const Series& series, Date now, const EKCa
     const auto occurrence =
         standsAlone ? Occurrence{first.start.instant(), first.length.endAfter(first.start), {}, false, &first}
                     : standing(series, now);
+    if (auto made = made_->task(occurrence, series); made && made->calendar == calendar) return made;
+    auto task = makeTask(series, occurrence, calendar);
+    made_->add(occurrence, task);
+    return task;
+}
+
+EKReminderRef CollectionIndex::makeTask(const Series& series, const Occurrence& occurrence,
+                                        const EKCalendarRef& calendar) const {
     const auto& record = *occurrence.record;
     const auto& item = *record.item;
     const auto details = detailsOf(record);

@@ -5,6 +5,7 @@
 #include <Foundation/Environment.h>
 #include <Foundation/NotificationCenter.h>
 
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <functional>
@@ -70,7 +71,8 @@ class EKEventStore {
     /// of delegates possible), denied when there are some and none can, not determined when there is none.
     EKAuthorizationStatus authorizationStatus(EKEntityType type) const;
     using AccessCompletion = std::function<void(bool granted, std::exception_ptr error)>;
-    /// Reads the accounts again, then completes (on the calling thread).
+    /// Reads the accounts again, and their folders where the accounts changed or none could be read; then
+    /// completes (on the calling thread).
     void requestFullAccessToEvents(const AccessCompletion& completion);
     void requestFullAccessToReminders(const AccessCompletion& completion);
     void requestAccess(EKEntityType type, const AccessCompletion& completion);
@@ -99,6 +101,10 @@ class EKEventStore {
                         std::function<void(std::vector<EKReminderRef>)> completion) const;
 
     std::vector<AccountReport> report() const;
+
+    /// Another number after every change of what the store answers, before the change is announced. The first
+    /// reading is no change.
+    std::uint64_t revision() const;
 
   private:
     struct State;
