@@ -84,6 +84,7 @@ TEST(AggregatedEventStore, OneOccurrenceInBothStoresStandsOnce) {
     for (const Case& c : cases) {
         core.write("calendars/own.ics", c.own);
         core.write("delegated/theirs.ics", c.delegated);
+        store.refreshData();
         store.requestCalendarAccess([](std::exception_ptr error) { EXPECT_FALSE(error); });
         core.services().manager().activateAllCalendars();
         const auto found = store.events(at("2026-03-04T00:00:00Z"), at("2026-03-05T00:00:00Z"));
