@@ -8,6 +8,7 @@
 using namespace hbr;
 using namespace platform;
 using testing::ElementsAre;
+using testing::StartsWith;
 using Kind = LaidOutNode::Kind;
 using enum WidgetFamily;
 
@@ -24,20 +25,24 @@ TEST(EventCountdownView, TurnsIntoATimerInTheLastMinute) {
         double seconds;
         const char* text;
         bool isTimer;
+        const char* said;
     };
-    for (const auto& c : std::vector<Case>{{5700, "1h 35m", false},
-                                           {90, "1m", false},
-                                           {60, "1m", false},
-                                           {59.5, "1:00", true},
-                                           {59, "0:59", true},
-                                           {0, "0:00", true},
-                                           {-75, "1:15", true}}) {
+    for (const auto& c : std::vector<Case>{{5700, "1h 35m", false, "Next event in 1 hour, 35 minutes. "},
+                                           {90, "1m", false, "Next event in 1 minute. "},
+                                           {60, "1m", false, "Next event in 1 minute. "},
+                                           {59.5, "1:00", true, "1:00. "},
+                                           {59, "0:59", true, "0:59. "},
+                                           {0, "0:00", true, "0:00. "},
+                                           {-75, "1:15", true, "1:15. "}}) {
         const Event event = drawing.event("1", c.seconds / 60, c.seconds / 60 + 30);
         const auto tree = drawn(drawing, {drawing.now, event}, systemMedium);
         EXPECT_EQ(test::nodesOf(tree.root, Kind::timer).size(), c.isTimer ? 1U : 0U) << c.seconds;
         ASSERT_GE(tree.texts().size(), 2U);
         EXPECT_EQ(tree.texts()[0], "NEXT EVENT IN");
         EXPECT_EQ(tree.texts()[1], c.text) << c.seconds;
+        EXPECT_THAT(tree.links().at(0).label, StartsWith(c.said + std::string("Calendar event. Event 1. ")));
+        EXPECT_EQ(test::nodesOf(tree.root, Kind::text).at(0)->frame.y, 16)
+            << "as high as the lists' headline";
     }
 }
 

@@ -1,4 +1,5 @@
 #include <HeedbannerWidgetExtension/Views/EventDetailView.h>
+#include <Views/Legibility.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -179,7 +180,9 @@ TEST(CameraButton, IsActiveWhilePendingOrUnderWay) {
         bool isActive;
         Color color;
     };
-    const Color faint = Palette::disabled(palette.primary);
+    const Color calendar = drawing.event("1", 0, 0).color.withAlpha(0.3);
+    const Color capsuleGround = blended(palette.gray.withAlpha(0.3), blended(calendar, palette.container));
+    const Color faint = legibleTranslucent(Palette::disabled(palette.primary), capsuleGround, 3.0);
     const std::vector<Case> cases = {
         {"at the lead", 5, 30, {}, false, faint},
         {"inside the lead", 4.9, 30, {}, true, palette.orange},

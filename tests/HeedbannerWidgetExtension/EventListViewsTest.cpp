@@ -57,7 +57,7 @@ TEST(UpcomingEventsView, ShowsAsManyRowsAsFitFromTheFirst) {
     }
 }
 
-TEST(UpcomingEventsView, RowsStandUnderTheHeader) {
+TEST(EventLists, RowsStandUnderTheHeaderAndSpreadWhenTheListIsFull) {
     test::Drawing drawing;
     const auto medium = upcoming(drawing, events(drawing, 3, 30, 60), systemMedium).links();
     ASSERT_EQ(medium.size(), 3U);
@@ -67,27 +67,44 @@ TEST(UpcomingEventsView, RowsStandUnderTheHeader) {
     const auto large = upcoming(drawing, events(drawing, 6, 30, 60), systemLarge).links();
     ASSERT_EQ(large.size(), 6U);
     EXPECT_EQ(large[0].frame, (Rect{16, 39, 332, 40}));
-    EXPECT_EQ(large[5].frame.bottom(), 16 + 293);
+    // Six rows at 15 instead of 6 from each other.
+    EXPECT_EQ(large[5].frame.bottom(), 16 + 293 + 5 * 9);
+    const auto five = upcoming(drawing, events(drawing, 5, 30, 60), systemLarge).links();
+    EXPECT_EQ(five[4].frame.bottom(), 16 + 247);
+    // Two of four, 7.5 from each other and from the line that says so.
+    const auto cut = current(drawing, events(drawing, 4, -30, 30), systemMedium);
+    EXPECT_EQ(cut.links()[1].frame, (Rect{16, 34 + 38 + 7.5, 332, 38}));
 }
 
-TEST(UpcomingEventsView, ARowIsSaidAsItsEventAndItsCameraEvenWhenItCannotJoinYet) {
+TEST(EventLists, ARowIsSaidAsItsEventAndItsCameraEvenWhenItCannotJoinYet) {
     test::Drawing drawing;
     Event later = drawing.event("1", 30, 60);
     later.calendarName = "Work";
     later.videoConferenceLinks = {test::callLink()};
     Event soon = later;
     soon.startDate = drawing.now.addingTimeInterval(60);
-    std::vector<std::pair<AccessibleElement::Role, std::string>> said;
-    for (const auto& element : upcoming(drawing, {later, soon}, systemMedium).accessibleElements())
-        said.emplace_back(element.role, element.label);
+    Event reminder = drawing.event("2", 40, 40);
+    reminder.type = Event::EventType::hbrReminder;
+    using Said = std::vector<std::pair<AccessibleElement::Role, std::string>>;
+    const auto saidOf = [](const LaidOutTree& tree) {
+        Said said;
+        for (const auto& element : tree.accessibleElements())
+            said.emplace_back(element.role, element.label);
+        return said;
+    };
     const auto row =
         testing::AllOf(testing::StartsWith("Calendar event. "), HasSubstr("Event 1"),
                        testing::EndsWith("video call. This event belongs to calendar \"Work\"."));
     using Role = AccessibleElement::Role;
-    EXPECT_THAT(said,
-                ElementsAre(testing::Pair(Role::text, "UPCOMING EVENTS"), testing::Pair(Role::link, row),
-                            testing::Pair(Role::inactiveLink, "Join Call"), testing::Pair(Role::link, row),
-                            testing::Pair(Role::link, "Join Call")));
+    using testing::Pair;
+    EXPECT_THAT(saidOf(upcoming(drawing, {later, soon, reminder}, systemMedium)),
+                ElementsAre(Pair(Role::text, "UPCOMING EVENTS"), Pair(Role::link, row),
+                            Pair(Role::inactiveLink, "Join Call: Event 1"), Pair(Role::link, row),
+                            Pair(Role::link, "Join Call: Event 1"),
+                            Pair(Role::link, testing::AllOf(testing::StartsWith("Reminder. Event 2. "),
+                                                            testing::EndsWith("10:40.")))));
+    const auto underWay = saidOf(current(drawing, events(drawing, 1, -30, 30), systemSmall));
+    EXPECT_THAT(underWay.at(1).second, testing::EndsWith(". 30m remaining."));
 }
 
 TEST(UpcomingEventsView, TwoLongTitlesDoNotFitASmallWidget) {

@@ -106,6 +106,12 @@ TEST(Legibility, EveryCalendarColourIsLegibleOnItsPill) {
                                       palette.symbolRatio())
                                 << name;
                         }
+                        const Color faintCapsule = blended(palette.gray.withAlpha(0.3), ground);
+                        const Color faint = legibleTranslucent(Palette::disabled(palette.primary),
+                                                               faintCapsule, palette.symbolRatio());
+                        EXPECT_GE(contrastRatio(blended(faint, faintCapsule), faintCapsule),
+                                  palette.symbolRatio())
+                            << name;
                         EXPECT_GE(contrastRatio(legible(calendar, ground, palette.decorationRatio()), ground),
                                   palette.decorationRatio())
                             << name;

@@ -1,9 +1,13 @@
 #include <HeedbannerWidgetExtension/Views/CameraButton.h>
 
+#include <Foundation/Text.h>
 #include <HbrCore/DeepLinks/DeepLink.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
 #include <Views/Legibility.h>
+
+#include <string>
+#include <utility>
 
 namespace hbr {
 
@@ -20,15 +24,22 @@ View CameraButton::body(const ViewContext& context, Color ground) const {
     const Color base = isCurrentEvent(event, now) ? palette.green
                        : isPending                ? palette.orange
                                                   : palette.primary;
-    const Color symbolColor = legible(base, blended(capsuleFill, ground), palette.symbolRatio());
+    const Color capsuleGround = blended(capsuleFill, ground);
+    const Color symbolColor =
+        isActive() ? legible(base, capsuleGround, palette.symbolRatio())
+                   : legibleTranslucent(Palette::disabled(base), capsuleGround, palette.symbolRatio());
 
     const View content = symbol("video.fill")
-                             .foreground(isActive() ? symbolColor : Palette::disabled(base))
+                             .foreground(symbolColor)
                              .padding(Insets::symmetric(6, 3))
                              .background(capsule().foreground(capsuleFill))
                              .accessibilityHidden();
     const View button = isActive() ? link(JoinCallDeepLink(event.id).url(), content) : inactiveLink(content);
-    return button.accessibilityLabel(L10n::Alert::VideoConferenceMenu::join());
+    // Each says its meeting, since a list has several.
+    std::string label = L10n::Alert::VideoConferenceMenu::join();
+    const std::string title = trimmed(event.title.value_or(""));
+    if (!title.empty()) label += ": " + title;
+    return button.accessibilityLabel(std::move(label));
 }
 
 }  // namespace hbr

@@ -61,18 +61,20 @@ View EventDetailView::body(const ViewContext& context) const {
 
 View EventDetailView::marker(const EventPillColors& colors) const {
     View marker;
+    Color color = colors.marker;
     switch (event.type) {
         case Event::EventType::calendarEvent:
             marker = rectangle(2).frame(3, std::nullopt);
             break;
         case Event::EventType::appleReminder:
             marker = topSymbol("circle", 5);
+            color = colors.ring;
             break;
         case Event::EventType::hbrReminder:
             marker = topSymbol("alarm.fill", 4);
             break;
     }
-    return marker.foreground(colors.marker).accessibilityHidden();
+    return marker.foreground(color).accessibilityHidden();
 }
 
 View EventDetailView::textBlock(const ViewContext& context, const EventPillColors& colors) const {
@@ -153,7 +155,7 @@ View EventDetailView::progressLine(const EventPillColors& colors) const {
                   {
                       progress(eventProgress(event, now))
                           .frame(12, 12)
-                          .foreground(colors.marker)
+                          .foreground(colors.ring)
                           .accessibilityHidden(),
                       fittedLine(inputs.formatters.timeRemaining(timeLeft(event, now)).value_or("")),
                   })

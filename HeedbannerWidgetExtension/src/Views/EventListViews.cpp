@@ -62,15 +62,25 @@ class EventList {
         }
         std::vector<View> candidates;
         for (std::size_t count = rows.size(); count > 0; --count) {
+            const View more = overflow(events_.size() - count);
             std::vector<View> children(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(count));
-            children.push_back(overflow(events_.size() - count));
+            children.push_back(more);
             children.push_back(spacer());
-            candidates.push_back(
-                vstack({.alignment = HorizontalAlignment::leading, .spacing = isLarge() ? 6.0 : 3.0},
-                       std::move(children)));
+            // Rows spread over the room that is left by the longest list, or by a row that did not fit.
+            const bool isLongest = count == style_.longestList;
+            const bool isFull = style_.saysHowManyMore ? !more.isEmpty() && !isLongest : isLongest;
+            for (const double spread : spreads) {
+                if (spread > 1 && !isFull) continue;
+                candidates.push_back(vstack(
+                    {.alignment = HorizontalAlignment::leading, .spacing = spread * (isLarge() ? 6.0 : 3.0)},
+                    children));
+            }
         }
         return firstThatFits(Axis::vertical, std::move(candidates));
     }
+
+    /// Factors of the spacing between rows, the widest that fits first.
+    static constexpr double spreads[] = {2.5, 2, 1.5, 1};
 
     View row(const Event& event) const {
         const bool small = context_.family == WidgetFamily::systemSmall;
@@ -83,7 +93,9 @@ class EventList {
                                       .showsEventProgress = style_.showsEventProgress},
                                      inputs_};
         return link(PreviewEventDeepLink(event.id).url(), detail.body(context_).fixedHeight())
-            .accessibilityLabel(hbr::accessibilityLabel(event, inputs_, context_.now));
+            .accessibilityLabel(
+                hbr::accessibilityLabel(event, inputs_, context_.now) +
+                (style_.showsEventProgress ? remainingSentence(event, inputs_, now_) : std::string()));
     }
 
     View overflow(std::size_t hidden) const {

@@ -28,6 +28,7 @@ EventPillColors::EventPillColors(const Event& event, const Palette& palette) {
     edge = palette.primary.withAlpha(0.14);
     primary = palette.primary;
     secondary = legibleSecondary(palette, ground);
+    ring = legible(color, ground, palette.ringRatio());
     marker = legible(color, ground, palette.decorationRatio());
 }
 

@@ -245,8 +245,10 @@ std::vector<TapTarget> WidgetCanvas::said(std::vector<TapTarget> targets, Speech
     saidAt_ = look_.context.now;
     std::string words;
     for (const AccessibleElement& element : painted_.tree().accessibleElements()) {
-        // Targets have buttons that say themselves.
-        if (!element.url) words += (words.empty() ? "" : ", ") + element.label;
+        // Links say themselves, those that cannot be used now with their row.
+        using Role = AccessibleElement::Role;
+        if (element.role == Role::text || element.role == Role::image)
+            words += (words.empty() ? "" : ", ") + element.label;
     }
     if (words.empty()) words = name_;
     AtkObject* accessible = gtk_widget_get_accessible(area_.get());

@@ -31,7 +31,7 @@ class WidgetCanvas {
     ~WidgetCanvas();
 
     struct Look {
-        /// Its clock is of no account.
+        /// `context.now` is ignored.
         ViewContext context;
         /// Logical pixels per point.
         double scale = 1;

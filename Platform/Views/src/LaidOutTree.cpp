@@ -31,8 +31,21 @@ void collectLabel(const LaidOutNode& node, std::string& label) {
     }
 }
 
+/// The first timer below `node` but not of links inside it; its text is no part of any label.
+std::string timerTextOf(const LaidOutNode& node) {
+    for (const auto& child : node.children) {
+        if (child.kind == LaidOutNode::Kind::link) continue;
+        if (child.kind == LaidOutNode::Kind::timer && !child.isAccessibilityHidden) return child.text;
+        if (auto text = timerTextOf(child); !text.empty()) return text;
+    }
+    return {};
+}
+
 std::string labelOf(const LaidOutNode& link) {
-    if (!link.label.empty()) return link.label;
+    if (!link.label.empty()) {
+        const std::string time = timerTextOf(link);
+        return time.empty() ? link.label : time + ". " + link.label;
+    }
     std::string label;
     collectLabel(link, label);
     return label;

@@ -104,12 +104,17 @@ Color legible(Color color, Color backdrop, double ratio) {
     return darkens ? black : white;
 }
 
-Color legibleSecondary(const Palette& palette, Color backdrop) {
-    for (double alpha = palette.secondary.alpha; alpha < 1; alpha += 0.04) {
-        const Color color = palette.secondary.withAlpha(alpha);
-        if (contrastRatio(blended(color, backdrop), backdrop) >= 4.5) return color;
+Color legibleTranslucent(Color color, Color backdrop, double ratio) {
+    constexpr double step = 0.04;
+    for (double alpha = color.alpha; alpha < 1; alpha += step) {
+        const Color tried = color.withAlpha(alpha);
+        if (contrastRatio(blended(tried, backdrop), backdrop) >= ratio) return tried;
     }
-    return palette.secondary.withAlpha(1);
+    return color.withAlpha(1);
+}
+
+Color legibleSecondary(const Palette& palette, Color backdrop) {
+    return legibleTranslucent(palette.secondary, backdrop, 4.5);
 }
 
 }  // namespace platform

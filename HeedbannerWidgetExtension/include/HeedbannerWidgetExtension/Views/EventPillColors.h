@@ -19,7 +19,9 @@ struct EventPillColors {
     platform::Color edge;
     platform::Color primary;
     platform::Color secondary;
-    /// Bar, circle, alarm and ring.
+    /// Circle of a task and ring of the progress.
+    platform::Color ring;
+    /// Bar and alarm.
     platform::Color marker;
 };
 

@@ -68,7 +68,7 @@ std::string_view nameOf(LaidOutNode::Kind kind);
 
 struct TapTarget {
     Url url;
-    /// The link's accessible name, else its texts joined with ", ".
+    /// The link's accessible name with the time of a timer inside it, else its texts joined with ", ".
     std::string label;
     Rect frame;
 

@@ -13,6 +13,9 @@ double contrastRatio(Color a, Color b);
 /// the backdrop until it does (darker on a light one, lighter on a dark one; chroma reduced where the gamut
 /// ends). Black or white when nothing on the way does.
 Color legible(Color color, Color backdrop, double ratio);
+/// A translucent colour, made less transparent until its contrast on `backdrop` reaches `ratio`; opaque when
+/// nothing on the way does.
+Color legibleTranslucent(Color color, Color backdrop, double ratio);
 /// The palette's secondary colour, made less transparent until it can be read on `backdrop`.
 Color legibleSecondary(const Palette& palette, Color backdrop);
 

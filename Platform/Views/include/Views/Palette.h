@@ -25,9 +25,10 @@ struct Palette {
 
     /// The colour of something that cannot be used now.
     static constexpr Color disabled(Color color) { return color.withAlpha(color.alpha * 0.45); }
-    /// Contrast ratio that text, symbols and decoration (bars, rings) need.
+    /// Contrast ratio that text, symbols, rings and decoration (bars) need.
     double textRatio() const { return contrast == Contrast::high ? 7.0 : 4.5; }
     double symbolRatio() const { return contrast == Contrast::high ? 4.5 : 3.0; }
+    double ringRatio() const { return 3.0; }
     double decorationRatio() const { return contrast == Contrast::high ? 3.0 : 1.8; }
 };
 
