@@ -2,7 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <ItemLimits.h>
+#include <ItemScanner.h>
+
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -115,6 +119,109 @@ TEST(ItemScanner, HostileFilesShowWhatTheyHave) {
         EXPECT_THAT(fixture.list("2026-03-04T00:00:00Z", "2026-03-05T00:00:00Z"), IsEmpty());
         EXPECT_THAT(fixture.diagnostics(), testing::Not(IsEmpty())) << text;
     }
+}
+
+std::string repeated(std::size_t count, std::string_view text) {
+    std::string all;
+    for (std::size_t i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
+/// Every bound of ItemLimits.h: reached, and exceeded by one.
+TEST(ItemScanner, WhatNoRealFileHoldsIsLeftOutWithADiagnostic) {
+    struct Case {
+        const char* diagnostic;
+        std::size_t limit;
+        std::function<std::string(std::size_t)> file;
+        /// Times that the marks appear in what was scanned, below and above the limit.
+        std::function<std::size_t(const platform::ScannedFile&)> kept;
+        std::size_t keptAbove;
+    };
+    const auto inEvent = [](const std::string& lines) {
+        return test::calendar(test::event("DTSTART:20260304T090000Z\n" + lines));
+    };
+    const auto exclusions = [](const auto& file) { return file.items[0].recurrence->exclusions.size(); };
+    const auto rules = [](const auto& file) { return file.items[0].recurrence->rules.size(); };
+    const auto lengthOfText = [](const auto& file) { return file.items[0].text.size(); };
+    const auto tzid = [](const auto& file) { return file.items[0].start->tzid->size(); };
+    const auto hasName = [](const auto& file) {
+        return static_cast<std::size_t>(file.items[0].text.find("CN=") != std::string::npos);
+    };
+    const auto emptyText = std::string_view("BEGIN:VEVENT\r\nSUMMARY:T\r\nEND:VEVENT\r\n").size();
+    namespace limits = platform::limits;
+    const Case cases[] = {
+        {"more than 200,000 events and tasks; the file is not used", limits::items,
+         [](auto n) {
+             return test::calendar(repeated(n, "BEGIN:VEVENT\nDTSTART:20260304T090000Z\nEND:VEVENT\n"));
+         },
+         [](const auto& file) { return file.items.size(); }, 0},
+        {"more text than an item may have", limits::lines,
+         [&](auto n) { return inEvent(repeated(n - 1, "URL:x\n")); },
+         [&](const auto& file) { return (lengthOfText(file) - emptyText) / 7 + 1; }, limits::lines},
+        {"more text than an item may have", limits::textBytes,
+         [&](auto n) {
+             const auto line = "URL:" + std::string((std::size_t{1} << 20) - 6, 'x') + "\n";
+             const auto rest = n - emptyText + 12 - 3 * ((std::size_t{1} << 20));
+             return inEvent(repeated(3, line) + "URL:" + std::string(rest - 4, 'x'));
+         },
+         [&](const auto& file) { return lengthOfText(file) - 14; },
+         3 * (std::size_t{1} << 20) + emptyText - 14},
+        {"dates in RDATE and EXDATE; the rest of EXDATE is left out", limits::dates,
+         [&](auto n) { return inEvent("EXDATE:" + repeated(n - 1, "20260304,") + "20260304"); }, exclusions,
+         limits::dates},
+        {"more than 50 rules; the rest is left out", limits::rules,
+         [&](auto n) { return inEvent(repeated(n, "RRULE:FREQ=DAILY\n")); }, rules, limits::rules},
+        {"rule longer than 4,096 bytes left out", limits::ruleBytes,
+         [&](auto n) { return inEvent("RRULE:" + std::string(n, 'x')); },
+         [](const auto& file) {
+             const auto& recurrence = file.items[0].recurrence;
+             return recurrence && !recurrence->rules.empty() ? recurrence->rules[0].size() : 0;
+         },
+         0},
+        {"", limits::zoneNameBytes,
+         [](auto n) {
+             return test::calendar(test::event("DTSTART;TZID=" + std::string(n, 'x') + ":20260304T090000"));
+         },
+         tzid, limits::zoneNameBytes + std::string_view("…").size()},
+        {"CN longer than 1,024 bytes left out", limits::parameterBytes,
+         [&](auto n) { return inEvent("ATTENDEE;CN=" + std::string(n, 'x') + ":mailto:a@example.org"); },
+         [&](const auto& file) { return hasName(file) * limits::parameterBytes; }, 0},
+        {"rules of time zones; the rest is left out", limits::zoneRules,
+         [](auto n) {
+             return test::calendar("BEGIN:VTIMEZONE\nTZID:X\nBEGIN:STANDARD\n" + repeated(n, "RRULE:x\n") +
+                                   "END:STANDARD\nEND:VTIMEZONE\n");
+         },
+         [](const auto& file) { return file.zones[0]->observances[0].rules.size(); }, limits::zoneRules},
+    };
+    for (const auto& one : cases) {
+        for (const bool isAbove : {false, true}) {
+            platform::CollectedDiagnostics diagnostics;
+            platform::ZonePool zones;
+            const auto file = platform::scanItems("a.ics", one.file(one.limit + isAbove), diagnostics, zones);
+            EXPECT_EQ(one.kept(file), isAbove ? one.keptAbove : one.limit) << one.diagnostic << one.limit;
+            const auto told = diagnostics.all();
+            const bool isTold = isAbove && *one.diagnostic;
+            ASSERT_EQ(told.size(), isTold ? 1 : 0) << one.diagnostic << (told.empty() ? "" : told[0].text);
+            for (const auto& diagnostic : told)
+                EXPECT_THAT(diagnostic.text, HasSubstr(one.diagnostic));
+        }
+    }
+}
+
+TEST(ItemScanner, OfManyParametersThoseOfTheRecordStay) {
+    CalendarFixture fixture;
+    fixture.write("a.ics",
+                  test::calendar(test::event(
+                      "DTSTART:20260304T090000Z\nATTENDEE;" + repeated(100'000, "A=B;") +
+                      "CN=\"Harper; John\";PARTSTAT=DECLINED:mailto:me@example.org\n" +
+                      "DESCRIPTION;ALTREP=\"data:text/html," + std::string(5000, 'x') + "\":Notes")));
+    const auto found = fixture.events("2026-03-04T00:00:00Z", "2026-03-05T00:00:00Z");
+    ASSERT_EQ(found.size(), 1u);
+    ASSERT_TRUE(found[0]->attendees);
+    EXPECT_EQ(found[0]->attendees->front().name, "Harper; John");
+    EXPECT_EQ(found[0]->attendees->front().participantStatus, platform::EKParticipantStatus::declined);
+    EXPECT_EQ(found[0]->notes, "Notes");
 }
 
 TEST(ZoneLookup, FindsZonesUnderManyNames) {

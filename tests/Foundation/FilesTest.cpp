@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <support/TemporaryDirectory.h>
 
+#include <fstream>
+
 #include <sys/stat.h>
 
 using namespace platform;
@@ -34,6 +36,15 @@ TEST(Files, OnlyRegularFilesAreRead) {
     EXPECT_EQ(error, std::errc::is_a_directory);
     EXPECT_FALSE(readRegularFile(folder / "absent", error));
     EXPECT_EQ(error, std::errc::no_such_file_or_directory);
+    // Ten gigabytes that nobody wrote, between two words.
+    std::ofstream sparse(folder / "sparse");
+    sparse << "begin";
+    sparse.seekp(std::streamoff{10} << 30) << "end";
+    sparse.close();
+    auto written = readRegularFile(folder / "sparse", error, UINTMAX_MAX, Holes::skipped).value_or("");
+    EXPECT_LT(written.size(), 1u << 20) << "this file system keeps no holes";
+    std::erase(written, '\0');
+    EXPECT_EQ(written, "beginend");
     // A file whose size is told as 0 though it has content.
     EXPECT_TRUE(readRegularFile("/proc/self/status", error)->starts_with("Name:"));
 }

@@ -1,11 +1,15 @@
 #include "ItemScanner.h"
 
+#include "ItemLimits.h"
+
 #include <Foundation/LogicalLines.h>
 #include <Foundation/TextDecoding.h>
 
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <memory>
+#include <utility>
 
 namespace platform {
 namespace {
@@ -90,13 +94,28 @@ std::string unescaped(std::string_view text) {
     return result;
 }
 
+/// A number of bytes that a message may hold, cut between characters.
+std::string shortened(std::string_view text, std::size_t most = 40) {
+    if (text.size() <= most) return std::string(text);
+    while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80)
+        --most;
+    return std::string(text.substr(0, most)) + "…";
+}
+
+std::string counted(std::size_t number, std::string_view unit) {
+    auto digits = std::to_string(number);
+    for (auto at = static_cast<int>(digits.size()) - 3; at > 0; at -= 3)
+        digits.insert(static_cast<std::size_t>(at), ",");
+    return digits + " " + std::string(unit);
+}
+
 class Scanner {
   public:
     Scanner(ScannedFile& file, DiagnosticsSink& diagnostics) : file_(file), diagnostics_(diagnostics) {}
 
     void scan(std::string_view text) {
         LogicalLines lines(text);
-        while (lines.next()) {
+        while (!hasTooManyItems_ && lines.next()) {
             line_ = lines.number();
             if (lines.line().empty()) continue;
             if (lines.tooLong()) {
@@ -105,6 +124,12 @@ class Scanner {
                 continue;
             }
             read(lines.line());
+        }
+        if (hasTooManyItems_) {
+            line_ = 0;
+            file_.items.clear();
+            tell("more than " + counted(limits::items, "events and tasks; the file is not used"));
+            return;
         }
         if (!open_.empty() || skippedDepth_ > 0) {
             tell("the file ends inside a component");
@@ -125,11 +150,11 @@ class Scanner {
     std::vector<ZoneDefinition>& zones() { return zones_; }
 
   private:
-    void tell(std::string text, std::string field = {}) {
+    void tell(std::string text, std::string_view field = {}) {
         if (++told_ > maximumTold) return;
         diagnostics_.report({.file = file_.path,
                              .line = line_ > 0 ? std::optional(line_) : std::nullopt,
-                             .field = std::move(field),
+                             .field = shortened(field, 200),
                              .text = std::move(text)});
     }
 
@@ -169,7 +194,7 @@ class Scanner {
             case Component::task:
                 return readItemLine(*line, raw);
             case Component::alarm:
-                if (item_ && isKept(asciiUpper(line->name), true)) item_->text.append(raw).append("\r\n");
+                if (item_ && isKept(asciiUpper(line->name), true)) keep(*line, raw);
                 return;
             case Component::other:
                 return;
@@ -198,6 +223,8 @@ class Scanner {
         if (startsItem) {
             item_.emplace();
             bad_.clear();
+            keptLines_ = 0;
+            hasTooMuchText_ = hasTooManyRules_ = hasTooManyDates_ = false;
             item_->kind = component == Component::event ? ScannedItem::Kind::event : ScannedItem::Kind::task;
             item_->line = line_;
             item_->text = component == Component::event ? "BEGIN:VEVENT\r\n" : "BEGIN:VTODO\r\n";
@@ -242,7 +269,8 @@ class Scanner {
         if (bad_.empty()) {
             if (item_->modified.empty()) item_->modified = stamp_;
             item_->wholeDays = markedAllDay_ && spansMidnights(*item_);
-            file_.items.push_back(std::move(*item_));
+            hasTooManyItems_ = file_.items.size() == limits::items;
+            if (!hasTooManyItems_) file_.items.push_back(std::move(*item_));
         } else {
             line_ = item_->line;
             tell(bad_ + "; left out", item_->uid);
@@ -272,6 +300,11 @@ class Scanner {
     void readObservanceLine(const ContentLine& line) {
         if (zones_.empty() || zones_.back().observances.empty()) return;
         auto& observance = zones_.back().observances.back();
+        if (line.is("RRULE") && ++zoneRules_ > limits::zoneRules) {
+            if (zoneRules_ == limits::zoneRules + 1)
+                tell("more than " + counted(limits::zoneRules, "rules of time zones; the rest is left out"));
+            return;
+        }
         if (line.is("DTSTART")) observance.start = parseWrittenTime(line.value);
         if (line.is("TZOFFSETFROM")) observance.offsetFrom = parseUtcOffset(line.value);
         if (line.is("TZOFFSETTO")) observance.offsetTo = parseUtcOffset(line.value);
@@ -310,22 +343,24 @@ class Scanner {
             const auto range = line.parameter("RANGE");
             item.thisAndFuture = range && equalIgnoringCase(*range, "THISANDFUTURE");
         } else if (name == "RRULE") {
-            recurrence().rules.emplace_back(line.value);
+            addRule(recurrence().rules, line, name);
         } else if (name == "EXRULE") {
-            recurrence().exclusionRules.emplace_back(line.value);
+            addRule(recurrence().exclusionRules, line, name);
         } else if (name == "RDATE") {
             readDates(line);
         } else if (name == "EXDATE") {
+            const auto parameters = timeParameters(line);
             for (const auto piece : commaSeparated(line.value)) {
                 if (trimmedAscii(piece).empty()) continue;
-                if (auto excluded = time(line, name, false, piece)) {
+                if (!hasRoomForDate(name)) break;
+                if (auto excluded = time(piece, parameters, name, false)) {
                     recurrence().exclusions.push_back(std::move(*excluded));
                 }
             }
         } else if (name == "X-MICROSOFT-CDO-ALLDAYEVENT") {
             markedAllDay_ = equalIgnoringCase(trimmedAscii(line.value), "TRUE");
         } else if (isKept(name, false)) {
-            item.text.append(raw).append("\r\n");
+            keep(written, raw);
             if (isEvent) return;
             item.completed = item.completed || name == "COMPLETED" ||
                              (name == "STATUS" && equalIgnoringCase(trimmedAscii(line.value), "COMPLETED")) ||
@@ -333,13 +368,84 @@ class Scanner {
         }
     }
 
-    static std::string shortened(std::string_view text) { return std::string(text.substr(0, 40)); }
+    /// Appends the line to the item's text.
+    void keep(const ContentLine& line, std::string_view raw) {
+        const bool isLong = line.parameters.size() > limits::parameterBytes;
+        const auto text = isLong ? withoutOtherParameters(line) : std::string();
+        if (isLong) raw = text;
+        auto& kept = item_->text;
+        if (++keptLines_ > limits::lines || kept.size() + raw.size() > limits::textBytes) {
+            if (std::exchange(hasTooMuchText_, true)) return;
+            return tell("more text than an item may have (" + std::to_string(limits::textBytes >> 20U) +
+                            " MB, " + counted(limits::lines, "lines); the rest is left out"),
+                        item_->uid);
+        }
+        kept.append(raw).append("\r\n");
+    }
+
+    /// Long lists of parameters cost the parser the square of their length. What a record is made of stays.
+    std::string withoutOtherParameters(const ContentLine& line) {
+        std::string text(line.name);
+        for (const auto* name : {"CN", "EMAIL", "PARTSTAT", "ROLE", "RELATED", "VALUE"}) {
+            const auto value = line.parameter(name);
+            if (!value) continue;
+            if (value->size() > limits::parameterBytes) {
+                tell(std::string(name) + " longer than " + counted(limits::parameterBytes, "bytes left out"),
+                     std::string(line.name));
+                continue;
+            }
+            const auto* quote = value->find_first_of(",;:") != std::string::npos ? "\"" : "";
+            text.append(";").append(name).append("=").append(quote);
+            for (const char c : *value)
+                text += c == '"' ? std::string("^'") : c == '\n' ? "^n" : c == '^' ? "^^" : std::string(1, c);
+            text += quote;
+        }
+        return text.append(":").append(line.value);
+    }
+
+    void addRule(std::vector<std::string>& rules, const ContentLine& line, const std::string& name) {
+        const auto& all = recurrence();
+        if (line.value.size() > limits::ruleBytes)
+            return tell("rule longer than " + counted(limits::ruleBytes, "bytes left out"), name);
+        if (all.rules.size() + all.exclusionRules.size() >= limits::rules) {
+            if (std::exchange(hasTooManyRules_, true)) return;
+            return tell("more than " + counted(limits::rules, "rules; the rest is left out"), item_->uid);
+        }
+        rules.emplace_back(line.value);
+    }
+
+    bool hasRoomForDate(const std::string& name) {
+        const auto& all = recurrence();
+        if (all.dates.size() + all.exclusions.size() < limits::dates) return true;
+        if (!std::exchange(hasTooManyDates_, true))
+            tell("more than " + counted(limits::dates, "dates in RDATE and EXDATE; the rest of ") + name +
+                     " is left out",
+                 item_->uid);
+        return false;
+    }
+
+    TimeParameters timeParameters(const ContentLine& line) {
+        TimeParameters parameters;
+        if (line.parameters.empty()) return parameters;
+        const auto kind = line.parameter("VALUE");
+        parameters.isDate = kind && equalIgnoringCase(*kind, "DATE");
+        if (auto tzid = line.parameter("TZID"); tzid && !tzid->empty()) {
+            if (tzid->size() > limits::zoneNameBytes) tzid = shortened(*tzid, limits::zoneNameBytes);
+            if (!lastTzid_ || *lastTzid_ != *tzid)
+                lastTzid_ = std::make_shared<const std::string>(std::move(*tzid));
+            parameters.tzid = lastTzid_;
+        }
+        return parameters;
+    }
+
+    std::optional<WrittenTime> time(const ContentLine& line, const std::string& name, bool needed) {
+        return time(line.value, timeParameters(line), name, needed);
+    }
 
     /// `needed`: an item without this time cannot stand.
-    std::optional<WrittenTime> time(const ContentLine& line, const std::string& name, bool needed,
-                                    std::optional<std::string_view> piece = {}) {
-        const auto value = piece.value_or(line.value);
-        auto result = parseWrittenTime(line, value);
+    std::optional<WrittenTime> time(std::string_view value, const TimeParameters& parameters,
+                                    const std::string& name, bool needed) {
+        auto result = parseWrittenTime(value, parameters);
         if (result) return result;
         const auto reason = "wrong time \"" + shortened(value) + "\" in " + name;
         if (needed) {
@@ -351,10 +457,12 @@ class Scanner {
     }
 
     void readDates(const ContentLine& line) {
+        const auto parameters = timeParameters(line);
         for (const auto piece : commaSeparated(line.value)) {
             const auto slash = piece.find('/');
             if (trimmedAscii(piece).empty()) continue;
-            auto start = time(line, "RDATE", false, piece.substr(0, slash));
+            if (!hasRoomForDate("RDATE")) break;
+            auto start = time(piece.substr(0, slash), parameters, "RDATE", false);
             if (!start) continue;
             WrittenPeriod period{std::move(*start), {}, {}};
             if (slash != std::string_view::npos) {
@@ -362,7 +470,7 @@ class Scanner {
                 if (rest.find_first_of("Pp") != std::string_view::npos) {
                     period.duration = parseDuration(rest);
                 } else {
-                    period.end = parseWrittenTime(line, rest);
+                    period.end = parseWrittenTime(rest, parameters);
                 }
             }
             recurrence().dates.push_back(std::move(period));
@@ -384,7 +492,16 @@ class Scanner {
     bool sawCalendar_ = false;
     bool calendarCancelled_ = false;
     std::size_t firstItemOfCalendar_ = 0;
+    std::size_t zoneRules_ = 0;
+    /// Many lines name the same zone.
+    std::shared_ptr<const std::string> lastTzid_;
+    bool hasTooManyItems_ = false;
+    // Of the item under way.
     std::optional<ScannedItem> item_;
+    std::size_t keptLines_ = 0;
+    bool hasTooMuchText_ = false;
+    bool hasTooManyRules_ = false;
+    bool hasTooManyDates_ = false;
     std::string stamp_;
     bool markedAllDay_ = false;
     /// Why the item under way cannot be used; empty when it can.

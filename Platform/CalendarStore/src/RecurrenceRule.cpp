@@ -46,7 +46,10 @@ bool parseWeekdays(std::string_view text, std::vector<RecurrenceRule::Weekday>& 
         const auto positionText = piece.substr(0, piece.size() - 2);
         const auto position = positionText.empty() ? std::optional<int>(0) : integer(positionText);
         if (!day || !position || *position < -53 || *position > 53) return false;
-        into.push_back({*position, *day});
+        const auto isSame = [&](const auto& known) {
+            return known.position == *position && known.day == *day;
+        };
+        if (std::none_of(into.begin(), into.end(), isSame)) into.push_back({*position, *day});
     }
     return true;
 }

@@ -55,16 +55,12 @@ std::optional<WrittenTime> parseWrittenTime(std::string_view value) {
     return time;
 }
 
-std::optional<WrittenTime> parseWrittenTime(const ContentLine& line, std::string_view value) {
+std::optional<WrittenTime> parseWrittenTime(std::string_view value, const TimeParameters& parameters) {
     auto time = parseWrittenTime(value);
-    if (!time || line.parameters.empty()) return time;
-    if (!time->isDate) {
-        if (const auto kind = line.parameter("VALUE"); kind && equalIgnoringCase(*kind, "DATE")) {
-            return WrittenTime{
-                {time->local.year, time->local.month, time->local.day, 0, 0, 0}, true, false, {}};
-        }
-        if (!time->isUtc) time->tzid = line.parameter("TZID").value_or("");
-    }
+    if (!time || time->isDate) return time;
+    if (parameters.isDate)
+        return WrittenTime{{time->local.year, time->local.month, time->local.day, 0, 0, 0}, true, false, {}};
+    if (!time->isUtc) time->tzid = parameters.tzid;
     return time;
 }
 

@@ -4,6 +4,7 @@
 #include <Foundation/TimeZone.h>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,8 +16,15 @@ struct WrittenTime {
     LocalTime local;
     bool isDate = false;
     bool isUtc = false;
-    /// Empty for floating times, dates and UTC.
-    std::string tzid;
+    /// Absent for floating times, dates and UTC. Shared by the times of a line.
+    std::shared_ptr<const std::string> tzid;
+};
+
+/// What the parameters of a line say about its times.
+struct TimeParameters {
+    /// VALUE=DATE.
+    bool isDate = false;
+    std::shared_ptr<const std::string> tzid;
 };
 
 /// A duration as written: days (and weeks) follow the calendar, the rest is elapsed time. Both have one sign.
@@ -32,8 +40,7 @@ struct WrittenDuration {
 /// "20260304", "20260304T0941", "20260304T094100", "20260304T094100Z"; nothing for a date that does not
 /// exist.
 std::optional<WrittenTime> parseWrittenTime(std::string_view value);
-/// The same with the line's VALUE and TZID parameters.
-std::optional<WrittenTime> parseWrittenTime(const ContentLine& line, std::string_view value);
+std::optional<WrittenTime> parseWrittenTime(std::string_view value, const TimeParameters& parameters);
 /// "-P1W", "PT15M", "P1DT2H".
 std::optional<WrittenDuration> parseDuration(std::string_view text);
 

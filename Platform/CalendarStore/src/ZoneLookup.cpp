@@ -1,5 +1,7 @@
 #include "ZoneLookup.h"
 
+#include "ItemLimits.h"
+
 namespace platform {
 namespace {
 
@@ -29,6 +31,7 @@ std::optional<TimeZone> ZoneLookup::find(const std::string& tzid) {
 
 std::optional<TimeZone> ZoneLookup::systemZone(std::string_view tzid) const {
     tzid = trimmedAscii(tzid);
+    if (tzid.size() > limits::zoneNameBytes) return std::nullopt;
     if (tzid.size() >= 2 && tzid.front() == '"' && tzid.back() == '"') tzid = tzid.substr(1, tzid.size() - 2);
     if (looksLikeZoneName(tzid)) {
         if (equalIgnoringCase(tzid, "UTC") || equalIgnoringCase(tzid, "GMT") ||
@@ -50,11 +53,21 @@ std::optional<TimeZone> ZoneLookup::systemZone(std::string_view tzid) const {
     return std::nullopt;
 }
 
+const std::vector<ZoneDefinitionRef>& ZoneLookup::definitionsNamed(std::string_view tzid) const {
+    if (byName_.empty()) {
+        for (const auto& definition : definitions_)
+            byName_[asciiLower(definition->tzid)].push_back(definition);
+    }
+    static const std::vector<ZoneDefinitionRef> none;
+    const auto found = byName_.find(asciiLower(tzid));
+    return found == byName_.end() ? none : found->second;
+}
+
 std::optional<TimeZone> ZoneLookup::search(std::string_view tzid) const {
+    if (tzid.size() > limits::zoneNameBytes) return std::nullopt;
     if (auto zone = systemZone(tzid)) return zone;
     const auto unquoted = tzid.size() >= 2 && tzid.front() == '"' ? tzid.substr(1, tzid.size() - 2) : tzid;
-    for (const auto& definition : definitions_) {
-        if (!equalIgnoringCase(definition->tzid, unquoted)) continue;
+    for (const auto& definition : definitionsNamed(unquoted)) {
         if (!definition->location.empty()) {
             if (auto zone = systemZone(definition->location)) return zone;
         }

@@ -25,16 +25,19 @@ class ZoneLookup {
                ZoneDefinitionCache& cache)
         : directory_(std::move(zoneInfoDirectory)), definitions_(definitions), cache_(cache) {}
 
-    /// Nothing for a zone that nobody knows.
+    /// Nothing for a zone that nobody knows, or whose name is longer than any zone's.
     std::optional<TimeZone> find(const std::string& tzid);
 
   private:
     std::optional<TimeZone> search(std::string_view tzid) const;
     std::optional<TimeZone> systemZone(std::string_view tzid) const;
+    const std::vector<ZoneDefinitionRef>& definitionsNamed(std::string_view tzid) const;
 
     std::filesystem::path directory_;
     const std::vector<ZoneDefinitionRef>& definitions_;
     ZoneDefinitionCache& cache_;
+    /// By TZID in lower case, made when it is first needed.
+    mutable std::unordered_map<std::string, std::vector<ZoneDefinitionRef>> byName_;
     std::map<std::string, std::optional<TimeZone>, std::less<>> found_;
 };
 

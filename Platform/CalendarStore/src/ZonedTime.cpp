@@ -27,9 +27,9 @@ ZonedTime TimeResolver::resolveAsWritten(const WrittenTime& time, const ScannedI
                                          const std::optional<TimeZone>& floatingZone) {
     if (time.isDate) return {time.local, userZone_, true};
     if (time.isUtc) return {time.local, TimeZone::utc(), false};
-    if (time.tzid.empty()) return {time.local, floatingZone.value_or(userZone_), false};
-    if (auto zone = zones_.find(time.tzid)) return {time.local, std::move(*zone), false};
-    tell(item, "unknown time zone \"" + time.tzid + "\"; its times are read as local time");
+    if (!time.tzid) return {time.local, floatingZone.value_or(userZone_), false};
+    if (auto zone = zones_.find(*time.tzid)) return {time.local, std::move(*zone), false};
+    tell(item, "unknown time zone \"" + *time.tzid + "\"; its times are read as local time");
     return {time.local, userZone_, false};
 }
 

@@ -4,18 +4,19 @@
 namespace platform {
 namespace {
 
-/// More than any collection; keeps a wrong file from filling the memory.
-constexpr std::uintmax_t largestFile = std::uintmax_t{256} << 20;
+/// Ten years of a full calendar take a fifth of it.
+constexpr std::uintmax_t largestFile = std::uintmax_t{64} << 20;
 
 }  // namespace
 
 std::optional<std::string> readForCache(const std::filesystem::path& file, DiagnosticsSink& diagnostics) {
     std::error_code error;
-    auto bytes = readRegularFile(file, error, largestFile);
+    auto bytes = readRegularFile(file, error, largestFile, Holes::skipped);
     if (!bytes) {
-        diagnostics.report({.severity = Diagnostic::Severity::error,
-                            .file = file,
-                            .text = "cannot be read: " + error.message()});
+        const auto reason = error == std::errc::file_too_large
+                                ? "larger than " + std::to_string(largestFile >> 20U) + " MB; not read"
+                                : "cannot be read: " + error.message();
+        diagnostics.report({.severity = Diagnostic::Severity::error, .file = file, .text = reason});
     }
     return bytes;
 }

@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -16,6 +17,46 @@ namespace {
 
 std::error_code lastError() {
     return {errno, std::generic_category()};
+}
+
+/// The end of a file counts as a hole.
+bool hasHole(int descriptor, off_t size) {
+    const off_t hole = lseek(descriptor, 0, SEEK_HOLE);
+    return lseek(descriptor, 0, SEEK_SET) == 0 && hole >= 0 && hole < size;
+}
+
+/// What lies between the holes of a file.
+std::optional<std::string> writtenParts(int descriptor, off_t size, std::error_code& error) {
+    std::string content;
+    for (off_t end = 0; end < size;) {
+        const off_t begin = lseek(descriptor, end, SEEK_DATA);
+        // No more data.
+        if (begin < 0 && errno == ENXIO) break;
+        end = begin < 0 ? -1 : std::min(lseek(descriptor, begin, SEEK_HOLE), size);
+        if (end <= begin) {
+            error = lastError();
+            return std::nullopt;
+        }
+        auto at = content.size();
+        content.resize(at + static_cast<std::size_t>(end - begin));
+        for (off_t from = begin; from < end;) {
+            const ssize_t count =
+                pread(descriptor, content.data() + at, static_cast<std::size_t>(end - from), from);
+            if (count < 0 && errno == EINTR) continue;
+            if (count < 0) {
+                error = lastError();
+                return std::nullopt;
+            }
+            // Cut off by another process meanwhile.
+            if (count == 0) {
+                content.resize(at);
+                return content;
+            }
+            at += static_cast<std::size_t>(count);
+            from += count;
+        }
+    }
+    return content;
 }
 
 bool writeAll(int descriptor, std::string_view content) {
@@ -54,8 +95,8 @@ bool fill(FileDescriptor& descriptor, const fs::path& temporary, const fs::path&
 
 }  // namespace
 
-std::optional<std::string> readRegularFile(const fs::path& file, std::error_code& error,
-                                           std::uintmax_t limit) {
+std::optional<std::string> readRegularFile(const fs::path& file, std::error_code& error, std::uintmax_t limit,
+                                           Holes holes) {
     error.clear();
     auto refuse = [&error](std::error_code reason) {
         error = reason;
@@ -78,6 +119,8 @@ std::optional<std::string> readRegularFile(const fs::path& file, std::error_code
     auto tooLarge = std::make_error_code(std::errc::file_too_large);
     auto expected = static_cast<std::uintmax_t>(status.st_size);
     if (expected > limit) return refuse(tooLarge);
+    if (holes == Holes::skipped && hasHole(descriptor.number(), status.st_size))
+        return writtenParts(descriptor.number(), status.st_size, error);
     std::string content;
     // One byte more shows the end of the file without a second buffer.
     content.resize(expected + 1);
