@@ -57,7 +57,7 @@ TEST(UpcomingEventsView, ShowsAsManyRowsAsFitFromTheFirst) {
     }
 }
 
-TEST(EventLists, RowsStandUnderTheHeaderAndSpreadWhenTheListIsFull) {
+TEST(EventLists, RowsStandUnderTheHeaderAndAreHigherWhenTheListIsFull) {
     test::Drawing drawing;
     const auto medium = upcoming(drawing, events(drawing, 3, 30, 60), systemMedium).links();
     ASSERT_EQ(medium.size(), 3U);
@@ -66,14 +66,13 @@ TEST(EventLists, RowsStandUnderTheHeaderAndSpreadWhenTheListIsFull) {
     EXPECT_EQ(medium[2].frame.bottom(), 16 + 120);
     const auto large = upcoming(drawing, events(drawing, 6, 30, 60), systemLarge).links();
     ASSERT_EQ(large.size(), 6U);
-    EXPECT_EQ(large[0].frame, (Rect{16, 39, 332, 40}));
-    // Six rows at 15 instead of 6 from each other.
-    EXPECT_EQ(large[5].frame.bottom(), 16 + 293 + 5 * 9);
+    EXPECT_EQ(large[0].frame, (Rect{16, 39, 332, 48}));
+    EXPECT_EQ(large[5].frame.bottom(), 16 + 341);
     const auto five = upcoming(drawing, events(drawing, 5, 30, 60), systemLarge).links();
     EXPECT_EQ(five[4].frame.bottom(), 16 + 247);
-    // Two of four, 7.5 from each other and from the line that says so.
+    // Two of four, over the line that says so.
     const auto cut = current(drawing, events(drawing, 4, -30, 30), systemMedium);
-    EXPECT_EQ(cut.links()[1].frame, (Rect{16, 34 + 38 + 7.5, 332, 38}));
+    EXPECT_EQ(cut.links()[1].frame, (Rect{16, 34 + 46 + 3, 332, 46}));
 }
 
 TEST(EventLists, ARowIsSaidAsItsEventAndItsCameraEvenWhenItCannotJoinYet) {

@@ -55,7 +55,7 @@ View EventDetailView::body(const ViewContext& context) const {
         .padding({.top = vertical, .leading = 12, .bottom = vertical})
         .padding({.trailing = 4})
         .background(zstack({}, {rectangle(pillRadius).foreground(colors.fill), edge}))
-        .font(system(11))
+        .font(system(11).leaded(leading))
         .foreground(colors.primary);
 }
 

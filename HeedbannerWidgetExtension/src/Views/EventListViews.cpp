@@ -5,6 +5,7 @@
 #include <HeedbannerWidgetExtension/Views/NoEventsView.h>
 
 #include <algorithm>
+#include <map>
 #include <string_view>
 
 #include "EventAccessibility.h"
@@ -54,35 +55,36 @@ class EventList {
   private:
     bool isLarge() const { return context_.family == WidgetFamily::systemLarge; }
 
-    /// The longest list that fits.
+    /// The longest list that fits, with the highest lines that fit.
     View area() const {
-        std::vector<View> rows;
-        for (std::size_t i = 0; i < std::min(style_.longestList, events_.size()); ++i) {
-            rows.push_back(row(events_[i]));
-        }
+        const std::size_t most = std::min(style_.longestList, events_.size());
+        std::map<double, std::vector<View>> rowsByLeading;
         std::vector<View> candidates;
-        for (std::size_t count = rows.size(); count > 0; --count) {
+        for (std::size_t count = most; count > 0; --count) {
             const View more = overflow(events_.size() - count);
-            std::vector<View> children(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(count));
-            children.push_back(more);
-            children.push_back(spacer());
-            // Rows spread over the room that is left by the longest list, or by a row that did not fit.
+            // Lines are higher where room is left by the longest list, or by a row that did not fit.
             const bool isLongest = count == style_.longestList;
             const bool isFull = style_.saysHowManyMore ? !more.isEmpty() && !isLongest : isLongest;
-            for (const double spread : spreads) {
-                if (spread > 1 && !isFull) continue;
-                candidates.push_back(vstack(
-                    {.alignment = HorizontalAlignment::leading, .spacing = spread * (isLarge() ? 6.0 : 3.0)},
-                    children));
+            for (const double leading : leadings) {
+                if (leading > 0 && !isFull) continue;
+                auto& rows = rowsByLeading[leading];
+                for (std::size_t i = rows.size(); i < most; ++i)
+                    rows.push_back(row(events_[i], leading));
+                std::vector<View> children(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(count));
+                children.push_back(more);
+                children.push_back(spacer());
+                candidates.push_back(
+                    vstack({.alignment = HorizontalAlignment::leading, .spacing = isLarge() ? 6.0 : 3.0},
+                           std::move(children)));
             }
         }
         return firstThatFits(Axis::vertical, std::move(candidates));
     }
 
-    /// Factors of the spacing between rows, the widest that fits first.
-    static constexpr double spreads[] = {2.5, 2, 1.5, 1};
+    /// See Font::leading.
+    static constexpr double leadings[] = {4, 2, 0};
 
-    View row(const Event& event) const {
+    View row(const Event& event, double leading) const {
         const bool small = context_.family == WidgetFamily::systemSmall;
         using Location = EventDetailView::CameraButtonLocation;
         const EventDetailView detail{event,
@@ -91,7 +93,8 @@ class EventList {
                                       .titleLineLimit = small ? 2 : 1,
                                       .cameraButtonLocation = small ? Location::inline_ : Location::center,
                                       .showsEventProgress = style_.showsEventProgress},
-                                     inputs_};
+                                     inputs_,
+                                     leading};
         return link(PreviewEventDeepLink(event.id).url(), detail.body(context_).fixedHeight())
             .accessibilityLabel(
                 hbr::accessibilityLabel(event, inputs_, context_.now) +

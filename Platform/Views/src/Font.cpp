@@ -30,9 +30,9 @@ double Font::lineHeight() const {
     static constexpr std::array<std::pair<double, double>, 4> boxes = {
         {{10, 13}, {11, 14}, {12, 16}, {30, 36}}};
     for (const auto& [fontSize, box] : boxes) {
-        if (size == fontSize) return box;
+        if (size == fontSize) return box + leading;
     }
-    return std::ceil(size * 1.25);
+    return std::ceil(size * 1.25) + leading;
 }
 
 std::string Font::description() const {

@@ -30,6 +30,8 @@ struct EventDetailView {
     platform::Date now;
     Configuration configuration;
     const EventViewInputs& inputs;
+    /// Of the pill's text, see Font::leading.
+    double leading = 0;
 
     platform::View body(const platform::ViewContext& context) const;
 

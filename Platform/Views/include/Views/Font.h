@@ -11,9 +11,12 @@ struct Font {
     bool isBold = false;
     /// All digits equally wide.
     bool hasMonospacedDigits = false;
+    /// Points that each line is higher than usual, half of them above it.
+    double leading = 0;
 
-    constexpr Font bold() const { return {size, true, hasMonospacedDigits}; }
-    constexpr Font monospacedDigits() const { return {size, isBold, true}; }
+    constexpr Font bold() const { return {size, true, hasMonospacedDigits, leading}; }
+    constexpr Font monospacedDigits() const { return {size, isBold, true, leading}; }
+    constexpr Font leaded(double points) const { return {size, isBold, hasMonospacedDigits, points}; }
     /// Height of one line whatever script stands in it; glyphs may reach beyond it.
     double lineHeight() const;
     /// "11", "11 bold", "30 tabular", "10 bold tabular".
@@ -23,7 +26,7 @@ struct Font {
 };
 
 constexpr Font system(double size) {
-    return {size, false, false};
+    return {.size = size};
 }
 /// For remarks below a list.
 constexpr Font captionFont() {
