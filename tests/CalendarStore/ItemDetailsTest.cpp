@@ -104,6 +104,10 @@ TEST(Tasks, DueMomentsAndAlarms) {
     };
     const Case cases[] = {
         {"DUE:20260304T120000Z", "2026-03-04T12:00:00Z", true, true},
+        // 02:30 comes twice there.
+        {"DUE:20261025T003000Z", "2026-10-25T00:30:00Z", true, true},
+        {"DUE:20261025T013000Z", "2026-10-25T01:30:00Z", true, true},
+        {"DTSTART:20261024T080000Z\nDUE:20261025T013000Z", "2026-10-25T01:30:00Z", true, true},
         {"DUE;TZID=America/New_York:20260304T070000", "2026-03-04T12:00:00Z", true, true},
         {"DTSTART:20260304T090000Z\nDURATION:PT3H", "2026-03-04T12:00:00Z", true, true},
         {"DUE;VALUE=DATE:20260305", "2026-03-04T23:00:00Z", false, false},
@@ -118,9 +122,10 @@ TEST(Tasks, DueMomentsAndAlarms) {
     for (const auto& [lines, due, hasHour, hasAlarms] : cases) {
         CalendarFixture fixture;
         fixture.write("a.ics", test::calendar(task(lines)));
-        const auto found = fixture.tasks("2026-03-04T00:00:00Z", "2026-03-06T00:00:00Z");
+        const auto found = fixture.tasks("2026-03-04T00:00:00Z", "2026-10-26T00:00:00Z");
         ASSERT_EQ(found.size(), 1u) << lines;
         EXPECT_EQ(found[0]->dueDate, test::at(due)) << lines;
+        EXPECT_EQ(fixture.environment->calendar.date(*found[0]->dueDateComponents), test::at(due)) << lines;
         EXPECT_EQ(found[0]->dueDateComponents->hour.has_value(), hasHour) << lines;
         EXPECT_EQ(found[0]->alarms.has_value(), hasAlarms) << lines;
     }

@@ -224,6 +224,21 @@ TEST(ItemScanner, OfManyParametersThoseOfTheRecordStay) {
     EXPECT_EQ(found[0]->notes, "Notes");
 }
 
+TEST(ZonePool, ADefinitionWithAMissingPartDoesNotStandForAnIntactOne) {
+    const std::string lines = "DTSTART:20000101T000000\nTZOFFSETFROM:-0500\nTZOFFSETTO:-0500\n";
+    const auto file = [&](const std::string& uid, const std::string& begin, const std::string& end) {
+        return test::calendar("BEGIN:VTIMEZONE\nTZID:Office\n" + begin + lines + end + "END:VTIMEZONE\n" +
+                              test::event("UID:" + uid + "\nDTSTART;TZID=Office:20260304T100000"));
+    };
+    for (const auto& [broken, intact] : {std::pair("a.ics", "b.ics"), std::pair("b.ics", "a.ics")}) {
+        CalendarFixture fixture;
+        fixture.write(broken, file("broken", "", ""));
+        fixture.write(intact, file("intact", "BEGIN:STANDARD\n", "END:STANDARD\n"));
+        EXPECT_THAT(fixture.list("2026-03-04T15:00:00Z", "2026-03-04T15:00:00Z"),
+                    ElementsAre("2026-03-04 15:00Z 0m T"));
+    }
+}
+
 TEST(ZoneLookup, FindsZonesUnderManyNames) {
     const std::string own =
         "BEGIN:VTIMEZONE\nTZID:Own\nBEGIN:STANDARD\nDTSTART:19700101T000000\n"

@@ -83,9 +83,17 @@ TEST(Occurrences, StartCountAndUntil) {
         Lines expected;
     };
     const Case cases[] = {
-        // The start is an occurrence that counts, also when the rule does not yield it.
+        // COUNT counts what the rule yields; another start is shown in addition.
         {"DTSTART:20260303T090000Z\nRRULE:FREQ=WEEKLY;BYDAY=WE;COUNT=2",
-         {"2026-03-03 09:00Z 0m T", "2026-03-04 09:00Z 0m T"}},
+         {"2026-03-03 09:00Z 0m T", "2026-03-04 09:00Z 0m T", "2026-03-11 09:00Z 0m T"}},
+        {"DTSTART:20260304T090000Z\nRRULE:FREQ=WEEKLY;BYDAY=WE;COUNT=2",
+         {"2026-03-04 09:00Z 0m T", "2026-03-11 09:00Z 0m T"}},
+        {"DTSTART;VALUE=DATE:20260303\nRRULE:FREQ=WEEKLY;BYDAY=WE;COUNT=1",
+         {"2026-03-03 1d T", "2026-03-04 1d T"}},
+        {"DTSTART:20250406T000000Z\nRRULE:FREQ=MONTHLY;COUNT=12;BYDAY=1SA", {"2026-03-07 00:00Z 0m T"}},
+        {"DTSTART:20250406T000000Z\nRRULE:FREQ=MONTHLY;COUNT=10;BYDAY=1SA", {}},
+        {"DTSTART:20260303T090000Z\nRRULE:FREQ=WEEKLY;INTERVAL=1000000;COUNT=2147483647",
+         {"2026-03-03 09:00Z 0m T"}},
         {"DTSTART:20260303T090000Z\nRRULE:FREQ=DAILY;UNTIL=20260305T090000Z",
          {"2026-03-03 09:00Z 0m T", "2026-03-04 09:00Z 0m T", "2026-03-05 09:00Z 0m T"}},
         {"DTSTART:20260303T090000Z\nRRULE:FREQ=DAILY;UNTIL=20260304T085959Z", {"2026-03-03 09:00Z 0m T"}},

@@ -140,6 +140,9 @@ TEST(RecurrenceRule, WrongPartsAreNamed) {
              {"FREQ=OFTEN", "recurrence rule with a wrong FREQ \"OFTEN\""},
              {"FREQ=DAILY;INTERVAL=0", "recurrence rule with a wrong INTERVAL \"0\""},
              {"FREQ=DAILY;COUNT=-1", "recurrence rule with a wrong COUNT \"-1\""},
+             {"FREQ=DAILY;BYMONTHDAY=-2147483648", "recurrence rule with a wrong BYMONTHDAY \"-2147483648\""},
+             {"FREQ=DAILY;BYMONTHDAY=0", "recurrence rule with a wrong BYMONTHDAY \"0\""},
+             {"FREQ=DAILY;BYHOUR=-1", "recurrence rule with a wrong BYHOUR \"-1\""},
              {"FREQ=DAILY;BYMONTHDAY=32", "recurrence rule with a wrong BYMONTHDAY \"32\""},
              {"FREQ=DAILY;BYDAY=XX", "recurrence rule with a wrong BYDAY \"XX\""},
              {"FREQ=DAILY;UNTIL=soon", "recurrence rule with a wrong UNTIL \"soon\""}}) {

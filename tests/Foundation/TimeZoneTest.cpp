@@ -179,6 +179,16 @@ TEST(TimeZone, OwnTransitionsHoldUntilTheFooterTakesOver) {
     EXPECT_EQ(offset(secondsOf({.year = 2026, .month = 7})), 7200);
 }
 
+TEST(TimeZone, ZonesAreEqualByNameAndOffsets) {
+    const auto zone = [](const char* name, int offset) {
+        return TimeZone::fromTransitions(name, 0, {{.at = 1000, .offset = offset}});
+    };
+    EXPECT_EQ(zone("Office", 3600), zone("Office", 3600));
+    EXPECT_NE(zone("Office", 3600), zone("Office", 7200));
+    EXPECT_NE(zone("Office", 3600), zone("Home", 3600));
+    EXPECT_NE(TimeZone::fixed(3600, "Europe/Berlin"), TimeZone::named("Europe/Berlin"));
+}
+
 TEST(TimeZone, ExtremeTransitionsDoNoHarm) {
     constexpr auto furthest = std::numeric_limits<std::int64_t>::max();
     for (const std::int64_t at : {-furthest - 1, -furthest, std::int64_t{-1} << 59, furthest}) {

@@ -220,6 +220,8 @@ class Scanner {
             return;
         }
         open_.push_back(component);
+        if (inside(Component::zone) && component != Component::zone && !zones_.empty())
+            zones_.back().text.append("BEGIN:").append(asciiUpper(name)).append("\n");
         if (startsItem) {
             item_.emplace();
             bad_.clear();
@@ -254,6 +256,7 @@ class Scanner {
 
     void end(Component component) {
         open_.pop_back();
+        if (inside(Component::zone) && !zones_.empty()) zones_.back().text.append("END\n");
         if (component == Component::alarm && item_) item_->text += "END:VALARM\r\n";
         if (component == Component::calendar && calendarCancelled_) {
             for (auto i = firstItemOfCalendar_; i < file_.items.size(); ++i)

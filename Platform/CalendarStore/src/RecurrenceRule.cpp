@@ -21,8 +21,10 @@ std::optional<int> integer(std::string_view text) {
 bool parseIntegers(std::string_view text, int low, int high, bool negativeToo, std::vector<int>& into) {
     for (const auto piece : commaSeparated(text)) {
         const auto value = integer(piece);
-        const int size = value.value_or(0) < 0 && negativeToo ? -*value : value.value_or(low - 1);
-        if (!value || size < low || size > high) return false;
+        if (!value) return false;
+        const bool isInRange = *value >= low && *value <= high;
+        const bool isInRangeFromTheEnd = negativeToo && *value <= -low && *value >= -high;
+        if (!isInRange && !isInRangeFromTheEnd) return false;
         into.push_back(*value);
     }
     std::sort(into.begin(), into.end());

@@ -124,7 +124,10 @@ std::optional<RecurrenceSet::Rule> RecurrenceSet::makeRule(const std::string& te
         }
     }
     if (const auto step = equalStep(*parsed); step && parsed->count && !parsed->until && !start_.isDate) {
-        rule.untilLocal = secondsOf(start_.local) + (*parsed->count - std::int64_t{1}) * *step;
+        // Bounded, so that large numbers stay in range; a rule ends there anyway.
+        const auto room = std::max<std::int64_t>(RuleExpansion::lastSecond() - secondsOf(start_.local), 0);
+        const auto steps = std::min(*parsed->count - std::int64_t{1}, room / *step);
+        rule.untilLocal = secondsOf(start_.local) + steps * *step;
         rule.count.reset();
     }
     if (!rule.expansion.yieldsAnything()) {
@@ -151,20 +154,20 @@ std::optional<Date> RecurrenceSet::boundOf(const Rule& rule) const {
     return std::nullopt;
 }
 
-/// Instances after the start, with COUNT and UNTIL; of an exclusion rule the start also, where it yields it.
-/// False when the rule was too much work.
+/// Instances of the rule with COUNT and UNTIL; those of the start only for an exclusion rule, because the
+/// start is an occurrence anyway. COUNT counts what the rule yields: a start that it does not yield comes in
+/// addition. False when the rule was too much work.
 template <class Visit>
 bool RecurrenceSet::visit(const Rule& rule, bool isExclusion, std::int64_t from, std::int64_t to,
                           const Visit& visit) const {
     const auto start = secondsOf(start_.local);
     if (rule.untilLocal) to = std::min(to, *rule.untilLocal);
-    // Counting needs every instance from the start on; the start is the first occurrence, also when the rule
-    // would not yield it.
-    int seen = isExclusion ? 0 : 1;
+    // Counting needs every instance from the start on.
+    int seen = 0;
     const auto outcome =
         rule.expansion.visit(rule.count ? start : std::max(from, start), to, [&](std::int64_t local) {
-            if (local == start && !isExclusion) return true;
             if (rule.count && ++seen > *rule.count) return false;
+            if (local == start && !isExclusion) return true;
             if (local < from) return true;
             ZonedTime time{localTimeOf(local), start_.zone, start_.isDate};
             if (rule.untilInstant && time.instant() > *rule.untilInstant) return false;

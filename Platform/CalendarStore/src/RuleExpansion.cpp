@@ -223,9 +223,13 @@ void RuleExpansion::applySetPositions(std::vector<std::int64_t>& instances) cons
     instances = std::move(chosen);
 }
 
+std::int64_t RuleExpansion::lastSecond() {
+    return secondsOf({lastYear, 12, 31, 23, 59, 59});
+}
+
 RuleExpansion::Outcome RuleExpansion::visit(std::int64_t from, std::int64_t to, const Visitor& visit) const {
     from = std::max(from, start_);
-    to = std::min(to, secondsOf({lastYear, 12, 31, 23, 59, 59}));
+    to = std::min(to, lastSecond());
     if (from > to) return Outcome::finished;
     return rule_.frequency < Frequency::daily ? visitTimes(from, to, visit) : visitDays(from, to, visit);
 }

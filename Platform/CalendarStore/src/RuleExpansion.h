@@ -17,6 +17,8 @@ namespace platform {
 class RuleExpansion {
   public:
     enum class Outcome { finished, stopped, tooMany };
+    /// No rule yields anything after it: the end of the year 9999.
+    static std::int64_t lastSecond();
     /// Periods and instances that one call looks at, at most.
     static constexpr int maximumSteps = 400'000;
 

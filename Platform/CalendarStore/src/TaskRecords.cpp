@@ -44,7 +44,13 @@ Occurrence standing(const Series& series, Date now) {
 
 DateComponents componentsOf(const Calendar& calendar, Date moment, bool isDate) {
     auto components = calendar.components(moment);
-    if (isDate) components.hour = components.minute = components.second = std::nullopt;
+    if (isDate) {
+        components.hour = components.minute = components.second = std::nullopt;
+    } else if (calendar.date(components) != moment) {
+        // The second of two equal readings: only its offset tells it from the first.
+        const auto& zone = calendar.timeZone();
+        components.timeZone = TimeZone::fixed(zone.offsetAt(moment), zone.name());
+    }
     return components;
 }
 

@@ -26,11 +26,12 @@ void appendTransitions(const ZoneDefinition::Observance& observance,
         std::string problem;
         const auto rule = RecurrenceRule::parse(text, problem);
         if (!rule || rule->frequency < RecurrenceRule::Frequency::daily) continue;
-        int count = 1;
-        const auto from = secondsOf(observance.start->local) + 1;
+        int count = 0;
+        const auto start = secondsOf(observance.start->local);
         RuleExpansion(*rule, observance.start->local, false)
-            .visit(rule->count ? from : std::max(from, earliest), horizon, [&](std::int64_t local) {
+            .visit(rule->count ? start : std::max(start, earliest), horizon, [&](std::int64_t local) {
                 if (rule->count && ++count > *rule->count) return false;
+                if (local == start) return true;
                 if (rule->until) {
                     const auto last = secondsOf(rule->until->local) + (rule->until->isDate ? 86399 : 0);
                     if ((rule->until->isUtc ? local - before : local) > last) return false;

@@ -26,7 +26,8 @@ struct ZoneDefinition {
     /// X-LIC-LOCATION or the like: a name by which the system may know the zone.
     std::string location;
     std::vector<Observance> observances;
-    /// Its lines, by which equal definitions of many files are known as one.
+    /// Its lines, by which equal definitions of many files are known as one: also where each part begins
+    /// and ends, because the same lines mean something else outside a STANDARD or DAYLIGHT.
     std::string text;
 
     /// The table of offsets; nothing when no observance is whole.

@@ -62,12 +62,14 @@ class TimeZone {
     /// True when the reading is skipped by a change of offset.
     bool isInGap(const LocalTime& local) const;
 
+    /// Of the same name and with the same offsets at every moment.
     friend bool operator==(const TimeZone& a, const TimeZone& b) {
-        return a.table_ == b.table_ || a.name() == b.name();
+        return a.table_ == b.table_ || hasEqualTable(a, b);
     }
 
   private:
     struct Table;
+    static bool hasEqualTable(const TimeZone& a, const TimeZone& b);
     explicit TimeZone(std::shared_ptr<const Table> table);
     std::shared_ptr<const Table> table_;
 };

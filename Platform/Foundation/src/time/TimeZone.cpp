@@ -28,6 +28,8 @@ struct TimeZone::Table {
     struct Period {
         std::int64_t start;
         int offset;
+
+        friend bool operator==(const Period&, const Period&) = default;
     };
 
     std::string name;
@@ -42,6 +44,8 @@ struct TimeZone::Table {
             append(change);
         if (const auto rule = PosixTimeZoneRule::parse(footer)) extend(*rule, transitions);
     }
+
+    friend bool operator==(const Table&, const Table&) = default;
 
     void append(const Transition& change) {
         while (periods.size() > 1 && periods.back().start >= change.at)
@@ -163,6 +167,10 @@ std::optional<TimeZone> TimeZone::named(std::string_view name, const std::filesy
 TimeZone TimeZone::fromTransitions(std::string name, int before, std::vector<Transition> transitions,
                                    std::string_view footer) {
     return TimeZone(std::make_shared<const Table>(std::move(name), before, transitions, footer));
+}
+
+bool TimeZone::hasEqualTable(const TimeZone& a, const TimeZone& b) {
+    return *a.table_ == *b.table_;
 }
 
 const std::string& TimeZone::name() const {
