@@ -77,6 +77,8 @@ TEST(LinkDetector, LeavesOutWhatSurroundsALink) {
          {"https://example.org/a", "https://example.org/a"}},
         {"<a href=\"https://example.org/a\">x</a><a href='https://example.org/b'>",
          {"https://example.org/a", "https://example.org/b"}},
+        {"https://example.org/a?b=1&#38;c=2&#x26;d&#61;3&#39; https://example.org&#41;",
+         {"https://example.org/a?b=1&#38;c=2&#x26;d&#61;3", "https://example.org"}},
         {"&lt;https://example.org/a?b=1&amp;c=2&gt; &quot;https://example.org/b&quot;",
          {"https://example.org/a?b=1&amp;c=2", "https://example.org/b"}},
         {"https://example.org/a\\nPasscode", {"https://example.org/a"}},

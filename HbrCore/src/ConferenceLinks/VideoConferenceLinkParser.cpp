@@ -1,7 +1,6 @@
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 
 #include <Foundation/LinkDetector.h>
-#include <Foundation/Text.h>
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
 #include <MxLogger/MxLogger.h>
 
@@ -11,13 +10,15 @@
 #include "ServiceChoice.h"
 #include "ServicePatterns.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 namespace hbr {
 
 namespace {
 
-constexpr std::size_t cacheLimit = 20'000;
+constexpr std::size_t mostCachedTexts = 20'000;
+constexpr std::size_t mostCachedBytes = 32U << 20U;
 
 void reportSwitchedOff(const platform::Environment& environment, const VideoConferenceService& service) {
     const auto reason = "the pattern of \"" + service.id + "\" takes too long and is not tried any more";
@@ -25,6 +26,19 @@ void reportSwitchedOff(const platform::Environment& environment, const VideoConf
     environment.diagnostics->report({platform::Diagnostic::Severity::warning,
                                      environment.dataDirectory / servicesFileName, std::nullopt, "regex",
                                      reason});
+}
+
+/// A link as it was meant: HTML writes "&" as "&amp;". Outside markup only the query is decoded: a path may
+/// really contain these characters.
+std::string decoded(std::string_view link, bool isMarkup) {
+    const auto start = isMarkup ? 0 : std::min(link.find('?'), link.size());
+    return std::string(link.substr(0, start)) + platform::withoutCharacterReferences(link.substr(start));
+}
+
+/// Of what a redirect held.
+platform::Url decoded(platform::Url url, bool isMarkup) {
+    auto result = platform::Url::parse(decoded(url.absoluteString(), isMarkup));
+    return result ? *std::move(result) : std::move(url);
 }
 
 }  // namespace
@@ -37,7 +51,7 @@ struct VideoConferenceLinkParser::State {
 
     const std::vector<VideoConferenceService> services;
     const ServiceChoice choice;
-    LinksCache linksCache{cacheLimit};
+    LinksCache linksCache{mostCachedTexts, mostCachedBytes};
 
     const VideoConferenceService* serviceOf(const platform::Url& url) const {
         const auto index = choice.firstMatch(textForServicePatterns(url));
@@ -47,10 +61,12 @@ struct VideoConferenceLinkParser::State {
     std::vector<VideoConferenceLink> findLinks(std::string_view input) const {
         std::vector<VideoConferenceLink> links;
         std::unordered_set<platform::Url> seen;
+        const bool isMarkup = platform::isMarkup(input);
         for (const auto& found : platform::detectLinks(input)) {
-            const auto written = platform::Url::parse(input.substr(found.start, found.end - found.start));
+            const auto piece = input.substr(found.start, found.end - found.start);
+            const auto written = platform::Url::parse(decoded(piece, isMarkup));
             if (!written) continue;
-            auto url = unwrappedGoogleRedirectUrl(*written);
+            auto url = decoded(unwrappedGoogleRedirectUrl(*written), isMarkup);
             if (!seen.insert(url).second) continue;
             if (const auto* service = serviceOf(url)) links.push_back({*service, std::move(url)});
         }
@@ -77,10 +93,9 @@ const std::vector<VideoConferenceService>& VideoConferenceLinkParser::services()
 }
 
 std::vector<VideoConferenceLink> VideoConferenceLinkParser::parse(std::string_view input) const {
-    const auto key = platform::crc32(input);
-    if (const auto cached = state_->linksCache.find(key)) return *cached;
+    if (const auto cached = state_->linksCache.find(input)) return *cached;
     auto links = std::make_shared<const std::vector<VideoConferenceLink>>(state_->findLinks(input));
-    state_->linksCache.store(key, links);
+    state_->linksCache.store(input, links);
     return *links;
 }
 

@@ -1,6 +1,7 @@
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 
 #include <Foundation/PropertyList.h>
+#include <Foundation/Text.h>
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
 #include <HbrCore/ConferenceLinks/OutlookSafeLinks.h>
 #include <support/TestEnvironment.h>
@@ -53,6 +54,19 @@ TEST_F(Parser, FindsEachLinkOnceInTheOrderOfTheText) {
         {"https://www.google.com/url?q=https://zoom.us/j/1 https://zoom.us/j/1",
          {"zoom https://zoom.us/j/1"}},
         {"Join <" + safeLink + ">", {"microsoftTeams " + safeLink}},
+        // HTML, in an attribute and in text.
+        {"<a href=\"https://zoom.us/w/8?tk=AAA&amp;pwd=S\">https://zoom.us/w/8?tk=AAA&#38;pwd=S</a>",
+         {"zoom https://zoom.us/w/8?tk=AAA&pwd=S"}},
+        {"<p>https://zoom.us/w/8?tk&#x3D;AAA&#x26;pwd=S&#39;</p>", {"zoom https://zoom.us/w/8?tk=AAA&pwd=S"}},
+        {"<b>https://meet.jit.si/Q&amp;A</b>", {"jitsi https://meet.jit.si/Q&A"}},
+        {"<br/>https://www.google.com/url?sa=D&amp;q=https://zoom.us/j/1?a=1%26amp;pwd%3DS",
+         {"zoom https://www.google.com/url?sa=D&q=https://zoom.us/j/1?a=1%26amp;pwd%3DS"}},
+        {"https://www.google.com/url?q=https%3A%2F%2Fzoom.us%2Fj%2F1%3Fa%3D1%26amp%3Bpwd%3DS&amp;sa=D",
+         {"zoom https://zoom.us/j/1?a=1&pwd=S"}},
+        // Plain text: the query only.
+        {"https://zoom.us/w/8?tk=AAA&amp;pwd=S, <https://meet.jit.si/Q&amp;A>",
+         {"zoom https://zoom.us/w/8?tk=AAA&pwd=S", "jitsi https://meet.jit.si/Q&amp;A"}},
+        {"https://zoom.us/w/8?tk=AAA&amp;amp;pwd=S", {"zoom https://zoom.us/w/8?tk=AAA&pwd=S"}},
         {"会议：https://zoom.us/j/123，密码 1", {"zoom https://zoom.us/j/123"}},
     };
     for (const auto& [text, links] : cases) {
@@ -269,11 +283,14 @@ TEST(RemovingVideoCallAnnotation, TakesTheBlockOut) {
         EXPECT_EQ(removingVideoCallAnnotation(text), expected) << text;
 }
 
-TEST_F(Parser, TextsWithTheSameChecksumShareOneAnswer) {
-    // "plumless" and "buckeroo" have the same CRC-32, so these have it too.
-    const std::vector<std::string> first{"zoom https://zoom.us/j/plumless"};
-    EXPECT_EQ(found("https://zoom.us/j/plumless"), first);
-    EXPECT_EQ(found("https://zoom.us/j/buckeroo"), first);
+TEST_F(Parser, TextsWithTheSameChecksumHaveTheirOwnLinks) {
+    const std::string meet = "https://meet.google.com/abc-defg-hij ref0tg0j0h";
+    const std::string zoom = "Join: https://zoom.us/j/5551234567";
+    ASSERT_EQ(platform::crc32(meet), platform::crc32(zoom));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(found(meet), std::vector<std::string>{"googleMeet https://meet.google.com/abc-defg-hij"});
+        EXPECT_EQ(found(zoom), std::vector<std::string>{"zoom https://zoom.us/j/5551234567"});
+    }
 }
 
 }  // namespace

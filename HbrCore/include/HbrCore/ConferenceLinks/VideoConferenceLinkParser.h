@@ -11,7 +11,7 @@
 
 namespace hbr {
 
-/// Finds the conference links of a text; results are cached by the text's CRC-32 (at most 20,000 entries).
+/// Finds the conference links of a text; results are cached (at most 20,000 texts of 32 MB together).
 /// Safe from any thread.
 class VideoConferenceLinkParser {
   public:

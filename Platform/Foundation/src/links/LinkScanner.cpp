@@ -1,5 +1,6 @@
 #include "LinkScanner.h"
 
+#include "CharacterReference.h"
 #include "HostName.h"
 #include "LinkCharacters.h"
 #include "LinkSchemes.h"
@@ -77,8 +78,9 @@ bool isNumericEntity(std::string_view rest) {
                [isHexadecimal](char c) { return isAsciiDigit(c) || (isHexadecimal && isAsciiLetter(c)); });
 }
 
-/// "&amp;" is none: it stands for the separator of a query.
+/// What ends a link in HTML. A reference to a character of URLs is part of the link.
 bool isMarkupEntity(std::string_view rest) {
+    if (urlCharacterReference(rest)) return false;
     constexpr auto named = std::to_array<std::string_view>(
         {"&quot;", "&lt;", "&gt;", "&nbsp;", "&apos;", "&lsquo;", "&rsquo;", "&ldquo;", "&rdquo;"});
     return isNumericEntity(rest) ||
