@@ -9,9 +9,11 @@
 
 namespace hbr {
 
-CardDeck::CardDeck(CoreServices& core, platform::DesktopSession& session)
+CardDeck::CardDeck(CoreServices& core, platform::DesktopSession& session,
+                   std::shared_ptr<platform::WakeSchedule> wakes)
     : core_(core),
       session_(session),
+      wakes_(std::move(wakes)),
       deepLinks_(core),
       opener_(core.parser().services(), platform::Workspace::shared()) {}
 
@@ -25,8 +27,20 @@ void CardDeck::open(const platform::Url& url) {
 
 void CardDeck::preview(const Event& event) {
     const std::string name = "event " + event.id;
-    show(name, eventCard(core_, event, actions()));
-    windows_[name].event = event;
+    platform::Card card = eventCard(core_, event, actions());
+    const auto change = card.changesAt;
+    show(name, std::move(card));
+    Shown& shown = windows_[name];
+    shown.event = event;
+    if (!shown.change) shown.change = wakes_->add([this, name] { renew(name); });
+    shown.change->set(change);
+}
+
+void CardDeck::renew(const std::string& name) {
+    Shown& shown = windows_[name];
+    platform::Card card = eventCard(core_, *shown.event, actions());
+    shown.change->set(card.changesAt);
+    shown.window->setCard(std::move(card));
 }
 
 void CardDeck::refresh() {
@@ -34,10 +48,11 @@ void CardDeck::refresh() {
         if (!shown.event) continue;
         shown.event = asItNowStands(core_, *shown.event);
         if (!shown.event) {
+            shown.change.reset();
             close(name);
             continue;
         }
-        shown.window->setCard(eventCard(core_, *shown.event, actions()));
+        renew(name);
     }
 }
 

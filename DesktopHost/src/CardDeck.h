@@ -4,6 +4,7 @@
 
 #include <Desktop/CardWindow.h>
 #include <Desktop/DesktopSession.h>
+#include <Foundation/WakeSchedule.h>
 #include <HbrCore/DeepLinks/DeepLinkActions.h>
 
 #include <functional>
@@ -17,7 +18,8 @@ namespace hbr {
 /// Acts on deep links and keeps the card windows that come of it, one for each thing shown. Main thread.
 class CardDeck {
   public:
-    CardDeck(CoreServices& core, platform::DesktopSession& session);
+    CardDeck(CoreServices& core, platform::DesktopSession& session,
+             std::shared_ptr<platform::WakeSchedule> wakes);
     ~CardDeck();
 
     /// A deep link; anything else is told the user as unknown.
@@ -42,13 +44,18 @@ class CardDeck {
         std::unique_ptr<platform::CardWindow> window;
         /// Of an event's card.
         std::optional<Event> event = std::nullopt;
+        /// When the card says something else.
+        std::unique_ptr<platform::WakeSchedule::Alarm> change = nullptr;
     };
 
+    /// Shows the card of the event as it is now.
+    void renew(const std::string& name);
     void take(const DeepLinkOutcome& outcome);
     void close(const std::string& name);
 
     CoreServices& core_;
     platform::DesktopSession& session_;
+    const std::shared_ptr<platform::WakeSchedule> wakes_;
     const DeepLinkActions deepLinks_;
     const LinkOpener opener_;
     std::function<void(const Event&)> answered_;

@@ -4,6 +4,7 @@
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
+#include <HbrUtils/DistanceTexts.h>
 
 #include <algorithm>
 #include <optional>
@@ -33,18 +34,19 @@ std::string remarkOf(const Participant& participant) {
     return {};
 }
 
-std::string whenLine(const Event& event, const Formatters& formatters, platform::Date now) {
-    if (isAnyReminder(event)) return formattedStartTimeAndDate(event, formatters, now);
-    std::string when = formattedTimeAndDate(event, formatters, now);
-    if (!isCurrentEvent(event, now)) return when;
+std::string whenLine(const Event& event, const Formatters& formatters, const platform::ClockReading& clock) {
+    if (isAnyReminder(event)) return formattedStartTimeAndDate(event, formatters, clock);
+    std::string when = formattedTimeAndDate(event, formatters, clock);
+    if (!isCurrentEvent(event, clock)) return when;
     // Of an event under way that text names the end only.
-    return formattedStartTimeAndDate(event, formatters, now) + ", " + when;
+    return formattedStartTimeAndDate(event, formatters, clock) + ", " + when;
 }
 
-std::string howLongLine(const Event& event, const Formatters& formatters, platform::Date now) {
-    if (isCurrentEvent(event, now) && !isAnyReminder(event))
-        return formatters.timeRemaining(timeLeft(event, now)).value_or("");
-    return formatters.relativeDefault().string(event.startDate, now);
+std::string howLongLine(const Event& event, const Formatters& formatters,
+                        const platform::ClockReading& clock) {
+    if (isCurrentEvent(event, clock) && !isAnyReminder(event))
+        return timeRemainingText(event.endDate, clock, formatters).value_or("");
+    return relativeText(event.startDate, clock, formatters);
 }
 
 /// In the event's order; the organizer, who often stands among the attendees too, once.
@@ -84,12 +86,13 @@ std::vector<std::int64_t> snoozeTimes(const UserSettingsStore& settings) {
 
 platform::Card eventCard(const CoreServices& core, const Event& event, const EventCardActions& actions) {
     const Formatters& formatters = core.formatters();
-    const platform::Date now = core.environment()->now();
+    platform::ChangeMoments changes;
+    const platform::ClockReading clock(core.environment()->now(), &changes);
     platform::Card card;
     card.color = event.color;
     card.title = titleOf(event);
-    for (std::string& line :
-         std::vector<std::string>{whenLine(event, formatters, now), howLongLine(event, formatters, now)}) {
+    for (std::string& line : std::vector<std::string>{whenLine(event, formatters, clock),
+                                                      howLongLine(event, formatters, clock)}) {
         if (!line.empty()) card.lines.push_back(std::move(line));
     }
     if (event.travelTime > 0) {
@@ -117,10 +120,11 @@ platform::Card eventCard(const CoreServices& core, const Event& event, const Eve
         card.menu.push_back({minutes == 1 ? L10n::Alert::_1minute() : L10n::Alert::customMinutes(minutes),
                              [snooze = actions.snooze, event, minutes] { snooze(event, minutes); }});
     }
-    if (isInFuture(event, now)) {
+    if (isInFuture(event, clock)) {
         card.menu.push_back(
             {L10n::Alert::snoozeUntilEvent(), [snooze = actions.snoozeUntilEvent, event] { snooze(event); }});
     }
+    card.changesAt = changes.earliest();
     return card;
 }
 

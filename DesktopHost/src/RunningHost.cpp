@@ -5,7 +5,6 @@
 #include "CardDeck.h"
 #include "Handover.h"
 #include "SettingsWatch.h"
-#include "WakeTimer.h"
 #include "WidgetBoard.h"
 #include "WidgetGallery.h"
 
@@ -14,9 +13,12 @@
 #include <Foundation/ClockFormatChange.h>
 #include <Foundation/FileWatcher.h>
 #include <Foundation/TerminationRequest.h>
+#include <Foundation/WakeSchedule.h>
 #include <Foundation/ZoneChange.h>
 #include <HbrCore/DeepLinks/DesktopApplication.h>
 #include <HbrCore/Events/EventLookup.h>
+#include <HbrCore/Scheduling/ListChanges.h>
+#include <HbrUtils/DateOperations.h>
 #include <MxLogger/MxLogger.h>
 #include <WidgetHost/WidgetScheduler.h>
 
@@ -45,6 +47,7 @@ struct RunningHost::Parts {
     bool isRefreshPending = false;
     std::optional<Handover> handover = takeHandover();
 
+    std::shared_ptr<platform::WakeSchedule> wakes;
     std::unique_ptr<platform::DesktopSession> session;
     std::shared_ptr<const platform::PictureLibrary> pictures;
     std::unique_ptr<platform::WidgetDesk> desk;
@@ -52,7 +55,11 @@ struct RunningHost::Parts {
     std::unique_ptr<CardDeck> cards;
     std::unique_ptr<WidgetGallery> gallery;
     std::shared_ptr<platform::WidgetScheduler> scheduler;
-    std::unique_ptr<WakeTimer> schedulerTimer;
+    std::unique_ptr<platform::WakeSchedule::Alarm> schedulerAlarm;
+    /// When an event enters or leaves a list between two reloads of the manager.
+    std::unique_ptr<platform::WakeSchedule::Alarm> listsAlarm;
+    /// The manager's own timer leaves the first whole minute out.
+    std::unique_ptr<platform::WakeSchedule::Alarm> firstMinute;
     std::unique_ptr<AlertCenter> alerts;
 
     std::unique_ptr<platform::ClockChange> clockChange;
@@ -91,6 +98,7 @@ struct RunningHost::Parts {
     void placementsChanged();
     void changePlacements(const PlacementsFile::Change& change);
     void didReload();
+    void awaitChangeOfLists();
     void refreshNotice();
     void executeAnew();
     void showGallery();
@@ -109,6 +117,7 @@ void RunningHost::Parts::openDesktop() {
     const auto text = [this](const char* key) {
         return world.bundle.localizedText(std::string("Widget.desktop.menu.") + key);
     };
+    wakes = platform::WakeSchedule::onMainQueue(world.environment->clock);
     pictures = std::make_shared<const platform::PictureLibrary>(world.environment);
     desk = platform::WidgetDesk::make(*session, {.environment = world.environment,
                                                  .pictures = pictures,
@@ -123,8 +132,9 @@ void RunningHost::Parts::openDesktop() {
                                                            .openGallery = text("openGallery"),
                                                            .remove = text("remove"),
                                                            .cannotPlace = text("cannotPlace")},
-                                                 .widgetScale = contents.scale});
-    cards = std::make_unique<CardDeck>(world.core, *session);
+                                                 .widgetScale = contents.scale,
+                                                 .wakes = wakes});
+    cards = std::make_unique<CardDeck>(world.core, *session, wakes);
     board = std::make_unique<WidgetBoard>(
         *desk, world.bundle, world.catalogue,
         WidgetBoard::Actions{
@@ -141,17 +151,23 @@ void RunningHost::Parts::openDesktop() {
 }
 
 void RunningHost::Parts::makeScheduler() {
-    schedulerTimer = std::make_unique<WakeTimer>([this] { scheduler->wake(); });
+    schedulerAlarm = wakes->add([this] { scheduler->wake(); });
     scheduler = platform::WidgetScheduler::make(
         world.bundle.body(),
         {.clock = world.environment->clock,
-         .wakeAt = [this](std::optional<platform::Date> date) { schedulerTimer->set(date); },
+         .wakeAt = [this](std::optional<platform::Date> date) { schedulerAlarm->set(date); },
          .show =
              [this](const std::string& kind, const platform::WidgetEntry& entry) {
                  board->setEntry(kind, entry);
                  if (gallery) gallery->setEntry(kind, entry);
              }});
     platform::WidgetCenter::install(scheduler);
+    const auto reload = [this] { world.core.manager().reloadEvents(true); };
+    listsAlarm = wakes->add(reload);
+    firstMinute = wakes->add(reload);
+    const platform::Environment& environment = *world.environment;
+    firstMinute->set(
+        removingSeconds(environment.calendar.addingMinutes(environment.now(), 1), environment.calendar));
 }
 
 void RunningHost::Parts::makeAlerts() {
@@ -218,7 +234,14 @@ void RunningHost::Parts::changePlacements(const PlacementsFile::Change& change) 
     });
 }
 
+void RunningHost::Parts::awaitChangeOfLists() {
+    const CalendarEventManager& manager = world.core.manager();
+    listsAlarm->set(nextChangeWithinAMinute(manager.allCachedUpcomingEvents(),
+                                            manager.allCachedCurrentEvents(), world.environment->now()));
+}
+
 void RunningHost::Parts::didReload() {
+    awaitChangeOfLists();
     refreshNotice();
     alerts->tidy();
     cards->refresh();

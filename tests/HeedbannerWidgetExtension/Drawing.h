@@ -17,8 +17,8 @@ namespace test {
 class Drawing {
   public:
     /// British formats and texts, or those of `locale`; in pseudo-language when that is asked for.
-    explicit Drawing(const char* locale = "en_GB", bool isPseudo = false)
-        : world("2026-03-04T09:00:00Z", "Europe/Berlin", locale), formatters((prepare(isPseudo), world)) {
+    explicit Drawing(const char* locale = "en_GB", bool isPseudo = false, const char* zone = "Europe/Berlin")
+        : world("2026-03-04T09:00:00Z", zone, locale), formatters((prepare(isPseudo), world)) {
         platform::Environment::setCurrent(world);
     }
 

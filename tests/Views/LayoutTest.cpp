@@ -248,9 +248,9 @@ TEST(Timer, TellsWhenItShowsAnotherText) {
     ViewContext context;
     const Date target(1000);
     const auto tree = layOut(vstack({}, {text("x"), timer(target)}), {100, 100}, context);
-    EXPECT_EQ(tree.nextChange(Date(941.25)), Date(942));
-    EXPECT_EQ(tree.nextChange(Date(942)), Date(943));
-    EXPECT_FALSE(layOut(text("x"), {100, 100}, context).nextChange(Date(0)));
+    EXPECT_EQ(tree.nextTick(Date(941.25)), Date(942));
+    EXPECT_EQ(tree.nextTick(Date(942)), Date(943));
+    EXPECT_FALSE(layOut(text("x"), {100, 100}, context).nextTick(Date(0)));
 }
 
 TEST(TapTargets, TheInnermostLinkIsHitAndLabelsLeaveInnerLinksOut) {

@@ -37,7 +37,8 @@ class TestEnvironment {
         environment_->diagnostics = diagnostics;
     }
 
-    void setNow(std::string_view now) { now_->store(at(now).timeIntervalSinceReferenceDate()); }
+    void setNow(std::string_view now) { setNow(at(now)); }
+    void setNow(platform::Date now) { now_->store(now.timeIntervalSinceReferenceDate()); }
     void advance(double seconds) { now_->store(now_->load() + seconds); }
     /// To change further fields before the environment is handed out.
     platform::Environment& change() { return *environment_; }

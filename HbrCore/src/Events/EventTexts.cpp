@@ -20,12 +20,15 @@ const platform::Calendar& calendarOf(const Formatters& formatters) {
     return formatters.environment().calendar;
 }
 
-std::string timeAndDate(platform::Date date, const Formatters& formatters, platform::Date now) {
-    return formatters.timeAndDateFormatter().string(date, now);
+std::string timeAndDate(platform::Date date, const Formatters& formatters,
+                        const platform::ClockReading& clock) {
+    clock.notesNextDay(calendarOf(formatters));
+    return formatters.timeAndDateFormatter().string(date, clock.now());
 }
 
-std::string onAndAt(platform::Date date, const Formatters& formatters, platform::Date now) {
-    return formattedWithOnAndAt(date, formatters.dateOnly(), formatters.timeOnly(), formatters, now);
+std::string onAndAt(platform::Date date, const Formatters& formatters, const platform::ClockReading& clock) {
+    clock.notesNextDay(calendarOf(formatters));
+    return formattedWithOnAndAt(date, formatters.dateOnly(), formatters.timeOnly(), formatters, clock.now());
 }
 
 }  // namespace
@@ -38,24 +41,26 @@ std::string formattedStartTime(const Event& event, const Formatters& formatters)
     return formatters.timeOnly().string(event.startDate);
 }
 
-std::string formattedStartTimeAndDate(const Event& event, const Formatters& formatters, platform::Date now) {
-    return timeAndDate(event.startDate, formatters, now);
+std::string formattedStartTimeAndDate(const Event& event, const Formatters& formatters,
+                                      const platform::ClockReading& clock) {
+    return timeAndDate(event.startDate, formatters, clock);
 }
 
-std::string formattedTimeAndDate(const Event& event, const Formatters& formatters, platform::Date now) {
+std::string formattedTimeAndDate(const Event& event, const Formatters& formatters,
+                                 const platform::ClockReading& clock) {
     const platform::Calendar& calendar = calendarOf(formatters);
     const platform::DateFormatter& timeOnly = formatters.timeOnly();
-    if (isCurrentEvent(event, now)) {
-        const bool endsToday = calendar.isSameDay(event.endDate, now);
+    if (isCurrentEvent(event, clock)) {
+        const bool endsToday = clock.isSameDay(event.endDate, calendar);
         return L10n::TimeFormat::until(endsToday ? timeOnly.string(event.endDate)
-                                                 : timeAndDate(event.endDate, formatters, now));
+                                                 : timeAndDate(event.endDate, formatters, clock));
     }
     if (!calendar.isSameDay(event.startDate, event.endDate)) {
-        return range(timeAndDate(event.startDate, formatters, now),
-                     timeAndDate(event.endDate, formatters, now));
+        return range(timeAndDate(event.startDate, formatters, clock),
+                     timeAndDate(event.endDate, formatters, clock));
     }
-    if (!calendar.isSameDay(event.startDate, now)) {
-        return range(timeAndDate(event.startDate, formatters, now), timeOnly.string(event.endDate));
+    if (!clock.isSameDay(event.startDate, calendar)) {
+        return range(timeAndDate(event.startDate, formatters, clock), timeOnly.string(event.endDate));
     }
     return formattedTime(event, formatters);
 }
@@ -68,7 +73,8 @@ platform::OrderedDictionary<platform::Date, std::vector<Event>, MomentHash> grop
     return days;
 }
 
-std::string accessibilityValue(const Event& event, const Formatters& formatters, platform::Date now) {
+std::string accessibilityValue(const Event& event, const Formatters& formatters,
+                               const platform::ClockReading& clock) {
     namespace Summary = L10n::Accessibility::EventSummary;
     std::string value =
         isAnyReminder(event) ? Summary::EventType::reminder() : Summary::EventType::calendarEvent();
@@ -78,9 +84,9 @@ std::string accessibilityValue(const Event& event, const Formatters& formatters,
     const std::string location = platform::trimmed(event.location.value_or(""));
     add(location.empty() ? Summary::titleOnly(title) : Summary::titleAndLocation(title, location));
 
-    const std::string start = onAndAt(event.startDate, formatters, now);
+    const std::string start = onAndAt(event.startDate, formatters, clock);
     add(isAnyReminder(event) ? start
-                             : Summary::timeInfoEvent(start, onAndAt(event.endDate, formatters, now)));
+                             : Summary::timeInfoEvent(start, onAndAt(event.endDate, formatters, clock)));
 
     if (event.travelTime > 0) {
         if (const auto length = formatters.durationFormatterForAccessibility().string(event.travelTime)) {

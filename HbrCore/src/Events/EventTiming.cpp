@@ -10,8 +10,9 @@ bool isFinished(const Event& event, platform::Date now) {
     return now >= event.endDate.addingTimeInterval(finishedAfter);
 }
 
-bool isCurrentEvent(const Event& event, platform::Date now) {
-    return event.startDate <= now && now <= event.endDate;
+bool isCurrentEvent(const Event& event, const platform::ClockReading& clock) {
+    const bool hasBegun = clock.hasReached(event.startDate), isOver = clock.isPast(event.endDate);
+    return hasBegun && !isOver;
 }
 
 bool isAnyReminder(const Event& event) {
@@ -22,18 +23,21 @@ double timeLeft(const Event& event, platform::Date now) {
     return isCurrentEvent(event, now) ? event.endDate.timeIntervalSince(now) : 0;
 }
 
-double eventProgress(const Event& event, platform::Date now) {
-    if (!isCurrentEvent(event, now)) return 0;
+double eventProgress(const Event& event, const platform::ClockReading& clock) {
+    if (!isCurrentEvent(event, clock)) return 0;
     const double length = event.endDate.timeIntervalSince(event.startDate);
-    return length > 0 ? now.timeIntervalSince(event.startDate) / length : 1;
+    if (length <= 0) return 1;
+    constexpr double minute = 60;
+    clock.notesNextCount(event.endDate, minute);
+    return clock.now().timeIntervalSince(event.startDate) / length;
 }
 
 bool startsWithin(const Event& event, double timeinterval, platform::Date relativeTo) {
     return event.startDate > relativeTo && event.startDate < relativeTo.addingTimeInterval(timeinterval);
 }
 
-bool isInFuture(const Event& event, platform::Date relativeTo) {
-    return event.startDate > relativeTo;
+bool isInFuture(const Event& event, const platform::ClockReading& relativeTo) {
+    return !relativeTo.hasReached(event.startDate);
 }
 
 double alertOffset(double defaultTimeOffset, const std::optional<EventSettings>& eventSettings) {
@@ -42,10 +46,11 @@ double alertOffset(double defaultTimeOffset, const std::optional<EventSettings>&
 }
 
 bool isPending(const Event& event, double defaultTimeOffset,
-               const std::optional<EventSettings>& eventSettings, platform::Date now) {
+               const std::optional<EventSettings>& eventSettings, const platform::ClockReading& clock) {
     if (eventSettings && eventSettings->isExcluded) return false;
     const double offset = alertOffset(defaultTimeOffset, eventSettings);
-    return event.startDate.addingTimeInterval(-offset) < now && now <= event.startDate;
+    const bool hasAlerted = clock.isPast(event.startDate.addingTimeInterval(-offset));
+    return hasAlerted && !clock.isPast(event.startDate);
 }
 
 std::optional<VideoConferenceLink> defaultVideoConferenceLink(

@@ -21,9 +21,9 @@ View CameraButton::body(const ViewContext& context, Color ground) const {
     if (event.videoConferenceLinks.empty()) return {};
     const Palette& palette = context.palette();
     const Color capsuleFill = palette.gray.withAlpha(isActive() ? 0.5 : 0.3);
-    const Color base = isCurrentEvent(event, now) ? palette.green
-                       : isPending                ? palette.orange
-                                                  : palette.primary;
+    const Color base = isCurrentEvent(event, context.clockAt(now)) ? palette.green
+                       : isPending                                 ? palette.orange
+                                                                   : palette.primary;
     const Color capsuleGround = blended(capsuleFill, ground);
     const Color symbolColor =
         isActive() ? legible(base, capsuleGround, palette.symbolRatio())

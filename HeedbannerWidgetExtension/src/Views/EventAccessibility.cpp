@@ -3,28 +3,31 @@
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
+#include <HbrUtils/DistanceTexts.h>
 
 namespace hbr {
 
-std::string accessibilityLabel(const Event& event, const EventViewInputs& inputs, platform::Date now) {
+std::string accessibilityLabel(const Event& event, const EventViewInputs& inputs,
+                               const platform::ClockReading& clock) {
     std::string label;
     if (isAnyReminder(event)) {
         // Its time is no sentence by itself and ends as one here.
         Event withoutCall = event;
         withoutCall.videoConferenceLinks.clear();
-        label = accessibilityValue(withoutCall, inputs.formatters, now) + ".";
+        label = accessibilityValue(withoutCall, inputs.formatters, clock) + ".";
         if (!event.videoConferenceLinks.empty())
             label += " " + L10n::Accessibility::EventSummary::hasVideoCall();
     } else {
-        label = accessibilityValue(event, inputs.formatters, now);
+        label = accessibilityValue(event, inputs.formatters, clock);
     }
     if (const auto help = accessibilityHelp(event)) label += " " + *help;
     return label;
 }
 
-std::string remainingSentence(const Event& event, const EventViewInputs& inputs, platform::Date now) {
-    if (!isCurrentEvent(event, now)) return {};
-    const auto remaining = inputs.formatters.timeRemaining(timeLeft(event, now));
+std::string remainingSentence(const Event& event, const EventViewInputs& inputs,
+                              const platform::ClockReading& clock) {
+    if (!isCurrentEvent(event, clock)) return {};
+    const auto remaining = timeRemainingText(event.endDate, clock, inputs.formatters);
     return remaining ? " " + *remaining + "." : "";
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Date.h>
+#include <Foundation/ClockReading.h>
 #include <HbrCore/Events/Event.h>
 #include <HeedbannerWidgetExtension/Views/EventViewSettings.h>
 
@@ -9,9 +9,11 @@
 namespace hbr {
 
 /// What is said of an event's pill: the event in sentences, then where it belongs.
-std::string accessibilityLabel(const Event& event, const EventViewInputs& inputs, platform::Date now);
+std::string accessibilityLabel(const Event& event, const EventViewInputs& inputs,
+                               const platform::ClockReading& clock);
 /// What is said of what remains of an event under way, as one more sentence with a blank before it; else
 /// empty.
-std::string remainingSentence(const Event& event, const EventViewInputs& inputs, platform::Date now);
+std::string remainingSentence(const Event& event, const EventViewInputs& inputs,
+                              const platform::ClockReading& clock);
 
 }  // namespace hbr

@@ -1,6 +1,7 @@
 #include <HeedbannerWidgetExtension/Views/EventCountdownView.h>
 
 #include <HbrCore/DeepLinks/DeepLink.h>
+#include <HbrUtils/DistanceTexts.h>
 #include <HeedbannerWidgetExtension/Views/EventDetailView.h>
 #include <HeedbannerWidgetExtension/Views/NoEventsView.h>
 #include <Views/Legibility.h>
@@ -21,20 +22,21 @@ constexpr EventDetailView::Configuration countdownConfiguration = {
     .showsEventProgress = false,
 };
 
-bool isTimer(const Event& event, Date now) {
-    return event.startDate.timeIntervalSince(now) / 60 < 1;
+bool isTimer(const Event& event, const ClockReading& clock) {
+    constexpr double minute = 60;
+    return clock.isPast(event.startDate.addingTimeInterval(-minute));
 }
 
 /// In the last minute and after the start a timer, before that a text that changes every minute.
-View countdown(const Event& event, const Formatters& formatters, Date now) {
-    if (isTimer(event, now)) return timer(event.startDate);
-    return text(formatters.countdownFormatter().string(now, event.startDate).value_or("–"));
+View countdown(const Event& event, const Formatters& formatters, const ClockReading& clock) {
+    if (isTimer(event, clock)) return timer(event.startDate);
+    return text(countdownText(event.startDate, clock, formatters).value_or("–"));
 }
 
 /// "Next event in 1 hour, 35 minutes." A timer is said by itself.
-std::string countdownSentence(const Event& event, const EventViewInputs& inputs, Date now) {
-    if (isTimer(event, now)) return {};
-    const auto length = inputs.formatters.durationFormatterForAccessibility().string(now, event.startDate);
+std::string countdownSentence(const Event& event, const EventViewInputs& inputs, const ClockReading& clock) {
+    if (isTimer(event, clock)) return {};
+    const auto length = spokenCountdownText(event.startDate, clock, inputs.formatters);
     return length ? inputs.strings.text("Widget.nextEventCountdown.headline") + " " + *length + ". " : "";
 }
 
@@ -49,7 +51,7 @@ View EventCountdownView::body(const ViewContext& context) const {
                        {
                            widgetHeadline("Widget.nextEventCountdown.headline", inputs.strings, context),
                            spacer(least),
-                           countdown(event, inputs.formatters, context.now)
+                           countdown(event, inputs.formatters, context.clock())
                                .font(system(30).monospacedDigits())
                                .foreground(legible(palette.orange, palette.container, palette.symbolRatio()))
                                .allowsTightening()
@@ -61,8 +63,8 @@ View EventCountdownView::body(const ViewContext& context) const {
                                .fixedHeight(),
                        })
                     .filling({.horizontal = HorizontalAlignment::leading}))
-        .accessibilityLabel(countdownSentence(event, inputs, context.now) +
-                            hbr::accessibilityLabel(event, inputs, context.now));
+        .accessibilityLabel(countdownSentence(event, inputs, context.clock()) +
+                            hbr::accessibilityLabel(event, inputs, context.clock()));
 }
 
 View NextEventCountdownWidgetView::body(const ViewContext& context) const {

@@ -3,6 +3,7 @@
 #include <Foundation/Text.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
+#include <HbrUtils/DistanceTexts.h>
 #include <HeedbannerWidgetExtension/Views/CameraButton.h>
 #include <HeedbannerWidgetExtension/Views/ConditionalStack.h>
 
@@ -96,7 +97,7 @@ View EventDetailView::textBlock(const ViewContext& context, const EventPillColor
             details.push_back(camera);
         }
     }
-    const View progress = progressLine(colors);
+    const View progress = progressLine(context, colors);
     if (!small) details.push_back(progress);
     const View detailsRow =
         hstack({.alignment = small ? VerticalAlignment::center : VerticalAlignment::lastTextBaseline},
@@ -123,9 +124,9 @@ std::string EventDetailView::dayLabel(const ViewContext& context) const {
     const Calendar& calendar = inputs.formatters.environment().calendar;
     const Date day = event.occurrenceDate.value_or(event.startDate);
     const platform::Locale& locale = context.locale;
-    if (calendar.isSameDay(day, context.now))
+    if (context.clock().isSameDay(day, calendar))
         return capitalizedFirstLetter(L10n::TimeFormat::today(), locale.language());
-    if (calendar.isSameDay(day, calendar.addingDays(context.now, 1)))
+    if (context.clock().isDayBefore(day, calendar))
         return capitalizedFirstLetter(L10n::TimeFormat::tomorrow(), locale.language());
     return capitalizedFirstLetter(inputs.formatters.dateOnlyNoYearWeekDay().string(day), locale.identifier);
 }
@@ -149,22 +150,24 @@ View EventDetailView::travelTime(const ViewContext& context) const {
                   });
 }
 
-View EventDetailView::progressLine(const EventPillColors& colors) const {
-    if (!configuration.showsEventProgress || !isCurrentEvent(event, now)) return {};
+View EventDetailView::progressLine(const ViewContext& context, const EventPillColors& colors) const {
+    const ClockReading clock = context.clockAt(now);
+    if (!configuration.showsEventProgress || !isCurrentEvent(event, clock)) return {};
     return hstack({.alignment = VerticalAlignment::center, .spacing = 4},
                   {
-                      progress(eventProgress(event, now))
+                      progress(eventProgress(event, clock))
                           .frame(12, 12)
                           .foreground(colors.ring)
                           .accessibilityHidden(),
-                      fittedLine(inputs.formatters.timeRemaining(timeLeft(event, now)).value_or("")),
+                      fittedLine(timeRemainingText(event.endDate, clock, inputs.formatters).value_or("")),
                   })
         .padding({.top = 4, .bottom = 2});
 }
 
 View EventDetailView::cameraButton(const ViewContext& context, const EventPillColors& colors) const {
-    const bool pending =
-        isPending(event, inputs.settings.timeOffset, inputs.settings.customSettings(event.id), now);
+    if (event.videoConferenceLinks.empty()) return {};
+    const bool pending = isPending(event, inputs.settings.timeOffset,
+                                   inputs.settings.customSettings(event.id), context.clockAt(now));
     return CameraButton{event, now, pending}.body(context, colors.ground);
 }
 

@@ -96,9 +96,10 @@ class EventList {
                                      inputs_,
                                      leading};
         return link(PreviewEventDeepLink(event.id).url(), detail.body(context_).fixedHeight())
-            .accessibilityLabel(
-                hbr::accessibilityLabel(event, inputs_, context_.now) +
-                (style_.showsEventProgress ? remainingSentence(event, inputs_, now_) : std::string()));
+            .accessibilityLabel(hbr::accessibilityLabel(event, inputs_, context_.clock()) +
+                                (style_.showsEventProgress
+                                     ? remainingSentence(event, inputs_, context_.clockAt(now_))
+                                     : std::string()));
     }
 
     View overflow(std::size_t hidden) const {

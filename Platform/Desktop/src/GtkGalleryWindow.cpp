@@ -86,9 +86,9 @@ class GtkGalleryWindow final : public GalleryWindow {
             context.scale = scale;
             return layOutWidget(preview(context), context);
         };
-        GtkWidget* preview = makeViewArea(
-            {sizeOf(family.family), previewScale * session_.appearance().current().textScale, layOutPreview,
-             [this, family = family.family] { return desk_.contextFor(family).now; }});
+        GtkWidget* preview =
+            makeViewArea({sizeOf(family.family), previewScale * session_.appearance().current().textScale,
+                          layOutPreview, desk_.wakes()});
         previews_.push_back(preview);
 
         GtkWidget* button = makeButton(texts_.add, [this, kind = item.identity.kind, family = family.family] {

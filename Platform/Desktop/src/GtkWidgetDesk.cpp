@@ -33,7 +33,9 @@ GtkWidgetDesk::GtkWidgetDesk(GtkDesktopSession& session, Options options)
       compositedSignal_(std::make_unique<SignalConnection>(
           gdk_screen_get_default(), "composited-changed",
           G_CALLBACK(+[](GdkScreen*, gpointer self) { static_cast<GtkWidgetDesk*>(self)->lookChanged(); }),
-          this)) {}
+          this)) {
+    if (!options_.wakes) options_.wakes = WakeSchedule::onMainQueue(options_.environment->clock);
+}
 
 GtkWidgetDesk::~GtkWidgetDesk() {
     if (pendingRestack_) g_source_remove(pendingRestack_);
@@ -72,7 +74,8 @@ ViewContext GtkWidgetDesk::contextFor(WidgetFamily family) const {
             .appearance = look.appearance,
             .contrast = look.contrast,
             .scale = scale() * (output ? output->scale : 1),
-            .pictures = options_.pictures};
+            .pictures = options_.pictures,
+            .changes = std::make_shared<ChangeMoments>()};
 }
 
 void GtkWidgetDesk::lookChanged() {

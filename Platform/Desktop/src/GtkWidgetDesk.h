@@ -22,10 +22,10 @@ class GtkWidgetDesk final : public WidgetDesk {
     void lower() override;
     bool isLifted() const override { return isLifted_; }
     ViewContext contextFor(WidgetFamily family) const override;
+    const std::shared_ptr<WakeSchedule>& wakes() const override { return options_.wakes; }
 
     // For the windows:
 
-    EnvironmentRef environment() const { return options_.environment; }
     const DesktopCapabilities& capabilities() const { return session_.capabilities(); }
     const GtkOutputs& outputs() const { return session_.outputs(); }
     const WidgetMenuTexts& menuTexts() const { return options_.texts; }

@@ -40,7 +40,7 @@ GtkWidgetWindow::GtkWidgetWindow(GtkWidgetDesk& desk, WidgetIdentity identity, W
       placement_(placement),
       actions_(std::move(actions)),
       window_(makeWindow()),
-      canvas_(childOf(window_), identity_.name, desk.environment(),
+      canvas_(childOf(window_), identity_.name, desk.wakes(),
               [this](const Url& url) {
                   // What opens wants the keyboard and the front.
                   desk_.lower();

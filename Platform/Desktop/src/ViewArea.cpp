@@ -1,8 +1,5 @@
 #include "ViewArea.h"
 
-#include <Foundation/MainQueue.h>
-#include <Foundation/SystemClock.h>
-
 #include <cmath>
 #include <memory>
 #include <string>
@@ -20,7 +17,7 @@ struct State {
     /// 0: to be painted again.
     int deviceScale = 0;
     bool isTick = false;
-    std::unique_ptr<WallClockTimer> ticker;
+    std::unique_ptr<WakeSchedule::Alarm> alarm;
 };
 
 constexpr const char* stateKey = "view-area-state";
@@ -44,26 +41,20 @@ void paintAgain(GtkWidget* area, State& state) {
     if (!std::exchange(state.isTick, false)) sayTexts(area, state.painted.tree());
 }
 
-// From one drawing to the next, so that nothing ticks that is not seen.
-void awaitTick(GtkWidget* area, State& state) {
-    if (state.ticker || !state.content.now) return;
-    const Date now = state.content.now();
-    const auto change = state.painted.tree().nextChange(now);
-    if (!change) return;
-    // The content's clock need not be the system's, by which the timer goes.
-    const Date moment = systemNow().addingTimeInterval(change->timeIntervalSince(now));
-    state.ticker = std::make_unique<WallClockTimer>(moment, 1, [area, &state] {
-        state.ticker.reset();
-        state.isTick = true;
-        refreshViewArea(area);
-    });
+// From one drawing to the next, so that nothing wakes up for what is not seen.
+void awaitChange(State& state) {
+    if (!state.alarm) return;
+    const LaidOutTree& tree = state.painted.tree();
+    const auto tick = tree.nextTick(state.content.wakes->now());
+    const bool isTickFirst = tick && (!tree.changesAt || *tick < *tree.changesAt);
+    state.alarm->set(isTickFirst ? tick : tree.changesAt);
 }
 
 gboolean draw(GtkWidget* area, cairo_t* cairo, gpointer) {
     State& state = stateOf(area);
     if (state.deviceScale != gtk_widget_get_scale_factor(area)) paintAgain(area, state);
     state.painted.draw(cairo, state.deviceScale);
-    awaitTick(area, state);
+    awaitChange(state);
     return FALSE;
 }
 
@@ -78,6 +69,13 @@ GtkWidget* makeViewArea(ViewAreaContent content) {
     atk_object_set_role(gtk_widget_get_accessible(area), ATK_ROLE_IMAGE);
     g_object_set_data_full(G_OBJECT(area), stateKey, new State{std::move(content), {}, 0, false, nullptr},
                            [](gpointer state) { delete static_cast<State*>(state); });
+    State& state = stateOf(area);
+    if (state.content.wakes) {
+        state.alarm = state.content.wakes->add([area, &state] {
+            state.isTick = true;
+            refreshViewArea(area);
+        });
+    }
     g_signal_connect(area, "draw", G_CALLBACK(draw), nullptr);
     return area;
 }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <Foundation/WakeSchedule.h>
 #include <Views/LaidOutTree.h>
 #include <gtk/gtk.h>
 
 #include <functional>
+#include <memory>
 
 namespace platform {
 
@@ -14,8 +16,8 @@ struct ViewAreaContent {
     double scale = 1;
     /// `deviceScale`: device pixels per point.
     std::function<LaidOutTree(double deviceScale)> layOut;
-    /// For a view with timers, which then tick while they are seen.
-    std::function<Date()> now = nullptr;
+    /// For a view that changes while time goes by: it is then kept up to date while it is seen.
+    std::shared_ptr<WakeSchedule> wakes = nullptr;
 };
 
 GtkWidget* makeViewArea(ViewAreaContent content);

@@ -1,7 +1,5 @@
 #include "WidgetCanvas.h"
 
-#include <Foundation/SystemClock.h>
-
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -19,7 +17,7 @@ constexpr double hoverOpacity = 0.06;
 constexpr double focusLineWidth = 2, focusOffset = 2;
 constexpr double badgeDiameter = 14, badgeInset = 6;
 /// Seconds between two times that a screen reader hears of a timer's text.
-constexpr double silence = 60;
+constexpr double silence = 55;
 
 Rect widened(Rect rect, double by) {
     return {rect.x - by, rect.y - by, rect.width + 2 * by, rect.height + 2 * by};
@@ -41,10 +39,9 @@ void setSource(cairo_t* cairo, Color color) {
 
 }  // namespace
 
-WidgetCanvas::WidgetCanvas(GtkFixed* parent, std::string name, EnvironmentRef environment,
+WidgetCanvas::WidgetCanvas(GtkFixed* parent, std::string name, std::shared_ptr<WakeSchedule> wakes,
                            std::function<void(const Url&)> tapped)
-    : environment_(std::move(environment)),
-      parent_(parent),
+    : parent_(parent),
       area_(retained(gtk_drawing_area_new())),
       badge_(retained(gtk_event_box_new())),
       buttons_((gtk_fixed_put(parent, area_.get(), 0, 0), parent), {std::move(tapped),
@@ -52,7 +49,10 @@ WidgetCanvas::WidgetCanvas(GtkFixed* parent, std::string name, EnvironmentRef en
                                                                         if (target < outlines_.size())
                                                                             redraw(outlines_[target].frame);
                                                                     }}),
-      name_(std::move(name)) {
+      name_(std::move(name)),
+      drawing_(std::move(wakes), [this](LaidOutTree tree, LiveDrawing::Reason reason) {
+          return take(std::move(tree), reason == LiveDrawing::Reason::content ? Speech::now : Speech::seldom);
+      }) {
     gtk_widget_set_has_window(area_.get(), FALSE);
     atk_object_set_role(gtk_widget_get_accessible(area_.get()), ATK_ROLE_IMAGE);
     g_signal_connect(area_.get(), "draw",
@@ -61,8 +61,12 @@ WidgetCanvas::WidgetCanvas(GtkFixed* parent, std::string name, EnvironmentRef en
                          return FALSE;
                      }),
                      this);
+    g_signal_connect(area_.get(), "map", G_CALLBACK(+[](GtkWidget*, gpointer self) {
+                         static_cast<WidgetCanvas*>(self)->drawing_.setHidden(false);
+                     }),
+                     this);
     g_signal_connect(area_.get(), "unmap", G_CALLBACK(+[](GtkWidget*, gpointer self) {
-                         static_cast<WidgetCanvas*>(self)->ticker_.reset();
+                         static_cast<WidgetCanvas*>(self)->drawing_.setHidden(true);
                      }),
                      this);
     gtk_widget_show(area_.get());
@@ -84,15 +88,11 @@ StackedSize WidgetCanvas::size() const {
 
 void WidgetCanvas::show(const WidgetContent& content, const Look& look) {
     look_ = look;
-    look_.context.now = environment_->now();
-    view_ = content(look_.context);
     gtk_widget_set_size_request(area_.get(), size().width + 2 * margin(), size().height + 2 * margin());
-    layOutAgain(Speech::now);
+    drawing_.draw(content, look.context);
 }
 
-void WidgetCanvas::layOutAgain(Speech speech) {
-    look_.context.now = environment_->now();
-    LaidOutTree tree = layOutWidget(view_, look_.context);
+bool WidgetCanvas::take(LaidOutTree tree, Speech speech) {
     if (look_.isFilled) makeSquare(tree);
     outlines_ = targetOutlines(tree);
     const auto changes = painted_.set(std::move(tree), look_.scale * look_.deviceScale);
@@ -100,6 +100,7 @@ void WidgetCanvas::layOutAgain(Speech speech) {
     placeBadge();
     for (const Rect& change : changes)
         redraw(change);
+    return !changes.empty();
 }
 
 void WidgetCanvas::redraw(const Rect& points) {
@@ -111,11 +112,7 @@ void WidgetCanvas::redraw(const Rect& points) {
 }
 
 void WidgetCanvas::draw(cairo_t* cairo) {
-    wasDrawnSinceTick_ = true;
-    if (!ticker_ && painted_.tree().nextChange(look_.context.now)) {
-        layOutAgain(Speech::seldom);
-        armTicker();
-    }
+    drawing_.wasSeen();
     cairo_save(cairo);
     cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
     setSource(cairo, look_.isFilled ? look_.context.palette().container : Color{0, 0, 0, 0});
@@ -206,35 +203,15 @@ void WidgetCanvas::placeBadge() {
 void WidgetCanvas::setObscured(bool isObscured) {
     if (isObscured == isObscured_) return;
     isObscured_ = isObscured;
-    if (isObscured)
-        ticker_.reset();
-    else
-        gtk_widget_queue_draw(area_.get());
-}
-
-// A timer ticks from one drawing to the next: a desktop that hides the window asks for no drawing, and then
-// nothing wakes up until it is seen again.
-void WidgetCanvas::armTicker() {
-    const auto change = painted_.tree().nextChange(look_.context.now);
-    if (!change || isObscured_) return ticker_.reset();
-    // The environment's clock need not be the system's, by which the timer goes.
-    const double wait = change->timeIntervalSince(environment_->now());
-    wasDrawnSinceTick_ = true;
-    ticker_ = std::make_unique<WallClockTimer>(systemNow().addingTimeInterval(wait), 1, [this] { tick(); });
-}
-
-void WidgetCanvas::tick() {
-    if (!wasDrawnSinceTick_) return ticker_.reset();
-    const auto before = painted_.tree().texts();
-    layOutAgain(Speech::seldom);
-    wasDrawnSinceTick_ = painted_.tree().texts() == before;
-    if (!painted_.tree().nextChange(look_.context.now)) ticker_.reset();
+    drawing_.setHidden(isObscured);
+    if (!isObscured) gtk_widget_queue_draw(area_.get());
 }
 
 /// The targets with the labels that assistive tools are to know; also says what stands outside of them.
 std::vector<TapTarget> WidgetCanvas::said(std::vector<TapTarget> targets, Speech speech) {
     const auto isKnown = [](const TapTarget& a, const TapTarget& b) { return a.url == b.url; };
-    const bool isQuiet = speech == Speech::seldom && look_.context.now.timeIntervalSince(saidAt_) < silence &&
+    const bool isQuiet = speech == Speech::seldom &&
+                         drawing_.shownAt().timeIntervalSince(saidAt_) < silence &&
                          std::ranges::equal(targets, said_, isKnown);
     if (isQuiet) {
         for (std::size_t i = 0; i < targets.size(); ++i)
@@ -242,7 +219,7 @@ std::vector<TapTarget> WidgetCanvas::said(std::vector<TapTarget> targets, Speech
         return targets;
     }
     said_ = targets;
-    saidAt_ = look_.context.now;
+    saidAt_ = drawing_.shownAt();
     std::string words;
     for (const AccessibleElement& element : painted_.tree().accessibleElements()) {
         // Links say themselves, those that cannot be used now with their row.

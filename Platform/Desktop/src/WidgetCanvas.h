@@ -1,8 +1,8 @@
 #pragma once
 
 #include <Desktop/WidgetWindow.h>
-#include <Foundation/Environment.h>
-#include <Foundation/MainQueue.h>
+#include <Foundation/WakeSchedule.h>
+#include <WidgetHost/LiveDrawing.h>
 #include <gtk/gtk.h>
 
 #include <functional>
@@ -21,12 +21,11 @@
 namespace platform {
 
 /// What a widget's window shows: the painted content with its shadow, the mark of pointer and keyboard, the
-/// badge, and buttons over the tap targets. Texts of timers go on by themselves, as long as somebody can see
-/// them.
+/// badge, and buttons over the tap targets. What it shows stays true while time goes by.
 class WidgetCanvas {
   public:
     /// `parent`: the window's only child; `name`: of the widget, for assistive tools.
-    WidgetCanvas(GtkFixed* parent, std::string name, EnvironmentRef environment,
+    WidgetCanvas(GtkFixed* parent, std::string name, std::shared_ptr<WakeSchedule> wakes,
                  std::function<void(const Url&)> tapped);
     ~WidgetCanvas();
 
@@ -59,25 +58,22 @@ class WidgetCanvas {
         /// Once in a while: what only ticks is said no oftener.
         seldom,
     };
-    void layOutAgain(Speech speech);
+    /// False: nothing is to be painted.
+    bool take(LaidOutTree tree, Speech speech);
     void draw(cairo_t* cairo);
     void drawTargets(cairo_t* cairo);
     void drawBadge(cairo_t* cairo) const;
     void placeBadge();
     Rect badgeFrame() const;
     void redraw(const Rect& points);
-    void tick();
-    void armTicker();
     std::vector<TapTarget> said(std::vector<TapTarget> targets, Speech speech);
 
-    EnvironmentRef environment_;
     GtkFixed* parent_;
     /// Kept until the end: widgets that go tell of it when these are gone from the window.
     Object<GtkWidget> area_;
     Object<GtkWidget> badge_;
     TapButtons buttons_;
     Look look_;
-    View view_;
     PaintedTree painted_;
     WidgetShadow shadow_;
     std::vector<TargetOutline> outlines_;
@@ -86,9 +82,8 @@ class WidgetCanvas {
     /// As assistive tools know them.
     std::vector<TapTarget> said_;
     Date saidAt_;
-    std::unique_ptr<WallClockTimer> ticker_;
-    bool wasDrawnSinceTick_ = false;
     bool isObscured_ = false;
+    LiveDrawing drawing_;
 };
 
 }  // namespace platform

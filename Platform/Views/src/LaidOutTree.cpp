@@ -135,7 +135,7 @@ std::vector<std::string> LaidOutTree::texts() const {
     return texts;
 }
 
-std::optional<Date> LaidOutTree::nextChange(Date now) const {
+std::optional<Date> LaidOutTree::nextTick(Date now) const {
     std::optional<Date> next;
     visitAll(root, [&](const LaidOutNode& node) {
         if (!node.timerTarget) return;

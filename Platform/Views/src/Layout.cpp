@@ -23,6 +23,7 @@ LaidOutTree layOut(const View& view, Size size, const ViewContext& context) {
     tree.family = context.family;
     tree.isRightToLeft = context.isRightToLeft;
     tree.pictures = context.pictures;
+    if (context.changes) tree.changesAt = context.changes->earliest();
     tree.root.frame = {0, 0, size.width, size.height};
     if (view.isEmpty()) return tree;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Foundation/Calendar.h>
+#include <Foundation/ClockReading.h>
 #include <Foundation/OrderedDictionary.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrUtils/Formatters.h>
@@ -17,9 +18,11 @@ namespace hbr {
 /// "9:00 AM – 10:00 AM".
 std::string formattedTime(const Event& event, const Formatters& formatters);
 std::string formattedStartTime(const Event& event, const Formatters& formatters);
-std::string formattedStartTimeAndDate(const Event& event, const Formatters& formatters, platform::Date now);
+std::string formattedStartTimeAndDate(const Event& event, const Formatters& formatters,
+                                      const platform::ClockReading& clock);
 /// The end alone for a current event; dates only where the days differ from each other or from today.
-std::string formattedTimeAndDate(const Event& event, const Formatters& formatters, platform::Date now);
+std::string formattedTimeAndDate(const Event& event, const Formatters& formatters,
+                                 const platform::ClockReading& clock);
 
 struct MomentHash {
     std::size_t operator()(platform::Date date) const noexcept {
@@ -31,7 +34,8 @@ platform::OrderedDictionary<platform::Date, std::vector<Event>, MomentHash> grop
     const std::vector<Event>& events, const platform::Calendar& calendar);
 
 /// Type, title and place, time, travel time, call: one sentence each.
-std::string accessibilityValue(const Event& event, const Formatters& formatters, platform::Date now);
+std::string accessibilityValue(const Event& event, const Formatters& formatters,
+                               const platform::ClockReading& clock);
 /// The calendar or list that it belongs to.
 std::optional<std::string> accessibilityHelp(const Event& event);
 

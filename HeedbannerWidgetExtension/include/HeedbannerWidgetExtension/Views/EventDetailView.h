@@ -39,7 +39,7 @@ struct EventDetailView {
     platform::View marker(const EventPillColors& colors) const;
     platform::View dayAndTime(const platform::ViewContext& context, const EventPillColors& colors) const;
     platform::View travelTime(const platform::ViewContext& context) const;
-    platform::View progressLine(const EventPillColors& colors) const;
+    platform::View progressLine(const platform::ViewContext& context, const EventPillColors& colors) const;
     platform::View cameraButton(const platform::ViewContext& context, const EventPillColors& colors) const;
     platform::View textBlock(const platform::ViewContext& context, const EventPillColors& colors) const;
     std::string dayLabel(const platform::ViewContext& context) const;

@@ -2,6 +2,7 @@
 
 #include <Desktop/DesktopSession.h>
 #include <Foundation/Color.h>
+#include <Foundation/Date.h>
 #include <Foundation/ImageBytes.h>
 #include <Foundation/Url.h>
 
@@ -49,6 +50,9 @@ struct Card {
     std::vector<Choice> menu;
     /// A button at the far end, for instance to leave the event out.
     std::optional<Choice> aside;
+
+    /// When the card would say something else; the owner then sets another one.
+    std::optional<Date> changesAt = std::nullopt;
 };
 
 /// A window with a card, in front and with the keyboard. Escape closes it; so does a button after it was

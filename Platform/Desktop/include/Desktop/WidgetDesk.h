@@ -3,6 +3,7 @@
 #include <Desktop/DesktopSession.h>
 #include <Desktop/WidgetWindow.h>
 #include <Foundation/Environment.h>
+#include <Foundation/WakeSchedule.h>
 #include <Views/PictureLibrary.h>
 
 #include <memory>
@@ -38,6 +39,8 @@ class WidgetDesk {
         WidgetMenuTexts texts = {};
         /// Logical pixels per point, before the desktop's text scaling.
         double widgetScale = 1.25;
+        /// Wakes for what the widgets show; absent: one of their own.
+        std::shared_ptr<WakeSchedule> wakes = nullptr;
     };
 
     static std::unique_ptr<WidgetDesk> make(DesktopSession& session, Options options);
@@ -53,7 +56,8 @@ class WidgetDesk {
     virtual void lower() = 0;
     virtual bool isLifted() const = 0;
 
-    /// What content for a gallery or a test would be drawn with.
+    virtual const std::shared_ptr<WakeSchedule>& wakes() const = 0;
+    /// What content for a gallery or a test would be drawn with, once.
     virtual ViewContext contextFor(WidgetFamily family) const = 0;
 };
 

@@ -13,8 +13,8 @@
 
 namespace platform {
 
-/// The view that a widget shows; asked anew whenever the context (look, scale, family) or the content
-/// changed, never just because time went by: the texts of timers go on without it.
+/// The view that a widget shows; asked for again when the context (look, scale, family) or the content
+/// changed, and at the moment that the view noted in the context. Timers tick without it.
 using WidgetContent = std::function<View(const ViewContext& context)>;
 
 /// Which widget a window shows.

@@ -95,6 +95,8 @@ struct LaidOutTree {
     bool isRightToLeft = false;
     LaidOutNode root;
     std::shared_ptr<const PictureLibrary> pictures;
+    /// When the view that was laid out would be another one; nothing when it noted no such moment.
+    std::optional<Date> changesAt;
 
     /// Outer links before the links inside them.
     std::vector<TapTarget> links() const;
@@ -105,8 +107,9 @@ struct LaidOutTree {
     std::vector<AccessibleElement> accessibleElements() const;
     /// Every drawn text once, top to bottom, leading to trailing.
     std::vector<std::string> texts() const;
-    /// When a timer of the tree shows another text; nothing without timers.
-    std::optional<Date> nextChange(Date now) const;
+    /// When a timer of the tree shows another text; nothing without timers. The same view, laid out again,
+    /// shows it.
+    std::optional<Date> nextTick(Date now) const;
 };
 
 /// Proposes `size` to the view and places it in the middle. Text is measured with the calling thread's own

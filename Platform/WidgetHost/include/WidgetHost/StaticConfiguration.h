@@ -21,10 +21,15 @@ class StaticConfiguration {
         using Entry = typename Provider::Entry;
         auto bind = [content = std::move(content)](Entry entry) {
             auto shared = std::make_shared<const Entry>(std::move(entry));
+            const auto view = [shared, content](const ViewContext& context) {
+                if (!(context.now > shared->date)) return content(*shared, context);
+                // What an entry shows is drawn as of its date: later, it is the entry of a later moment.
+                Entry later = *shared;
+                later.date = context.now;
+                return content(later, context);
+            };
             return WidgetEntry{
-                shared->date,
-                [shared, content](const ViewContext& context) { return content(*shared, context); },
-                [shared] { return entryJson(*shared); },
+                shared->date, view, [shared] { return entryJson(*shared); },
                 [shared](const Environment& environment) { return entryText(*shared, environment); }};
         };
         placeholder_ = [provider, bind](const TimelineProviderContext& context) {
