@@ -17,11 +17,11 @@ std::string quotedTitle(const Event& event) {
     return "\"" + titleOf(event) + "\"";
 }
 
-std::string timesText(const Event& event, const Formatters& formatters, platform::Date now) {
-    if (!isAnyReminder(event)) return formattedTimeAndDate(event, formatters, now);
-    return isOnSameDay(event.startDate, now, formatters.environment().calendar)
+std::string timesText(const Event& event, const Formatters& formatters, const platform::ClockReading& clock) {
+    if (!isAnyReminder(event)) return formattedTimeAndDate(event, formatters, clock);
+    return clock.isSameDay(event.startDate, formatters.environment().calendar)
                ? formattedStartTime(event, formatters)
-               : formattedStartTimeAndDate(event, formatters, now);
+               : formattedStartTimeAndDate(event, formatters, clock);
 }
 
 }  // namespace hbr

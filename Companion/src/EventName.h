@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Foundation/ClockReading.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrUtils/Formatters.h>
 
@@ -12,6 +13,6 @@ std::string titleOf(const Event& event);
 /// The title in quotation marks, as messages name an event.
 std::string quotedTitle(const Event& event);
 /// When an event is, on one line: dates only where they are not today's; of one under way the end.
-std::string timesText(const Event& event, const Formatters& formatters, platform::Date now);
+std::string timesText(const Event& event, const Formatters& formatters, const platform::ClockReading& clock);
 
 }  // namespace hbr

@@ -5,8 +5,7 @@
 
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
-#include <HbrUtils/DateOperations.h>
-#include <HbrUtils/RelativeTimeTexts.h>
+#include <HbrUtils/DistanceTexts.h>
 
 #include <algorithm>
 
@@ -60,6 +59,16 @@ void addAccounts(Status& status, const CoreServices& core) {
     if (!status.problem.empty()) status.state = StatusState::problem;
 }
 
+/// Events that begin to be pending, begin or end change what is shown.
+void noteStates(const Status& status, const CoreServices& core) {
+    const auto offset = static_cast<double>(core.settings().timeOffsetSeconds());
+    const auto settings = core.eventSettings().customSettings();
+    for (const AgendaEvent& one : status.agenda) {
+        isCurrentEvent(one.event, status.clock());
+        isPending(one.event, offset, EventSettingsStore::find(settings, one.event.id), status.clock());
+    }
+}
+
 }  // namespace
 
 std::string_view rawValue(StatusState state) {
@@ -80,21 +89,24 @@ std::string_view rawValue(StatusState state) {
 
 Status currentStatus(const CoreServices& core, std::optional<double> within) {
     Status status;
+    status.now = core.environment()->now();
     status.agenda = agendaOf(core.manager());
+    noteStates(status, core);
     addAccounts(status, core);
     if (status.state == StatusState::problem) return status;
 
-    const platform::Date now = core.environment()->now();
     const AgendaEvent* shown = firstOf(status.agenda, AgendaState::pending);
     if (!shown) shown = lastBegun(status.agenda);
     if (!shown) {
         shown = firstOf(status.agenda, AgendaState::upcoming);
-        if (shown && within && shown->event.startDate.timeIntervalSince(now) > *within) shown = nullptr;
+        if (shown && within &&
+            !status.clock().hasReached(shown->event.startDate.addingTimeInterval(-*within)))
+            shown = nullptr;
     }
     if (!shown) return status;
     status.state = stateOf(shown->state);
     status.event = shown->event;
-    status.percentage = static_cast<int>(eventProgress(shown->event, now) * 100);
+    status.percentage = static_cast<int>(eventProgress(shown->event, status.clock()) * 100);
     return status;
 }
 
@@ -106,14 +118,13 @@ StatusTemplate::Values statusValues(const Status& status, const CoreServices& co
 
     const Event& event = *status.event;
     const Formatters& formatters = core.formatters();
-    // As a clock without seconds shows it, so that the line changes with the clock and not in between.
-    const platform::Date now = removingSeconds(core.environment()->now(), core.environment()->calendar);
-    const bool isCurrent = isCurrentEvent(event, now) && !isAnyReminder(event);
+    const platform::ClockReading clock = status.clock();
+    const bool isCurrent = isCurrentEvent(event, clock) && !isAnyReminder(event);
     const platform::Date bound = isCurrent ? event.endDate : event.startDate;
     values["title"] = titleOf(event);
-    values["when"] = formattedShortRelativeTime(bound, now, false, isCurrent, formatters);
-    values["compact"] = formattedCompactRelativeTime(bound, now, isCurrent, formatters);
-    values["time"] = timesText(event, formatters, now);
+    values["when"] = shortRelativeText(bound, isCurrent, clock, formatters);
+    values["compact"] = compactRelativeText(bound, isCurrent, clock, formatters);
+    values["time"] = timesText(event, formatters, clock);
     values["start"] = formatters.timeOnly().string(event.startDate);
     values["end"] = formatters.timeOnly().string(event.endDate);
     values["location"] = onOneLine(event.location.value_or(""));
@@ -132,13 +143,12 @@ StatusTemplate::Values statusValues(const Status& status, const CoreServices& co
 std::string statusTooltip(const Status& status, const CoreServices& core) {
     constexpr std::size_t mostEvents = 10;
     constexpr std::size_t longestTitle = 60;
-    const platform::Date now = core.environment()->now();
     std::vector<std::string> lines;
     if (!status.problem.empty()) lines.push_back(status.problem);
     const std::size_t count = status.problem.empty() ? std::min(status.agenda.size(), mostEvents) : 0;
     for (std::size_t i = 0; i < count; ++i) {
         const Event& event = status.agenda[i].event;
-        lines.push_back(timesText(event, core.formatters(), now) + "  " +
+        lines.push_back(timesText(event, core.formatters(), status.clock()) + "  " +
                         shortened(titleOf(event), longestTitle));
     }
     if (count > 0 && status.agenda.size() > count)

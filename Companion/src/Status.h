@@ -3,7 +3,9 @@
 #include "AgendaEvents.h"
 
 #include <Companion/StatusTemplate.h>
+#include <Foundation/ClockReading.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,6 +31,11 @@ struct Status {
     std::vector<std::string> remarks;
     /// Everything that the widgets would show.
     std::vector<AgendaEvent> agenda;
+    /// When it was read, and when it or a text made from it is outdated.
+    platform::Date now;
+    std::shared_ptr<platform::ChangeMoments> changes = std::make_shared<platform::ChangeMoments>();
+
+    platform::ClockReading clock() const { return {now, changes.get()}; }
 };
 
 /// From the manager's lists as they are. `within`: seconds; what begins later is not shown.

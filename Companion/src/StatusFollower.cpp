@@ -4,6 +4,7 @@
 #include <Foundation/ReaderWatch.h>
 #include <Foundation/TerminationRequest.h>
 #include <Foundation/Text.h>
+#include <Foundation/WakeSchedule.h>
 #include <Foundation/ZoneChange.h>
 #include <HbrUtils/DateOperations.h>
 
@@ -49,6 +50,8 @@ class StatusFollower {
             [this] { core_.manager().reloadEvents(true); });
 
         reloadAndWait(core_);
+        wakes_ = platform::WakeSchedule::onMainQueue(environment.clock);
+        change_ = wakes_->add([this] { core_.manager().reloadEvents(true); });
         show();
         platform::MainQueue::shared().runUntil([this] { return hasEnded_ || isOutdated_; });
         if (isOutdated_ && !hasEnded_) startAnew();
@@ -69,7 +72,9 @@ class StatusFollower {
     }
 
     void show() {
-        std::string line = statusOutput(currentStatus(core_, within_), options_, core_);
+        const Status status = currentStatus(core_, within_);
+        std::string line = statusOutput(status, options_, core_);
+        awaitChange(status);
         if (shown_ == line) return;
         out_ << line << std::endl;
         // A full disk or a reader that is gone: nothing that follows would be seen.
@@ -77,11 +82,24 @@ class StatusFollower {
         shown_ = std::move(line);
     }
 
+    /// Where the line changes within a minute; at whole minutes the manager reloads by itself.
+    void awaitChange(const Status& status) {
+        if (!change_) return;
+        constexpr double belonging = 0.01;
+        auto moment = status.changes->earliest();
+        const platform::Calendar& calendar = core_.environment()->calendar;
+        if (moment && moment->timeIntervalSince(removingSeconds(*moment, calendar)) < belonging)
+            moment.reset();
+        change_->set(moment);
+    }
+
     CoreServices& core_;
     std::ostream& out_;
     const StatusOptions& options_;
     std::optional<double> within_;
     std::optional<std::string> shown_;
+    std::shared_ptr<platform::WakeSchedule> wakes_;
+    std::unique_ptr<platform::WakeSchedule::Alarm> change_;
     bool hasEnded_ = false;
     bool isOutdated_ = false;
 };
