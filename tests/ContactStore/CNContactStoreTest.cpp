@@ -168,6 +168,8 @@ TEST_F(CNContactStoreTest, GivesAPictureOnlyFromBytesThatAreOne) {
         {"PHOTO:https://192.0.2.1/a.png\r\n", "4.0", false, ""},
         {"NOTE:x\r\nPHOTO;ENCODING=b:iVBO*w0KGgo=\r\n", "3.0", false, "one.vcf:6: PHOTO: is no readable"},
         {"PHOTO;ENCODING=b:SGVsbG8=\r\n", "3.0", false, "PHOTO: is no picture"},
+        {"PHOTO;ENCODING=b:iVBORw0KGgoAAAANSUhEUgAAG1gAABtY\r\n", "3.0", false,
+         "PHOTO: takes too long to decode (7000 × 7000 pixels); left out"},
         {"PHOTO;ENCODING=b:\r\n", "3.0", false, "PHOTO: is no readable base64"},
         {"PHOTO:data:image/svg+xml,%3Csvg/%3E\r\n", "4.0", false, "PHOTO: is no readable base64"},
     };

@@ -38,5 +38,30 @@ TEST(ImageBytes, TheHeadTellsFormatAndSize) {
         EXPECT_FALSE(ImageBytes::recognize(bytes));
 }
 
+TEST(ImageBytes, PicturesThatAreDearToDecodeAreKnownByTheirHead) {
+    const auto word = [](unsigned number) {
+        return std::string{static_cast<char>(number >> 8U), static_cast<char>(number & 0xFFU)};
+    };
+    const auto png = [&](unsigned width, unsigned height) {
+        return "\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0"s + word(width) + "\0\0"s + word(height);
+    };
+    const auto jpeg = [&](unsigned width, unsigned height, int scans) {
+        // With a thumbnail in its head, as cameras write it.
+        auto bytes = "\xFF\xD8\xFF\xE1\0\6\xFF\xDA\xFF\xDA\xFF\xC2\0\x0B\b"s + word(height) + word(width);
+        for (int i = 0; i < scans; ++i)
+            bytes += "\xFF\xDA\0\2"s;
+        return bytes;
+    };
+    const std::vector<std::pair<std::string, bool>> cases = {
+        {png(4000, 4000), false},          {png(4000, 4001), true},         {jpeg(10'000, 5000, 1), false},
+        {jpeg(10'000, 5001, 1), true},     {jpeg(4000, 4000, 12), false},   {jpeg(4000, 4001, 2), true},
+        {jpeg(4000, 4000, 13), true},      {jpeg(100, 100, 20'000), false}, {jpeg(100, 100, 20'001), true},
+        {"GIF89a\xFF\xFF\xFF\xFF"s, true},
+    };
+    for (const auto& [bytes, isCostly] : cases)
+        EXPECT_EQ(ImageBytes::recognize(bytes)->isCostly(), isCostly)
+            << testing::PrintToString(bytes.substr(0, 40)) << bytes.size();
+}
+
 }  // namespace
 }  // namespace platform

@@ -1,5 +1,7 @@
+#include <Foundation/MainQueue.h>
 #include <Foundation/TextDecoding.h>
 #include <Views/Painters.h>
+#include <Views/PhotoDecoding.h>
 
 #include <support/TestEnvironment.h>
 
@@ -129,6 +131,17 @@ TEST(Painters, APhotoThatCannotBeDecodedIsNotDrawn) {
                                  contextWith(test::TestEnvironment()));
         EXPECT_EQ(pixelAt(paintPixels(tree, 1), 10, 10), 0U);
     }
+}
+
+TEST(Painters, APhotoDecodedBesideTheMainThreadIsThereWhenItIsDone) {
+    const auto image = redAndBlue();
+    ASSERT_FALSE(isPhotoDecoded(image, 7, 7));
+    bool isDone = false;
+    auto dropped = decodePhoto(image, 9, 9, [] { ADD_FAILURE() << "nobody waits for this one"; });
+    dropped.reset();
+    const auto token = decodePhoto(image, 7, 7, [&isDone] { isDone = true; });
+    EXPECT_TRUE(MainQueue::shared().runUntil([&isDone] { return isDone; }, 30));
+    EXPECT_TRUE(isPhotoDecoded(image, 7, 7));
 }
 
 TEST(Painters, JsonHoldsTheTreeAndItsLinks) {

@@ -54,6 +54,13 @@ std::optional<ImageBytes> PictureReader::fromFile(const CardPlace& place) const 
     if (!picture) return std::nullopt;
     auto image = ImageBytes::recognize(*std::move(picture));
     if (!image) complain(card.line, "PHOTO", "is no picture in PNG, JPEG, GIF or WebP; left out");
+    if (image && image->pixelSize() && image->isCostly()) {
+        const auto size = *image->pixelSize();
+        complain(card.line, "PHOTO",
+                 "takes too long to decode (" + std::to_string(size.width) + " × " +
+                     std::to_string(size.height) + " pixels); left out");
+        return std::nullopt;
+    }
     return image;
 }
 

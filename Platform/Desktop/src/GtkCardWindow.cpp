@@ -1,7 +1,10 @@
 #include <Desktop/CardWindow.h>
+#include <Views/PhotoDecoding.h>
 #include <Views/View.h>
 
 #include <algorithm>
+#include <cmath>
+#include <memory>
 #include <utility>
 
 #include "ActionSignal.h"
@@ -150,8 +153,23 @@ class GtkCardWindow final : public CardWindow {
         return row;
     }
 
+    /// The initials until the picture is decoded.
     GtkWidget* makePortrait(const Card::Person& person) const {
-        const auto layOutPortrait = [person, look = session_.appearance().current()](double deviceScale) {
+        struct Decoding {
+            GtkWidget* area = nullptr;
+            std::shared_ptr<void> token;
+        };
+        const auto decoding = std::make_shared<Decoding>();
+        const auto isReady = [decoding](const ImageBytes& picture, double deviceScale) {
+            const auto pixels = static_cast<int>(std::lround(portraitSize * deviceScale));
+            if (isPhotoDecoded(picture, pixels, pixels)) return true;
+            decoding->token = decodePhoto(picture, pixels, pixels, [decoding = std::weak_ptr(decoding)] {
+                if (const auto shown = decoding.lock()) refreshViewArea(shown->area);
+            });
+            return false;
+        };
+        const auto layOutPortrait = [person, isReady,
+                                     look = session_.appearance().current()](double deviceScale) {
             ViewContext context;
             context.appearance = look.appearance;
             context.contrast = look.contrast;
@@ -159,11 +177,13 @@ class GtkCardWindow final : public CardWindow {
             const Palette& palette = context.palette();
             const View initials = text(person.initials).font(system(12).bold()).foreground(palette.primary);
             View portrait = zstack({}, {capsule().foreground(palette.gray), initials});
-            if (person.picture) portrait = zstack({}, {portrait, photo(*person.picture, portraitSize / 2)});
+            if (person.picture && isReady(*person.picture, deviceScale))
+                portrait = zstack({}, {portrait, photo(*person.picture, portraitSize / 2)});
             return layOut(portrait.filling(), {portraitSize, portraitSize}, context);
         };
         GtkWidget* area = makeViewArea(
             {{portraitSize, portraitSize}, session_.appearance().current().textScale, layOutPortrait});
+        decoding->area = area;
         gtk_widget_set_valign(area, GTK_ALIGN_CENTER);
         return area;
     }

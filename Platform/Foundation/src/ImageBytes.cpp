@@ -25,8 +25,8 @@ std::uint32_t littleEndian(std::string_view bytes) {
     return bigEndian(std::string(bytes.rbegin(), bytes.rend()));
 }
 
-/// Goes from segment to segment up to the frame's head.
-std::optional<ImageBytes::PixelSize> sizeOfJpeg(std::string_view bytes) {
+/// Goes from segment to segment up to the frame's head: what the thumbnail before it holds does not count.
+std::optional<std::size_t> frameOfJpeg(std::string_view bytes) {
     for (std::size_t at = 2; at + 4 <= bytes.size() && bytes[at] == '\xFF';) {
         const auto marker = static_cast<unsigned char>(bytes[at + 1]);
         if (marker == 0xFF) {
@@ -35,17 +35,41 @@ std::optional<ImageBytes::PixelSize> sizeOfJpeg(std::string_view bytes) {
         }
         const bool startsFrame =
             marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
-        if (startsFrame) {
-            if (at + 9 > bytes.size()) return std::nullopt;
-            return ImageBytes::PixelSize{bigEndian(bytes.substr(at + 7, 2)),
-                                         bigEndian(bytes.substr(at + 5, 2))};
-        }
+        if (startsFrame) return at + 9 <= bytes.size() ? std::optional(at) : std::nullopt;
         at += 2 + bigEndian(bytes.substr(at + 2, 2));
     }
     return std::nullopt;
 }
 
+std::optional<ImageBytes::PixelSize> sizeOfJpeg(std::string_view bytes) {
+    const auto at = frameOfJpeg(bytes);
+    if (!at) return std::nullopt;
+    return ImageBytes::PixelSize{bigEndian(bytes.substr(*at + 7, 2)), bigEndian(bytes.substr(*at + 5, 2))};
+}
+
+/// A camera's progressive pictures have ten; a file of a few bytes may have thousands.
+std::uint64_t scansOfJpeg(std::string_view bytes) {
+    bytes = bytes.substr(frameOfJpeg(bytes).value_or(0));
+    std::uint64_t scans = 0;
+    for (auto at = bytes.find("\xFF\xDA"); at != std::string_view::npos; at = bytes.find("\xFF\xDA", at + 2))
+        ++scans;
+    return scans;
+}
+
+constexpr std::uint64_t million = 1'000'000;
+constexpr std::uint64_t mostPixels = 16 * million;
+constexpr std::uint64_t mostPixelsOfOneScan = 50 * million;
+constexpr std::uint64_t mostPixelsOfAllScans = 200 * million;
+
 }  // namespace
+
+bool ImageBytes::isCostly() const {
+    const auto size = pixelSize();
+    if (!size) return true;
+    const auto pixels = std::uint64_t{size->width} * size->height;
+    const auto scans = format_ == Format::jpeg ? scansOfJpeg(*bytes_) : 0;
+    return pixels > (scans == 1 ? mostPixelsOfOneScan : mostPixels) || pixels * scans > mostPixelsOfAllScans;
+}
 
 std::optional<ImageBytes::PixelSize> ImageBytes::pixelSize() const {
     const std::string_view all = *bytes_;

@@ -1,112 +1,116 @@
 #include "PhotoDrawing.h"
 
-#include "WorkCounters.h"
+#include "PixelDecoder.h"
+
+#include <Foundation/MainQueue.h>
+#include <Views/PhotoDecoding.h>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
+#include <cmath>
 #include <deque>
 #include <mutex>
-#include <string>
+#include <optional>
 
-#include <librsvg/rsvg.h>
+#include <glib.h>
 
 namespace platform {
 
 namespace {
 
-/// A portrait has a few million; more would only fill the memory.
-constexpr double mostPixels = 50e6;
-constexpr std::size_t mostKept = 32;
+/// As many faces as the cards on a screen show; one takes 16 kB at double resolution.
+constexpr std::size_t mostKept = 256;
+/// Of a vector picture's photo, per point.
+constexpr double pixelsPerPoint = 4;
+constexpr double mostPixelsOfASide = 2048;
 
-const char* mediaType(ImageBytes::Format format) {
-    switch (format) {
-        case ImageBytes::Format::png:
-            return "image/png";
-        case ImageBytes::Format::jpeg:
-            return "image/jpeg";
-        case ImageBytes::Format::gif:
-            return "image/gif";
-        case ImageBytes::Format::webp:
-            return "image/webp";
+/// The photos decoded last. Constant after it was decoded: nullptr for one that cannot be.
+class Photos {
+  public:
+    std::optional<std::shared_ptr<const Raster>> find(const ImageBytes& image, int width, int height) {
+        const std::lock_guard lock(mutex_);
+        const auto known = std::ranges::find_if(kept_, [&](const Kept& photo) {
+            return photo.width == width && photo.height == height && photo.image == image;
+        });
+        return known == kept_.end() ? std::nullopt : std::optional(known->raster);
     }
-    return "";
+
+    std::shared_ptr<const Raster> decode(const ImageBytes& image, int width, int height) {
+        if (const auto known = find(image, width, height)) return *known;
+        // Not under the lock: others paint meanwhile.
+        auto raster = decodedPixels(image, width, height);
+        const std::lock_guard lock(mutex_);
+        kept_.push_back({image, width, height, raster});
+        if (kept_.size() > mostKept) kept_.pop_front();
+        return raster;
+    }
+
+  private:
+    struct Kept {
+        ImageBytes image;
+        int width;
+        int height;
+        std::shared_ptr<const Raster> raster;
+    };
+
+    std::mutex mutex_;
+    std::deque<Kept> kept_;
+};
+
+/// Never destroyed, as the decoding thread may be at work when the process ends.
+Photos& photos() {
+    static auto& shared = *new Photos();
+    return shared;
 }
 
-/// Never with the locale's decimal comma.
-std::string plain(double length) {
-    std::array<char, 32> digits{};
-    const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), length, std::chars_format::fixed, 3);
-    return {digits.data(), end.ptr};
-}
-
-/// The library of the vector pictures decodes the formats of photographs, too, and scales them well.
-void drawInto(cairo_t* cairo, const ImageBytes& image, double width, double height) {
-    const auto size = image.pixelSize();
-    if (!size || static_cast<double>(size->width) * static_cast<double>(size->height) > mostPixels) return;
-    count(workCounters().rasterizedPictures);
-    gchar* encoded =
-        g_base64_encode(reinterpret_cast<const guchar*>(image.bytes().data()), image.bytes().size());
-    const auto box = "width=\"" + plain(width) + "\" height=\"" + plain(height) + "\"";
-    const std::string svg =
-        "<svg xmlns=\"http://www.w3.org/2000/svg\" " + box + "><image " + box +
-        " preserveAspectRatio=\"xMidYMid slice\" href=\"data:" + mediaType(image.format()) + ";base64," +
-        encoded + "\"/></svg>";
-    g_free(encoded);
-    // A long attribute is refused unless the document is trusted; it is ours.
-    GInputStream* stream =
-        g_memory_input_stream_new_from_data(svg.data(), static_cast<gssize>(svg.size()), nullptr);
-    RsvgHandle* handle =
-        rsvg_handle_new_from_stream_sync(stream, nullptr, RSVG_HANDLE_FLAG_UNLIMITED, nullptr, nullptr);
-    g_object_unref(stream);
-    if (!handle) return;
-    const RsvgRectangle viewport = {0, 0, width, height};
-    rsvg_handle_render_document(handle, cairo, &viewport, nullptr);
-    g_object_unref(handle);
-}
-
-struct KeptPhoto {
+struct Request {
     ImageBytes image;
     int width;
     int height;
-    std::shared_ptr<const Raster> raster;
+    std::weak_ptr<std::function<void()>> done;
 };
+
+void decodeNext(gpointer data, gpointer) {
+    const std::unique_ptr<Request> request(static_cast<Request*>(data));
+    if (request->done.expired()) return;
+    photos().decode(request->image, request->width, request->height);
+    MainQueue::shared().async([asked = request->done] {
+        if (const auto done = asked.lock()) (*done)();
+    });
+}
 
 }  // namespace
 
+bool isPhotoDecoded(const ImageBytes& image, int width, int height) {
+    return photos().find(image, width, height).has_value();
+}
+
+std::shared_ptr<void> decodePhoto(const ImageBytes& image, int width, int height,
+                                  std::function<void()> done) {
+    static GThreadPool* const thread = g_thread_pool_new(decodeNext, nullptr, 1, FALSE, nullptr);
+    auto token = std::make_shared<std::function<void()>>(std::move(done));
+    g_thread_pool_push(thread, new Request{image, width, height, token}, nullptr);
+    return token;
+}
+
 std::shared_ptr<const Raster> photoRaster(const ImageBytes& image, int width, int height) {
     if (width <= 0 || height <= 0) return nullptr;
-    static std::mutex mutex;
-    static std::deque<KeptPhoto> kept;
-    const std::lock_guard lock(mutex);
-    const auto known = std::ranges::find_if(kept, [&](const KeptPhoto& photo) {
-        return photo.width == width && photo.height == height && photo.image == image;
-    });
-    if (known != kept.end()) return known->raster;
-
-    auto made = std::make_shared<Raster>();
-    made->width = width;
-    made->height = height;
-    made->stride = cairo_format_stride_for_width(CAIRO_FORMAT_ARGB32, width);
-    made->pixels.resize(static_cast<std::size_t>(made->stride) * static_cast<std::size_t>(height));
-    cairo_surface_t* surface = cairo_image_surface_create_for_data(made->pixels.data(), CAIRO_FORMAT_ARGB32,
-                                                                   width, height, made->stride);
-    cairo_t* cairo = cairo_create(surface);
-    drawInto(cairo, image, width, height);
-    cairo_destroy(cairo);
-    cairo_surface_finish(surface);
-    cairo_surface_destroy(surface);
-    kept.push_back({image, width, height, made});
-    if (kept.size() > mostKept) kept.pop_front();
-    return made;
+    return photos().decode(image, width, height);
 }
 
 void drawPhoto(cairo_t* cairo, const ImageBytes& image, double width, double height, double opacity) {
-    cairo_push_group(cairo);
-    drawInto(cairo, image, width, height);
-    cairo_pop_group_to_source(cairo);
+    const double scale = std::min(pixelsPerPoint, mostPixelsOfASide / std::max({width, height, 1.0}));
+    const auto pixels = [scale](double length) { return static_cast<int>(std::lround(length * scale)); };
+    const auto raster = photoRaster(image, pixels(width), pixels(height));
+    if (!raster) return;
+    auto* bytes = const_cast<std::uint8_t*>(raster->pixels.data());
+    cairo_surface_t* surface = cairo_image_surface_create_for_data(bytes, CAIRO_FORMAT_ARGB32, raster->width,
+                                                                   raster->height, raster->stride);
+    cairo_save(cairo);
+    cairo_scale(cairo, width / raster->width, height / raster->height);
+    cairo_set_source_surface(cairo, surface, 0, 0);
     cairo_paint_with_alpha(cairo, opacity);
+    cairo_restore(cairo);
+    cairo_surface_destroy(surface);
 }
 
 }  // namespace platform

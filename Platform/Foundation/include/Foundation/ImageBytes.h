@@ -25,6 +25,10 @@ class ImageBytes {
     Format format() const { return format_; }
     /// As the file's head says; nothing when it cannot be told, and for WebP.
     std::optional<PixelSize> pixelSize() const;
+    /// Decoding may take more memory or time than a picture is worth: it has more than 16 million pixels (50
+    /// as a JPEG in one scan, which can be decoded at a fraction of its size), its size cannot be told, or the
+    /// scans of a progressive JPEG together decode more than 200 million pixels.
+    bool isCostly() const;
     const std::string& bytes() const { return *bytes_; }
     /// Equal for equal bytes.
     std::size_t hash() const { return hash_; }
