@@ -233,7 +233,7 @@ TEST(TruthOfDrawings, AtEverySecondTheWindowsShowWhatAFreshDrawingShows) {
         drawing.world.setNow(begin);
         drawing.settings.timeOffset = std::array{0.0, 60.0, 75.0, 300.0}[random() % 4];
         Desktop desktop(drawing, someEvents(drawing, begin.addingTimeInterval(30), random));
-        for (int second = 0; second < 200 && !testing::Test::HasFailure(); ++second) {
+        for (int second = 0; second < 130 && !testing::Test::HasFailure(); ++second) {
             // Now and then nobody looks for a while.
             desktop.isWatched = second % 80 < 60;
             desktop.runUntil(begin.addingTimeInterval(second + 0.01));

@@ -1,0 +1,59 @@
+#include "EventCard.h"
+
+#include <HbrCore/CoreFixture.h>
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace hbr;
+using testing::ElementsAreArray;
+
+/// What a card says and offers that may depend on the clock.
+std::vector<std::string> words(const platform::Card& card) {
+    std::vector<std::string> words = card.lines;
+    if (card.primary) words.push_back(card.primary->label);
+    for (const auto* choices : {&card.buttons, &card.menu}) {
+        for (const auto& choice : *choices)
+            words.push_back(choice.label);
+    }
+    return words;
+}
+
+TEST(EventCard, SaysUntilWhenItIsTrue) {
+    struct Case {
+        const char* start;
+        double length;
+    };
+    // An hour before and after noon in Berlin, at odd seconds, over midnight, a reminder, of two days.
+    const std::vector<Case> cases = {{"2026-03-04T11:00:00Z", 3600}, {"2026-03-04T11:00:17Z", 133},
+                                     {"2026-03-04T22:59:30Z", 90},   {"2026-03-04T12:00:05Z", 0},
+                                     {"2026-03-06T09:00:00Z", 3600}, {"2026-03-03T23:00:00Z", 172800}};
+    for (const Case& c : cases) {
+        test::CoreFixture core;
+        Event event;
+        event.title = "Standup";
+        event.startDate = test::at(c.start);
+        event.endDate = event.startDate.addingTimeInterval(c.length);
+        if (c.length == 0) event.type = Event::EventType::hbrReminder;
+        for (const auto around : {event.startDate, event.endDate, test::at("2026-03-04T23:00:00Z")}) {
+            platform::Card shown;
+            int renewals = 0;
+            for (int second = -130; second <= 130; ++second) {
+                const auto now = around.addingTimeInterval(second + 0.01);
+                const auto fresh = [&](platform::Date moment) {
+                    core.environment.setNow(moment);
+                    return eventCard(core.services(), event, {});
+                };
+                if (second == -130) shown = fresh(now);
+                while (shown.changesAt && *shown.changesAt <= now) {
+                    shown = fresh(*shown.changesAt);
+                    ++renewals;
+                }
+                ASSERT_THAT(words(shown), ElementsAreArray(words(fresh(now)))) << c.start << " " << second;
+            }
+            EXPECT_LE(renewals, 200) << c.start;
+        }
+    }
+}
+
+}  // namespace
