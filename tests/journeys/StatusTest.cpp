@@ -54,7 +54,7 @@ TEST_F(StatusLine, EachStateHasItsWordsAndClasses) {
         const char* classes;
         int percentage;
     } const cases[] = {
-        {"2026-11-25T09:50:20Z", "R &amp; D &lt;b&gt;&quot;%{A1:x:} review · in 10\u202Fm",
+        {"2026-11-25T09:50:20Z", "R &amp; D &lt;b&gt;&quot;%{A1:x:} review · in 9\u202Fm",
          R"(["upcoming","has-call"])", 0},
         {"2026-11-25T09:59:30Z", "R &amp; D &lt;b&gt;&quot;%{A1:x:} review · in 1\u202Fm",
          R"(["pending","has-call"])", 0},

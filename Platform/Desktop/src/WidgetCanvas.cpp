@@ -16,7 +16,8 @@ constexpr double hoverOpacity = 0.06;
 /// Points.
 constexpr double focusLineWidth = 2, focusOffset = 2;
 constexpr double badgeDiameter = 14, badgeInset = 6;
-/// Seconds between two times that a screen reader hears of what time changes; texts by the minute are all said.
+/// Seconds between two times that a screen reader hears of what time changes; texts by the minute are all
+/// said.
 constexpr double silence = 55;
 
 Rect widened(Rect rect, double by) {

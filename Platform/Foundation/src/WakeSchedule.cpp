@@ -42,7 +42,10 @@ std::shared_ptr<WakeSchedule> WakeSchedule::onMainQueue(std::function<Date()> cl
             timer.reset();
             if (!moment) return;
             const Date bySystem = systemNow().addingTimeInterval(moment->timeIntervalSince(clock()));
-            timer = std::make_unique<WallClockTimer>(bySystem, 0, [this] { schedule.wake(); });
+            timer = std::make_unique<WallClockTimer>(bySystem, 0, [this, armedAt = clock()] {
+                // A clock that stands still never gets there.
+                if (clock() != armedAt) schedule.wake();
+            });
         }
 
         std::function<Date()> clock;
