@@ -2,8 +2,9 @@
 
 #include "CommandContext.h"
 
-#include <HbrCore/Events/Event.h>
+#include <HbrCore/Events/EventRef.h>
 #include <HbrCore/Explanation/EventExplanation.h>
+#include <HbrCore/Scheduling/EventLists.h>
 
 #include <optional>
 #include <vector>
@@ -14,14 +15,14 @@ using AgendaState = ListedState;
 
 struct AgendaEvent {
     AgendaState state = AgendaState::upcoming;
-    Event event;
+    EventRef event;
 };
 
-/// The manager's lists as they are, current events first, then by start.
-std::vector<AgendaEvent> agendaOf(const CalendarEventManager& manager);
+/// Current events first, then by start.
+std::vector<AgendaEvent> agendaOf(const EventLists& lists);
 
-/// What the widgets would show, current events first, then by start. With `days` up to the end of the day
-/// that lies so many days after today, else as far as the settings say.
+/// What a reload lists, current events first, then by start. With `days` as if the settings said so many
+/// days.
 std::vector<AgendaEvent> agendaEvents(CommandContext& context, std::optional<int> days);
 
 }  // namespace hbr

@@ -30,7 +30,7 @@ class AgendaWriter {
             width_ = static_cast<std::size_t>(std::clamp(*width, narrowest, widest));
         }
         for (const auto& one : agenda)
-            timeWidth_ = std::max(timeWidth_, columns(timeSpan(one.event, formatters_)));
+            timeWidth_ = std::max(timeWidth_, columns(timeSpan(*one.event, formatters_)));
     }
 
     std::string text(const std::vector<AgendaEvent>& agenda) {
@@ -49,7 +49,7 @@ class AgendaWriter {
   private:
     std::string headingOf(const AgendaEvent& one) const {
         if (one.state == AgendaState::current) return "Under way";
-        return dayHeading(one.event.startDate, now_, formatters_);
+        return dayHeading(one.event->startDate, now_, formatters_);
     }
 
     /// What is under way or about to begin stands out, also without colours.
@@ -67,12 +67,12 @@ class AgendaWriter {
 
     std::string distance(const AgendaEvent& one) const {
         if (one.state == AgendaState::current) {
-            const auto left = formatters_.timeRemaining(timeLeft(one.event, now_));
+            const auto left = formatters_.timeRemaining(timeLeft(*one.event, now_));
             return left.value_or("");
         }
         constexpr double soon = 3 * 3600;
-        if (one.event.startDate.timeIntervalSince(now_) > soon) return "";
-        return formatters_.relativeDefault().string(one.event.startDate, now_);
+        if (one.event->startDate.timeIntervalSince(now_) > soon) return "";
+        return formatters_.relativeDefault().string(one.event->startDate, now_);
     }
 
     static std::string titleOf(const Event& event) {
@@ -89,7 +89,7 @@ class AgendaWriter {
 
     /// Everything, on lines as long as they get: for pipes.
     void addEvent(const AgendaEvent& one) {
-        const Event& event = one.event;
+        const Event& event = *one.event;
         text_ += margin(&one, event) + titleOf(event);
         std::string details;
         const auto add = [&](const std::string& detail) {
@@ -107,7 +107,7 @@ class AgendaWriter {
 
     /// For a terminal: title and distance on one line, what else there is on the next.
     void addEventOfWidth(const AgendaEvent& one, std::size_t width) {
-        const Event& event = one.event;
+        const Event& event = *one.event;
         const bool isCurrent = one.state == AgendaState::current;
         const bool standsOut = one.state != AgendaState::upcoming;
         const std::size_t room = width - std::min(width, timeWidth_ + 5);

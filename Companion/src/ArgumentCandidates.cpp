@@ -25,10 +25,10 @@ std::vector<Candidate> events(CommandContext context) {
     std::vector<Candidate> candidates{{"now", "what is under way"}, {"next", "what comes next"}};
     std::set<std::string> known;
     for (const auto& one : agendaEvents(context, {})) {
-        if (!one.event.title || !known.insert(*one.event.title).second) continue;
-        candidates.push_back(
-            {onOneLine(*one.event.title),
-             formattedStartTimeAndDate(one.event, context.core().formatters(), context.now())});
+        const Event& event = *one.event;
+        if (!event.title || !known.insert(*event.title).second) continue;
+        candidates.push_back({onOneLine(*event.title),
+                              formattedStartTimeAndDate(event, context.core().formatters(), context.now())});
     }
     return candidates;
 }

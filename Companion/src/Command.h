@@ -30,6 +30,8 @@ class Command {
     virtual void declare(CLI::App& app) = 0;
     /// False for a command that works without the calendars; none of their files is then opened.
     virtual bool readsCalendars() const { return true; }
+    /// False for a command that follows the widgets, which show no delegated account.
+    virtual bool asksForAccess() const { return readsCalendars(); }
     /// True for a command that goes on until it is told to end; asked after the command line was read.
     virtual bool isLongLived() const { return false; }
     /// A failure is thrown as CommandFailure.

@@ -14,6 +14,11 @@ CompanionRecords& CommandContext::records() {
 
 void CommandContext::requireReadableAccounts() {
     const auto reports = core().aggregatedEventStore().report();
+    if (reports.empty() && core().aggregatedEventStore().hasDelegatedAccounts()) {
+        throw CommandFailure(ExitCode::nothingThere,
+                             "there are only delegated accounts, which the widgets and this command do not "
+                             "show; see them with: heedbanner agenda");
+    }
     if (reports.empty()) {
         throw CommandFailure(ExitCode::nothingThere, "no calendars yet; add them with: heedbanner setup");
     }

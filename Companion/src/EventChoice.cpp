@@ -49,7 +49,7 @@ Event onlyOne(CommandContext& context, const std::vector<Event>& found, const st
 Event underWay(CommandContext& context, const std::vector<AgendaEvent>& agenda) {
     std::vector<Event> current;
     for (const auto& one : agenda) {
-        if (one.state == AgendaState::current) current.push_back(one.event);
+        if (one.state == AgendaState::current) current.push_back(*one.event);
     }
     if (current.empty()) failNothing("nothing is under way");
     return onlyOne(context, current, "several events are under way");
@@ -59,7 +59,7 @@ Event next(const std::vector<AgendaEvent>& agenda) {
     const auto first = std::find_if(agenda.begin(), agenda.end(),
                                     [](const AgendaEvent& one) { return one.state != AgendaState::current; });
     if (first == agenda.end()) failNothing("nothing comes up");
-    return first->event;
+    return *first->event;
 }
 
 std::vector<std::string> titles(const std::vector<Event>& events) {
@@ -95,7 +95,7 @@ Event chosenEvent(CommandContext& context, const std::string& wanted) {
 
     std::vector<Event> candidates;
     for (const auto& one : agenda)
-        candidates.push_back(one.event);
+        candidates.push_back(*one.event);
     auto found = matchingEvents(candidates, wanted, context.now());
     if (found.empty()) {
         candidates = everything(context);

@@ -80,10 +80,9 @@ int runCompanion(int argc, char** argv) {
     if (line.general.now) environment->clock = [now = *line.general.now] { return now; };
     platform::Environment::setCurrent(environment);
 
-    CommandContext context(environment, Console(!line.general.noColor), line.general,
-                           {.isLongLived = line.command->isLongLived(),
-                            // So that delegated accounts count.
-                            .asksForAccess = line.command->readsCalendars()});
+    CommandContext context(
+        environment, Console(!line.general.noColor), line.general,
+        {.isLongLived = line.command->isLongLived(), .asksForAccess = line.command->asksForAccess()});
     return static_cast<int>(finishOutput(run(*line.command, context, *diagnostics)));
 }
 

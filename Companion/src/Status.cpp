@@ -24,7 +24,7 @@ const AgendaEvent* lastBegun(const std::vector<AgendaEvent>& agenda) {
     const AgendaEvent* last = nullptr;
     for (const auto& one : agenda) {
         if (one.state != AgendaState::current) continue;
-        if (!last || one.event.startDate > last->event.startDate) last = &one;
+        if (!last || one.event->startDate > last->event->startDate) last = &one;
     }
     return last;
 }
@@ -50,7 +50,10 @@ void addAccounts(Status& status, const CoreServices& core) {
             status.remarks.push_back(onOneLine(report.account.name + ": " + report.problem));
     }
     const bool canReadNone = status.remarks.size() == reports.size();
-    if (reports.empty() && status.agenda.empty()) {
+    const bool areAllDelegated = reports.empty() && core.aggregatedEventStore().hasDelegatedAccounts();
+    if (areAllDelegated) {
+        status.remarks = {"Delegated accounts are not shown here: heedbanner agenda"};
+    } else if (reports.empty() && status.agenda.empty()) {
         status.problem = "No calendars yet";
         status.remarks = {"Add them with: heedbanner setup FOLDER"};
     } else if (!reports.empty() && canReadNone) {
@@ -61,11 +64,12 @@ void addAccounts(Status& status, const CoreServices& core) {
 
 /// Events that begin to be pending, begin or end change what is shown.
 void noteStates(const Status& status, const CoreServices& core) {
-    const auto offset = static_cast<double>(core.settings().timeOffsetSeconds());
-    const auto settings = core.eventSettings().customSettings();
+    const auto settings = core.manager().reloadSettings();
+    const auto offset = static_cast<double>(settings->alerts.timeOffsetSeconds);
     for (const AgendaEvent& one : status.agenda) {
-        isCurrentEvent(one.event, status.clock());
-        isPending(one.event, offset, EventSettingsStore::find(settings, one.event.id), status.clock());
+        isCurrentEvent(*one.event, status.clock());
+        isPending(*one.event, offset, EventSettingsStore::find(settings->eventSettings, one.event->id),
+                  status.clock());
     }
 }
 
@@ -90,7 +94,7 @@ std::string_view rawValue(StatusState state) {
 Status currentStatus(const CoreServices& core, std::optional<double> within) {
     Status status;
     status.now = core.environment()->now();
-    status.agenda = agendaOf(core.manager());
+    status.agenda = agendaOf(*core.manager().lists());
     noteStates(status, core);
     addAccounts(status, core);
     if (status.state == StatusState::problem) return status;
@@ -100,13 +104,13 @@ Status currentStatus(const CoreServices& core, std::optional<double> within) {
     if (!shown) {
         shown = firstOf(status.agenda, AgendaState::upcoming);
         if (shown && within &&
-            !status.clock().hasReached(shown->event.startDate.addingTimeInterval(-*within)))
+            !status.clock().hasReached(shown->event->startDate.addingTimeInterval(-*within)))
             shown = nullptr;
     }
     if (!shown) return status;
     status.state = stateOf(shown->state);
-    status.event = shown->event;
-    status.percentage = static_cast<int>(eventProgress(shown->event, status.clock()) * 100);
+    status.event = *shown->event;
+    status.percentage = static_cast<int>(eventProgress(*shown->event, status.clock()) * 100);
     return status;
 }
 
@@ -147,7 +151,7 @@ std::string statusTooltip(const Status& status, const CoreServices& core) {
     if (!status.problem.empty()) lines.push_back(status.problem);
     const std::size_t count = status.problem.empty() ? std::min(status.agenda.size(), mostEvents) : 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const Event& event = status.agenda[i].event;
+        const Event& event = *status.agenda[i].event;
         lines.push_back(timesText(event, core.formatters(), status.clock()) + "  " +
                         shortened(titleOf(event), longestTitle));
     }

@@ -62,7 +62,7 @@ class StatusFollower {
         std::vector<std::shared_ptr<platform::DefaultsDomain::Observation>> observations;
         const auto observe = [&](std::string_view key) {
             observations.push_back(
-                core_.sharedDomain()->observe(key, [this] { core_.manager().reloadEvents(true); }));
+                core_.sharedDomain()->observe(key, [this] { core_.manager().reloadChangedSettings(); }));
         };
         for (const auto key : UserSettingsStore::keys)
             observe(key);

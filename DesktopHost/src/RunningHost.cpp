@@ -197,7 +197,7 @@ void RunningHost::Parts::watchWorld() {
     clockFormatChange = std::make_unique<platform::ClockFormatChange>([this] { executeAnew(); });
     termination = std::make_unique<platform::TerminationRequest>([this] { hasEnded = true; });
     settingsWatch = std::make_unique<SettingsWatch>(world.core.domains(),
-                                                    [this] { world.core.manager().reloadEvents(true); });
+                                                    [this] { world.core.manager().reloadChangedSettings(); });
     placementsWatch = std::make_unique<platform::FileWatcher>(
         std::vector{world.placements.path()}, [this](const auto&) { later([this] { placementsChanged(); }); },
         placementsQuiet, world.environment->diagnostics);
@@ -325,8 +325,7 @@ void RunningHost::start(const HostRequest& request) {
     parts.makeAlerts();
     parts.watchWorld();
     parts.refreshNotice();
-    parts.showPlacements();
-    // Alerts count also while no widget is placed.
+    // Alerts count also while no widget is placed. Before the widgets, which share this reload.
     parts.world.core.manager().reloadEvents(true, [&parts, alive = std::weak_ptr(parts.isAlive)] {
         if (!alive.lock()) return;
         if (const auto handover = std::exchange(parts.handover, std::nullopt)) {
@@ -339,6 +338,7 @@ void RunningHost::start(const HostRequest& request) {
         }
         parts.alerts->catchUp();
     });
+    parts.showPlacements();
     const bool isEmpty = parts.contents.widgets.empty() && !request.isService;
     if (request.task == HostRequest::Task::gallery || isEmpty) parts.showGallery();
     if (request.task == HostRequest::Task::focus) focus(request.focused);

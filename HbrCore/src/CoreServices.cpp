@@ -179,4 +179,10 @@ void reloadAndWait(CoreServices& services) {
     platform::MainQueue::shared().runUntil([&isDone] { return isDone; });
 }
 
+void reloadAndWait(CoreServices& services, const ReloadSettings& settings) {
+    bool isDone = false;
+    services.manager().reloadEvents(settings, [&isDone] { isDone = true; });
+    platform::MainQueue::shared().runUntil([&isDone] { return isDone; });
+}
+
 }  // namespace hbr

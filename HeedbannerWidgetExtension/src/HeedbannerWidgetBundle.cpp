@@ -8,6 +8,7 @@
 #include <HeedbannerWidgetExtension/WidgetKinds.h>
 #include <HeedbannerWidgetExtension/WidgetStrings.h>
 
+#include <initializer_list>
 #include <utility>
 
 #include "ReloadObservers.h"
@@ -32,29 +33,34 @@ namespace {
 EventSource managerEvents(platform::EnvironmentRef environment,
                           const HeedbannerWidgetBundle::Services& services) {
     return {.environment = std::move(environment),
-            .upcomingEvents = [services] { return services().manager().allCachedUpcomingEvents(); },
-            .currentEvents = [services] { return services().manager().allCachedCurrentEvents(); },
+            .upcomingEvents = [services] { return services().manager().lists()->upcoming(); },
+            .currentEvents = [services] { return services().manager().lists()->underWay(); },
             .reload =
                 [services](std::function<void()> completion) {
                     services().manager().reloadEvents(false, std::move(completion));
                 }};
 }
 
+EventRefs shared(std::initializer_list<Event> events) {
+    EventRefs list;
+    for (const Event& event : events)
+        list.push_back(std::make_shared<const Event>(event));
+    return list;
+}
+
 EventSource demonstrationEvents(platform::EnvironmentRef environment) {
     auto demo = std::make_shared<const DemoEvents>(environment);
-    return {
-        .environment = std::move(environment),
-        .upcomingEvents =
-            [demo] {
-                return std::vector<Event>{demo->demo_upcomingEvent1(),
-                                          demo->demo_upcomingAppleReminderEvent1(),
-                                          demo->demo_upcomingEvent2(), demo->demo_upcomingEvent3()};
-            },
-        .currentEvents = [demo] { return std::vector<Event>{demo->demo_makeOngoingEventForScreenshots()}; },
-        .reload =
-            [](std::function<void()> completion) {
-                platform::MainQueue::shared().async(std::move(completion));
-            }};
+    return {.environment = std::move(environment),
+            .upcomingEvents =
+                [demo] {
+                    return shared({demo->demo_upcomingEvent1(), demo->demo_upcomingAppleReminderEvent1(),
+                                   demo->demo_upcomingEvent2(), demo->demo_upcomingEvent3()});
+                },
+            .currentEvents = [demo] { return shared({demo->demo_makeOngoingEventForScreenshots()}); },
+            .reload =
+                [](std::function<void()> completion) {
+                    platform::MainQueue::shared().async(std::move(completion));
+                }};
 }
 
 }  // namespace

@@ -15,14 +15,18 @@ TimelineReloadPolicy aMinuteAfter(platform::Date moment, const platform::Environ
     return TimelineReloadPolicy::after(environment.calendar.addingMinutes(moment, 1));
 }
 
+std::vector<Event> firstEvents(EventRefs events, std::size_t count) {
+    events.resize(std::min(events.size(), count));
+    return copied(events);
+}
+
 UpcomingEventsEntry upcomingEntry(const EventSource& source) {
-    auto events = source.upcomingEvents();
-    events.resize(std::min(events.size(), UpcomingEvetsProvider::maximumEvents));
-    return {source.environment->now(), std::move(events)};
+    return {source.environment->now(),
+            firstEvents(source.upcomingEvents(), UpcomingEvetsProvider::maximumEvents)};
 }
 
 CurrentEventsEntry currentEntry(const EventSource& source) {
-    return {source.environment->now(), source.currentEvents()};
+    return {source.environment->now(), copied(source.currentEvents())};
 }
 
 template <class Entry>
@@ -41,17 +45,16 @@ NextEventEntry NextEventProvider::placeholder(const TimelineProviderContext&) co
 
 void NextEventProvider::getSnapshot(const TimelineProviderContext&,
                                     std::function<void(NextEventEntry)> completion) const {
-    auto events = eventManager_.upcomingEvents();
+    const auto events = eventManager_.upcomingEvents();
     NextEventEntry entry{eventManager_.environment->now(), std::nullopt};
-    if (!events.empty()) entry.event = std::move(events.front());
+    if (!events.empty()) entry.event = *events.front();
     completion(std::move(entry));
 }
 
 void NextEventProvider::getTimeline(const TimelineProviderContext&,
                                     std::function<void(Timeline<NextEventEntry>)> completion) const {
     eventManager_.reload([source = eventManager_, completion = std::move(completion)] {
-        auto events = source.upcomingEvents();
-        events.resize(std::min(events.size(), maximumEntries));
+        auto events = firstEvents(source.upcomingEvents(), maximumEntries);
         platform::Date date = source.environment->now();
         Timeline<NextEventEntry> timeline;
         for (Event& event : events) {

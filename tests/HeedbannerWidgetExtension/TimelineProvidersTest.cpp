@@ -14,12 +14,12 @@ using testing::ElementsAre;
 
 /// Providers over a fixed list, ten minutes apart from 10:00 on; a reload completes at once.
 EventSource listed(const test::TestEnvironment& environment, int count, int* reloads = nullptr) {
-    std::vector<Event> events;
+    EventRefs events;
     for (int i = 0; i < count; ++i) {
         Event event;
         event.id = std::to_string(i);
         event.startDate = at("2026-03-04T10:00:00Z").addingTimeInterval(600.0 * i);
-        events.push_back(event);
+        events.push_back(std::make_shared<const Event>(event));
     }
     return {environment, [events] { return events; }, [events] { return events; },
             [reloads](const std::function<void()>& completion) {
@@ -95,8 +95,8 @@ TEST(Providers, RequestsBesideEachOtherAreAllAnsweredAndAnnounceNothing) {
     const auto observation =
         core.services().center().observe(didReloadEventsNotification, [&] { ++announced; });
     int reloads = 0;
-    const EventSource source{core.environment, [&] { return manager.allCachedUpcomingEvents(); },
-                             [&] { return manager.allCachedCurrentEvents(); },
+    const EventSource source{core.environment, [&] { return manager.lists()->upcoming(); },
+                             [&] { return manager.lists()->underWay(); },
                              [&](std::function<void()> completion) {
                                  ++reloads;
                                  manager.reloadEvents(false, std::move(completion));
@@ -152,8 +152,8 @@ TEST(Providers, TimelinesAcrossAChangeOfTheClock) {
                    "BEGIN:VEVENT\nUID:d\nSUMMARY:Daily\nDTSTART;TZID=" + std::string(c.zone) +
                        ":20260101T033000\nDURATION:PT10M\nRRULE:FREQ=DAILY\nEND:VEVENT\n");
         auto& manager = core.reloaded();
-        const EventSource source{core.environment, [&] { return manager.allCachedUpcomingEvents(); },
-                                 [&] { return manager.allCachedCurrentEvents(); },
+        const EventSource source{core.environment, [&] { return manager.lists()->upcoming(); },
+                                 [&] { return manager.lists()->underWay(); },
                                  [&](const std::function<void()>& completion) { completion(); }};
         const auto timeline = timelineOf(NextEventProvider(source));
         std::vector<std::string> starts;

@@ -56,7 +56,7 @@ class AgendaCommand final : public Command {
         for (const auto& one : agenda) {
             auto object = platform::JsonValue::object();
             object.set("state", rawValue(one.state));
-            const platform::JsonValue event = eventJson(one.event);
+            const platform::JsonValue event = eventJson(*one.event);
             for (const auto& [key, value] : *event.asObject())
                 object.set(key, value);
             array.append(std::move(object));

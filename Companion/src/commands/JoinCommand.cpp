@@ -3,6 +3,8 @@
 #include "CommandContext.h"
 #include "EventChoice.h"
 #include "EventName.h"
+#include "ReminderText.h"
+#include "Status.h"
 
 #include <HbrCore/Scheduling/CallToJoin.h>
 #include <CLI/App.hpp>
@@ -20,17 +22,28 @@ class JoinCommand final : public Command {
     std::string_view examples() const override {
         return "  heedbanner join              the call about to begin, else the one under way\n"
                "  heedbanner join standup      the call of the event with that in its title\n"
-               "  heedbanner join --print      only print its address";
+               "  heedbanner join --shown      the call of the meeting in the bar, for a click on it";
     }
 
+    bool asksForAccess() const override { return false; }
+
     void declare(CLI::App& app) override {
-        app.add_option("EVENT", wanted_, eventArgumentMeaning)->type_name("");
+        auto* event = app.add_option("EVENT", wanted_, eventArgumentMeaning)->type_name("");
+        auto* shown = app.add_flag("--shown", shown_, "The meeting that status shows, and no other");
+        shown->excludes(event);
+        app.add_option("--within", within_, "With --shown: as status was given it (30m, 2h)")
+            ->type_name("DURATION")
+            ->needs(shown);
         app.add_flag("--print", print_, "Print the address as the event has it, open nothing");
     }
 
     ExitCode run(CommandContext& context) override {
+        std::optional<double> within;
+        if (!within_.empty()) within = static_cast<double>(secondsOfOption("join: --within", within_));
         context.requireReadableAccounts();
-        const Event event = wanted_.empty() ? eventNow(context) : chosenEvent(context, wanted_);
+        const Event event = shown_            ? eventShown(context, within)
+                            : wanted_.empty() ? eventNow(context)
+                                              : chosenEvent(context, wanted_);
         if (print_) {
             context.console().out() << chosenCall(context, event).url.absoluteString() << "\n";
         } else {
@@ -40,6 +53,13 @@ class JoinCommand final : public Command {
     }
 
   private:
+    static Event eventShown(CommandContext& context, std::optional<double> within) {
+        reloadAndWait(context.core());
+        const Status status = currentStatus(context.core(), within);
+        if (status.event) return *status.event;
+        throw CommandFailure(ExitCode::nothingThere, "no meeting is shown");
+    }
+
     static Event eventNow(CommandContext& context) {
         CoreServices& core = context.core();
         reloadAndWait(core);
@@ -53,6 +73,8 @@ class JoinCommand final : public Command {
     }
 
     std::string wanted_;
+    bool shown_ = false;
+    std::string within_;
     bool print_ = false;
 };
 

@@ -26,6 +26,8 @@ class NextCommand final : public Command {
                "  heedbanner show next            all about it";
     }
 
+    bool asksForAccess() const override { return false; }
+
     void declare(CLI::App& app) override { app.add_flag("--json", json_, "As JSON"); }
 
     ExitCode run(CommandContext& context) override {
@@ -49,7 +51,7 @@ class NextCommand final : public Command {
     static std::string json(const AgendaEvent* found) {
         auto answer = platform::JsonValue::object();
         if (found) answer.set("state", rawValue(found->state));
-        answer.set("event", found ? eventJson(found->event) : platform::JsonValue(nullptr));
+        answer.set("event", found ? eventJson(*found->event) : platform::JsonValue(nullptr));
         return writeJson(answer, 2);
     }
 
@@ -57,8 +59,8 @@ class NextCommand final : public Command {
         const Formatters& formatters = context.core().formatters();
         const platform::Date now = context.now();
         const Console& console = context.console();
-        return console.bold(titleOf(found.event)) + ", " + timesText(found.event, formatters, now) + ", " +
-               formatters.relativeDefault().string(found.event.startDate, now);
+        return console.bold(titleOf(*found.event)) + ", " + timesText(*found.event, formatters, now) + ", " +
+               formatters.relativeDefault().string(found.event->startDate, now);
     }
 
     bool json_ = false;

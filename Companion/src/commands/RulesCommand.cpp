@@ -121,11 +121,11 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
         context.requireReadableAccounts();
         CoreServices& core = context.core();
         const platform::Calendar& calendar = context.environment()->calendar;
-        const int days = days_.value_or(
-            static_cast<int>(std::clamp<std::int64_t>(core.settings().upcomingEventsDaysFilter(), 0, 365)));
-        const platform::Date end = calendar.addingDays(calendar.startOfDay(context.now()), days + 1);
-        const auto events = core.aggregatedEventStore().events(context.now(), end);
-        const auto tasks = watchedTasks(context, context.now(), end);
+        ReloadSettings settings = *core.manager().reloadSettings();
+        if (days_) settings.days = *days_;
+        const ReloadWindow window = settings.window(calendar, context.now());
+        const auto events = core.aggregatedEventStore().events(window.start, window.end);
+        const auto tasks = watchedTasks(context, window.start, window.end);
 
         std::vector<Event> leftOut;
         for (const auto& event : filteredApplyingRules(events, rules, false, calendar))

@@ -22,6 +22,8 @@ class StatusCommand final : public Command {
     }
     std::string_view examples() const override { return examples_; }
 
+    bool asksForAccess() const override { return false; }
+
     void declare(CLI::App& app) override {
         app.add_option_function<std::string>(
                "--format", [this](const std::string& name) { options_.format = formats().at(name); },

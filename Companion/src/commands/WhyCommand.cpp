@@ -83,8 +83,8 @@ class WhyCommand final : public Command {
         for (const auto& account : explained.delegatedAccounts) {
             console.err()
                 << "The account " << onOneLine(account)
-                << " is delegated: heedbanner asks for access and lists its events, the widgets never "
-                   "ask and do not show them.\n";
+                << " is delegated: heedbanner agenda, events and alerts list its events; the widgets do "
+                   "not show them, and neither do next, status and join.\n";
         }
     }
 

@@ -5,6 +5,7 @@
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 #include <HbrCore/Events/DemoEvents.h>
 #include <HbrCore/Scheduling/CalendarEventManager.h>
+#include <HbrCore/Scheduling/ReloadSettings.h>
 #include <HbrCore/Stores/AggregatedEventStore.h>
 #include <HbrCore/Stores/ContactsStore.h>
 #include <HbrCore/Stores/CustomRemindersStore.h>
@@ -63,5 +64,7 @@ class CoreServices {
 
 /// Main thread only: reloads without announcing it and runs the main queue until the lists are in place.
 void reloadAndWait(CoreServices& services);
+/// The same with these settings in place of the stored ones.
+void reloadAndWait(CoreServices& services, const ReloadSettings& settings);
 
 }  // namespace hbr

@@ -50,8 +50,8 @@ std::optional<Event> firstWithIdentifier(const CoreServices& core, std::string_v
 
     // The lists lack what lies between its alert and its pending period, so a series is looked up in both.
     FirstEvent first(identifier, std::move(isBefore));
-    for (const auto& event : core.manager().allCachedEvents())
-        first.consider(event);
+    for (const EventRef& event : core.manager().lists()->all())
+        first.consider(*event);
     for (const auto& stored :
          store.events(calendar.addingDays(now, -daysBefore), calendar.addingDays(now, daysAfter))) {
         if (stored->eventIdentifier != identifier) continue;

@@ -5,13 +5,16 @@
 #include <Foundation/Text.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstddef>
 #include <iterator>
 #include <optional>
 #include <set>
 #include <string>
 #include <utility>
 #include <variant>
+#include <vector>
 
 namespace hbr {
 
@@ -65,26 +68,84 @@ bool isAscii(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-/// Texts are runs of user-perceived characters: "e" is not found inside "e" with a combining accent.
-bool cutsCharacter(std::string_view text, std::size_t position) {
-    if (position == 0 || position == text.size() || isAscii(text)) return false;
-    return platform::characterCount(text.substr(0, position)) +
-               platform::characterCount(text.substr(position)) !=
-           platform::characterCount(text);
+/// Canonically composed, lower-cased when letter case does not matter.
+std::string folded(const std::string& text, bool isCaseSensitive) {
+    return platform::canonicallyComposed(isCaseSensitive ? text : platform::lowercased(text));
 }
 
-bool contains(std::string_view text, std::string_view value) {
-    auto at = text.find(value);
-    if (at == std::string_view::npos || isAscii(text)) return at != std::string_view::npos;
-    const auto boundaries = platform::characterBoundaries(text);
-    for (; at != std::string_view::npos; at = text.find(value, at + 1)) {
-        if (std::ranges::binary_search(boundaries, at) &&
-            std::ranges::binary_search(boundaries, at + value.size())) {
-            return true;
-        }
+/// A folded text, for comparing it with many values. Texts are runs of user-perceived characters: "e" is not
+/// found inside "e" with a combining accent.
+class FoldedText {
+  public:
+    explicit FoldedText(std::string text) : text_(std::move(text)), isAscii_(isAscii(text_)) {}
+
+    bool equals(std::string_view value) const { return text_ == value; }
+    bool beginsWith(std::string_view value) { return text_.starts_with(value) && isBoundary(value.size()); }
+    bool endsWith(std::string_view value) {
+        return text_.ends_with(value) && isBoundary(text_.size() - value.size());
     }
-    return false;
-}
+    bool contains(std::string_view value) {
+        for (auto at = text_.find(value); at != std::string::npos; at = text_.find(value, at + 1)) {
+            if (isBoundary(at) && isBoundary(at + value.size())) return true;
+        }
+        return false;
+    }
+
+  private:
+    bool isBoundary(std::size_t position) {
+        if (position == 0 || position == text_.size() || isAscii_) return true;
+        if (!boundaries_) boundaries_ = platform::characterBoundaries(text_);
+        return std::ranges::binary_search(*boundaries_, position);
+    }
+
+    const std::string text_;
+    const bool isAscii_;
+    std::optional<std::vector<std::size_t>> boundaries_;
+};
+
+/// A text of an item, folded at most once in each of the two ways.
+class ComparedText {
+  public:
+    explicit ComparedText(std::string text) : text_(std::move(text)) {}
+
+    const std::string& asWritten() const { return text_; }
+    FoldedText& folded(bool isCaseSensitive) {
+        auto& kept = isCaseSensitive ? sensitive_ : insensitive_;
+        if (!kept) kept.emplace(hbr::folded(text_, isCaseSensitive));
+        return *kept;
+    }
+
+  private:
+    std::string text_;
+    std::optional<FoldedText> sensitive_;
+    std::optional<FoldedText> insensitive_;
+};
+
+/// What the rules compare of one item, each property read with the first rule that asks for it.
+template <class Item>
+class ComparedItem {
+  public:
+    using Property = std::variant<std::monostate, ComparedText, platform::Date>;
+
+    explicit ComparedItem(const Item& item) : item_(item) {}
+
+    Property& property(Field field) {
+        auto& kept = properties_[static_cast<std::size_t>(field)];
+        if (!kept) kept.emplace(read(field));
+        return *kept;
+    }
+
+  private:
+    Property read(Field field) const {
+        auto value = item_.value(propertyKey(field, item_));
+        if (auto* text = std::get_if<std::string>(&value)) return ComparedText(std::move(*text));
+        if (const auto* date = std::get_if<platform::Date>(&value)) return *date;
+        return std::monostate{};
+    }
+
+    const Item& item_;
+    std::array<std::optional<Property>, FilterRule::allFields.size()> properties_;
+};
 
 }  // namespace
 
@@ -106,7 +167,7 @@ struct FilterRuleMatcher::Rule {
     Field field;
     Comparison comparison;
     bool isCaseSensitive;
-    /// Canonically composed, lower-cased when letter case does not matter.
+    /// Folded.
     std::string value;
     std::optional<platform::RegularExpression> pattern;
     std::set<int> days;
@@ -115,7 +176,7 @@ struct FilterRuleMatcher::Rule {
         : field(rule.field),
           comparison(rule.comparison),
           isCaseSensitive(rule.isCaseSensitive),
-          value(folded(rule.value)) {
+          value(folded(rule.value, rule.isCaseSensitive)) {
         if (comparison == Comparison::matches) {
             pattern = platform::RegularExpression::compile(searchPattern(rule.value),
                                                            {.caseInsensitive = !isCaseSensitive});
@@ -124,26 +185,18 @@ struct FilterRuleMatcher::Rule {
         }
     }
 
-    std::string folded(const std::string& text) const {
-        return platform::canonicallyComposed(isCaseSensitive ? text : platform::lowercased(text));
-    }
-
-    bool matchesText(const std::string& text) const {
+    bool matchesText(ComparedText& text) const {
         switch (comparison) {
             case Comparison::contains:
-                return contains(folded(text), value);
-            case Comparison::beginsWith: {
-                const std::string whole = folded(text);
-                return whole.starts_with(value) && !cutsCharacter(whole, value.size());
-            }
-            case Comparison::endsWith: {
-                const std::string whole = folded(text);
-                return whole.ends_with(value) && !cutsCharacter(whole, whole.size() - value.size());
-            }
+                return text.folded(isCaseSensitive).contains(value);
+            case Comparison::beginsWith:
+                return text.folded(isCaseSensitive).beginsWith(value);
+            case Comparison::endsWith:
+                return text.folded(isCaseSensitive).endsWith(value);
             case Comparison::equals:
-                return folded(text) == value;
+                return text.folded(isCaseSensitive).equals(value);
             case Comparison::matches:
-                return pattern && pattern->matchesAnywhere(text);
+                return pattern && pattern->matchesAnywhere(text.asWritten());
             case Comparison::isOnDayOfWeek:
                 return false;
         }
@@ -151,9 +204,9 @@ struct FilterRuleMatcher::Rule {
     }
 
     template <class Item>
-    bool matches(const Item& item, const platform::Calendar& calendar) const {
-        const auto property = item.value(propertyKey(field, item));
-        if (const auto* text = std::get_if<std::string>(&property)) return matchesText(*text);
+    bool matches(ComparedItem<Item>& item, const platform::Calendar& calendar) const {
+        auto& property = item.property(field);
+        if (auto* text = std::get_if<ComparedText>(&property)) return matchesText(*text);
         if (const auto* date = std::get_if<platform::Date>(&property)) {
             return comparison == Comparison::isOnDayOfWeek && days.contains(calendar.weekday(*date));
         }
@@ -173,7 +226,8 @@ FilterRuleMatcher::~FilterRuleMatcher() = default;
 
 template <class Item>
 bool FilterRuleMatcher::matchesAnyOf(const Item& item) const {
-    return std::ranges::any_of(rules_, [&](const Rule& rule) { return rule.matches(item, calendar_); });
+    ComparedItem<Item> compared(item);
+    return std::ranges::any_of(rules_, [&](const Rule& rule) { return rule.matches(compared, calendar_); });
 }
 
 bool FilterRuleMatcher::matchesAny(const EKEvent& event) const {

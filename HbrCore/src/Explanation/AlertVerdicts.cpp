@@ -54,11 +54,12 @@ RuleVerdict pastVerdict(const RuleContext& context, const Event& event) {
 }
 
 RuleVerdict daysVerdict(const RuleContext& context, platform::Date start, TimeFrame frame) {
-    if (start <= context.windowEnd) return passes(ListingRule::days, "it lies within the days looked at");
+    if (start <= context.window.end) return passes(ListingRule::days, "it lies within the days looked at");
     const std::int64_t distance = context.calendar.daysBetween(context.now, start);
-    const std::string reach = context.days <= 0
-                                  ? "only the rest of today is looked at"
-                                  : "only today and " + countedDays(context.days) + " after it are looked at";
+    const std::string reach =
+        context.settings->days <= 0
+            ? "only the rest of today is looked at"
+            : "only today and " + countedDays(context.settings->days) + " after it are looked at";
     const std::string detail = "it begins in " + countedDays(distance) + ", and " + reach;
     if (distance > mostDays) {
         return hides(ListingRule::days, detail + "; at most a year can be looked ahead");

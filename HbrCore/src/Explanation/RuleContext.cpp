@@ -1,7 +1,5 @@
 #include "RuleContext.h"
 
-#include <HbrCore/Scheduling/ReloadWindow.h>
-
 #include <utility>
 
 namespace hbr {
@@ -19,15 +17,13 @@ RuleContext::RuleContext(const CoreServices& services, std::set<std::string> dec
       calendar(services.environment()->calendar),
       formatters(services.formatters()),
       now(services.environment()->now()),
-      days(services.settings().upcomingEventsDaysFilter()),
-      windowEnd(endOfReloadWindow(calendar, now, days)),
-      isScreenshotMode(services.settings().debugScreenshotMode()),
-      alertSettings(AlertSettings::of(services.settings())),
-      attendance(services.settings()),
-      rules(services.settings().excludeRules()),
+      settings(services.manager().reloadSettings()),
+      window(settings->window(calendar, now)),
+      alertSettings(settings->alerts),
+      attendance(settings->attendance()),
+      rules(settings->excludeRules),
       matcher(rules, calendar),
-      eventSettings(services.eventSettings().customSettings()),
-      schedule(alertSettings, eventSettings, services.parser(), calendar, now),
+      schedule(alertSettings, settings->eventSettings, services.parser(), calendar, now),
       watchedCalendars(setOf(services.settings().activeCalendarIdentifiers())),
       watchedLists(setOf(services.settings().activeReminderListIdentifiers())),
       decided(std::move(decidedIdentifiers)) {}

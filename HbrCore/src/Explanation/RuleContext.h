@@ -5,9 +5,11 @@
 #include <HbrCore/Events/FilterRuleMatcher.h>
 #include <HbrCore/Explanation/EventExplanation.h>
 #include <HbrCore/Scheduling/AlertSchedule.h>
+#include <HbrCore/Scheduling/ReloadSettings.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -22,22 +24,21 @@ struct RuleContext {
     const platform::Calendar& calendar;
     const Formatters& formatters;
     platform::Date now;
-    std::int64_t days;
-    /// The last moment that a reload looks at.
-    platform::Date windowEnd;
-    bool isScreenshotMode;
-    AlertSettings alertSettings;
+    /// What a reload goes by.
+    std::shared_ptr<const ReloadSettings> settings;
+    /// What a reload looks at.
+    ReloadWindow window;
+    const AlertSettings& alertSettings;
     AttendanceSettings attendance;
-    std::vector<FilterRule> rules;
+    const std::vector<FilterRule>& rules;
     FilterRuleMatcher matcher;
-    std::optional<EventSettingsStore::Settings> eventSettings;
     AlertSchedule schedule;
     std::set<std::string> watchedCalendars;
     std::set<std::string> watchedLists;
     std::set<std::string> decided;
 
     std::optional<EventSettings> settingsOf(const Event& event) const {
-        return EventSettingsStore::find(eventSettings, event.id);
+        return EventSettingsStore::find(settings->eventSettings, event.id);
     }
     /// "10:15 AM" of today, else with the day.
     std::string moment(platform::Date date) const;

@@ -29,7 +29,7 @@ std::string nameForCommand(const RuleContext& context, const EKCalendar& calenda
 }  // namespace
 
 void addScreenshotVerdict(const RuleContext& context, std::vector<RuleVerdict>& verdicts) {
-    if (!context.isScreenshotMode) return;
+    if (!context.settings->isScreenshotMode) return;
     verdicts.push_back(hides(ListingRule::screenshotMode,
                              "demonstration events are shown in place of your own",
                              commandText({"settings", "set", "debugScreenshotMode", "false"})));
@@ -67,8 +67,8 @@ void addDelegatedVerdict(const EKCalendar& calendar, std::vector<RuleVerdict>& v
     } else {
         verdicts.push_back(passes(
             ListingRule::delegated,
-            account + " is delegated: heedbanner asks for access to it and lists it, the widgets never "
-                      "ask and do not show it"));
+            account + " is delegated: heedbanner agenda, events and alerts list it; the widgets do not show "
+                      "it, and neither do next, status and join"));
     }
 }
 

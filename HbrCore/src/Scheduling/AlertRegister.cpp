@@ -27,25 +27,36 @@ std::vector<AlertInvocation> AlertRegister::snoozed() const {
     return snoozed_;
 }
 
-std::vector<AlertInvocation> AlertRegister::all() const {
+AlertRegister::Invocations AlertRegister::all() const {
     std::lock_guard lock(mutex_);
-    auto list = invocations(scheduled_);
-    list.insert(list.end(), snoozed_.begin(), snoozed_.end());
-    return list;
+    if (!all_) {
+        auto list = invocations(scheduled_);
+        list.insert(list.end(), snoozed_.begin(), snoozed_.end());
+        all_ = std::make_shared<const std::vector<AlertInvocation>>(std::move(list));
+    }
+    return all_;
 }
 
 void AlertRegister::replaceScheduled(std::vector<ScheduledAlert> alerts) {
+    const auto isSame = [](const ScheduledAlert& a, const ScheduledAlert& b) {
+        return a.date == b.date && (a.event == b.event || *a.event == *b.event);
+    };
     std::lock_guard lock(mutex_);
+    if (std::ranges::equal(scheduled_, alerts, isSame)) return;
     scheduled_.swap(alerts);
+    all_.reset();
 }
 
 void AlertRegister::snooze(AlertInvocation invocation) {
     std::lock_guard lock(mutex_);
-    if (std::ranges::find(snoozed_, invocation) == snoozed_.end()) snoozed_.push_back(std::move(invocation));
+    if (std::ranges::find(snoozed_, invocation) != snoozed_.end()) return;
+    snoozed_.push_back(std::move(invocation));
+    all_.reset();
 }
 
 void AlertRegister::remove(const AlertInvocation& invocation) {
     std::lock_guard lock(mutex_);
+    all_.reset();
     if (invocation.isSnooze) {
         const auto found = std::ranges::find(snoozed_, invocation);
         if (found != snoozed_.end()) snoozed_.erase(found);
@@ -64,6 +75,7 @@ std::optional<AlertInvocation> AlertRegister::removeSnooze(std::string_view even
     if (found == snoozed_.end()) return std::nullopt;
     std::optional<AlertInvocation> removed(std::move(*found));
     snoozed_.erase(found);
+    all_.reset();
     return removed;
 }
 

@@ -3,6 +3,7 @@
 #include <HbrCore/Scheduling/AlertInvocation.h>
 #include <HbrCore/Scheduling/AlertSchedule.h>
 
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string_view>
@@ -16,8 +17,9 @@ class AlertRegister {
     std::vector<AlertInvocation> scheduled() const;
     /// In the order in which they were put off.
     std::vector<AlertInvocation> snoozed() const;
-    /// Scheduled, then snoozed.
-    std::vector<AlertInvocation> all() const;
+    using Invocations = std::shared_ptr<const std::vector<AlertInvocation>>;
+    /// Scheduled, then snoozed. The same object as long as neither changed.
+    Invocations all() const;
 
     void replaceScheduled(std::vector<ScheduledAlert> alerts);
     /// An equal one stays once.
@@ -30,6 +32,8 @@ class AlertRegister {
     mutable std::mutex mutex_;
     std::vector<ScheduledAlert> scheduled_;
     std::vector<AlertInvocation> snoozed_;
+    /// Made with the first question after a change.
+    mutable Invocations all_;
 };
 
 }  // namespace hbr

@@ -24,14 +24,23 @@ bool hasWantedCall(const Event& event, const AlertSettings& settings) {
     return !settings.showOnlyEventsWithVideoConference || !event.videoConferenceLinks.empty();
 }
 
-std::optional<platform::Date> alertDate(const Event& event, const AlertSettings& settings,
-                                        const std::optional<EventSettings>& eventSettings,
-                                        platform::Date now) {
+namespace {
+
+std::optional<platform::Date> dueDate(const Event& event, const AlertSettings& settings,
+                                      const std::optional<EventSettings>& eventSettings) {
     if (eventSettings && eventSettings->isExcluded) return std::nullopt;
     double offset = alertOffset(static_cast<double>(settings.timeOffsetSeconds), eventSettings);
     if (settings.includeTravelTime) offset += event.travelTime;
-    const platform::Date alert = event.startDate.addingTimeInterval(-offset);
-    return alert < now ? std::nullopt : std::optional(alert);
+    return event.startDate.addingTimeInterval(-offset);
+}
+
+}  // namespace
+
+std::optional<platform::Date> alertDate(const Event& event, const AlertSettings& settings,
+                                        const std::optional<EventSettings>& eventSettings,
+                                        platform::Date now) {
+    const auto alert = dueDate(event, settings, eventSettings);
+    return alert && *alert < now ? std::nullopt : alert;
 }
 
 AlertSchedule::AlertSchedule(const AlertSettings& settings,
@@ -46,11 +55,11 @@ AlertSchedule::AlertSchedule(const AlertSettings& settings,
       conversions_(conversions) {}
 
 std::optional<platform::Date> AlertSchedule::dateOf(const Event& event) const {
-    return alertDate(event, settings_, EventSettingsStore::find(eventSettings_, event.id), now_);
+    return dueDate(event, settings_, EventSettingsStore::find(eventSettings_, event.id));
 }
 
 void AlertSchedule::append(const std::vector<platform::EKEventRef>& events,
-                           std::vector<ScheduledAlert>& alerts) const {
+                           std::vector<ScheduledAlert>& alerts, EventRefs* insideLead) const {
     const AttendanceSettings attendance(settings_.showOnlyEventsWithAlert, settings_.showOnlyAcceptedEvents);
     for (const auto& record : events) {
         if (!shouldSchedule(*record, attendance)) continue;
@@ -58,19 +67,23 @@ void AlertSchedule::append(const std::vector<platform::EKEventRef>& events,
                              ? conversions_->of(record)
                              : std::make_shared<const Event>(Event::fromCalendarEvent(*record, parser_));
         const auto date = dateOf(*event);
-        if (!date) continue;
-        if (!hasWantedCall(*event, settings_)) continue;
-        alerts.push_back({*date, std::move(event)});
+        if (!date || !hasWantedCall(*event, settings_)) continue;
+        if (insideLead && *date <= now_ && event->startDate > now_) insideLead->push_back(event);
+        if (*date >= now_) alerts.push_back({*date, std::move(event)});
     }
 }
 
-void AlertSchedule::append(const std::vector<Reminder>& reminders,
-                           std::vector<ScheduledAlert>& alerts) const {
+void AlertSchedule::append(const std::vector<Reminder>& reminders, std::vector<ScheduledAlert>& alerts,
+                           EventRefs* insideLead) const {
     for (const Reminder& reminder : reminders) {
         const double offset = static_cast<double>(reminder.timeOffsetSeconds());
         const platform::Date date = reminder.date().addingTimeInterval(-offset);
+        if (date <= now_ && (!insideLead || reminder.date() <= now_)) continue;
+        auto event = std::make_shared<const Event>(Event::fromReminder(reminder, parser_));
         if (date > now_) {
-            alerts.push_back({date, std::make_shared<const Event>(Event::fromReminder(reminder, parser_))});
+            alerts.push_back({date, std::move(event)});
+        } else {
+            insideLead->push_back(std::move(event));
         }
     }
 }
@@ -79,9 +92,14 @@ void AlertSchedule::append(const std::vector<platform::EKReminderRef>& reminders
                            std::vector<ScheduledAlert>& alerts) const {
     for (const auto& reminder : reminders) {
         if (!shouldSchedule(*reminder)) continue;
-        auto event = Event::fromAppleReminder(*reminder, calendar_);
+        EventRef event;
+        if (conversions_) {
+            event = conversions_->of(reminder);
+        } else if (auto made = Event::fromAppleReminder(*reminder, calendar_)) {
+            event = std::make_shared<const Event>(*std::move(made));
+        }
         const auto date = event ? dateOf(*event) : std::nullopt;
-        if (date) alerts.push_back({*date, std::make_shared<const Event>(*std::move(event))});
+        if (date && *date >= now_) alerts.push_back({*date, std::move(event)});
     }
 }
 

@@ -13,7 +13,6 @@
 #include <string>
 #include <utility>
 
-#include "EventLists.h"
 #include "Reload.h"
 
 namespace hbr {
@@ -72,11 +71,15 @@ CalendarEventManager::CalendarEventManager(Collaborators collaborators, Lifetime
             auto state = weak.lock();
             if (!state) return;
             MxLogger::debug(LogCategory::eventKit, "EKEventStoreChanged");
-            startReload(std::move(state), true, {});
+            ++state->changes;
+            startReload(std::move(state), ReloadKind::announced);
         });
     watch_->remindersChange =
         center.observe(remindersChangedNotification, [weak = std::weak_ptr<State>(state_)] {
-            if (auto state = weak.lock()) startReload(std::move(state), true, {});
+            auto state = weak.lock();
+            if (!state) return;
+            ++state->changes;
+            startReload(std::move(state), ReloadKind::announced);
         });
     if (lifetime == Lifetime::longLived) {
         const platform::Environment& environment = *state_->services.environment;
@@ -91,7 +94,24 @@ CalendarEventManager::CalendarEventManager(Collaborators collaborators, Lifetime
 CalendarEventManager::~CalendarEventManager() = default;
 
 void CalendarEventManager::reloadEvents(bool shouldPostNotification, std::function<void()> completion) {
-    startReload(state_, shouldPostNotification, std::move(completion));
+    startReload(state_, shouldPostNotification ? ReloadKind::announced : ReloadKind::quiet,
+                std::move(completion));
+}
+
+void CalendarEventManager::reloadEvents(const ReloadSettings& settings, std::function<void()> completion) {
+    startReload(state_, std::make_shared<const ReloadSettings>(settings), std::move(completion));
+}
+
+void CalendarEventManager::reloadChangedSettings() {
+    startReload(state_, ReloadKind::announcedIfNeeded);
+}
+
+std::shared_ptr<const ReloadSettings> CalendarEventManager::reloadSettings() const {
+    return state_->settings.read();
+}
+
+std::shared_ptr<const EventLists> CalendarEventManager::lists() const {
+    return state_->lists.load();
 }
 
 void CalendarEventManager::rescheduleTimerFired() {
@@ -99,28 +119,28 @@ void CalendarEventManager::rescheduleTimerFired() {
 }
 
 std::vector<Event> CalendarEventManager::allCachedEvents() const {
-    return state_->lists.load()->all();
+    return copied(lists()->all());
 }
 std::vector<Event> CalendarEventManager::allCachedUpcomingEvents() const {
-    return state_->lists.load()->upcoming();
+    return copied(lists()->upcoming());
 }
 std::vector<Event> CalendarEventManager::allCachedCurrentEvents() const {
-    return state_->lists.load()->underWay();
+    return copied(lists()->underWay());
 }
 std::vector<Event> CalendarEventManager::currentEvents() const {
-    return copied(state_->lists.load()->current);
+    return copied(lists()->current);
 }
 std::vector<Event> CalendarEventManager::scheduledEvents() const {
-    return copied(state_->lists.load()->scheduled);
+    return copied(lists()->scheduled);
 }
 std::vector<Event> CalendarEventManager::pendingEvents() const {
-    return copied(state_->lists.load()->pending);
+    return copied(lists()->pending);
 }
 std::vector<Event> CalendarEventManager::snoozedPastAppleReminderEvents() const {
-    return copied(state_->lists.load()->snoozedPastAppleReminders);
+    return copied(lists()->snoozedPastAppleReminders);
 }
 std::vector<Event> CalendarEventManager::pendingAppleReminderEvents() const {
-    return copied(state_->lists.load()->pendingAppleReminders);
+    return copied(lists()->pendingAppleReminders);
 }
 
 std::vector<AlertInvocation> CalendarEventManager::invocations() const {
@@ -131,7 +151,7 @@ std::vector<AlertInvocation> CalendarEventManager::snoozedInvocations() const {
 }
 
 std::optional<Event> CalendarEventManager::cachedEvent(std::string_view id) const {
-    const EventRef event = state_->lists.load()->find(id);
+    const EventRef event = lists()->find(id);
     return event ? std::optional(*event) : std::nullopt;
 }
 
@@ -201,6 +221,7 @@ std::vector<UserReminderList> CalendarEventManager::fetchReminderLists() const {
 
 void CalendarEventManager::didHandleAlertInvocation(const AlertInvocation& invocation) {
     state_->alerts.remove(invocation);
+    ++state_->changes;
 }
 
 void CalendarEventManager::snooze(const Event& event, std::int64_t minutes) {
@@ -211,6 +232,7 @@ void CalendarEventManager::snooze(const Event& event, std::int64_t minutes) {
         state_->alerts.snooze({.date = state_->services.environment->now().addingTimeInterval(seconds),
                                .event = event,
                                .isSnooze = true});
+        ++state_->changes;
     }
     reloadEvents(true);
 }
@@ -219,7 +241,8 @@ void CalendarEventManager::snoozeUntilTimeOfEvent(const Event& event, std::funct
     platform::MainQueue::shared().async([state = state_, event, completion = std::move(completion)] {
         if (event.startDate > state->services.environment->now()) {
             state->alerts.snooze({.date = event.startDate, .event = event, .isSnooze = true});
-            startReload(state, true, {});
+            ++state->changes;
+            startReload(state, ReloadKind::announced);
         }
         if (completion) completion();
     });
@@ -228,12 +251,14 @@ void CalendarEventManager::snoozeUntilTimeOfEvent(const Event& event, std::funct
 void CalendarEventManager::removeSnooze(const Event& event) {
     const auto removed = state_->alerts.removeSnooze(event.id);
     if (!removed) return;
+    ++state_->changes;
     if (auto receiver = delegate()) receiver->didRemoveSnoozedInvocation(*removed);
 }
 
 void CalendarEventManager::restoreSnoozedInvocations(const std::vector<AlertInvocation>& invocations) {
     for (const AlertInvocation& invocation : invocations)
         state_->alerts.snooze(invocation);
+    ++state_->changes;
 }
 
 std::shared_ptr<CalendarEventManagerDelegate> CalendarEventManager::delegate() const {

@@ -1,23 +1,27 @@
 #include "EventConversions.h"
 
+#include <utility>
+
 namespace hbr {
 
 EventRef EventConversions::of(const platform::EKEventRef& record) {
-    Kept& kept = kept_[record.get()];
-    if (!kept.event) {
-        kept.record = record;
-        kept.event = std::make_shared<const Event>(Event::fromCalendarEvent(*record, parser_));
+    EventRef& kept = events_.of(record);
+    if (!kept) kept = std::make_shared<const Event>(Event::fromCalendarEvent(*record, parser_));
+    return kept;
+}
+
+EventRef EventConversions::of(const platform::EKReminderRef& record) {
+    EventRef& kept = tasks_.of(record);
+    if (!kept) {
+        auto event = Event::fromAppleReminder(*record, calendar_);
+        if (event) kept = std::make_shared<const Event>(*std::move(event));
     }
-    if (kept.round != round_) ++asked_;
-    kept.round = round_;
-    return kept.event;
+    return kept;
 }
 
 void EventConversions::forgetUnused() {
-    if (asked_ != kept_.size())
-        std::erase_if(kept_, [&](const auto& each) { return each.second.round != round_; });
-    ++round_;
-    asked_ = 0;
+    events_.forgetUnused();
+    tasks_.forgetUnused();
 }
 
 }  // namespace hbr

@@ -1,37 +1,30 @@
 #pragma once
 
 #include <CalendarStore/EKCalendarItem.h>
+#include <Foundation/Calendar.h>
 #include <HbrCore/Events/EventRef.h>
 
-#include <cstddef>
-#include <cstdint>
-#include <unordered_map>
+#include "RecordCache.h"
 
 namespace hbr {
 
-/// The events made of the store's records, kept from reload to reload. A record never changes, and an
-/// unchanged store answers with the same ones. Not for several threads.
+/// The events made of the store's records, kept from reload to reload. Not for several threads.
 class EventConversions {
   public:
-    explicit EventConversions(const VideoConferenceLinkParser& parser) : parser_(parser) {}
+    EventConversions(const VideoConferenceLinkParser& parser, const platform::Calendar& calendar)
+        : parser_(parser), calendar_(calendar) {}
 
     EventRef of(const platform::EKEventRef& record);
+    /// nullptr for a task that is no event.
+    EventRef of(const platform::EKReminderRef& record);
     /// Ends a round of questions: what was not asked for in it is dropped.
     void forgetUnused();
-    std::size_t size() const { return kept_.size(); }
 
   private:
-    struct Kept {
-        /// Keeps the record, so that its address stays its own.
-        platform::EKEventRef record;
-        EventRef event;
-        std::uint64_t round = 0;
-    };
-
     const VideoConferenceLinkParser& parser_;
-    std::unordered_map<const platform::EKEvent*, Kept> kept_;
-    std::uint64_t round_ = 1;
-    std::size_t asked_ = 0;
+    const platform::Calendar& calendar_;
+    RecordCache<platform::EKEvent, EventRef> events_;
+    RecordCache<platform::EKReminder, EventRef> tasks_;
 };
 
 }  // namespace hbr

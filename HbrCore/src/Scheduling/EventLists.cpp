@@ -1,4 +1,4 @@
-#include "EventLists.h"
+#include <HbrCore/Scheduling/EventLists.h>
 
 #include <initializer_list>
 #include <utility>
@@ -20,40 +20,23 @@ EventRefs concatenated(std::initializer_list<const EventRefs*> lists) {
     return events;
 }
 
-std::vector<Event> copiedByStart(EventRefs events) {
+EventRefs byStart(EventRefs events) {
     sortByStart(events);
-    return copied(events);
+    return events;
 }
 
 }  // namespace
 
-EventRefs references(std::vector<Event> events) {
-    EventRefs list;
-    list.reserve(events.size());
-    for (Event& event : events)
-        list.push_back(std::make_shared<const Event>(std::move(event)));
-    return list;
+EventRefs EventLists::all() const {
+    return concatenated({&current, &scheduled, &pending, &snoozedPastAppleReminders, &pendingAppleReminders});
 }
 
-std::vector<Event> copied(const EventRefs& events) {
-    std::vector<Event> copies;
-    copies.reserve(events.size());
-    for (const EventRef& event : events)
-        copies.push_back(*event);
-    return copies;
+EventRefs EventLists::upcoming() const {
+    return byStart(concatenated({&pending, &scheduled, &pendingAppleReminders}));
 }
 
-std::vector<Event> EventLists::all() const {
-    return copied(
-        concatenated({&current, &scheduled, &pending, &snoozedPastAppleReminders, &pendingAppleReminders}));
-}
-
-std::vector<Event> EventLists::upcoming() const {
-    return copiedByStart(concatenated({&pending, &scheduled, &pendingAppleReminders}));
-}
-
-std::vector<Event> EventLists::underWay() const {
-    return copiedByStart(concatenated({&current, &snoozedPastAppleReminders}));
+EventRefs EventLists::underWay() const {
+    return byStart(concatenated({&current, &snoozedPastAppleReminders}));
 }
 
 EventRef EventLists::find(std::string_view id) const {
@@ -64,20 +47,6 @@ EventRef EventLists::find(std::string_view id) const {
         }
     }
     return nullptr;
-}
-
-std::shared_ptr<const EventLists> PublishedLists::load() const {
-    std::lock_guard lock(mutex_);
-    return lists_;
-}
-
-bool PublishedLists::publish(std::uint64_t reload, EventLists lists) {
-    auto next = std::make_shared<const EventLists>(std::move(lists));
-    std::lock_guard lock(mutex_);
-    lists_.swap(next);
-    if (reload < newest_) return false;
-    newest_ = reload;
-    return true;
 }
 
 }  // namespace hbr

@@ -40,14 +40,32 @@ auto occurrenceKey(const platform::EKEvent& event) {
                       event.isDetached, event.isAllDay);
 }
 
+const Event& eventOf(const Event& event) {
+    return event;
+}
+const Event& eventOf(const EventRef& event) {
+    return *event;
+}
+
 /// Those inside their alert period, by start.
-std::vector<Event> pendingOnly(std::vector<Event> events, const AggregatedEventStore::Choices& choices,
-                               platform::Date now) {
-    std::erase_if(events, [&](const Event& event) {
+template <class Events>
+Events pendingOnly(Events events, const AggregatedEventStore::Choices& choices, platform::Date now) {
+    std::erase_if(events, [&](const auto& one) {
+        const Event& event = eventOf(one);
         return !isPending(event, choices.timeOffset,
                           EventSettingsStore::find(choices.eventSettings, event.id), now);
     });
     sortByStart(events);
+    return events;
+}
+
+/// Of the events that count, as they were given.
+EventRefs made(const std::vector<EKEventRef>& records, const AttendanceSettings& attendance,
+               const AggregatedEventStore::MakeEvent& make) {
+    EventRefs events;
+    for (const auto& record : records) {
+        if (shouldSchedule(*record, attendance)) events.push_back(make(record));
+    }
     return events;
 }
 
@@ -78,10 +96,17 @@ struct AggregatedEventStore::State {
     std::shared_ptr<EKEventStore> delegatesEventStore;
     bool isWatching = false;
     std::map<std::string, EKCalendarRef, std::less<>> calendarCache;
+    std::uint64_t formerDelegatesRevisions = 0;
     /// Counts the emptyings, so that a lookup under way does not put an old calendar back.
     std::uint64_t cacheGeneration = 0;
 
     platform::NotificationCenter::Observation storeChange;
+
+    MakeEvent make() const {
+        return [this](const EKEventRef& record) {
+            return std::make_shared<const Event>(Event::fromCalendarEvent(*record, *parser));
+        };
+    }
 
     std::shared_ptr<EKEventStore> delegates() const {
         std::lock_guard lock(mutex);
@@ -99,6 +124,8 @@ struct AggregatedEventStore::State {
         std::unique_lock lock(mutex);
         if (isWatching) store->startWatching();
         delegatesEventStore.swap(store);
+        // So that the sum of the revisions never comes back to an old one.
+        formerDelegatesRevisions += 1 + (store ? store->revision() : 0);
         // It has read the delegated calendars anew.
         calendarCache.clear();
         ++cacheGeneration;
@@ -294,24 +321,25 @@ AggregatedEventStore::Choices AggregatedEventStore::choices() const {
             .eventSettings = state_->eventSettings->customSettings()};
 }
 
-std::vector<Event> AggregatedEventStore::currentEvents(platform::Date now, const Choices& choices) const {
-    std::vector<Event> current;
-    for (const auto& event : events(now, now)) {
-        if (shouldSchedule(*event, choices.attendance))
-            current.push_back(Event::fromCalendarEvent(*event, *state_->parser));
-    }
+EventRefs AggregatedEventStore::currentEvents(platform::Date now, const Choices& choices,
+                                              const MakeEvent& make) const {
+    EventRefs current = made(events(now, now), choices.attendance, make);
     sortByStart(current);
     return current;
 }
 
+EventRefs AggregatedEventStore::pendingEvents(platform::Date now, const Choices& choices,
+                                              const MakeEvent& make) const {
+    const auto records = events(now, now.addingTimeInterval(pendingWindow));
+    return pendingOnly(made(records, choices.attendance, make), choices, now);
+}
+
+std::vector<Event> AggregatedEventStore::currentEvents(platform::Date now, const Choices& choices) const {
+    return copied(currentEvents(now, choices, state_->make()));
+}
+
 std::vector<Event> AggregatedEventStore::pendingEvents(platform::Date now, const Choices& choices) const {
-    std::vector<Event> candidates;
-    for (const auto& event : events(now, now.addingTimeInterval(pendingWindow))) {
-        if (shouldSchedule(*event, choices.attendance)) {
-            candidates.push_back(Event::fromCalendarEvent(*event, *state_->parser));
-        }
-    }
-    return pendingOnly(std::move(candidates), choices, now);
+    return copied(pendingEvents(now, choices, state_->make()));
 }
 
 void AggregatedEventStore::pendingAppleReminderEvents(platform::Date now, Choices choices,
@@ -329,6 +357,21 @@ void AggregatedEventStore::pendingAppleReminderEvents(platform::Date now, Choice
         completion(pendingOnly(std::move(candidates), choices, now));
     };
     reminders(now, now.addingTimeInterval(pendingWindow), std::move(select));
+}
+
+bool AggregatedEventStore::hasDelegatedAccounts() const {
+    return !state_->eventStore.delegateSources().empty();
+}
+
+std::uint64_t AggregatedEventStore::revision() const {
+    std::shared_ptr<EKEventStore> delegated;
+    std::uint64_t revision = state_->eventStore.revision();
+    {
+        std::lock_guard lock(state_->mutex);
+        delegated = state_->delegatesEventStore;
+        revision += state_->formerDelegatesRevisions;
+    }
+    return delegated ? revision + delegated->revision() : revision;
 }
 
 std::vector<platform::AccountReport> AggregatedEventStore::report() const {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Foundation/Environment.h>
-#include <HbrCore/Events/Event.h>
+#include <HbrCore/Events/EventRef.h>
 #include <HeedbannerWidgetExtension/WidgetEntries.h>
 #include <WidgetHost/TimelineProvider.h>
 
@@ -16,8 +16,8 @@ namespace hbr {
 /// What the providers ask of the events; the manager's lists, or demonstration events.
 struct EventSource {
     platform::EnvironmentRef environment;
-    std::function<std::vector<Event>()> upcomingEvents;
-    std::function<std::vector<Event>()> currentEvents;
+    std::function<EventRefs()> upcomingEvents;
+    std::function<EventRefs()> currentEvents;
     /// Brings both lists up to date, announces nothing and completes on the main queue.
     std::function<void(std::function<void()> completion)> reload;
 };

@@ -89,6 +89,10 @@ PropertyDictionary DefaultsDomain::values() const {
     return *state_->file.read();
 }
 
+std::shared_ptr<const PropertyDictionary> DefaultsDomain::snapshot() const {
+    return state_->file.read();
+}
+
 bool DefaultsDomain::exists() const {
     return state_->file.exists();
 }

@@ -104,8 +104,109 @@ TEST(CalendarEventManager, AReloadTellsTheDelegateThenAnnouncesThenCompletes) {
     bool isDone = false;
     manager.reloadEvents(true, [&] { isDone = true; });
     runUntil([&] { return isDone; });
+    core.environment.advance(1);
     reloadAndWait(core.services());
     EXPECT_THAT(delegate->told, ElementsAre("alerts Later", "announced", "alerts Later"));
+}
+
+TEST(CalendarEventManager, RequestsShareAReloadOfTheSameSecondThatKnowsEverything) {
+    struct Case {
+        const char* change;
+        std::function<void(test::CoreFixture&)> make;
+        /// Reloads that three quiet requests cause, and that settings which were announced as changed cause.
+        std::size_t quiet;
+        std::size_t announced;
+    };
+    const Case cases[] = {
+        {"nothing", [](auto&) {}, 0, 0},
+        {"the clock within the second", [](auto& core) { core.environment.advance(0.9); }, 0, 0},
+        {"the second", [](auto& core) { core.environment.advance(1); }, 1, 1},
+        {"the clock put back", [](auto& core) { core.environment.advance(-1); }, 1, 1},
+        {"a setting", [](auto& core) { core.services().settings().setTimeOffsetSeconds(300); }, 1, 1},
+        {"a rule", [](auto& core) { core.services().settings().setExcludeRules({}); }, 1, 1},
+        {"a choice for an event",
+         [](auto& core) { core.services().eventSettings().storeCustomSettings({}, "x"); }, 1, 1},
+        {"a calendar",
+         [](auto& core) {
+             core.write("calendars/work.ics", meeting("Other", "20260304T120000Z"));
+             core.services().aggregatedEventStore().refreshData();
+         },
+         1, 1},
+        {"a handled alert",
+         [](auto& core) {
+             auto& manager = core.services().manager();
+             manager.didHandleAlertInvocation(manager.invocations().at(0));
+         },
+         1, 1},
+    };
+    for (const Case& c : cases) {
+        for (const bool isQuiet : {true, false}) {
+            test::CoreFixture core;
+            core.write("calendars/work.ics", meeting("Later", "20260304T120000Z"));
+            auto& manager = core.reloaded();
+            bool isDone = false;
+            manager.reloadEvents(true, [&] { isDone = true; });
+            runUntil([&] { return isDone; });
+            // The announcement of a changed calendar would be another reload.
+            auto silent = std::make_shared<RecordingDelegate>();
+            c.make(core);
+            manager.setDelegate(silent);
+            std::size_t answered = 0;
+            for (int i = 0; i < 3; ++i) {
+                if (!isQuiet) manager.reloadChangedSettings();
+                manager.reloadEvents(false, [&] { ++answered; });
+            }
+            runUntil([&] { return answered == 3; });
+            const auto expected = isQuiet ? c.quiet : c.announced;
+            if (std::string_view(c.change) == "a calendar") {
+                EXPECT_GE(silent->told.size(), expected) << c.change;
+            } else {
+                EXPECT_EQ(silent->told.size(), expected) << c.change << (isQuiet ? "" : ", announced");
+            }
+        }
+    }
+}
+
+TEST(CalendarEventManager, AReloadWithOtherSettingsAnswersNobodyElse) {
+    test::CoreFixture core;
+    core.write("calendars/work.ics",
+               meeting("Soon", "20260305T083000Z") + meeting("Later", "20260324T083000Z"));
+    auto& manager = core.reloaded();
+    ReloadSettings settings = *manager.reloadSettings();
+    EXPECT_EQ(manager.reloadSettings(), manager.reloadSettings()) << "read once";
+    settings.days = 30;
+    reloadAndWait(core.services(), settings);
+    EXPECT_THAT(titles(manager.scheduledEvents()), ElementsAre("Soon", "Later"));
+    reloadAndWait(core.services());
+    EXPECT_THAT(titles(manager.scheduledEvents()), ElementsAre("Soon"));
+}
+
+TEST(CalendarEventManager, ReloadsShareWhatDidNotChange) {
+    test::CoreFixture core;
+    core.write("calendars/a.ics", meeting("A", "20260304T120000Z"));
+    core.write("calendars/b.ics", meeting("B", "20260304T130000Z") +
+                                      "BEGIN:VTODO\nUID:t\nSUMMARY:T\nDUE:20260304T150000Z\nEND:VTODO\n");
+    auto& manager = core.reloaded();
+    const auto first = manager.lists();
+    ASSERT_EQ(first->scheduled.size(), 3u);
+    core.environment.advance(60);
+    reloadAndWait(core.services());
+    EXPECT_EQ(manager.lists()->scheduled, first->scheduled);
+    core.write("calendars/a.ics", meeting("A", "20260304T110000Z"));
+    core.services().aggregatedEventStore().refreshData();
+    reloadAndWait(core.services());
+    const auto second = manager.lists();
+    EXPECT_NE(second->scheduled[0], first->scheduled[0]);
+    EXPECT_EQ(second->scheduled[1], first->scheduled[1]);
+    EXPECT_EQ(second->scheduled[2], first->scheduled[2]);
+    // A rule reaches records that were judged by others before.
+    core.services().settings().setExcludeRules(
+        {{platform::Uuid::random(), FilterRule::Field::title, FilterRule::ComparisonOperation::equals, "B"}});
+    reloadAndWait(core.services());
+    EXPECT_THAT(titles(manager.scheduledEvents()), ElementsAre("A", "T"));
+    core.services().settings().setExcludeRules({});
+    reloadAndWait(core.services());
+    EXPECT_THAT(titles(manager.scheduledEvents()), ElementsAre("A", "B", "T"));
 }
 
 TEST(CalendarEventManager, SnoozesOutliveReloadsUntilHandledOrRemoved) {

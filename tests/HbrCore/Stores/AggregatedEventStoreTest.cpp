@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -86,11 +87,39 @@ TEST(AggregatedEventStore, OneOccurrenceInBothStoresStandsOnce) {
         core.write("delegated/theirs.ics", c.delegated);
         store.refreshData();
         store.requestCalendarAccess([](std::exception_ptr error) { EXPECT_FALSE(error); });
+        store.refreshData();
         core.services().manager().activateAllCalendars();
         const auto found = store.events(at("2026-03-04T00:00:00Z"), at("2026-03-05T00:00:00Z"));
         ASSERT_EQ(found.size(), c.count) << c.what;
         const std::string first = c.own.empty() ? "Boss" : "Home";
         EXPECT_EQ(found.front()->calendar->source->title, first) << c.what;
+    }
+}
+
+TEST(AggregatedEventStore, AStartLooksThroughEachFolderOnce) {
+    /// A pipe is reported each time its folder is looked through.
+    struct Pipes final : platform::DiagnosticsSink {
+        std::vector<std::string> seen;
+        void report(platform::Diagnostic diagnostic) override {
+            seen.push_back(diagnostic.file.parent_path().filename());
+        }
+    };
+    for (const bool asks : {false, true}) {
+        test::CoreFixture core;
+        const auto pipes = std::make_shared<Pipes>();
+        core.environment.change().diagnostics = pipes;
+        core.account("Boss", "delegated", true);
+        core.write("calendars/own.ics", meeting("Own", "20260304T120000Z"));
+        core.write("delegated/theirs.ics", meeting("Theirs", "20260304T130000Z"));
+        for (const char* folder : {"calendars", "delegated"})
+            ASSERT_EQ(mkfifo((core.environment.home / folder / "pipe.ics").c_str(), 0600), 0);
+        CoreServices services(core.environment, {.asksForAccess = asks});
+        services.manager().activateAllCalendars();
+        reloadAndWait(services);
+        EXPECT_FALSE(services.aggregatedEventStore().report().empty());
+        EXPECT_EQ(services.manager().scheduledEvents().size(), asks ? 2u : 1u);
+        const std::vector<std::string> own = {"calendars"};
+        EXPECT_EQ(pipes->seen, asks ? (std::vector<std::string>{"calendars", "delegated"}) : own);
     }
 }
 

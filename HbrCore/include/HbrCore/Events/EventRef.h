@@ -11,4 +11,7 @@ namespace hbr {
 using EventRef = std::shared_ptr<const Event>;
 using EventRefs = std::vector<EventRef>;
 
+/// Copies of their own.
+std::vector<Event> copied(const EventRefs& events);
+
 }  // namespace hbr

@@ -45,7 +45,8 @@ struct ScheduledAlert {
     AlertInvocation invocation() const { return {.date = date, .event = *event, .isSnooze = false}; }
 };
 
-/// Computes the alerts still to come at `now`, in the order of what it is given, and appends them.
+/// Computes the alerts still to come at `now`, in the order of what it is given, and appends them. What lies
+/// ahead while its alert is due or was is appended to `insideLead`, where that is wanted.
 class AlertSchedule {
   public:
     /// With `conversions`, what was made of an event before is taken from there.
@@ -53,12 +54,15 @@ class AlertSchedule {
                   const VideoConferenceLinkParser& parser, const platform::Calendar& calendar,
                   platform::Date now, EventConversions* conversions = nullptr);
 
-    void append(const std::vector<platform::EKEventRef>& events, std::vector<ScheduledAlert>& alerts) const;
-    void append(const std::vector<Reminder>& reminders, std::vector<ScheduledAlert>& alerts) const;
+    void append(const std::vector<platform::EKEventRef>& events, std::vector<ScheduledAlert>& alerts,
+                EventRefs* insideLead = nullptr) const;
+    void append(const std::vector<Reminder>& reminders, std::vector<ScheduledAlert>& alerts,
+                EventRefs* insideLead = nullptr) const;
     void append(const std::vector<platform::EKReminderRef>& reminders,
                 std::vector<ScheduledAlert>& alerts) const;
 
   private:
+    /// When the alert of an event or task is due or was; nothing for an excluded one.
     std::optional<platform::Date> dateOf(const Event& event) const;
 
     const AlertSettings settings_;

@@ -4,6 +4,7 @@
 #include <Foundation/NotificationCenter.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrCore/Scheduling/AlertInvocation.h>
+#include <HbrCore/Scheduling/EventLists.h>
 #include <HbrCore/Scheduling/UserCalendar.h>
 
 #include <cstdint>
@@ -20,6 +21,7 @@ class AggregatedEventStore;
 class CustomRemindersStoring;
 class DemoEvents;
 class EventSettingsStore;
+struct ReloadSettings;
 class UserSettingsStore;
 
 inline constexpr std::string_view didReloadEventsNotification = "DidReloadEvents";
@@ -67,7 +69,21 @@ class CalendarEventManager {
 
     /// Returns when the events are queried; delegate, notification (where wanted) and completion follow on
     /// the main queue, in this order.
+    ///
+    /// One that is not to be announced may be answered by a reload that is under way or that ended within the
+    /// same second, if nothing changed since it began.
     void reloadEvents(bool shouldPostNotification, std::function<void()> completion = {});
+    /// Not announced, with these settings in place of the stored ones. The lists stay so until the next
+    /// reload.
+    void reloadEvents(const ReloadSettings& settings, std::function<void()> completion = {});
+    /// After settings, own reminders or choices for events were written, by whatever program: announced,
+    /// unless an announced reload knows them, as above.
+    void reloadChangedSettings();
+    /// What the next reload goes by; the same object as long as nothing was written.
+    std::shared_ptr<const ReloadSettings> reloadSettings() const;
+
+    /// All lists of one reload, shared. The lists below are copies.
+    std::shared_ptr<const EventLists> lists() const;
 
     /// Current, scheduled, pending, snoozed past and pending task events, concatenated.
     std::vector<Event> allCachedEvents() const;

@@ -10,7 +10,8 @@ class CoreServices;
 
 /// The event whose call one means by "join" alone, of those with a conference link: the first pending one,
 /// else the one under way that began last, else the next inside its lead (an own reminder, or an event with
-/// a long lead, which is in no list then). The manager's lists count as they are. Main thread.
+/// a lead over an hour), which is in no list that is shown but inside the days that are looked at, and not
+/// excluded. From the manager's lists as they are. Main thread.
 std::optional<Event> callToJoin(const CoreServices& core);
 /// The next of the listed events to come with a conference link.
 std::optional<Event> nextCall(const CoreServices& core);

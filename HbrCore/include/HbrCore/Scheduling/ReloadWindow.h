@@ -6,7 +6,12 @@
 
 namespace hbr {
 
-/// Where the interval that a reload looks at ends: 23:59:59 of the day that lies `days` days after today.
-platform::Date endOfReloadWindow(const platform::Calendar& calendar, platform::Date now, std::int64_t days);
+/// The interval that a reload looks at: from now to 23:59:59 of the day that lies `days` days after today.
+struct ReloadWindow {
+    platform::Date start;
+    platform::Date end;
+
+    static ReloadWindow of(const platform::Calendar& calendar, platform::Date now, std::int64_t days);
+};
 
 }  // namespace hbr

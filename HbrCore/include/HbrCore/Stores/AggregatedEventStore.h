@@ -5,8 +5,10 @@
 #include <Foundation/NotificationCenter.h>
 #include <HbrCore/Events/Attendance.h>
 #include <HbrCore/Events/Event.h>
+#include <HbrCore/Events/EventRef.h>
 #include <HbrCore/Stores/EventSettingsStore.h>
 
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -106,12 +108,21 @@ class AggregatedEventStore {
     /// Scheduled events of the next hour inside their alert period, by start.
     std::vector<Event> pendingEvents(platform::Date now) const { return pendingEvents(now, choices()); }
     std::vector<Event> pendingEvents(platform::Date now, const Choices& choices) const;
+    /// The same, of events that `make` gives, which may be kept ones.
+    using MakeEvent = std::function<EventRef(const platform::EKEventRef&)>;
+    EventRefs currentEvents(platform::Date now, const Choices& choices, const MakeEvent& make) const;
+    EventRefs pendingEvents(platform::Date now, const Choices& choices, const MakeEvent& make) const;
     using EventsCompletion = std::function<void(std::vector<Event>)>;
     /// Completes as `reminders` does.
     void pendingAppleReminderEvents(platform::Date now, EventsCompletion completion) const {
         pendingAppleReminderEvents(now, choices(), std::move(completion));
     }
     void pendingAppleReminderEvents(platform::Date now, Choices choices, EventsCompletion completion) const;
+
+    /// Whether there are delegated accounts, asked for or not.
+    bool hasDelegatedAccounts() const;
+    /// Another number after every change of what the stores answer.
+    std::uint64_t revision() const;
 
     /// What was read from the own accounts, then from the delegated ones.
     std::vector<platform::AccountReport> report() const;

@@ -41,6 +41,8 @@ class EventSettingsStore {
     /// Posts nothing.
     bool deleteAllCustomEventSettings();
 
+    const platform::DefaultsDomainRef& defaults() const { return defaults_; }
+
   private:
     std::optional<platform::PropertyDictionary> stored() const;
     bool change(const std::function<void(platform::PropertyDictionary&)>& change);

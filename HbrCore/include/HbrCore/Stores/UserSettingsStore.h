@@ -77,6 +77,8 @@ class UserSettingsStore {
     bool setDefaultSnooze1(std::int64_t minutes) { return defaultSnooze1_.set(minutes); }
     std::int64_t defaultSnooze2() const { return defaultSnooze2_.get(); }
     bool setDefaultSnooze2(std::int64_t minutes) { return defaultSnooze2_.set(minutes); }
+    /// False where no list was ever stored, which a read of `excludeRules` logs as an error.
+    bool hasExcludeRules() const { return domains_.shared->value(excludeRules_.key()).has_value(); }
     std::vector<FilterRule> excludeRules() const { return excludeRules_.get(); }
     bool setExcludeRules(const std::vector<FilterRule>& rules) { return excludeRules_.set(rules); }
     bool debugScreenshotMode() const { return debugScreenshotMode_.get(); }

@@ -31,6 +31,8 @@ class DefaultsDomain {
     std::optional<PropertyValue> value(std::string_view key) const;
     /// All keys as stored.
     PropertyDictionary values() const;
+    /// The same; the same object as long as nothing was written.
+    std::shared_ptr<const PropertyDictionary> snapshot() const;
     /// True when a file (readable or not) is or was there: a fresh installation gives false.
     bool exists() const;
     /// Nothing removes the key. Writing what is stored already writes nothing. False when the file could
