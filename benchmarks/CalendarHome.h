@@ -16,6 +16,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace benchmarks {
@@ -41,10 +42,11 @@ inline std::string written(Date date, const TimeZone& zone) {
 }
 
 /// A home of its own with `count` events spread over two years around a clock that stands still; every tenth
-/// recurs weekly with a meeting link in its notes.
+/// recurs weekly with a meeting link in its notes. With `notesLength` every event has notes that long.
 class CalendarHome {
   public:
-    explicit CalendarHome(int count, Zones zones = Zones::utc) : zones_(zones) {
+    explicit CalendarHome(int count, Zones zones = Zones::utc, std::size_t notesLength = 0)
+        : zones_(zones), notesLength_(notesLength) {
         std::string name = (std::filesystem::temp_directory_path() / "heedbanner-benchmark-XXXXXX").string();
         if (!mkdtemp(name.data())) throw std::runtime_error("no temporary directory");
         home_ = name;
@@ -75,10 +77,10 @@ class CalendarHome {
     CalendarHome(const CalendarHome&) = delete;
     CalendarHome& operator=(const CalendarHome&) = delete;
 
-    static const CalendarHome& of(std::int64_t count, Zones zones = Zones::utc) {
-        static std::map<std::pair<std::int64_t, Zones>, std::unique_ptr<CalendarHome>> homes;
-        auto& home = homes[{count, zones}];
-        if (!home) home = std::make_unique<CalendarHome>(static_cast<int>(count), zones);
+    static const CalendarHome& of(std::int64_t count, Zones zones = Zones::utc, std::size_t notesLength = 0) {
+        static std::map<std::tuple<std::int64_t, Zones, std::size_t>, std::unique_ptr<CalendarHome>> homes;
+        auto& home = homes[{count, zones, notesLength}];
+        if (!home) home = std::make_unique<CalendarHome>(static_cast<int>(count), zones, notesLength);
         return *home;
     }
 
@@ -118,8 +120,12 @@ class CalendarHome {
             file << "DTSTART:" << written(start, TimeZone::utc()) << "Z";
         file << "\r\nDURATION:PT45M\r\nSUMMARY:Meeting " << number << " (" << edition << ")\r\nLOCATION:Room "
              << index % 17 << "\r\n";
-        if (index % 10 == 0) {
-            file << "RRULE:FREQ=WEEKLY\r\nDESCRIPTION:Agenda in the wiki\\, join at "
+        const std::string notes = notesLength_ == 0 ? "" : notesText();
+        if (index % 10 != 0) {
+            if (!notes.empty()) file << "DESCRIPTION:" << notes << "\r\n";
+        } else {
+            file << "RRULE:FREQ=WEEKLY\r\nDESCRIPTION:" << notes
+                 << "Agenda in the wiki\\, join at "
                     "https://meet.google.com/abc-"
                  << static_cast<char>('a' + index / 260 % 26) << static_cast<char>('a' + index / 10 % 26)
                  << "cd-efg before it starts\r\n";
@@ -136,9 +142,17 @@ class CalendarHome {
         "DTSTART:19701025T030000\r\nRRULE:FREQ=YEARLY;BYMONTH=10;BYDAY=-1SU\r\nEND:STANDARD\r\n"
         "END:VTIMEZONE\r\n";
 
+    std::string notesText() const {
+        std::string text;
+        while (text.size() < notesLength_)
+            text += "The quarter in numbers\\, what is open\\, who does what until when. ";
+        return text;
+    }
+
     std::filesystem::path home_;
     EnvironmentRef environment_;
     Zones zones_;
+    std::size_t notesLength_;
     int count_ = 0;
 };
 
