@@ -81,6 +81,51 @@ TEST_F(StatusLine, EachStateHasItsWordsAndClasses) {
     EXPECT_EQ(status("2026-11-25T08:00:00Z"), "No calendars yet\n");
 }
 
+TEST_F(StatusLine, AClickJoinsWhatIsShownOrSaysThatItHasNoCall) {
+    const auto call = "LOCATION:https://zoom.us/j/9\r\n";
+    home.write("cal/watch.ics", test::oneEvent("On call", "20261125T060000Z", "20261125T180000Z", call));
+    home.write("cal/swim.ics", test::oneEvent("Swimming", "20261125T083000Z", "20261125T090000Z"));
+    home.write("boss/board.ics", test::oneEvent("Board", "20261125T095900Z", "20261125T110000Z", call));
+    for (const Arguments& more : {Arguments{"accounts", "add", home / "boss", "--delegate"},
+                                  Arguments{"calendars", "activate", "--all"}})
+        ASSERT_EQ(companion(more).exitCode, 0);
+    struct Case {
+        const char* now;
+        const char* shown;
+        Arguments more;
+        int exitCode;
+        const char* answer;
+    };
+    const Case cases[] = {
+        {"2026-11-25T08:45:00Z", "Swimming", {}, 3, "\"Swimming\" has no conference link"},
+        {"2026-11-25T09:20:00Z", "On call", {}, 0, "https://zoom.us/j/9"},
+        // The delegated meeting is about to begin.
+        {"2026-11-25T09:58:30Z", "On call", {}, 0, "https://zoom.us/j/9"},
+        {"2026-11-25T09:59:30Z", "R & D", {}, 0, "https://zoom.us/j/1"},
+        {"2026-11-25T05:00:00Z", "On call", {}, 0, "https://zoom.us/j/9"},
+        {"2026-11-25T05:00:00Z", "", {"--within", "30m"}, 3, "no meeting is shown"},
+    };
+    for (const Case& c : cases) {
+        Arguments template_ = {"--template", "{title}"};
+        template_.insert(template_.end(), c.more.begin(), c.more.end());
+        EXPECT_THAT(status(c.now, template_), testing::StartsWith(c.shown)) << c.now;
+        Arguments join = {"join", "--shown", "--print", "--now", c.now};
+        join.insert(join.end(), c.more.begin(), c.more.end());
+        const auto outcome = companion(join);
+        EXPECT_EQ(outcome.exitCode, c.exitCode) << c.now;
+        EXPECT_THAT(outcome.out + outcome.err, HasSubstr(c.answer)) << c.now;
+    }
+    EXPECT_EQ(companion({"join", "--print", "--now", "2026-11-25T08:45:00Z"}).out, "https://zoom.us/j/9\n");
+    EXPECT_EQ(companion({"join", "Board", "--now", "2026-11-25T09:58:30Z"}).exitCode, 3);
+    EXPECT_THAT(companion({"next", "--now", "2026-11-25T09:58:30Z"}).out, testing::StartsWith("R & D"));
+    EXPECT_THAT(companion({"agenda", "--now", "2026-11-25T09:58:30Z"}).out, HasSubstr("Board"));
+
+    ASSERT_EQ(companion({"accounts", "remove", "cal"}).exitCode, 0);
+    EXPECT_EQ(status("2026-11-25T09:58:30Z"), "\n");
+    EXPECT_THAT(companion({"next", "--now", "2026-11-25T09:58:30Z"}).err,
+                HasSubstr("only delegated accounts"));
+}
+
 TEST_F(StatusLine, EachBarGetsItsOwnForm) {
     const std::string now = "2026-11-25T09:59:30Z";
     // A title must not become a command of the bar.
