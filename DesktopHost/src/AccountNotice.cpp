@@ -40,10 +40,13 @@ AccountNotice AccountNotice::of(const CoreServices& core, const platform::Widget
     const bool isWatched = !core.settings().activeCalendarIdentifiers().empty() ||
                            !core.settings().activeReminderListIdentifiers().empty();
     if (readable == 0) {
-        const std::string key = notice.problems.empty() ? "none" : "unreadable";
+        const bool hasNone = notice.problems.empty();
+        const std::string key = hasNone ? "none" : "unreadable";
+        notice.kind = hasNone ? Kind::noAccounts : Kind::unreadable;
         notice.title = bundle.localizedText("Widget.desktop.accounts." + key + ".title");
         notice.advice = bundle.localizedText("Widget.desktop.accounts." + key + ".advice");
     } else if (!isWatched) {
+        notice.kind = Kind::unwatched;
         notice.title = bundle.localizedText("Widget.desktop.accounts.unwatched.title");
         notice.advice = bundle.localizedText("Widget.desktop.accounts.unwatched.advice");
     } else if (!failing.empty()) {

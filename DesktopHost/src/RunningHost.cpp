@@ -2,11 +2,13 @@
 
 #include <DesktopHost/AccountNotice.h>
 #include "AlertCenter.h"
+#include "CalendarSetup.h"
 #include "CardDeck.h"
 #include "Handover.h"
 #include "SettingsWatch.h"
 #include "WidgetBoard.h"
 #include "WidgetGallery.h"
+#include "WidgetMenus.h"
 
 #include <Desktop/DesktopSession.h>
 #include <Foundation/ClockChange.h>
@@ -22,7 +24,9 @@
 #include <MxLogger/MxLogger.h>
 #include <WidgetHost/WidgetScheduler.h>
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <utility>
 
 namespace hbr {
@@ -53,6 +57,7 @@ struct RunningHost::Parts {
     std::unique_ptr<platform::WidgetDesk> desk;
     std::unique_ptr<WidgetBoard> board;
     std::unique_ptr<CardDeck> cards;
+    std::unique_ptr<CalendarSetup> setup;
     std::unique_ptr<WidgetGallery> gallery;
     std::shared_ptr<platform::WidgetScheduler> scheduler;
     std::unique_ptr<platform::WakeSchedule::Alarm> schedulerAlarm;
@@ -101,6 +106,8 @@ struct RunningHost::Parts {
     void awaitChangeOfLists();
     void refreshNotice();
     void executeAnew();
+    std::vector<platform::MenuItem> itemsOf(const platform::Url& target);
+    std::vector<platform::GalleryChoice> placedInGallery() const;
     void showGallery();
     void useActivationToken(const std::string& token);
     void didHandleRequest();
@@ -135,19 +142,23 @@ void RunningHost::Parts::openDesktop() {
                                                  .widgetScale = contents.scale,
                                                  .wakes = wakes});
     cards = std::make_unique<CardDeck>(world.core, *session, wakes);
+    setup = std::make_unique<CalendarSetup>(world.bundle, *session, *cards);
     board = std::make_unique<WidgetBoard>(
         *desk, world.bundle, world.catalogue,
         WidgetBoard::Actions{
             .open =
                 [this](const platform::Url& url) {
                     if (url.absoluteString() == accountsUrl) {
-                        cards->show("accounts", noticeCard(notice));
+                        setup->show(notice);
                     } else {
                         cards->open(url);
                     }
                 },
             .openGallery = [this] { showGallery(); },
-            .change = [this](const PlacementsFile::Change& change) { changePlacements(change); }});
+            .change = [this](const PlacementsFile::Change& change) { changePlacements(change); },
+            .targetItems = [this](const platform::Url& url) { return itemsOf(url); },
+            .programItems =
+                [this] { return programMenu(world.bundle, world.core, [this] { hasEnded = true; }); }});
 }
 
 void RunningHost::Parts::makeScheduler() {
@@ -208,7 +219,25 @@ void RunningHost::Parts::watchWorld() {
 void RunningHost::Parts::showPlacements() {
     if (!contents.widgets.empty()) endsWhenIdle = false;
     board->show(contents.widgets);
+    if (gallery) gallery->setPlaced(placedInGallery());
     playShownKinds();
+}
+
+std::vector<platform::MenuItem> RunningHost::Parts::itemsOf(const platform::Url& target) {
+    const auto link = DeepLinkBuilder().make(target);
+    const auto event = link ? eventWithIdentifier(world.core, link->eventIdentifier()) : std::nullopt;
+    if (!event) return {};
+    return eventMenu(world.bundle, eventCard(world.core, *event, cards->actions()),
+                     [this, event = *event] { cards->preview(event); });
+}
+
+std::vector<platform::GalleryChoice> RunningHost::Parts::placedInGallery() const {
+    std::vector<platform::GalleryChoice> placed;
+    for (const PlacedWidget& one : contents.widgets) {
+        if (const auto* widget = world.catalogue.find(one.name))
+            placed.push_back({widget->configuration.kind(), one.family});
+    }
+    return placed;
 }
 
 void RunningHost::Parts::playShownKinds() {
@@ -298,6 +327,19 @@ void RunningHost::Parts::showGallery() {
                         widgets.push_back(placedWidget(name, family, platform::Corner::topEnd, "", widgets));
                     });
                 },
+            .remove =
+                [this](const std::string& kind, platform::WidgetFamily family) {
+                    const auto* widget = world.catalogue.find(kind);
+                    if (!widget) return;
+                    changePlacements([name = widget->name, family](std::vector<PlacedWidget>& widgets) {
+                        // The one that was added last.
+                        const auto found = std::ranges::find_if(
+                            widgets.rbegin(), widgets.rend(), [&](const PlacedWidget& one) {
+                                return one.name == name && one.family == family;
+                            });
+                        if (found != widgets.rend()) widgets.erase(std::next(found).base());
+                    });
+                },
             .closed =
                 [this] {
                     later([this] {
@@ -310,6 +352,7 @@ void RunningHost::Parts::showGallery() {
     for (const std::string& kind : gallery->kinds()) {
         if (const auto entry = scheduler->currentEntry(kind)) gallery->setEntry(kind, *entry);
     }
+    gallery->setPlaced(placedInGallery());
     playShownKinds();
 }
 

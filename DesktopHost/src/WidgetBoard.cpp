@@ -84,7 +84,9 @@ std::unique_ptr<WidgetBoard::Tile> WidgetBoard::makeTile(const PlacedWidget& pla
                     if (found != widgets.end()) widgets.erase(found);
                 });
             },
-        .openGallery = actions_.openGallery};
+        .openGallery = actions_.openGallery,
+        .targetItems = actions_.targetItems,
+        .programItems = actions_.programItems};
     tile->window = desk_.add(widgetIdentity(bundle_, widget.configuration), placed.family, placed.placement,
                              std::move(actions));
     if (badge_) tile->window->setBadge(badge_);

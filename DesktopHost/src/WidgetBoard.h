@@ -26,6 +26,9 @@ class WidgetBoard {
         std::function<void()> openGallery;
         /// Keeps a change of the placements; the board is then shown them again.
         std::function<void(const PlacementsFile::Change&)> change;
+        /// Of the menu, as in platform::WidgetActions.
+        std::function<std::vector<platform::MenuItem>(const platform::Url&)> targetItems;
+        std::function<std::vector<platform::MenuItem>()> programItems;
     };
 
     WidgetBoard(platform::WidgetDesk& desk, const platform::WidgetBundle& bundle,

@@ -39,7 +39,9 @@ WidgetGallery::WidgetGallery(platform::DesktopSession& session, const platform::
     window_ = platform::GalleryWindow::show(session, desk,
                                             {.title = galleryText(bundle, "title"),
                                              .introduction = introduction(),
-                                             .add = galleryText(bundle, "add")},
+                                             .add = galleryText(bundle, "add"),
+                                             .remove = galleryText(bundle, "remove"),
+                                             .placed = galleryText(bundle, "placed")},
                                             std::move(items), std::move(actions));
 }
 

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace hbr {
@@ -24,6 +25,7 @@ class WidgetGallery {
     const std::vector<std::string>& kinds() const { return kinds_; }
     void setEntry(const std::string& kind, const platform::WidgetEntry& entry);
     void setDemonstration(bool isDemonstration);
+    void setPlaced(std::vector<platform::GalleryChoice> placed) { window_->setPlaced(std::move(placed)); }
 
   private:
     std::string introduction() const;

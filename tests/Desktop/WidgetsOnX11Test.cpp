@@ -102,14 +102,18 @@ TEST_F(WidgetsOnX11, AreDraggedWithoutOpeningAnything) {
 TEST_F(WidgetsOnX11, ChangeSizeAndCornerAndGoFromTheirMenu) {
     show({"medium top-end"});
     ASSERT_TRUE(isSeenAt(topEnd));
-    const auto choose = [&](std::initializer_list<const char*> keys) {
+    const auto choose = [&](std::initializer_list<const char*> keys, Place where = {6, 100}) {
         screen().key("Escape");
         const auto before = screen().windowCount();
-        click(topEnd, {6, 100}, 3);
+        click(topEnd, where, 3);
         EXPECT_TRUE(waitUntil([&] { return screen().windowCount() > before; })) << "no menu";
         for (const char* key : keys)
             screen().key(key);
     };
+    choose({"Down", "Return"}, firstRow);
+    EXPECT_EQ(program->waitForLine("item"), "item heedbanner://preview/standup");
+    choose({"Up", "Right", "Return"});
+    EXPECT_TRUE(program->waitForLine("toggled"));
     choose({"Down", "Right", "Down", "Down", "Return"});
     EXPECT_EQ(program->waitForLine("family"), "family large");
     choose({"Down", "Down", "Down", "Return"});

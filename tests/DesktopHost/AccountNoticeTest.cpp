@@ -34,7 +34,8 @@ TEST(AccountNotice, SaysWhyThereIsNothingToShowAndWhichAccountsFail) {
     platform::AccountsFile(core.environment).update([](auto& accounts) { accounts.clear(); });
     reread();
     EXPECT_EQ(notice().title, "No calendars yet");
-    EXPECT_THAT(notice().advice, HasSubstr("heedbanner setup"));
+    EXPECT_EQ(notice().advice, "Click to add your calendars.");
+    EXPECT_EQ(notice().kind, AccountNotice::Kind::noAccounts);
 }
 
 }  // namespace

@@ -239,6 +239,19 @@ TEST_F(DesktopHost, SaysWhatTheDesktopLacks) {
     EXPECT_THAT(endDesktop().err, HasSubstr("neither layer-shell nor an X server"));
 }
 
+TEST_F(DesktopHost, AnEmptyWidgetAddsWhatLiesInTheUsualPlacesByClicks) {
+    desktop.variables.erase("NO_AT_BRIDGE");
+    variables = desktop.variables;
+    startDesktop({"upcoming:medium"});
+    ASSERT_TRUE(waitUntilSaid("No calendars yet"));
+    writeEvent("first.ics", "Planning", 1800);
+    std::filesystem::rename(home / "calendars", variables["HOME"] + "/.calendars");
+    screen().click(rowX, rowY);
+    desktop.run({"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner",
+                 "Add these calendars"});
+    EXPECT_TRUE(waitUntilSaid("Planning"));
+}
+
 TEST_F(DesktopHost, ItsGalleryShowsDemonstrationEventsUntilThereAreCalendars) {
     desktop.variables.erase("NO_AT_BRIDGE");
     variables = desktop.variables;

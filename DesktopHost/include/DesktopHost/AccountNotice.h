@@ -18,6 +18,9 @@ inline constexpr std::string_view accountsUrl = "heedbanner-desktop:accounts";
 /// What is wrong with the accounts, in the user's language. Nothing of it when all can be read and
 /// calendars are watched.
 struct AccountNotice {
+    enum class Kind { nothing, noAccounts, unreadable, unwatched };
+
+    Kind kind = Kind::nothing;
     /// There is nothing to show: what to say in place of the widgets, and what to do.
     std::optional<std::string> title;
     std::string advice;

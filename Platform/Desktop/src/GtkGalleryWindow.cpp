@@ -11,8 +11,23 @@ namespace platform {
 namespace {
 
 constexpr int windowMargin = 24, spacing = 20;
-/// Logical pixels per point of a preview, before text scaling.
-constexpr double previewScale = 0.9;
+/// Room beside the previews of a page: the window's frame, its texts and buttons, at the usual text size.
+constexpr int roomBeside = 2 * windowMargin + 40, roomAbove = 260;
+/// Logical pixels per point of a preview; no larger than on the desktop, and to be read at the least.
+constexpr double greatestScale = 1.25, leastScale = 0.9;
+
+/// At which the previews of the item stand beside each other on a screen without being scrolled.
+double fittingScale(const WidgetIdentity& identity, const Output::Area& area, double textScale) {
+    double width = 0, height = 1;
+    for (const auto& family : identity.families) {
+        width += sizeOf(family.family).width;
+        height = std::max(height, sizeOf(family.family).height);
+    }
+    const double gaps = spacing * static_cast<double>(identity.families.size());
+    const double fitting = std::min((area.width - roomBeside - gaps) / std::max(width, 1.0),
+                                    (area.height - roomAbove * textScale) / height);
+    return std::clamp(fitting, leastScale, greatestScale * textScale);
+}
 
 class GtkGalleryWindow final : public GalleryWindow {
   public:
@@ -38,73 +53,130 @@ class GtkGalleryWindow final : public GalleryWindow {
         gtk_label_set_text(GTK_LABEL(introduction_), valid(introduction).c_str());
         gtk_widget_set_visible(introduction_, !introduction.empty());
     }
-    void invalidate() override { std::ranges::for_each(previews_, refreshViewArea); }
+    void setPlaced(std::vector<GalleryChoice> placed) override {
+        placed_ = std::move(placed);
+        std::ranges::for_each(cells_, [this](const Cell& cell) { markPlaced(cell); });
+    }
+    void invalidate() override {
+        for (const Cell& cell : cells_)
+            refreshViewArea(cell.preview);
+    }
 
   private:
+    /// A family of a widget.
+    struct Cell {
+        GalleryChoice choice;
+        GtkWidget* preview = nullptr;
+        GtkWidget* mark = nullptr;
+        GtkWidget* add = nullptr;
+        GtkWidget* remove = nullptr;
+    };
+
     void fill() {
-        previews_.clear();
+        const std::string page = stack_ ? gtk_stack_get_visible_child_name(GTK_STACK(stack_)) : "";
+        cells_.clear();
         if (GtkWidget* old = gtk_bin_get_child(GTK_BIN(window_))) gtk_widget_destroy(old);
+        const auto output = session_.outputs().find({});
+        const Output::Area area = output ? output->workArea : Output::Area{};
+
         GtkWidget* column = gtk_box_new(GTK_ORIENTATION_VERTICAL, spacing);
         gtk_container_set_border_width(GTK_CONTAINER(column), windowMargin);
         introduction_ = makeLabel(texts_.introduction, TextRole::secondary);
         gtk_widget_set_no_show_all(introduction_, TRUE);
         gtk_widget_set_visible(introduction_, !texts_.introduction.empty());
         gtk_container_add(GTK_CONTAINER(column), introduction_);
-        for (const GalleryItem& item : items_)
-            gtk_container_add(GTK_CONTAINER(column), makeItem(item));
+        stack_ = gtk_stack_new();
+        for (const GalleryItem& item : items_) {
+            GtkWidget* widget = makeItem(item, area);
+            gtk_widget_show_all(widget);
+            gtk_stack_add_titled(GTK_STACK(stack_), widget, item.identity.kind.c_str(),
+                                 item.identity.name.c_str());
+        }
+        if (items_.size() > 1) {
+            GtkWidget* switcher = gtk_stack_switcher_new();
+            gtk_stack_switcher_set_stack(GTK_STACK_SWITCHER(switcher), GTK_STACK(stack_));
+            gtk_widget_set_halign(switcher, GTK_ALIGN_CENTER);
+            gtk_container_add(GTK_CONTAINER(column), switcher);
+        }
+        gtk_container_add(GTK_CONTAINER(column), stack_);
+        if (!page.empty()) gtk_stack_set_visible_child_name(GTK_STACK(stack_), page.c_str());
+
+        // For texts that are much larger than usual.
         GtkWidget* scrolled = gtk_scrolled_window_new(nullptr, nullptr);
         gtk_scrolled_window_set_propagate_natural_width(GTK_SCROLLED_WINDOW(scrolled), TRUE);
         gtk_scrolled_window_set_propagate_natural_height(GTK_SCROLLED_WINDOW(scrolled), TRUE);
-        const auto output = session_.outputs().find({});
         if (output) {
             // Some of the screen stays free for the window's frame.
-            gtk_scrolled_window_set_max_content_width(GTK_SCROLLED_WINDOW(scrolled),
-                                                      output->workArea.width * 9 / 10);
-            gtk_scrolled_window_set_max_content_height(GTK_SCROLLED_WINDOW(scrolled),
-                                                       output->workArea.height * 8 / 10);
+            gtk_scrolled_window_set_max_content_width(GTK_SCROLLED_WINDOW(scrolled), area.width - 40);
+            gtk_scrolled_window_set_max_content_height(GTK_SCROLLED_WINDOW(scrolled), area.height - 60);
         }
         gtk_container_add(GTK_CONTAINER(scrolled), column);
         gtk_container_add(GTK_CONTAINER(window_), scrolled);
         gtk_widget_show_all(scrolled);
+        std::ranges::for_each(cells_, [this](const Cell& cell) { markPlaced(cell); });
     }
 
-    GtkWidget* makeItem(const GalleryItem& item) {
+    GtkWidget* makeItem(const GalleryItem& item, const Output::Area& area) {
+        const double scale = fittingScale(item.identity, area, session_.appearance().current().textScale);
         GtkWidget* column = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
         gtk_container_add(GTK_CONTAINER(column), makeLabel(item.identity.name, TextRole::title));
         gtk_container_add(GTK_CONTAINER(column), makeLabel(item.description, TextRole::secondary));
         GtkWidget* row = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, spacing);
         gtk_widget_set_margin_top(row, 6);
         for (const auto& family : item.identity.families)
-            gtk_container_add(GTK_CONTAINER(row), makeFamily(item, family));
+            gtk_container_add(GTK_CONTAINER(row), makeFamily(item, family, scale));
         gtk_container_add(GTK_CONTAINER(column), row);
         return column;
     }
 
-    GtkWidget* makeFamily(const GalleryItem& item, const WidgetIdentity::Family& family) {
-        const auto layOutPreview = [this, preview = item.preview, family = family.family](double scale) {
+    GtkWidget* makeFamily(const GalleryItem& item, const WidgetIdentity::Family& family, double scale) {
+        const auto layOutPreview = [this, preview = item.preview,
+                                    family = family.family](double deviceScale) {
             ViewContext context = desk_.contextFor(family);
-            context.scale = scale;
+            context.scale = deviceScale;
             return layOutWidget(preview(context), context);
         };
-        GtkWidget* preview =
-            makeViewArea({sizeOf(family.family), previewScale * session_.appearance().current().textScale,
-                          layOutPreview, desk_.wakes()});
-        previews_.push_back(preview);
-
-        GtkWidget* button = makeButton(texts_.add, [this, kind = item.identity.kind, family = family.family] {
-            if (const auto add = actions_.add) add(kind, family);
-        });
-        atk_object_set_name(gtk_widget_get_accessible(button),
-                            (texts_.add + ": " + item.identity.name + ", " + family.name).c_str());
+        Cell cell{.choice = {item.identity.kind, family.family},
+                  .preview = makeViewArea({sizeOf(family.family), scale, layOutPreview, desk_.wakes()}),
+                  .mark = makeLabel(texts_.placed, TextRole::secondary),
+                  .add = makeAction(texts_.add, item, family, actions_.add),
+                  .remove = makeAction(texts_.remove, item, family, actions_.remove)};
         GtkWidget* line = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 6);
-        gtk_box_pack_start(GTK_BOX(line), makeLabel(family.name, TextRole::body), TRUE, TRUE, 0);
-        gtk_box_pack_end(GTK_BOX(line), button, FALSE, FALSE, 0);
+        gtk_box_pack_start(GTK_BOX(line), makeLabel(family.name, TextRole::body), FALSE, FALSE, 0);
+        gtk_box_pack_end(GTK_BOX(line), cell.add, FALSE, FALSE, 0);
+        gtk_box_pack_end(GTK_BOX(line), cell.remove, FALSE, FALSE, 0);
+        for (GtkWidget* changing : {cell.mark, cell.add, cell.remove})
+            gtk_widget_set_no_show_all(changing, TRUE);
 
         GtkWidget* column = gtk_box_new(GTK_ORIENTATION_VERTICAL, 8);
         gtk_widget_set_valign(column, GTK_ALIGN_START);
-        gtk_container_add(GTK_CONTAINER(column), preview);
+        gtk_container_add(GTK_CONTAINER(column), cell.preview);
         gtk_container_add(GTK_CONTAINER(column), line);
+        gtk_container_add(GTK_CONTAINER(column), cell.mark);
+        cells_.push_back(std::move(cell));
         return column;
+    }
+
+    static GtkWidget* makeAction(const std::string& label, const GalleryItem& item,
+                                 const WidgetIdentity::Family& family,
+                                 const std::function<void(const std::string&, WidgetFamily)>& action) {
+        GtkWidget* button = makeButton(label, [action, kind = item.identity.kind, family = family.family] {
+            if (action) action(kind, family);
+        });
+        atk_object_set_name(gtk_widget_get_accessible(button),
+                            (label + ": " + item.identity.name + ", " + family.name).c_str());
+        return button;
+    }
+
+    void markPlaced(const Cell& cell) const {
+        const bool isPlaced = std::ranges::find(placed_, cell.choice) != placed_.end();
+        GtkWidget* before = isPlaced ? cell.add : cell.remove;
+        GtkWidget* after = isPlaced ? cell.remove : cell.add;
+        const bool hadFocus = gtk_widget_has_focus(before) != FALSE;
+        gtk_widget_hide(before);
+        gtk_widget_show(after);
+        if (hadFocus) gtk_widget_grab_focus(after);
+        gtk_widget_set_visible(cell.mark, isPlaced);
     }
 
     DesktopSession& session_;
@@ -114,7 +186,9 @@ class GtkGalleryWindow final : public GalleryWindow {
     Actions actions_;
     GtkWidget* window_;
     GtkWidget* introduction_ = nullptr;
-    std::vector<GtkWidget*> previews_;
+    GtkWidget* stack_ = nullptr;
+    std::vector<Cell> cells_;
+    std::vector<GalleryChoice> placed_;
     std::shared_ptr<void> lookToken_;
 };
 

@@ -106,8 +106,7 @@ void GtkWidgetDesk::restack() {
                            .isRightToLeft = options_.isRightToLeft,
                            .size = window->size()};
         // The placement keeps the wish, for when the screen is as large again.
-        if (placement.position)
-            place.position = within(output->workArea, place.size, *placement.position);
+        if (placement.position) place.position = within(output->workArea, place.size, *placement.position);
         if (place.position)
             window->standAt(place);
         else

@@ -217,10 +217,17 @@ void GtkWidgetWindow::moveFocus(int steps) {
         desk_.moveKeyboard(*this, steps);
 }
 
+std::optional<Url> GtkWidgetWindow::targetOf(const GdkEvent* event) const {
+    // The focus that a widget on the desktop keeps is not seen there.
+    const bool isByKeyboard = level_ == WidgetSurface::Level::withKeyboard && !event;
+    const TapButtons& buttons = canvas_.buttons();
+    return isByKeyboard || buttons.hovered() ? buttons.current() : std::nullopt;
+}
+
 void GtkWidgetWindow::showMenu(const GdkEvent* event) {
     if (menu_) gtk_widget_destroy(menu_);
     menu_ = makeWidgetMenu({identity_, family_, placement_, actions_, desk_.menuTexts(),
-                            desk_.outputs().all(), desk_.capabilities().canPlace});
+                            desk_.outputs().all(), desk_.capabilities().canPlace, targetOf(event)});
     gtk_menu_attach_to_widget(GTK_MENU(menu_), window_, nullptr);
     g_signal_connect(menu_, "destroy", G_CALLBACK(+[](GtkWidget* menu, gpointer self) {
                          auto* window = static_cast<GtkWidgetWindow*>(self);

@@ -49,6 +49,8 @@ class GtkWidgetWindow final : public WidgetWindow {
     gboolean pressed(GdkEventKey* event);
     void moveFocus(int steps);
     void showFocus();
+    /// What a menu opened by the event, or by a key, is about.
+    std::optional<Url> targetOf(const GdkEvent* event) const;
     void showMenu(const GdkEvent* event);
     void startDragging();
     void drag();

@@ -58,9 +58,9 @@ PortalSettings::~PortalSettings() {
 void PortalSettings::ask(bool shouldWait) {
     const auto* type = G_VARIANT_TYPE("(a{sa{sv}})");
     if (shouldWait) {
-        const Variant answer(g_dbus_connection_call_sync(
-            bus_.get(), busName, objectPath, interfaceName, "ReadAll", readAllArguments(), type,
-            G_DBUS_CALL_FLAGS_NONE, patience, nullptr, nullptr));
+        const Variant answer(g_dbus_connection_call_sync(bus_.get(), busName, objectPath, interfaceName,
+                                                         "ReadAll", readAllArguments(), type,
+                                                         G_DBUS_CALL_FLAGS_NONE, patience, nullptr, nullptr));
         if (answer) take(answer.get());
         return;
     }

@@ -112,6 +112,11 @@ std::optional<std::size_t> TapButtons::focused() const {
     return std::nullopt;
 }
 
+std::optional<Url> TapButtons::current() const {
+    const auto target = hovered_ ? hovered_ : focused();
+    return target && *target < targets_.size() ? std::optional(targets_[*target].url) : std::nullopt;
+}
+
 void TapButtons::focus(std::size_t target) {
     if (target < buttons_.size()) gtk_widget_grab_focus(buttons_[target]);
 }

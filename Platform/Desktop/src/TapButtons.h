@@ -29,6 +29,8 @@ class TapButtons {
     std::optional<std::size_t> hovered() const { return hovered_; }
     /// The one that has the keyboard within its window.
     std::optional<std::size_t> focused() const;
+    /// What the pointer is over, else what has the keyboard.
+    std::optional<Url> current() const;
     void focus(std::size_t target);
     void activateFocused() const;
 

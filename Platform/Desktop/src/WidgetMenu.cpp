@@ -43,6 +43,32 @@ GtkWidget* addSubmenu(GtkWidget* menu, const std::string& label) {
     return submenu;
 }
 
+void addToggle(GtkWidget* menu, const MenuItem& item) {
+    GtkWidget* toggle = gtk_check_menu_item_new_with_label(item.label.c_str());
+    gtk_check_menu_item_set_active(GTK_CHECK_MENU_ITEM(toggle), item.isMarked);
+    onSignal(toggle, "activate", item.chosen);
+    append(menu, toggle);
+}
+
+void addItems(GtkWidget* menu, const std::vector<MenuItem>& items) {
+    for (const MenuItem& item : items) {
+        switch (item.kind) {
+            case MenuItem::Kind::action:
+                addAction(menu, item.label, item.chosen);
+                break;
+            case MenuItem::Kind::choice:
+                addChoice(menu, item.label, item.isMarked, item.chosen);
+                break;
+            case MenuItem::Kind::toggle:
+                addToggle(menu, item);
+                break;
+            case MenuItem::Kind::submenu:
+                addItems(addSubmenu(menu, item.label), item.submenu);
+                break;
+        }
+    }
+}
+
 void addSizes(GtkWidget* menu, const WidgetMenuModel& model) {
     for (const auto& family : model.identity.families) {
         addChoice(menu, family.name, family.family == model.family,
@@ -87,6 +113,11 @@ void addOutputs(GtkWidget* menu, const WidgetMenuModel& model) {
 
 GtkWidget* makeWidgetMenu(const WidgetMenuModel& model) {
     GtkWidget* menu = gtk_menu_new();
+    if (model.target && model.actions.targetItems) {
+        const auto items = model.actions.targetItems(*model.target);
+        addItems(menu, items);
+        if (!items.empty()) append(menu, gtk_separator_menu_item_new());
+    }
     if (model.actions.changeFamily && model.identity.families.size() > 1)
         addSizes(addSubmenu(menu, model.texts.size), model);
     if (model.actions.move && model.canPlace) {
@@ -98,6 +129,10 @@ GtkWidget* makeWidgetMenu(const WidgetMenuModel& model) {
     if (model.actions.remove) {
         append(menu, gtk_separator_menu_item_new());
         addAction(menu, model.texts.remove, model.actions.remove);
+    }
+    if (model.actions.programItems) {
+        append(menu, gtk_separator_menu_item_new());
+        addItems(menu, model.actions.programItems());
     }
     return menu;
 }

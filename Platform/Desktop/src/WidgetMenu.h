@@ -5,6 +5,7 @@
 #include <Desktop/WidgetWindow.h>
 #include <gtk/gtk.h>
 
+#include <optional>
 #include <vector>
 
 namespace platform {
@@ -17,9 +18,12 @@ struct WidgetMenuModel {
     const WidgetMenuTexts& texts;
     std::vector<Output> outputs;
     bool canPlace = false;
+    /// Under the pointer or with the keyboard.
+    std::optional<Url> target;
 };
 
-/// The context menu of a widget: sizes, corners, screens, gallery, removal.
+/// The context menu of a widget: what the target offers, sizes, corners, screens, gallery, removal, what the
+/// program offers.
 GtkWidget* makeWidgetMenu(const WidgetMenuModel& model);
 
 }  // namespace platform

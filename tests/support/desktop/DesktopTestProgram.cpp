@@ -53,27 +53,40 @@ class Program {
         placement.output = output;
         if (Point position; words >> position.x >> position.y) placement.position = position;
         const std::size_t index = widgets_.size();
-        WidgetActions actions{.open = [](const Url& target) { say("opened " + target.absoluteString()); },
-                              .changeFamily =
-                                  [this, index](WidgetFamily wanted) {
-                                      say("family " + std::string(nameOf(wanted)));
-                                      widgets_[index]->setFamily(wanted);
-                                  },
-                              .move =
-                                  [this, index](const WidgetPlacement& wanted) {
-                                      say("moved " + std::string(nameOf(wanted.corner)) + " " +
-                                          wanted.output +
-                                          (wanted.position ? " " + std::to_string(int(wanted.position->x)) +
-                                                                 "," + std::to_string(int(wanted.position->y))
-                                                           : ""));
-                                      widgets_[index]->setPlacement(wanted);
-                                  },
-                              .remove =
-                                  [this, index] {
-                                      say("removed");
-                                      widgets_[index].reset();
-                                  },
-                              .openGallery = [] { say("gallery wanted"); }};
+        WidgetActions actions{
+            .open = [](const Url& target) { say("opened " + target.absoluteString()); },
+            .changeFamily =
+                [this, index](WidgetFamily wanted) {
+                    say("family " + std::string(nameOf(wanted)));
+                    widgets_[index]->setFamily(wanted);
+                },
+            .move =
+                [this, index](const WidgetPlacement& wanted) {
+                    say("moved " + std::string(nameOf(wanted.corner)) + " " + wanted.output +
+                        (wanted.position ? " " + std::to_string(int(wanted.position->x)) + "," +
+                                               std::to_string(int(wanted.position->y))
+                                         : ""));
+                    widgets_[index]->setPlacement(wanted);
+                },
+            .remove =
+                [this, index] {
+                    say("removed");
+                    widgets_[index].reset();
+                },
+            .openGallery = [] { say("gallery wanted"); },
+            .targetItems =
+                [](const Url& target) {
+                    const auto tell = [target] { say("item " + target.absoluteString()); };
+                    return std::vector<MenuItem>{{.label = "Details", .chosen = tell}};
+                },
+            .programItems =
+                [] {
+                    const auto tell = [] { say("toggled"); };
+                    return std::vector<MenuItem>{
+                        {.kind = MenuItem::Kind::submenu,
+                         .label = "Settings",
+                         .submenu = {{.kind = MenuItem::Kind::toggle, .label = "Travel", .chosen = tell}}}};
+                }};
         widgets_.push_back(desk_.add(identity(), widgetFamily(family).value_or(WidgetFamily::systemMedium),
                                      placement, std::move(actions)));
         widgets_.back()->setContent(content());
@@ -135,16 +148,23 @@ class Program {
     }
 
     void showGallery() {
-        gallery_ = GalleryWindow::show(
-            session_, desk_, {.introduction = "Choose what to keep in sight."},
-            {{identity(), "The next events, as many as fit.", content()}},
-            {.add = [](const std::string& kind,
-                       WidgetFamily family) { say("added " + kind + " " + std::string(nameOf(family))); },
-             .closed =
-                 [this] {
-                     say("gallery closed");
-                     gallery_.reset();
-                 }});
+        gallery_ = GalleryWindow::show(session_, desk_, {.introduction = "Choose what to keep in sight."},
+                                       {{identity(), "The next events, as many as fit.", content()}},
+                                       {.add =
+                                            [this](const std::string& kind, WidgetFamily family) {
+                                                say("added " + kind + " " + std::string(nameOf(family)));
+                                                gallery_->setPlaced({{kind, family}});
+                                            },
+                                        .remove =
+                                            [this](const std::string& kind, WidgetFamily family) {
+                                                say("taken away " + kind + " " + std::string(nameOf(family)));
+                                                gallery_->setPlaced({});
+                                            },
+                                        .closed =
+                                            [this] {
+                                                say("gallery closed");
+                                                gallery_.reset();
+                                            }});
     }
 
     void showCard() {

@@ -18,19 +18,18 @@ std::string busConfiguration(const TemporaryDirectory& home) {
     std::filesystem::create_directories(services);
     std::filesystem::create_symlink("/usr/share/dbus-1/services/org.a11y.Bus.service",
                                     services / "org.a11y.Bus.service");
-    return home.write("bus.conf", "<busconfig><type>session</type><listen>unix:dir=" +
-                                      (home / "run").string() +
-                                      "</listen><auth>EXTERNAL</auth><servicedir>" + services.string() +
-                                      "</servicedir><policy context='default'>"
-                                      "<allow send_destination='*' eavesdrop='true'/><allow eavesdrop='true'/>"
-                                      "<allow own='*'/></policy></busconfig>\n");
+    return home.write("bus.conf",
+                      "<busconfig><type>session</type><listen>unix:dir=" + (home / "run").string() +
+                          "</listen><auth>EXTERNAL</auth><servicedir>" + services.string() +
+                          "</servicedir><policy context='default'>"
+                          "<allow send_destination='*' eavesdrop='true'/><allow eavesdrop='true'/>"
+                          "<allow own='*'/></policy></busconfig>\n");
 }
 
 /// Only Inter, without the user's and the machine's wishes about fonts.
 std::string fontConfiguration(const TemporaryDirectory& home) {
-    return home.write("fonts.conf",
-                      "<fontconfig><dir>/usr/share/fonts/opentype/inter</dir><cachedir>" +
-                          (home / "cache/fonts").string() + "</cachedir></fontconfig>\n");
+    return home.write("fonts.conf", "<fontconfig><dir>/usr/share/fonts/opentype/inter</dir><cachedir>" +
+                                        (home / "cache/fonts").string() + "</cachedir></fontconfig>\n");
 }
 
 /// A socket or file whose name begins so.
@@ -74,7 +73,8 @@ TestDesktop::TestDesktop() {
     screen_->fillBackground(background);
     variables["DISPLAY"] = screen_->name();
     // The bus hands its environment to the services that it starts.
-    bus_ = start({"dbus-daemon", "--config-file=" + busConfiguration(home_), "--nofork", "--print-address=1"});
+    bus_ =
+        start({"dbus-daemon", "--config-file=" + busConfiguration(home_), "--nofork", "--print-address=1"});
     variables["DBUS_SESSION_BUS_ADDRESS"] = bus_->waitForLine("unix:").value_or("");
 }
 

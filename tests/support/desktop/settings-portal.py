@@ -1,5 +1,5 @@
-"""A settings portal on the session bus. Takes changes on standard input, a line each: GROUP KEY VALUE, the value
-as GVariant text."""
+"""A settings portal on the session bus. Takes changes, GROUP KEY VALUE with the value as GVariant text: at first as
+arguments; without any, on standard input, a line each."""
 
 import sys
 
@@ -21,23 +21,31 @@ def answer(connection, sender, path, interface, method, arguments, invocation):
     invocation.return_value(GLib.Variant("(a{sa{sv}})", (settings,)))
 
 
+def change(line):
+    group, key, text = line.split(" ", 2)
+    value = GLib.Variant.parse(None, text, None, None)
+    settings.setdefault(group, {})[key] = value
+    return group, key, value
+
+
 def read_change(source, condition):
     line = sys.stdin.readline().strip()
     if not line:
         loop.quit()
         return False
-    group, key, text = line.split(" ", 2)
-    value = GLib.Variant.parse(None, text, None, None)
-    settings.setdefault(group, {})[key] = value
+    group, key, value = change(line)
     bus.emit_signal(None, PATH, NAME, "SettingChanged", GLib.Variant("(ssv)", (group, key, value)))
     bus.flush_sync()
     print("done " + line, flush=True)
     return True
 
 
+for initial in sys.argv[1:]:
+    change(initial)
 bus.register_object(PATH, Gio.DBusNodeInfo.new_for_xml(INTERFACE).interfaces[0], answer, None, None)
 Gio.bus_own_name_on_connection(
     bus, "org.freedesktop.portal.Desktop", Gio.BusNameOwnerFlags.NONE, lambda *_: print("ready", flush=True), None
 )
-GLib.io_add_watch(sys.stdin.fileno(), GLib.IO_IN | GLib.IO_HUP, read_change)
+if not sys.argv[1:]:
+    GLib.io_add_watch(sys.stdin.fileno(), GLib.IO_IN | GLib.IO_HUP, read_change)
 loop.run()

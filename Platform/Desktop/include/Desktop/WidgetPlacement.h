@@ -25,7 +25,8 @@ struct WidgetPlacement {
     int order = 0;
     /// Where the user dragged it, if so: its top left corner in logical pixels from that of the output's work
     /// area. Such a widget is in no column. Where the area is too small for it by now, the widget is shown at
-    /// the nearest place inside and returns with the room. Not every desktop can do it (DesktopCapabilities::canDrag).
+    /// the nearest place inside and returns with the room. Not every desktop can do it
+    /// (DesktopCapabilities::canDrag).
     std::optional<Point> position;
 
     friend bool operator==(const WidgetPlacement&, const WidgetPlacement&) = default;

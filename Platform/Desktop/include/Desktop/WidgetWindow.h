@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Desktop/MenuItem.h>
 #include <Desktop/WidgetPlacement.h>
 #include <Foundation/Url.h>
 #include <Views/View.h>
@@ -41,6 +42,10 @@ struct WidgetActions {
     std::function<void(const WidgetPlacement&)> move;
     std::function<void()> remove;
     std::function<void()> openGallery;
+    /// First entries of the menu that was opened on a target, for instance on a row.
+    std::function<std::vector<MenuItem>(const Url& target)> targetItems = nullptr;
+    /// Last entries of the menu.
+    std::function<std::vector<MenuItem>()> programItems = nullptr;
 };
 
 /// A widget on the desktop, made by a WidgetDesk; shown as soon as it has content. Main thread.
