@@ -12,21 +12,24 @@ namespace {
 
 constexpr int windowMargin = 24, spacing = 20;
 /// Room beside the previews of a page: the window's frame, its texts and buttons, at the usual text size.
-constexpr int roomBeside = 2 * windowMargin + 40, roomAbove = 260;
+constexpr int roomBeside = 2 * windowMargin + 40, roomAbove = 300;
 /// Logical pixels per point of a preview; no larger than on the desktop, and to be read at the least.
 constexpr double greatestScale = 1.25, leastScale = 0.9;
 
-/// At which the previews of the item stand beside each other on a screen without being scrolled.
-double fittingScale(const WidgetIdentity& identity, const Output::Area& area, double textScale) {
-    double width = 0, height = 1;
-    for (const auto& family : identity.families) {
-        width += sizeOf(family.family).width;
-        height = std::max(height, sizeOf(family.family).height);
+/// At which the previews of every page fit beside each other on a screen.
+double fittingScale(const std::vector<GalleryItem>& items, const Output::Area& area, double textScale) {
+    double fitting = greatestScale * textScale;
+    for (const GalleryItem& item : items) {
+        double width = 1, height = 1;
+        for (const auto& family : item.identity.families) {
+            width += sizeOf(family.family).width;
+            height = std::max(height, sizeOf(family.family).height);
+        }
+        const double gaps = spacing * static_cast<double>(item.identity.families.size());
+        fitting = std::min({fitting, (area.width - roomBeside - gaps) / width,
+                            (area.height - roomAbove * textScale) / height});
     }
-    const double gaps = spacing * static_cast<double>(identity.families.size());
-    const double fitting = std::min((area.width - roomBeside - gaps) / std::max(width, 1.0),
-                                    (area.height - roomAbove * textScale) / height);
-    return std::clamp(fitting, leastScale, greatestScale * textScale);
+    return std::max(fitting, leastScale);
 }
 
 class GtkGalleryWindow final : public GalleryWindow {
@@ -86,8 +89,9 @@ class GtkGalleryWindow final : public GalleryWindow {
         gtk_widget_set_visible(introduction_, !texts_.introduction.empty());
         gtk_container_add(GTK_CONTAINER(column), introduction_);
         stack_ = gtk_stack_new();
+        const double scale = fittingScale(items_, area, session_.appearance().current().textScale);
         for (const GalleryItem& item : items_) {
-            GtkWidget* widget = makeItem(item, area);
+            GtkWidget* widget = makeItem(item, scale);
             gtk_widget_show_all(widget);
             gtk_stack_add_titled(GTK_STACK(stack_), widget, item.identity.kind.c_str(),
                                  item.identity.name.c_str());
@@ -116,10 +120,11 @@ class GtkGalleryWindow final : public GalleryWindow {
         std::ranges::for_each(cells_, [this](const Cell& cell) { markPlaced(cell); });
     }
 
-    GtkWidget* makeItem(const GalleryItem& item, const Output::Area& area) {
-        const double scale = fittingScale(item.identity, area, session_.appearance().current().textScale);
+    GtkWidget* makeItem(const GalleryItem& item, double scale) {
         GtkWidget* column = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
-        gtk_container_add(GTK_CONTAINER(column), makeLabel(item.identity.name, TextRole::title));
+        // Otherwise the switcher names it.
+        if (items_.size() == 1)
+            gtk_container_add(GTK_CONTAINER(column), makeLabel(item.identity.name, TextRole::title));
         gtk_container_add(GTK_CONTAINER(column), makeLabel(item.description, TextRole::secondary));
         GtkWidget* row = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, spacing);
         gtk_widget_set_margin_top(row, 6);
@@ -145,7 +150,7 @@ class GtkGalleryWindow final : public GalleryWindow {
         gtk_box_pack_start(GTK_BOX(line), makeLabel(family.name, TextRole::body), FALSE, FALSE, 0);
         gtk_box_pack_end(GTK_BOX(line), cell.add, FALSE, FALSE, 0);
         gtk_box_pack_end(GTK_BOX(line), cell.remove, FALSE, FALSE, 0);
-        for (GtkWidget* changing : {cell.mark, cell.add, cell.remove})
+        for (GtkWidget* changing : {cell.add, cell.remove})
             gtk_widget_set_no_show_all(changing, TRUE);
 
         GtkWidget* column = gtk_box_new(GTK_ORIENTATION_VERTICAL, 8);
@@ -176,7 +181,8 @@ class GtkGalleryWindow final : public GalleryWindow {
         gtk_widget_hide(before);
         gtk_widget_show(after);
         if (hadFocus) gtk_widget_grab_focus(after);
-        gtk_widget_set_visible(cell.mark, isPlaced);
+        // Its line stays, so that nothing moves.
+        gtk_label_set_text(GTK_LABEL(cell.mark), isPlaced ? texts_.placed.c_str() : "");
     }
 
     DesktopSession& session_;
