@@ -1,9 +1,11 @@
 #include "CommandContext.h"
 #include "CommandLine.h"
 #include "Completion.h"
+#include "Console.h"
 #include "ProgramDiagnostics.h"
 
 #include <Companion/Program.h>
+#include <Foundation/FileLock.h>
 #include <MxLogger/MxLogger.h>
 
 #include <fcntl.h>
@@ -79,6 +81,10 @@ int runCompanion(int argc, char** argv) {
     environment->programName = "heedbanner";
     if (line.general.now) environment->clock = [now = *line.general.now] { return now; };
     platform::Environment::setCurrent(environment);
+    platform::FileLock::setPatience({.onLongWait = [](const std::filesystem::path& file) {
+        std::cerr << "heedbanner: waiting for another program to release " << onOneLine(file.native()) << "\n"
+                  << std::flush;
+    }});
 
     CommandContext context(
         environment, Console(!line.general.noColor), line.general,

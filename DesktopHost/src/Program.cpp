@@ -5,6 +5,7 @@
 #include "RunningHost.h"
 #include "WidgetCatalogue.h"
 
+#include <Foundation/FileLock.h>
 #include <Foundation/MainQueue.h>
 #include <HbrCore/DeepLinks/DesktopApplication.h>
 #include <MxLogger/MxLogger.h>
@@ -132,6 +133,8 @@ void run(const HostRequest& request, const platform::EnvironmentRef& environment
     if (running.isRunning()) return handOver(request, running);
     if (request.task == Task::quit || request.task == Task::focus)
         throw HostFailure(ExitStatus::nothingThere, "no heedbanner-desktop is running");
+    // From here on the main thread draws; it must not stand still while another program writes.
+    platform::FileLock::setPatience({.seconds = 0.1});
     CoreServices::configureShared({.isLongLived = true});
     runHost(request, {.environment = environment,
                       .core = CoreServices::shared(),

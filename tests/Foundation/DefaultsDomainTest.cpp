@@ -2,9 +2,12 @@
 #include <Foundation/MainQueue.h>
 #include <Foundation/PropertyList.h>
 
+#include <Foundation/FileLock.h>
 #include <gtest/gtest.h>
 #include <support/TemporaryDirectory.h>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -130,6 +133,22 @@ TEST_F(DefaultsDomainTest, WithoutPermissionNothingIsLostAndTheReasonIsTold) {
               }),
               0);
     EXPECT_EQ(domain.value("a"), PropertyValue(1));
+}
+
+TEST_F(DefaultsDomainTest, ALockThatAnotherProgramHoldsIsWaitedForForALimitedTime) {
+    ASSERT_TRUE(domain.setValue("a", 1));
+    const int other = open((file.string() + ".lock").c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(flock(other, LOCK_EX), 0);
+    fs::path waitedFor;
+    FileLock::setPatience({.seconds = 1.1, .onLongWait = [&](const fs::path& held) { waitedFor = held; }});
+    EXPECT_FALSE(domain.setValue("a", 2));
+    EXPECT_EQ(waitedFor, file.string() + ".lock");
+    EXPECT_NE(said().find("cannot be locked for a change: another program holds its lock"),
+              std::string::npos);
+    FileLock::setPatience({.onLongWait = [&](const fs::path&) { flock(other, LOCK_UN); }});
+    EXPECT_TRUE(domain.setValue("a", 3));
+    FileLock::setPatience({});
+    close(other);
 }
 
 TEST_F(DefaultsDomainTest, WhatIsNoFileIsNeverReplaced) {

@@ -1,5 +1,6 @@
 #include "CommandContext.h"
 #include "CommandWithActions.h"
+#include "ProgramDiagnostics.h"
 #include "SettingCatalogue.h"
 
 #include <Foundation/Files.h>
@@ -174,8 +175,13 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
 
     static void apply(CommandContext& context, const SettingChanges& changes) {
         if (applyChanges(context.core().settings(), changes)) return;
-        throw CommandFailure(ExitCode::failed, context.core().sharedDomain()->file().parent_path().string() +
-                                                   ": could not be written");
+        const auto folder = context.core().sharedDomain()->file().parent_path();
+        std::string reason = folder.string() + ": could not be written";
+        const auto& sink = context.environment()->diagnostics;
+        for (const auto& diagnostic : std::static_pointer_cast<ProgramDiagnostics>(sink)->all()) {
+            if (diagnostic.file.parent_path() == folder) reason = describe(diagnostic);
+        }
+        throw CommandFailure(ExitCode::failed, reason);
     }
 
     /// Pending events are looked for within the next hour only.

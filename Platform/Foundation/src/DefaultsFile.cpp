@@ -2,11 +2,11 @@
 
 #include "AtomicWrite.h"
 
+#include <Foundation/FileLock.h>
 #include <Foundation/Files.h>
 #include <Foundation/PropertyList.h>
 
 #include <fcntl.h>
-#include <sys/file.h>
 
 #include <cerrno>
 
@@ -124,16 +124,14 @@ std::shared_ptr<const PropertyDictionary> DefaultsFile::readIfPossible() {
 std::optional<DefaultsFile::Lock> DefaultsFile::lock() {
     std::error_code error;
     if (createDirectories(file_.parent_path(), folderMode, error)) {
-        Lock descriptor(
-            open(withSuffix(file_, ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, fileMode));
-        int result = -1;
+        const auto lockFile = withSuffix(file_, ".lock");
+        Lock descriptor(open(lockFile.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, fileMode));
         if (descriptor) {
-            do
-                result = flock(descriptor.number(), LOCK_EX);
-            while (result != 0 && errno == EINTR);
+            FileLock::lock(descriptor.number(), lockFile, error);
+            if (!error) return descriptor;
+        } else {
+            error = {errno, std::generic_category()};
         }
-        if (result == 0) return descriptor;
-        error = {errno, std::generic_category()};
     }
     report("", "cannot be locked for a change: " + error.message());
     return std::nullopt;
