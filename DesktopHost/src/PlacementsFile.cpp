@@ -1,14 +1,14 @@
 #include <DesktopHost/PlacementsFile.h>
 
-#include "TomlTables.h"
-
 #include <Foundation/FileLock.h>
 #include <Foundation/Files.h>
 #include <Foundation/Toml.h>
+#include <Foundation/TomlEdit.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <ranges>
 #include <utility>
 
 namespace hbr {
@@ -176,9 +176,13 @@ std::optional<PropertyValue> valueOf(const PlacedWidget& widget, std::string_vie
     return whole(key == "x" ? placement.position->x : placement.position->y);
 }
 
-std::string tomlOf(const PropertyValue& value) {
-    if (const auto* text = value.asString()) return tomlText(*text);
-    return std::to_string(value.asInteger().value_or(0));
+/// The table as it is with this widget in it.
+PropertyDictionary tableOf(const PlacedWidget& widget, PropertyDictionary table) {
+    for (const char* key : keys) {
+        table.remove(key);
+        if (auto value = valueOf(widget, key)) table.set(key, *std::move(value));
+    }
+    return table;
 }
 
 bool saysTheSame(const PlacedWidget& a, const PlacedWidget& b) {
@@ -194,24 +198,17 @@ const PlacedWidget* from(const std::vector<PlacedWidget>& widgets, std::size_t t
 /// The tables of the document with these widgets; entries that are none and unknown keys are kept.
 std::string rewritten(const Document& document, const std::vector<PlacedWidget>& widgets) {
     platform::PropertyArray tables;
-    const auto write = [&tables](PropertyDictionary table, const PlacedWidget& widget) {
-        for (const char* key : keys) {
-            table.remove(key);
-            if (auto value = valueOf(widget, key)) table.set(key, *std::move(value));
-        }
-        tables.emplace_back(std::move(table));
-    };
     const auto* old = document.root.find(tableName);
     for (std::size_t i = 0; i < document.tableCount; ++i) {
         const PropertyValue& entry = (*old->asArray())[i];
         if (const auto* widget = from(widgets, i)) {
-            write(*entry.asDictionary(), *widget);
+            tables.emplace_back(tableOf(*widget, *entry.asDictionary()));
         } else if (!from(document.contents.widgets, i)) {
             tables.push_back(entry);
         }
     }
     for (const PlacedWidget& widget : widgets) {
-        if (!widget.table) write({}, widget);
+        if (!widget.table) tables.emplace_back(tableOf(widget, {}));
     }
     PropertyDictionary root = document.root;
     root.set(tableName, std::move(tables));
@@ -220,34 +217,32 @@ std::string rewritten(const Document& document, const std::vector<PlacedWidget>&
 
 /// The document's own text, changed where the widgets changed; nothing where its layout is beyond that.
 std::optional<std::string> edited(const Document& document, const std::vector<PlacedWidget>& widgets) {
-    TomlTables tables(document.text, tableName);
-    if (tables.count() != document.tableCount) return std::nullopt;
-    const auto write = [&tables](std::size_t table, const PlacedWidget& widget, const PlacedWidget* before) {
-        for (const char* key : keys) {
-            const auto value = valueOf(widget, key);
-            if (before && valueOf(*before, key) == value) continue;
-            tables.set(table, key, value ? std::optional(tomlOf(*value)) : std::nullopt);
+    std::optional<std::string> text = document.text;
+    // Backwards, so that the numbers of the tables stay right.
+    for (const PlacedWidget& before : std::views::reverse(document.contents.widgets)) {
+        const auto* widget = from(widgets, *before.table);
+        if (!widget) {
+            if (text) text = platform::withoutTomlTable(*text, tableName, *before.table);
+            continue;
         }
-    };
-    for (const PlacedWidget& before : document.contents.widgets) {
-        if (const auto* widget = from(widgets, *before.table)) {
-            write(*before.table, *widget, &before);
-        } else {
-            tables.remove(*before.table);
+        for (const char* key : keys) {
+            const auto value = valueOf(*widget, key);
+            if (!text || valueOf(before, key) == value) continue;
+            text = platform::withTomlValue(*text, tableName, *before.table, key, value ? &*value : nullptr);
         }
     }
     for (const PlacedWidget& widget : widgets) {
-        if (!widget.table) write(tables.append(), widget, nullptr);
+        if (text && !widget.table) text = platform::withMoreToml(*text, tableName, tableOf(widget, {}));
     }
 
     platform::TomlError problem;
-    const auto root = platform::parseToml(tables.text(), problem);
+    const auto root = text ? platform::parseToml(*text, problem) : std::nullopt;
     if (!root) return std::nullopt;
     auto meant = widgets;
     std::ranges::stable_sort(meant, {}, [](const PlacedWidget& one) { return one.table.value_or(SIZE_MAX); });
     const auto result = Reader({}, nullptr).contentsOf(*root).widgets;
     if (!std::ranges::equal(result, meant, saysTheSame)) return std::nullopt;
-    return tables.text();
+    return text;
 }
 
 }  // namespace

@@ -53,8 +53,8 @@ TEST_F(PlacementsFileTest, ChangesWhatChangedAndKeepsCommentsUnknownKeysAndBadEn
         "# mine\nscale = 1.5\ntheme = \"later\"\n\n"
         "[[widget]] # first\nname = \"upcoming\" # the # list\nfamily = \"small\"\nflavour = 1\n\n"
         "[[widget]]\nfamily = \"large\"\n\n"
-        "[[ widget ]]\nname = \"current\"\n\n"
-        "[other]\nkey = 1\n");
+        "# the removed one\n[[ widget ]]\nname = \"current\"\n\n"
+        "# others\n[other]\nkey = 1\n");
     EXPECT_EQ(file.load().scale, 1.5);
     ASSERT_THAT(file.load().widgets, SizeIs(2));
     ASSERT_TRUE(file.update([](std::vector<PlacedWidget>& widgets) {
@@ -69,7 +69,7 @@ TEST_F(PlacementsFileTest, ChangesWhatChangedAndKeepsCommentsUnknownKeysAndBadEn
               "[[widget]] # first\nname = \"upcoming\" # the # list\nfamily = \"medium\"\nflavour = 1\n"
               "output = \"DP-1\"\n\n"
               "[[widget]]\nfamily = \"large\"\n\n"
-              "[other]\nkey = 1\n\n"
+              "# others\n[other]\nkey = 1\n\n"
               "[[widget]]\nname = \"countdown\"\nfamily = \"small\"\ncorner = \"bottom-start\"\norder = 0\n");
     EXPECT_THAT(diagnostics(), HasSubstr("widget 2, name: is missing"));
 }
