@@ -63,9 +63,12 @@ Date beginningOfDay(Date date, const Calendar& calendar) {
     return calendar.startOfDay(date);
 }
 
-// From the next day backwards: where the clock goes from midnight back to 23:00, the last hour of the day is
-// the second one of that name, and it counts.
 Date endOfDay(Date date, const Calendar& calendar) {
+    auto last = calendar.timeZone().localTime(date);
+    last.hour = 23;
+    last.minute = last.second = 59;
+    if (!calendar.timeZone().isInGap(last)) return calendar.timeZone().date(last);
+    // The clock left out the end of the day.
     const Date beginning = calendar.startOfDay(date);
     return calendar.startOfDay(calendar.addingDays(beginning, 1)).addingTimeInterval(-1);
 }

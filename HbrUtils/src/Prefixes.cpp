@@ -1,5 +1,7 @@
 #include <HbrUtils/Prefixes.h>
 
+#include <Foundation/Text.h>
+
 namespace hbr {
 
 std::string_view removingLeadingHash(std::string_view text) {
@@ -7,8 +9,8 @@ std::string_view removingLeadingHash(std::string_view text) {
 }
 
 std::string_view deletingPrefix(std::string_view text, std::string_view prefix) {
-    if (text.starts_with(prefix)) text.remove_prefix(prefix.size());
-    return text;
+    const auto head = platform::firstCharacters(text, platform::characterCount(prefix));
+    return platform::canonicallyEqual(head, prefix) ? text.substr(head.size()) : text;
 }
 
 }  // namespace hbr

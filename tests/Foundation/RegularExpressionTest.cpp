@@ -48,7 +48,11 @@ TEST(RegularExpression, AnOrdinarySearchOfALongTextIsNotCutOff) {
 TEST(RegularExpression, ReplacesByTemplate) {
     EXPECT_EQ(RegularExpression("(\\w+)@(\\w+)").replacingMatches("é a@b, c@d", "$2 at $1"),
               "é b at a, d at c");
-    EXPECT_EQ(RegularExpression("a").replacingMatches("banana", "$9"), "banana");
+    for (const auto& [replacement, expected] :
+         {std::pair("$9", "bnn"), std::pair("<$1>", "b<>n<>n<>"), std::pair("$12", "b2n2n2"),
+          std::pair("$", "b$n$n$"), std::pair("$x\\$0\\", "b$x$0n$x$0n$x$0"), std::pair("$0$0", "baanaanaa")})
+        EXPECT_EQ(RegularExpression("a").replacingMatches("banana", replacement), expected);
+    EXPECT_EQ(RegularExpression("(a)|(b)").replacingMatches("ab", "[$1$2$3]"), "[a][b]");
 }
 
 TEST(RegularExpression, ABadPatternSaysWhatIsWrong) {

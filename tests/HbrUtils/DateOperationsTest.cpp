@@ -68,7 +68,7 @@ TEST(DateOperations, RemovingSecondsStaysInTheSecondOfTwoEqualHours) {
     EXPECT_EQ(removingSeconds(second, calendar), test::at("2026-10-25T02:30:00+01:00"));
 }
 
-TEST(DateOperations, ADayWhoseLastHourComesTwiceEndsWithTheSecondOfThem) {
+TEST(DateOperations, ADayWhoseLastHourComesTwiceEndsWithTheFirstOfThem) {
     struct Case {
         const char* zone;
         const char* noon;
@@ -77,9 +77,13 @@ TEST(DateOperations, ADayWhoseLastHourComesTwiceEndsWithTheSecondOfThem) {
     };
     const Case cases[] = {
         {"America/Santiago", "2026-04-04T12:00:00-03:00", "2026-04-04T00:00:00-03:00",
-         "2026-04-04T23:59:59-04:00"},
+         "2026-04-04T23:59:59-03:00"},
         {"Asia/Beirut", "2026-10-24T12:00:00+03:00", "2026-10-24T00:00:00+03:00",
-         "2026-10-24T23:59:59+02:00"},
+         "2026-10-24T23:59:59+03:00"},
+        // From 00:01 back to 23:01, and from 23:00 on to midnight.
+        {"America/St_Johns", "2010-11-06T12:00:00-02:30", "2010-11-06T00:00:00-02:30",
+         "2010-11-06T23:59:59-02:30"},
+        {"Asia/Dhaka", "2009-06-19T12:00:00+06:00", "2009-06-19T00:00:00+06:00", "2009-06-19T22:59:59+06:00"},
         {"America/Havana", "2026-11-01T12:00:00-05:00", "2026-11-01T00:00:00-04:00",
          "2026-11-01T23:59:59-05:00"},
     };

@@ -26,7 +26,8 @@ platform::Date addingDays(platform::Date date, int days, const platform::Calenda
 /// Elapsed time.
 platform::Date addingMinutes(platform::Date date, int minutes, const platform::Calendar& calendar);
 platform::Date beginningOfDay(platform::Date date, const platform::Calendar& calendar);
-/// 23:59:59: the last whole second of the day.
+/// 23:59:59: the first one where the day's last hour comes twice, and the last second that there is where the
+/// clock leaves it out.
 platform::Date endOfDay(platform::Date date, const platform::Calendar& calendar);
 /// The whole minute that the date lies in.
 platform::Date removingSeconds(platform::Date date, const platform::Calendar& calendar);

@@ -62,6 +62,33 @@ std::uint32_t flagsOf(const RegularExpression::Options& options) {
     return flags;
 }
 
+/// The template as the engine takes it, which fails where a group does not exist or where "$" stands alone.
+std::string safeTemplate(std::string_view text, int groupCount) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char next = i + 1 < text.size() ? text[i + 1] : '\0';
+        if (text[i] == '\\') {
+            // The engine takes the next character as it is; at the end there is none.
+            if (next == '\0') break;
+            result.append(text.substr(i, 2));
+            ++i;
+        } else if (text[i] == '$' && next >= '0' && next <= '9') {
+            if (next - '0' <= groupCount) {
+                result += '$';
+            } else {
+                ++i;
+                // The digits behind it are text.
+                if (i + 1 < text.size() && text[i + 1] >= '0' && text[i + 1] <= '9') result += '\\';
+            }
+        } else if (text[i] == '$' && next != '{') {
+            result += "\\$";
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
 icu::UnicodeString unicode(std::string_view text) {
     return icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
 }
@@ -149,7 +176,7 @@ std::string RegularExpression::replacingMatches(std::string_view text, std::stri
     matcher->reset(input);
     matcher->useAnchoringBounds(!options.withoutAnchoringBounds);
     UErrorCode status = U_ZERO_ERROR;
-    const icu::UnicodeString substitute = unicode(replacementTemplate);
+    const icu::UnicodeString substitute = unicode(safeTemplate(replacementTemplate, matcher->groupCount()));
     icu::UnicodeString replaced;
     if (!options.anchored) {
         replaced = matcher->replaceAll(substitute, status);
