@@ -73,8 +73,14 @@ CodePoint firstCodePoint(std::string_view text) {
 }
 
 bool isControl(char32_t c) {
-    // Direction overrides could make a line show something else than it holds.
-    return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029 || (c >= 0x202A && c <= 0x202E);
+    return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
+}
+
+/// Marks, embeddings, overrides and isolates of the bidirectional algorithm. In a text from outside they
+/// could make the rest of the line show something else than it holds.
+bool isDirectionControl(char32_t c) {
+    return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) ||
+           (c >= 0x2066 && c <= 0x2069);
 }
 
 }  // namespace
@@ -159,7 +165,7 @@ std::string onOneLine(std::string_view text) {
         const CodePoint point = firstCodePoint(rest);
         if (isControl(point.value)) {
             if (!line.empty() && line.back() != ' ') line += ' ';
-        } else {
+        } else if (!isDirectionControl(point.value)) {
             line += rest.substr(0, point.bytes);
         }
         rest.remove_prefix(point.bytes);

@@ -50,7 +50,7 @@ class Console {
 };
 
 /// Text from outside made safe for a terminal line: control characters (line breaks, escape sequences)
-/// become blanks.
+/// become blanks, and characters that steer the direction of writing are left out.
 std::string onOneLine(std::string_view text);
 /// Columns that the text takes on a terminal (wide East Asian letters and emoji take two).
 std::size_t columns(std::string_view text);

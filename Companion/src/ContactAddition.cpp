@@ -1,6 +1,7 @@
 #include "ContactAddition.h"
 
 #include "AccountAddition.h"
+#include "LocationExamination.h"
 
 #include <algorithm>
 
@@ -18,6 +19,8 @@ ContactsExamination refused(ContactsExamination examination, ExitCode code, std:
 
 ContactsExamination examineContacts(const platform::Environment& environment,
                                     const platform::Account& account) {
+    if (auto fault = faultOfName(account.location); !fault.empty())
+        return refused({}, ExitCode::failed, std::move(fault));
     const auto diagnostics = std::make_shared<platform::CollectedDiagnostics>();
     auto trial = std::make_shared<platform::Environment>(environment);
     trial->diagnostics = diagnostics;

@@ -1,9 +1,11 @@
 #include "LocationExamination.h"
 
+#include "Console.h"
 #include "TemporaryFolder.h"
 
 #include <Foundation/Files.h>
 #include <Foundation/Text.h>
+#include <Foundation/TextDecoding.h>
 
 #include <algorithm>
 
@@ -54,8 +56,17 @@ std::filesystem::path normalizedLocation(const std::string& location) {
     return path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
 }
 
+std::string faultOfName(const std::filesystem::path& location) {
+    if (platform::isWellFormedUtf8(location.native())) return {};
+    return onOneLine(location.native()) +
+           ": the name is not valid UTF-8, so it cannot be kept in accounts.toml; rename it, or add a "
+           "symbolic link to it";
+}
+
 LocationExamination examineLocation(const platform::Environment& environment,
                                     const platform::Account& account) {
+    if (auto fault = faultOfName(account.location); !fault.empty())
+        return refused(ExitCode::failed, std::move(fault));
     const std::string& name = account.location.native();
     std::error_code error;
     const auto status = std::filesystem::status(account.location, error);

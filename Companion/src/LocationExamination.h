@@ -27,6 +27,9 @@ struct LocationExamination {
 /// Absolute, without "." and a trailing slash; symbolic links stay.
 std::filesystem::path normalizedLocation(const std::string& location);
 
+/// Why the path cannot be kept in a file of text; empty when it can.
+std::string faultOfName(const std::filesystem::path& location);
+
 LocationExamination examineLocation(const platform::Environment& environment,
                                     const platform::Account& account);
 

@@ -31,6 +31,14 @@ TEST_F(BadInput, AWrongLocationIsRefusedByName) {
         {"pipe", 1, "neither a file nor a folder"},
         {"empty", 3, "no .ics or .vcf files"},
     };
+    home.write("caf\xE9/a.ics", good);
+    for (const Arguments& adding : {Arguments{"setup"}, Arguments{"accounts", "add"}}) {
+        auto arguments = adding;
+        arguments.push_back((home / "caf\xE9").string());
+        const auto outcome = companion(arguments);
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_THAT(outcome.err, HasSubstr("caf\uFFFD: the name is not valid UTF-8"));
+    }
     for (const auto& [location, exitCode, message] : cases) {
         const auto outcome = companion({"setup", (home / location).string()});
         EXPECT_EQ(outcome.exitCode, exitCode) << location;

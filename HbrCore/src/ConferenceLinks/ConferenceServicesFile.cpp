@@ -48,12 +48,15 @@ void copyIntoPlace(const std::filesystem::path& source, const std::filesystem::p
                         ("." + std::string(servicesFileName) + "." + platform::Uuid::random().uuidString());
     if (!platform::writeFileAtomically(beside, *content, 0600, error)) fail(beside, error);
     std::filesystem::create_hard_link(beside, destination, error);
+    // A link whose target is missing is in the way as well, but nothing can be read through it.
+    const bool isDangling = error == std::errc::file_exists && !std::filesystem::exists(destination);
     if (error && error != std::errc::file_exists) {
         // A file system without hard links.
         std::filesystem::rename(beside, destination, error);
     }
     std::error_code ignored;
     std::filesystem::remove(beside, ignored);
+    if (isDangling) throw std::runtime_error(destination.string() + ": is a link to a file that is missing");
     if (error && error != std::errc::file_exists) fail(destination, error);
 }
 

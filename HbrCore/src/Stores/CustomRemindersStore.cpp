@@ -1,6 +1,7 @@
 #include <HbrCore/Stores/CustomRemindersStore.h>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <mutex>
 #include <utility>
@@ -21,6 +22,11 @@ std::vector<Reminder> decoded(const std::optional<PropertyValue>& stored) {
     } catch (const platform::DecodingError&) {
         return {};
     }
+}
+
+/// JSON has no word for another date: it would make the whole list unreadable.
+bool canBeStored(const Reminder& reminder) {
+    return std::isfinite(reminder.date().timeIntervalSinceReferenceDate());
 }
 
 void removeById(std::vector<Reminder>& reminders, std::string_view id) {
@@ -78,10 +84,12 @@ std::vector<Reminder> CustomRemindersStore::futureReminders() const {
 }
 
 bool CustomRemindersStore::addReminder(const Reminder& reminder) {
+    if (!canBeStored(reminder)) return false;
     return change([&](std::vector<Reminder>& list) { list.push_back(reminder); });
 }
 
 bool CustomRemindersStore::updateReminder(const Reminder& reminder) {
+    if (!canBeStored(reminder)) return false;
     return change([&](std::vector<Reminder>& list) {
         removeById(list, reminder.id());
         list.push_back(reminder);
@@ -100,6 +108,8 @@ bool CustomRemindersStore::moveReminder(std::string_view id, double seconds) {
         isFound = found != list.end();
         if (!isFound) return current;
         Reminder moved = found->addingTimeInterval(seconds);
+        isFound = canBeStored(moved);
+        if (!isFound) return current;
         removeById(list, id);
         list.push_back(std::move(moved));
         return std::optional<PropertyValue>(encodeJsonData(list));

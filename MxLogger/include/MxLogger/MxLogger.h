@@ -60,8 +60,9 @@ class MxLogger {
     static std::shared_ptr<LogTarget> logTarget();
     static void setLogTarget(std::weak_ptr<LogTarget> target);
 
-    /// Where the switch is stored, under "MxLogger.isLogging": the process's standard domain. Without one
-    /// it is not stored.
+    /// Where the switch is stored, under "MxLogger.isLogging". Without a domain it is not stored. The
+    /// programs give none: their log is on for one run, with `--log`, and never stays on by itself. An
+    /// application that offers a switch passes its standard domain and calls start(false) at launch.
     static void setDefaults(platform::DefaultsDomainRef defaults);
     /// Lines go to this file descriptor instead of standard output; the caller keeps it open.
     static void setOutput(int fileDescriptor);

@@ -128,6 +128,13 @@ TEST_F(ConferenceServicesFile, SaysWhyItCouldNotBeCopied) {
     copyConfigFileIfNeeded(*world_.ref());
     EXPECT_THAT(messages().back(),
                 testing::StartsWith("Could not copy conference services config file. Error: "));
+    world_.change().dataDirectory = world_.home / "data/heedbanner";
+    std::filesystem::create_directories(world_->dataDirectory);
+    std::filesystem::create_symlink("nowhere", file());
+    copyConfigFileIfNeeded(*world_.ref());
+    EXPECT_THAT(messages().back(),
+                testing::EndsWith(file().string() + ": is a link to a file that is missing"));
+    EXPECT_TRUE(std::filesystem::is_symlink(file()));
 }
 
 TEST_F(ConferenceServicesFile, NamesAPatternThatDoesNotCompileAndKeepsTheRest) {

@@ -1,7 +1,9 @@
 #include <HbrCore/Stores/CustomRemindersStore.h>
 #include <gmock/gmock.h>
+
 #include <support/TestEnvironment.h>
 #include <support/TextEnvironment.h>
+#include <cmath>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -41,6 +43,12 @@ TEST_F(CustomReminders, OrderAndAnnouncementsOfChanges) {
     EXPECT_THAT(ids(), testing::ElementsAre("b", "b", "a"));
     store.removeReminder("b");
     store.removeReminder("nobody");
+    EXPECT_THAT(ids(), testing::ElementsAre("a"));
+    for (const double date : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+        const Reminder never("c", platform::Date(date), "T", {}, 60);
+        EXPECT_FALSE(store.addReminder(never) || store.updateReminder(never) ||
+                     store.moveReminder("a", date));
+    }
     EXPECT_THAT(ids(), testing::ElementsAre("a"));
     EXPECT_EQ(announced, 6);
 }
