@@ -84,7 +84,7 @@ TEST_F(DesktopHost, AChangeInACalendarOrASettingShows) {
     EXPECT_EQ(endDesktop().exitCode, 0) << "asked by a signal";
 }
 
-TEST_F(DesktopHost, ATapOnARowOpensItsCard) {
+TEST_F(DesktopHost, ATapOnARowOpensItsCardAndItsMenuOffersMore) {
     setUpCalendars();
     writeEvent("first.ics", "Planning", 3600, "LOCATION:Room 5\r\nDESCRIPTION:Bring a pen\r\n");
     const auto empty = picture();
@@ -93,6 +93,25 @@ TEST_F(DesktopHost, ATapOnARowOpensItsCard) {
     picture();
     screen().click(rowX, rowY);
     EXPECT_TRUE(waitForWindow("Planning"));
+    closeWindow("Planning");
+    ASSERT_TRUE(test::waitUntil([&] { return !hasWindow("Planning"); }));
+
+    const auto choose = [&](std::initializer_list<const char*> keys) {
+        const auto before = screen().windowCount();
+        screen().click(rowX, rowY, 3);
+        ASSERT_TRUE(test::waitUntil([&] { return screen().windowCount() > before; })) << "no menu";
+        for (const char* key : keys)
+            screen().key(key);
+    };
+    choose({"Down", "Return"});
+    EXPECT_TRUE(waitForWindow("Planning")) << "Details";
+    choose({"Up", "Up", "Right", "Down", "Return"});
+    EXPECT_TRUE(test::waitUntil([&] {
+        return companion({"settings", "get", "includeTravelTime"}).out == "true\n";
+    })) << "Settings, Include travel time";
+    choose({"Up", "Return"});
+    EXPECT_EQ(finish(*running).exitCode, 0) << "Quit";
+    running.reset();
 }
 
 TEST_F(DesktopHost, StartedByTheBusForACardItShowsNothingElseAndEndsWithIt) {
