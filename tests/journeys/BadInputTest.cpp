@@ -60,7 +60,11 @@ TEST_F(BadInput, ABadItemIsSkippedAloneAndDoctorTellsWhich) {
     home.write("calendars/broken.ics", test::oneEvent("No start", "", "20260304T110000Z"));
     home.write("calendars/text.ics", "no calendar at all\n");
     ASSERT_EQ(mkfifo((home / "calendars/pipe.ics").c_str(), 0600), 0);
+    // Isolate, override, marks: of them nothing reaches a terminal.
+    home.write("calendars/marks.ics",
+               test::oneEvent("a\u2066b\u202Ec\u200Fd\u061Ce", "20260304T120000Z", "20260304T130000Z"));
     EXPECT_EQ(companion({"setup", home / "calendars"}).exitCode, 0);
+    EXPECT_THAT(companion({"agenda", "--now", now}).out, HasSubstr("abcde"));
 
     const auto agenda = companion({"agenda", "--now", now});
     EXPECT_EQ(agenda.exitCode, 0);
