@@ -52,7 +52,7 @@ struct CoreServices::Parts {
 
     void makeContacts() {
         contactCards = std::make_shared<platform::CNContactStore>(environment, contactSources(environment));
-        contacts = std::make_unique<ContactsStore>(contactCards);
+        contacts = std::make_unique<ContactsStore>(contactCards, environment);
         if (isLongLived) contactCards->startWatching();
     }
 };

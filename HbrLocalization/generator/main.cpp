@@ -152,12 +152,12 @@ std::string quoted(const std::string& text) {
     return result + '"';
 }
 
-std::string parameters(const Entry& entry) {
-    std::string list;
+std::string parameters(const Entry& entry, bool takesEnvironment) {
+    std::string list = takesEnvironment ? "const platform::Environment& environment" : "";
     for (std::size_t i = 0; i < entry.arguments.size(); ++i) {
         if (entry.arguments[i] != "value" && entry.arguments[i] != "integer")
             throw std::runtime_error("unknown argument kind of \"" + entry.key + "\": " + entry.arguments[i]);
-        list += i ? ", " : "";
+        list += list.empty() ? "" : ", ";
         list +=
             (entry.arguments[i] == "value" ? "ValueArgument p" : "IntegerArgument p") + std::to_string(i + 1);
     }
@@ -166,13 +166,17 @@ std::string parameters(const Entry& entry) {
 
 void write(std::ostream& header, std::ostream& source, const Scope& scope) {
     for (const auto& [name, entry] : scope.accessors) {
-        header << "/// " << quoted(entry->text) << "\nstd::string " << name << "(" << parameters(*entry)
-               << ");\n";
-        source << "std::string " << name << "(" << parameters(*entry) << ") {\n    return accessorText("
-               << quoted(entry->key) << ", " << quoted(entry->text) << ", {";
-        for (std::size_t i = 1; i <= entry->arguments.size(); ++i)
-            source << (i > 1 ? ", " : "") << "p" << i;
-        source << "});\n}\n";
+        header << "/// " << quoted(entry->text) << "\n";
+        for (const bool takesEnvironment : {false, true}) {
+            const std::string list = parameters(*entry, takesEnvironment);
+            header << "std::string " << name << "(" << list << ");\n";
+            source << "std::string " << name << "(" << list << ") {\n    return accessorText("
+                   << (takesEnvironment ? "environment, " : "") << quoted(entry->key) << ", "
+                   << quoted(entry->text) << ", {";
+            for (std::size_t i = 1; i <= entry->arguments.size(); ++i)
+                source << (i > 1 ? ", " : "") << "p" << i;
+            source << "});\n}\n";
+        }
     }
     for (const auto& [name, inner] : scope.scopes) {
         header << "\nnamespace " << name << " {\n";
@@ -214,8 +218,10 @@ void writeAll(const std::vector<std::string>& arguments) {
     std::ofstream source(arguments[2]);
     std::ofstream table(arguments[3]);
     header << "// Generated from the catalogue of texts; edit that.\n#pragma once\n\n"
-              "#include <HbrLocalization/FormatArgument.h>\n\n#include <string>\n\n"
-              "/// One accessor per text, in the user's language, numbers in the user's digits. Any thread.\n"
+              "#include <Foundation/Environment.h>\n#include <HbrLocalization/FormatArgument.h>\n\n"
+              "#include <string>\n\n"
+              "/// Two accessors per text: in the language of an environment, and in that of\n"
+              "/// Environment::current(). Numbers are in the user's digits. Any thread.\n"
               "namespace hbr::L10n {\n\n";
     source << "// Generated from the catalogue of texts; edit that.\n#include <HbrLocalization/L10n.h>\n\n"
               "#include \"AccessorText.h\"\n\nnamespace hbr::L10n {\n\n";

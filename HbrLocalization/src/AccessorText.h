@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Foundation/Environment.h>
 #include <HbrLocalization/FormatArgument.h>
 
 #include <initializer_list>
@@ -8,6 +9,9 @@
 
 namespace hbr::L10n {
 
+std::string accessorText(const platform::Environment& environment, std::string_view key,
+                         std::string_view defaultText, std::initializer_list<FormatArgument> arguments);
+/// Of Environment::current().
 std::string accessorText(std::string_view key, std::string_view defaultText,
                          std::initializer_list<FormatArgument> arguments);
 

@@ -6,10 +6,10 @@
 #include "AccessorText.h"
 #include "TextDirection.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <mutex>
 #include <variant>
 #include <vector>
 
@@ -19,26 +19,19 @@ namespace {
 
 constexpr std::string_view localizable = "Localizable";
 
-struct CurrentBundle {
-    platform::EnvironmentRef environment;
-    std::shared_ptr<const StringBundle> strings;
-};
-
-/// The bundle of the current environment, looked for once per environment.
-CurrentBundle currentBundle() {
-    static std::mutex mutex;
-    static CurrentBundle current;
-    auto environment = platform::Environment::current();
-    std::lock_guard lock(mutex);
-    if (current.environment != environment) {
-        auto strings = StringBundle::find(environment, "HbrLocalization_HbrLocalization.bundle");
-        if (!strings) {
-            std::fputs("unable to find bundle named HbrLocalization_HbrLocalization\n", stderr);
-            std::_Exit(EXIT_FAILURE);
-        }
-        current = {std::move(environment), std::move(strings)};
+const StringBundle& stringsOf(const platform::Environment& environment) {
+    const auto strings = StringBundle::of(environment, "HbrLocalization_HbrLocalization.bundle");
+    if (!strings) {
+        std::fputs("unable to find bundle named HbrLocalization_HbrLocalization\n", stderr);
+        std::_Exit(EXIT_FAILURE);
     }
-    return current;
+    // The environment keeps it.
+    return *strings;
+}
+
+std::string localizedString(const platform::Environment& environment, std::string_view key,
+                            std::string_view table, std::string_view defaultText) {
+    return stringsOf(environment).localizedString(key, table, defaultText);
 }
 
 }  // namespace
@@ -47,8 +40,12 @@ std::string LocalizedString(std::string_view key) {
     return LocalizedString(key, localizable, key);
 }
 
+std::string LocalizedString(const platform::Environment& environment, std::string_view key) {
+    return localizedString(environment, key, localizable, key);
+}
+
 std::string LocalizedString(std::string_view key, std::string_view table, std::string_view defaultText) {
-    return currentBundle().strings->localizedString(key, table, defaultText);
+    return localizedString(*platform::Environment::current(), key, table, defaultText);
 }
 
 std::optional<std::string> LocalizedStringOrNil(std::string_view key) {
@@ -61,9 +58,29 @@ std::optional<std::string> LocalizedStringOrNil(std::string_view table, std::str
     return text;
 }
 
+std::string textLanguage(const platform::Environment& environment) {
+    return stringsOf(environment).language();
+}
+
+bool hasLocalizedText(const platform::Environment& environment, std::string_view key) {
+    return stringsOf(environment).text(key, localizable).has_value();
+}
+
+std::string localizedForm(const platform::Environment& environment, std::string_view key,
+                          std::string_view defaultText, const StringBundle::Form& form) {
+    return formattedText(stringsOf(environment).localizedString(key, localizable, defaultText, form), {},
+                         environment.locale);
+}
+
 std::string L10n::accessorText(std::string_view key, std::string_view defaultText,
                                std::initializer_list<FormatArgument> arguments) {
-    const auto bundle = currentBundle();
+    return accessorText(*platform::Environment::current(), key, defaultText, arguments);
+}
+
+std::string L10n::accessorText(const platform::Environment& environment, std::string_view key,
+                               std::string_view defaultText,
+                               std::initializer_list<FormatArgument> arguments) {
+    const auto& strings = stringsOf(environment);
     std::optional<std::int64_t> count;
     std::vector<FormatArgument> inserted(arguments);
     // Reserved once: the arguments refer to these texts.
@@ -73,12 +90,12 @@ std::string L10n::accessorText(std::string_view key, std::string_view defaultTex
         if (const auto* number = std::get_if<std::int64_t>(&argument)) {
             if (!count) count = *number;
         } else if (const auto text = std::get<std::string_view>(argument);
-                   runsAgainst(text, bundle.strings->isRightToLeft())) {
+                   runsAgainst(text, strings.isRightToLeft())) {
             argument = isolated.emplace_back(isolatedText(text));
         }
     }
-    return formattedText(bundle.strings->localizedString(key, localizable, defaultText, count), inserted,
-                         bundle.environment->locale);
+    return formattedText(strings.localizedString(key, localizable, defaultText, {.count = count}), inserted,
+                         environment.locale);
 }
 
 }  // namespace hbr

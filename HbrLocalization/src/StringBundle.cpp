@@ -29,64 +29,93 @@ std::vector<std::string> languagesOf(const std::filesystem::path& folder) {
     return languages;
 }
 
-}  // namespace
-
-std::shared_ptr<const StringBundle> StringBundle::find(platform::EnvironmentRef environment,
-                                                       std::string_view name) {
-    auto folder = platform::findResource(*environment, name);
-    std::error_code error;
-    if (!folder || !std::filesystem::is_directory(*folder, error)) return nullptr;
-    return std::make_shared<const StringBundle>(std::move(environment), std::move(*folder));
-}
-
-StringBundle::StringBundle(platform::EnvironmentRef environment, std::filesystem::path folder)
-    : environment_(std::move(environment)),
-      folder_(std::move(folder)),
-      language_(bestLanguage(environment_->locale.languages, languagesOf(folder_))),
-      isRightToLeft_(platform::isRightToLeftLanguage(language_)) {}
-
-std::optional<std::string> StringBundle::text(std::string_view key, std::string_view table) const {
-    const auto& entries = loadedTable(table);
-    auto entry = entries.find(key);
-    if (entry == entries.end()) return std::nullopt;
+template <typename Table>
+std::optional<std::string> textIn(const Table& table, std::string_view key) {
+    const auto entry = table.find(key);
+    if (entry == table.end()) return std::nullopt;
     return entry->second;
 }
 
-std::optional<std::string> StringBundle::form(std::string_view key, std::string_view table,
-                                              std::optional<std::int64_t> count) const {
-    if (count) {
-        if (auto counted = text(std::string(key) + '#' + pluralCategory(language_, *count), table))
-            return counted;
+}  // namespace
+
+std::shared_ptr<const StringBundle> StringBundle::of(const platform::Environment& environment,
+                                                     std::string_view name) {
+    return environment.derived.get<StringBundle>(name, [&]() -> std::shared_ptr<const StringBundle> {
+        auto folder = platform::findResource(environment, name);
+        std::error_code error;
+        if (!folder || !std::filesystem::is_directory(*folder, error)) return nullptr;
+        return std::make_shared<const StringBundle>(environment, std::move(*folder));
+    });
+}
+
+StringBundle::StringBundle(const platform::Environment& environment, std::filesystem::path folder)
+    : platformVersion_(environment.platformVersion),
+      diagnostics_(environment.diagnostics),
+      folder_(std::move(folder)),
+      language_(bestLanguage(environment.locale.languages, languagesOf(folder_))),
+      isRightToLeft_(platform::isRightToLeftLanguage(language_)) {}
+
+std::optional<std::string> StringBundle::text(std::string_view key, std::string_view table) const {
+    return textIn(loadedTable(language_, table), key);
+}
+
+std::optional<std::string> StringBundle::englishText(std::string_view key, std::string_view table,
+                                                     const Form& form) const {
+    const std::string english = "en";
+    return formOf(key, loadedTable(english, table), english, form);
+}
+
+std::optional<std::string> StringBundle::formOf(std::string_view key, const Table& table,
+                                                const std::string& language, const Form& form) const {
+    std::string category;
+    if (form.count) category = '#' + pluralCategory(language, *form.count);
+    if (!form.phrase.empty()) {
+        const std::string inPhrase = std::string(key).append("@").append(form.phrase);
+        if (auto text = textIn(table, inPhrase + category)) return text;
+        if (auto text = textIn(table, inPhrase)) return text;
     }
-    return text(key, table);
+    if (!category.empty()) {
+        if (auto text = textIn(table, std::string(key) + category)) return text;
+    }
+    return textIn(table, key);
 }
 
 std::string StringBundle::localizedString(std::string_view key, std::string_view table,
-                                          std::string_view defaultText,
-                                          std::optional<std::int64_t> count) const {
-    if (environment_->platformVersion < firstWithNewWording) {
+                                          std::string_view defaultText) const {
+    return localizedString(key, table, defaultText, {});
+}
+
+std::string StringBundle::localizedString(std::string_view key, std::string_view table,
+                                          std::string_view defaultText, const Form& form) const {
+    const Table& texts = loadedTable(language_, table);
+    if (platformVersion_ < firstWithNewWording) {
         const auto legacyKey = std::string(key) + "_legacy";
-        if (auto legacy = form(legacyKey, table, count); legacy && *legacy != legacyKey)
+        if (auto legacy = formOf(legacyKey, texts, language_, form); legacy && *legacy != legacyKey)
             return *std::move(legacy);
     }
-    if (auto found = form(key, table, count)) return *std::move(found);
+    if (auto found = formOf(key, texts, language_, form)) return *std::move(found);
     return std::string(defaultText);
 }
 
-const StringBundle::Table& StringBundle::loadedTable(std::string_view table) const {
+const StringBundle::Table& StringBundle::loadedTable(const std::string& language,
+                                                     std::string_view table) const {
     std::lock_guard lock(mutex_);
-    auto loaded = tables_.find(table);
-    if (loaded == tables_.end()) loaded = tables_.emplace(table, readTable(table)).first;
+    std::pair name(language, std::string(table));
+    auto loaded = tables_.find(name);
+    if (loaded == tables_.end()) {
+        auto read = readTable(language, table);
+        loaded = tables_.emplace(std::move(name), std::move(read)).first;
+    }
     return loaded->second;
 }
 
-StringBundle::Table StringBundle::readTable(std::string_view table) const {
-    if (language_.empty() || table.find('/') != std::string_view::npos) return {};
+StringBundle::Table StringBundle::readTable(const std::string& language, std::string_view table) const {
+    if (language.empty() || table.find('/') != std::string_view::npos) return {};
     const auto file =
-        folder_ / (language_ + std::string(languageFolderSuffix)) / (std::string(table) + ".json");
+        folder_ / (language + std::string(languageFolderSuffix)) / (std::string(table) + ".json");
     std::error_code error;
     const auto report = [&](std::string field, std::string text) {
-        environment_->diagnostics->report(
+        diagnostics_->report(
             {platform::Diagnostic::Severity::warning, file, std::nullopt, std::move(field), std::move(text)});
     };
     auto content = platform::readRegularFile(file, error);

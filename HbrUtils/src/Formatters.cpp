@@ -1,6 +1,7 @@
 #include <HbrUtils/Formatters.h>
 
 #include <HbrLocalization/L10n.h>
+#include <HbrLocalization/LocalizedString.h>
 
 #include <mutex>
 #include <optional>
@@ -19,15 +20,37 @@ template <typename T>
 class Lazy {
   public:
     template <typename Make>
-    const T& get(Make make) {
+    const T& get(Make make) const {
         std::call_once(once_, [&] { value_.emplace(make()); });
         return *value_;
     }
 
   private:
-    std::once_flag once_;
-    std::optional<T> value_;
+    mutable std::once_flag once_;
+    mutable std::optional<T> value_;
 };
+
+/// The abbreviations of the string table; nothing when its language leaves them to ICU.
+std::optional<DurationFormatter::Words> wordsOfAmounts(const platform::Environment* environment) {
+    if (!hasLocalizedText(*environment, "Amount.days")) return std::nullopt;
+    const auto amount = [environment](DurationFormatter::Unit unit, std::int64_t count) {
+        switch (unit) {
+            case DurationFormatter::Unit::day:
+                return L10n::Amount::days(*environment, count);
+            case DurationFormatter::Unit::hour:
+                return L10n::Amount::hours(*environment, count);
+            case DurationFormatter::Unit::minute:
+                return L10n::Amount::minutes(*environment, count);
+            case DurationFormatter::Unit::second:
+                break;
+        }
+        return L10n::Amount::seconds(*environment, count);
+    };
+    const auto joined = [environment](const std::string& larger, const std::string& smaller) {
+        return L10n::Amount::joined(*environment, larger, smaller);
+    };
+    return DurationFormatter::Words{amount, joined};
+}
 
 }  // namespace
 
@@ -35,6 +58,7 @@ struct Formatters::State {
     explicit State(platform::EnvironmentRef world) : environment(std::move(world)) {}
 
     platform::EnvironmentRef environment;
+    Lazy<platform::Locale> words;
     Lazy<platform::RelativeDateTimeFormatter> relativeDefault;
     Lazy<DateFormatter> timeOnly;
     Lazy<DateFormatter> timeAndDate;
@@ -55,9 +79,21 @@ struct Formatters::State {
     const DateFormatter& styled(Lazy<DateFormatter>& formatter, Style date, Style time) const {
         return formatter.get([&] { return DateFormatter::withStyles(locale(), calendar(), date, time); });
     }
+    /// With words of the language of the string tables, so that they suit the phrases around them.
+    const platform::Locale& wordLocale() const {
+        return words.get([&] {
+            platform::Locale result = locale();
+            result.languages = {textLanguage(*environment)};
+            return result;
+        });
+    }
     const DurationFormatter& ofDurations(Lazy<DurationFormatter>& formatter,
-                                         const DurationFormatter::Configuration& configuration) const {
-        return formatter.get([&] { return DurationFormatter(locale(), calendar(), configuration); });
+                                         DurationFormatter::Configuration configuration) const {
+        return formatter.get([&] {
+            if (configuration.style == Units::abbreviated)
+                configuration.words = wordsOfAmounts(environment.get());
+            return DurationFormatter(wordLocale(), calendar(), configuration);
+        });
     }
 };
 
@@ -78,7 +114,7 @@ const platform::Environment& Formatters::environment() const {
 
 const platform::RelativeDateTimeFormatter& Formatters::relativeDefault() const {
     return state_->relativeDefault.get(
-        [this] { return platform::RelativeDateTimeFormatter(state_->locale(), state_->calendar()); });
+        [this] { return platform::RelativeDateTimeFormatter(state_->wordLocale(), state_->calendar()); });
 }
 
 const DateFormatter& Formatters::timeOnly() const {
@@ -87,7 +123,7 @@ const DateFormatter& Formatters::timeOnly() const {
 
 const DateFormatter& Formatters::timeAndDateFormatter() const {
     return state_->timeAndDate.get(
-        [this] { return DateFormatter::relativeDateAndTime(state_->locale(), state_->calendar()); });
+        [this] { return DateFormatter::relativeDateAndTime(state_->wordLocale(), state_->calendar()); });
 }
 
 const DateFormatter& Formatters::dateOnly() const {
@@ -120,7 +156,7 @@ std::optional<std::string> Formatters::timeRemaining(double seconds) const {
     const auto amount =
         state_->ofDurations(state_->timeRemaining, {.seconds = true, .maximumUnitCount = 1}).string(seconds);
     if (!amount) return std::nullopt;
-    return L10n::TimeFormat::remaining(*amount);
+    return L10n::TimeFormat::remaining(*state_->environment, *amount);
 }
 
 const DurationFormatter& Formatters::countdownFormatter() const {

@@ -29,8 +29,8 @@ std::string lines(platform::Date date, std::span<const Event> events,
     std::string text = times.string(date);
     if (events.empty()) text += "\n  -";
     for (const Event& event : events) {
-        text +=
-            "\n  " + times.string(event.startDate) + "  " + event.title.value_or(L10n::General::untitled());
+        text += "\n  " + times.string(event.startDate) + "  " +
+                event.title.value_or(L10n::General::untitled(environment));
         if (event.calendarName) text += "  [" + *event.calendarName + "]";
     }
     return text;

@@ -12,7 +12,6 @@
 #include <cstdint>
 #include <string>
 #include <thread>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -20,21 +19,16 @@ namespace {
 
 using namespace hbr;
 
-template <class Function, class... Arguments>
-constexpr bool takes = std::is_invocable_v<Function, Arguments...>;
+template <class T>
+concept FitsAsValue = requires(const T& value) { L10n::TimeFormat::in(value); };
+template <class T>
+concept FitsAsInteger = requires(T number) { L10n::Alert::customMinutes(number); };
 
 struct WithoutDescription {};
-static_assert(takes<decltype(L10n::TimeFormat::in), std::string> &&
-              takes<decltype(L10n::TimeFormat::in), const char*> &&
-              takes<decltype(L10n::TimeFormat::in), int> &&
-              takes<decltype(L10n::TimeFormat::in), platform::Date>);
-static_assert(!takes<decltype(L10n::TimeFormat::in), WithoutDescription> &&
-              !takes<decltype(L10n::TimeFormat::in)>);
-static_assert(takes<decltype(L10n::Alert::customMinutes), int> &&
-              takes<decltype(L10n::Alert::customMinutes), std::int64_t>);
-static_assert(!takes<decltype(L10n::Alert::customMinutes), const char*> &&
-              !takes<decltype(L10n::Alert::customMinutes), double> &&
-              !takes<decltype(L10n::Alert::customMinutes), bool>);
+static_assert(FitsAsValue<std::string> && FitsAsValue<const char*> && FitsAsValue<int> &&
+              FitsAsValue<platform::Date> && !FitsAsValue<WithoutDescription>);
+static_assert(FitsAsInteger<int> && FitsAsInteger<std::int64_t> && !FitsAsInteger<const char*> &&
+              !FitsAsInteger<double> && !FitsAsInteger<bool>);
 
 /// Makes a changed environment the current one, a bundle of its own included.
 class L10nTest : public testing::Test {
@@ -135,7 +129,7 @@ TEST_F(L10nTest, TextsAreInTheLanguageThatTheUserPrefers) {
         std::string manyMore;
     };
     const Case english = {
-        {"en-GB"}, "now", "1 more participants", "2 more participants", "20 more participants"};
+        {"en-GB"}, "now", "1 more participant", "2 more participants", "20 more participants"};
     const Case german = {
         {"de-AT"}, "jetzt", "1 weiterer Teilnehmer", "2 weitere Teilnehmer", "20 weitere Teilnehmer"};
     const Case hebrew = {{"he-IL"}, "עכשיו", "עוד משתתף אחד", "עוד שני משתתפים", "עוד 20 משתתפים"};
@@ -187,7 +181,7 @@ TEST_F(L10nTest, TextsOfTheOtherDirectionAreIsolatedInASentence) {
     test::TestEnvironment hebrew;
     hebrew.change().locale = {"he_IL", {"he"}};
     platform::Environment::setCurrent(hebrew.ref());
-    EXPECT_EQ(L10n::TimeFormat::left("5\u202Fדק׳"), "נותרו 5\u202Fדק׳");
+    EXPECT_EQ(L10n::TimeFormat::left("5\u202Fדק׳"), "עוד 5\u202Fדק׳");
     EXPECT_EQ(L10n::TimeFormat::until("9:41"), "עד 9:41");
     EXPECT_EQ(L10n::Accessibility::EventSummary::titleAndLocation("Standup (C++)", "חדר 1"),
               "\u2068Standup (C++)\u2069, מיקום: חדר 1.");

@@ -23,7 +23,7 @@ TEST(StringBundle, PicksTheLanguageThatFitsThePreferredOnesBest) {
         test::TestEnvironment world;
         world.change().locale.languages = languages;
         world.change().resourceDirectories = {directory.path()};
-        const auto bundle = hbr::StringBundle::find(world, "X.bundle");
+        const auto bundle = hbr::StringBundle::of(*world.ref(), "X.bundle");
         ASSERT_TRUE(bundle);
         EXPECT_EQ(bundle->language(), expected) << testing::PrintToString(languages);
     }
@@ -34,8 +34,8 @@ TEST(StringBundle, IsFoundOnlyAsAFolder) {
     test::TemporaryDirectory directory;
     directory.write("X.bundle", "");
     world.change().resourceDirectories = {directory.path()};
-    EXPECT_FALSE(hbr::StringBundle::find(world, "X.bundle"));
-    EXPECT_FALSE(hbr::StringBundle::find(world, "Y.bundle"));
+    EXPECT_FALSE(hbr::StringBundle::of(*world.ref(), "X.bundle"));
+    EXPECT_FALSE(hbr::StringBundle::of(*world.ref(), "Y.bundle"));
 }
 
 }  // namespace

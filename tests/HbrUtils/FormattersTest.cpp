@@ -67,24 +67,19 @@ TEST(Formatters, ReadAsTheLocaleWrites) {
         {"en_GB", "21:05", "tomorrow, 21:05", "13 Mar 2026, 09:41", "5 March 2026", "Thu, 5 Mar", "Thursday",
          "1d 2h", "1d 2h 3m", "1 day, 2 hours, 3 minutes", "26 hours, 3 minutes, 4 seconds", "2 hours ago"},
         {"de_DE", "21:05", "morgen, 21:05", "13.03.2026, 09:41", "5. März 2026", "Do., 5. März", "Donnerstag",
-         "1 T, 2 Std.", "1 T, 2 Std. und 3 Min.", "1 Tag, 2 Stunden und 3 Minuten",
+         "1_Tag 2_h", "1_Tag 2_h 3_min", "1 Tag, 2 Stunden und 3 Minuten",
          "26 Stunden, 3 Minuten und 4 Sekunden", "vor 2 Stunden"},
-        {"fr_FR", "21:05", "demain, 21:05", "13 mars 2026, 09:41", "5 mars 2026", "jeu. 5 mars", "jeudi",
-         "1j 2h", "1j 2h 3min", "1\u00A0jour, 2\u00A0heures et 3 minutes",
-         "26\u00A0heures, 3 minutes et 4\u00A0secondes", "il y a 2 heures"},
-        {"es_ES", "21:05", "mañana, 21:05", "13 mar 2026, 9:41", "5 de marzo de 2026", "jue, 5 mar", "jueves",
-         "1d 2h", "1d 2h 3min", "1 día, 2 horas y 3 minutos", "26 horas, 3 minutos y 4 segundos",
-         "hace 2 horas"},
-        {"pt_BR", "21:05", "amanhã, 21:05", "13 de mar. de 2026, 09:41", "5 de março de 2026",
-         "qui., 5 de mar.", "quinta-feira", "1 dia 2 h", "1 dia 2 h 3 min", "1 dia, 2 horas e 3 minutos",
-         "26 horas, 3 minutos e 4 segundos", "há 2 horas"},
-        {"ja_JP", "21:05", "明日 21:05", "2026/03/13 9:41", "2026年3月5日", "3月5日(木)", "木曜日", "1d2h",
-         "1d2h3m", "1 日 2 時間 3 分", "26 時間 3 分 4 秒", "2 時間前"},
-        {"ar_EG", "٩:٠٥ م", "غدًا، ٩:٠٥ م", "١٣\u200F/٠٣\u200F/٢٠٢٦، ٩:٤١ ص", "٥ مارس ٢٠٢٦", "الخميس، ٥ مارس",
-         "الخميس", "١ ي و٢ س", "١ ي و٢ س و٣ د", "يوم، وساعتان، و٣ دقائق", "٢٦ ساعة، و٣ دقائق، و٤ ثوان",
-         "قبل ساعتين"},
         {"he_IL", "21:05", "מחר, 21:05", "13 במרץ 2026, 9:41", "5 במרץ 2026", "יום ה׳, 5 במרץ", "יום חמישי",
-         "י׳ 2 שע׳", "י׳ 2 שע׳ 3 דק׳", "יום 1, שעתיים ו-3 דקות", "26 שעות, 3 דקות ו-4 שניות", "לפני שעתיים"},
+         "יום, שעתיים", "יום, שעתיים, 3 דק׳", "יום 1, שעתיים ו-3 דקות", "26 שעות, 3 דקות ו-4 שניות",
+         "לפני שעתיים"},
+        // Without a string table: dates as the locale writes them, words in the language of the texts.
+        {"fr_FR", "21:05", "tomorrow, 21:05", "13 mars 2026, 09:41", "5 mars 2026", "jeu. 5 mars", "jeudi",
+         "1d 2h", "1d 2h 3m", "1 day, 2 hours, 3 minutes", "26 hours, 3 minutes, 4 seconds", "2 hours ago"},
+        {"ja_JP", "21:05", "tomorrow, 21:05", "2026/03/13 9:41", "2026年3月5日", "3月5日(木)", "木曜日",
+         "1d 2h", "1d 2h 3m", "1 day, 2 hours, 3 minutes", "26 hours, 3 minutes, 4 seconds", "2 hours ago"},
+        {"ar_EG", "٩:٠٥ م", "tomorrow, ٩:٠٥ م", "١٣\u200F/٠٣\u200F/٢٠٢٦، ٩:٤١ ص", "٥ مارس ٢٠٢٦",
+         "الخميس، ٥ مارس", "الخميس", "١d ٢h", "١d ٢h ٣m", "١ day, ٢ hours, ٣ minutes",
+         "٢٦ hours, ٣ minutes, ٤ seconds", "٢ hours ago"},
     };
     for (const Case& c : cases) {
         const test::TextEnvironment world("2026-03-04T08:41:00Z", c.locale);
@@ -97,12 +92,74 @@ TEST(Formatters, ReadAsTheLocaleWrites) {
         EXPECT_EQ(f.dateOnly().string(date), c.date);
         EXPECT_EQ(f.dateOnlyNoYearWeekDay().string(date), c.dayAndMonth);
         EXPECT_EQ(f.weekDay().string(date), c.weekDay);
-        EXPECT_EQ(f.countdownFormatter().string(now, now.addingTimeInterval(93784)), c.countdown);
-        EXPECT_EQ(f.durationFormatter().string(93784), c.duration);
+        EXPECT_EQ(shown(f.countdownFormatter().string(now, now.addingTimeInterval(93784)).value()),
+                  c.countdown);
+        EXPECT_EQ(shown(f.durationFormatter().string(93784).value()), c.duration);
         EXPECT_EQ(f.durationFormatterForAccessibility().string(93784), c.spoken);
         EXPECT_EQ(f.durationFormatterForTimeOffset().string(93784), c.offset);
         EXPECT_EQ(formattedRelativeTime(now.addingTimeInterval(-7300), now, f), c.relative);
     }
+}
+
+TEST(Formatters, SpeakTheLanguageOfTheirOwnEnvironment) {
+    constexpr double minute = 60;
+    constexpr double hour = 3600;
+    constexpr double day = 24 * hour;
+    struct Case {
+        double seconds;
+        const char* locale;
+        const char* length;
+        const char* remaining;
+        const char* in;
+        const char* ago;
+        const char* spoken;
+        const char* compact;
+    };
+    const Case cases[] = {
+        {minute, "en_US", "1m", "1m remaining", "in 1_m", "1_m ago", "1_minutes left", "1m"},
+        {hour + minute, "en_US", "1h 1m", "1h remaining", "in 1_h 1_m", "1_h 1_m ago",
+         "1_hours 1_minutes left", "1h01"},
+        {day + 15 * hour, "en_US", "1d 15h", "1d remaining", "in 1_d", "1_d ago", "1_days left", "1d"},
+        {2 * day, "en_US", "2d", "2d remaining", "in 2_d", "2_d ago", "2_days left", "2d"},
+        {minute, "de_DE", "1_min", "noch 1_min", "in 1_min", "vor 1_min", "noch 1_Minute", "1_min"},
+        {hour + minute, "de_DE", "1_h 1_min", "noch 1_h", "in 1_h 1_min", "vor 1_h 1_min",
+         "noch 1_Stunde 1_Minute", "1h01"},
+        {day, "de_DE", "1_Tag", "noch 1_Tag", "morgen 12:00", "vor 24_h 0_min", "noch 24_Stunden 0_Minuten",
+         "morgen 12:00"},
+        {day + 15 * hour, "de_DE", "1_Tag 15_h", "noch 1_Tag", "in 1_Tag", "vor 1_Tag", "noch 1_Tag", "1_T"},
+        {2 * day, "de_DE", "2_Tage", "noch 2_Tage", "in 2_Tagen", "vor 2_Tagen", "noch 2_Tage", "2_T"},
+        {minute, "he_IL", "דקה", "עוד דקה", "בעוד 1_דק׳", "לפני 1_דק׳", "עוד 1_דקה", "1_דק׳"},
+        {hour + minute, "he_IL", "שעה, דקה", "עוד שעה", "בעוד 1_שע׳ 1_דק׳", "לפני 1_שע׳ 1_דק׳",
+         "עוד 1_שעה 1_דקה", "1_שע׳_01"},
+        {day + 15 * hour, "he_IL", "יום, 15 שע׳", "עוד יום", "בעוד 1_יום", "לפני 1_יום", "עוד 1_יום",
+         "1_יום"},
+        {day, "he_IL", "יום", "עוד יום", "מחר 12:00", "לפני 24_שע׳ 0_דק׳", "עוד 24_שעות 0_דקות", "מחר 12:00"},
+        {2 * day, "he_IL", "יומיים", "עוד יומיים", "בעוד 2_ימים", "לפני 2_ימים", "עוד 2_ימים", "2_ימים"},
+    };
+    const char* noon = "2026-03-04T12:00:00+01:00";
+    const test::TextEnvironment german(noon, "de_DE");
+    const test::TextEnvironment hebrew(noon, "he_IL");
+    const test::TextEnvironment english(noon);
+    const platform::Date now = at(noon);
+    for (const Case& c : cases) {
+        const std::string locale = c.locale;
+        const Formatters& f = (locale == "de_DE" ? german : locale == "he_IL" ? hebrew : english).formatters;
+        const platform::Date date = now.addingTimeInterval(c.seconds);
+        EXPECT_EQ(shown(f.durationFormatter().string(c.seconds).value()), c.length) << locale;
+        EXPECT_EQ(shown(f.timeRemaining(c.seconds).value()), c.remaining) << locale;
+        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, false, f)), c.in) << locale;
+        EXPECT_EQ(shown(formattedShortRelativeTime(now, date, false, false, f)), c.ago) << locale;
+        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, true, true, f)), c.spoken) << locale;
+        EXPECT_EQ(shown(formattedCompactRelativeTime(date, now, false, f)), c.compact) << locale;
+    }
+    const auto onAndAt = [](const test::TextEnvironment& world, const platform::DateFormatter& dayFormatter) {
+        return formattedWithOnAndAt(at("2026-03-09T09:41:00+01:00"), dayFormatter,
+                                    world.formatters.timeOnly(), world.formatters, world->now());
+    };
+    EXPECT_EQ(onAndAt(german, german.formatters.weekDay()), "am Montag um 09:41");
+    EXPECT_EQ(onAndAt(hebrew, hebrew.formatters.weekDay()), "ביום שני בשעה 9:41");
+    EXPECT_EQ(onAndAt(hebrew, hebrew.formatters.dateOnly()), "ב־9 במרץ 2026 בשעה 9:41");
+    EXPECT_EQ(localizedSnoozeTime(15, german.formatters), "15 Minuten");
 }
 
 /// What every formatter and every relative text says of a date.

@@ -61,7 +61,7 @@ class TableExamination {
 
     std::vector<std::string> faults() {
         for (const auto& [key, text] : english_) {
-            if (key.find('#') != std::string::npos) continue;
+            if (key.find_first_of("@#") != std::string::npos) continue;
             if (!table_.contains(key)) report(key, "missing");
             if (language_ != "en" && hasNumber(text)) examineForms(key);
         }
@@ -89,7 +89,7 @@ class TableExamination {
 
     void examine(const std::string& key, const std::string& text) {
         const auto mark = key.find('#');
-        const auto original = english_.find(key.substr(0, mark));
+        const auto original = english_.find(key.substr(0, key.find_first_of("@#")));
         if (original == english_.end()) return report(key, "unknown key");
         if (text.empty()) return report(key, "empty");
         if (isBlank(text.front()) || isBlank(text.back())) report(key, "blank at an end");

@@ -41,7 +41,10 @@ class TestEnvironment {
     void setNow(platform::Date now) { now_->store(now.timeIntervalSinceReferenceDate()); }
     void advance(double seconds) { now_->store(now_->load() + seconds); }
     /// To change further fields before the environment is handed out.
-    platform::Environment& change() { return *environment_; }
+    platform::Environment& change() {
+        environment_->derived.clear();
+        return *environment_;
+    }
     platform::EnvironmentRef ref() const { return environment_; }
     operator platform::EnvironmentRef() const { return environment_; }
     const platform::Environment* operator->() const { return environment_.get(); }

@@ -92,9 +92,9 @@ DemoEvents::~DemoEvents() = default;
 
 Event DemoEvents::makeInAppDemoEvent() const {
     const platform::Date start = nextFullHour(state_->environment->now(), state_->environment->calendar);
-    Event event =
-        demoEvent("demo", L10n::Onboarding::DemoEvent::title(), start, start.addingTimeInterval(hour));
-    event.notes = L10n::Onboarding::DemoEvent::notes();
+    Event event = demoEvent("demo", L10n::Onboarding::DemoEvent::title(*state_->environment), start,
+                            start.addingTimeInterval(hour));
+    event.notes = L10n::Onboarding::DemoEvent::notes(*state_->environment);
     event.color = Colors::primary();
     event.videoConferenceLinks = {VideoConferenceLink::demo()};
     return event;

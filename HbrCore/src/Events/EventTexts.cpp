@@ -31,6 +31,20 @@ std::string onAndAt(platform::Date date, const Formatters& formatters, const pla
     return formattedWithOnAndAt(date, formatters.dateOnly(), formatters.timeOnly(), formatters, clock.now());
 }
 
+std::optional<std::string> belongsTo(const Event& event, const platform::Environment& environment) {
+    namespace Summary = L10n::Accessibility::EventSummary;
+    if (!event.calendarName) return std::nullopt;
+    switch (event.type) {
+        case Event::EventType::calendarEvent:
+            return Summary::belongsToCalendar(environment, *event.calendarName);
+        case Event::EventType::appleReminder:
+            return Summary::belongsToReminderList(environment, *event.calendarName);
+        case Event::EventType::hbrReminder:
+            break;
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::string formattedTime(const Event& event, const Formatters& formatters) {
@@ -52,8 +66,9 @@ std::string formattedTimeAndDate(const Event& event, const Formatters& formatter
     const platform::DateFormatter& timeOnly = formatters.timeOnly();
     if (isCurrentEvent(event, clock)) {
         const bool endsToday = clock.isSameDay(event.endDate, calendar);
-        return L10n::TimeFormat::until(endsToday ? timeOnly.string(event.endDate)
-                                                 : timeAndDate(event.endDate, formatters, clock));
+        return L10n::TimeFormat::until(
+            formatters.environment(),
+            endsToday ? timeOnly.string(event.endDate) : timeAndDate(event.endDate, formatters, clock));
     }
     if (!calendar.isSameDay(event.startDate, event.endDate)) {
         return range(timeAndDate(event.startDate, formatters, clock),
@@ -76,39 +91,37 @@ platform::OrderedDictionary<platform::Date, std::vector<Event>, MomentHash> grop
 std::string accessibilityValue(const Event& event, const Formatters& formatters,
                                const platform::ClockReading& clock) {
     namespace Summary = L10n::Accessibility::EventSummary;
-    std::string value =
-        isAnyReminder(event) ? Summary::EventType::reminder() : Summary::EventType::calendarEvent();
+    const platform::Environment& environment = formatters.environment();
+    std::string value = isAnyReminder(event) ? Summary::EventType::reminder(environment)
+                                             : Summary::EventType::calendarEvent(environment);
     auto add = [&value](const std::string& sentence) { value += " " + sentence; };
 
-    const std::string title = platform::trimmed(event.title ? *event.title : L10n::General::untitled());
+    const std::string title =
+        platform::trimmed(event.title ? *event.title : L10n::General::untitled(environment));
     const std::string location = platform::trimmed(event.location.value_or(""));
-    add(location.empty() ? Summary::titleOnly(title) : Summary::titleAndLocation(title, location));
+    add(location.empty() ? Summary::titleOnly(environment, title)
+                         : Summary::titleAndLocation(environment, title, location));
 
     const std::string start = onAndAt(event.startDate, formatters, clock);
-    add(isAnyReminder(event) ? start
-                             : Summary::timeInfoEvent(start, onAndAt(event.endDate, formatters, clock)));
+    add(isAnyReminder(event)
+            ? start
+            : Summary::timeInfoEvent(environment, start, onAndAt(event.endDate, formatters, clock)));
 
     if (event.travelTime > 0) {
         if (const auto length = formatters.durationFormatterForAccessibility().string(event.travelTime)) {
-            add(L10n::General::travelTime(*length) + ".");
+            add(L10n::General::travelTime(environment, *length) + ".");
         }
     }
-    if (!event.videoConferenceLinks.empty()) add(Summary::hasVideoCall());
+    if (!event.videoConferenceLinks.empty()) add(Summary::hasVideoCall(environment));
     return value;
 }
 
+std::optional<std::string> accessibilityHelp(const Event& event, const Formatters& formatters) {
+    return belongsTo(event, formatters.environment());
+}
+
 std::optional<std::string> accessibilityHelp(const Event& event) {
-    namespace Summary = L10n::Accessibility::EventSummary;
-    if (!event.calendarName) return std::nullopt;
-    switch (event.type) {
-        case Event::EventType::calendarEvent:
-            return Summary::belongsToCalendar(*event.calendarName);
-        case Event::EventType::appleReminder:
-            return Summary::belongsToReminderList(*event.calendarName);
-        case Event::EventType::hbrReminder:
-            break;
-    }
-    return std::nullopt;
+    return belongsTo(event, *platform::Environment::current());
 }
 
 }  // namespace hbr

@@ -29,16 +29,27 @@ std::string dayNames(const std::string& value, const platform::Environment& envi
 
 }  // namespace
 
+std::string displayName(FilterRule::Field field, const platform::Environment& environment) {
+    return LocalizedString(environment, "Preferences.ExcludeRules.Field." + std::string(rawValue(field)));
+}
+
+std::string displayName(FilterRule::ComparisonOperation comparison,
+                        const platform::Environment& environment) {
+    return LocalizedString(environment,
+                           "Preferences.ExcludeRules.Comparison." + std::string(rawValue(comparison)));
+}
+
 std::string displayName(FilterRule::Field field) {
-    return LocalizedString("Preferences.ExcludeRules.Field." + std::string(rawValue(field)));
+    return displayName(field, *platform::Environment::current());
 }
 
 std::string displayName(FilterRule::ComparisonOperation comparison) {
-    return LocalizedString("Preferences.ExcludeRules.Comparison." + std::string(rawValue(comparison)));
+    return displayName(comparison, *platform::Environment::current());
 }
 
 std::string displayText(const FilterRule& rule, const platform::Environment& environment) {
-    const std::string start = displayName(rule.field) + " " + displayName(rule.comparison) + " ";
+    const std::string start =
+        displayName(rule.field, environment) + " " + displayName(rule.comparison, environment) + " ";
     const bool isAboutDays = rule.comparison == FilterRule::ComparisonOperation::isOnDayOfWeek;
     return start + (isAboutDays ? dayNames(rule.value, environment) : "\"" + rule.value + "\"");
 }

@@ -61,10 +61,14 @@ std::string Participant::initials() const {
 }
 
 std::string Participant::displayName() const {
+    return displayName(*platform::Environment::current());
+}
+
+std::string Participant::displayName(const platform::Environment& environment) const {
     std::string name = platform::trimmed(hasName(*this) ? fullName.string(components(*this)) : fallbackName);
     if (name.empty()) name = fallbackName;
-    if (name.empty()) name = L10n::General::unknown();
-    if (isOrganizer) name += " (" + L10n::General::organizer() + ")";
+    if (name.empty()) name = L10n::General::unknown(environment);
+    if (isOrganizer) name += " (" + L10n::General::organizer(environment) + ")";
     return name;
 }
 

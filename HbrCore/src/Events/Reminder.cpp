@@ -21,7 +21,11 @@ Reminder Reminder::addingTimeInterval(double seconds) const {
 }
 
 std::string Reminder::localizedTitle() const {
-    return title_ ? *title_ : "(" + L10n::General::untitled() + ")";
+    return localizedTitle(*platform::Environment::current());
+}
+
+std::string Reminder::localizedTitle(const platform::Environment& environment) const {
+    return title_ ? *title_ : "(" + L10n::General::untitled(environment) + ")";
 }
 
 std::string Reminder::formattedDate(const Formatters& formatters) const {

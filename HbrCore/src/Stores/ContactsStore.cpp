@@ -27,16 +27,19 @@ std::optional<platform::CNContact> firstContact(const platform::CNContactStoring
     return std::nullopt;
 }
 
-std::string fallbackName(const Event::ParticipantData& data) {
-    return platform::trimmed(data.name ? *data.name : data.email ? *data.email : L10n::General::unknown());
+std::string fallbackName(const Event::ParticipantData& data, const platform::Environment& environment) {
+    return platform::trimmed(data.name    ? *data.name
+                             : data.email ? *data.email
+                                          : L10n::General::unknown(environment));
 }
 
-Participant participant(const Event::ParticipantData& data, const platform::CNContactStoring& store) {
+Participant participant(const Event::ParticipantData& data, const platform::CNContactStoring& store,
+                        const platform::Environment& environment) {
     Participant result{.id = {},
                        .givenName = std::nullopt,
                        .familyName = std::nullopt,
                        .email = data.email,
-                       .fallbackName = fallbackName(data),
+                       .fallbackName = fallbackName(data, environment),
                        .image = std::nullopt,
                        .isOrganizer = data.isOrganizer,
                        .status = data.status};
@@ -56,8 +59,10 @@ Participant participant(const Event::ParticipantData& data, const platform::CNCo
 ContactsError::ContactsError(Code code)
     : std::runtime_error("access to the contacts is not granted"), code_(code) {}
 
-ContactsStore::ContactsStore(std::shared_ptr<platform::CNContactStoring> contactsStore)
+ContactsStore::ContactsStore(std::shared_ptr<platform::CNContactStoring> contactsStore,
+                             platform::EnvironmentRef environment)
     : contactsStore_(std::move(contactsStore)),
+      environment_(std::move(environment)),
       hasContactsAccess_(contactsStore_->authorizationStatus() ==
                          platform::CNAuthorizationStatus::authorized) {}
 
@@ -80,7 +85,7 @@ std::vector<Participant> ContactsStore::participants(const Event& event) const {
     // Equality alone would drop people who share a mailbox; equality and hash together drop repeats only.
     std::unordered_multimap<std::size_t, std::size_t> seen;
     for (const auto& data : event.participantsData) {
-        Participant next = participant(data, *contactsStore_);
+        Participant next = participant(data, *contactsStore_, *environment_);
         const auto hash = std::hash<Participant>{}(next);
         const auto [begin, end] = seen.equal_range(hash);
         const bool isRepeated =

@@ -8,7 +8,8 @@
 namespace hbr {
 
 /// The shared date and duration formatters of one environment, each made on first use (thread-safe) and
-/// then only read.
+/// then only read. Dates follow the formats of the locale; words of amounts and days next to today are in the
+/// language of the string tables.
 class Formatters {
   public:
     explicit Formatters(platform::EnvironmentRef environment);

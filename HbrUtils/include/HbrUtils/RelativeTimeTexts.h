@@ -26,6 +26,8 @@ std::string formattedRelativeTime(platform::Date date, platform::Date relativeTo
 /// 90 minutes: "1 hour, 30 minutes".
 std::string formattedMinutes(int minutes, const Formatters& formatters);
 /// "1 minute", "15 minutes".
+std::string localizedSnoozeTime(int minutes, const Formatters& formatters);
+/// Of Environment::current().
 std::string localizedSnoozeTime(int minutes);
 
 }  // namespace hbr

@@ -10,8 +10,8 @@
 
 namespace hbr {
 
-/// The extension's own texts, keys beginning with "Widget.", in the user's language. A key without a text
-/// stands for itself. Safe from any thread.
+/// The extension's own texts, keys beginning with "Widget.", in the user's language. A missing
+/// text is English; a key that English lacks as well stands for itself. Safe from any thread.
 class WidgetStrings {
   public:
     static constexpr std::string_view bundleName = "HeedbannerWidgetExtension.bundle";
@@ -25,6 +25,8 @@ class WidgetStrings {
     std::string counted(std::string_view key, std::size_t count) const;
 
   private:
+    std::string textOf(std::string_view key, const StringBundle::Form& form) const;
+
     std::shared_ptr<const StringBundle> bundle_;
     platform::EnvironmentRef environment_;
 };

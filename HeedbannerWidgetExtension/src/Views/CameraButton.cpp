@@ -36,7 +36,7 @@ View CameraButton::body(const ViewContext& context, Color ground) const {
                              .accessibilityHidden();
     const View button = isActive() ? link(JoinCallDeepLink(event.id).url(), content) : inactiveLink(content);
     // Each says its meeting, since a list has several.
-    std::string label = L10n::Alert::VideoConferenceMenu::join();
+    std::string label = L10n::Alert::VideoConferenceMenu::join(environment);
     const std::string title = trimmed(event.title.value_or(""));
     if (!title.empty()) label += ": " + title;
     return button.accessibilityLabel(std::move(label));

@@ -16,11 +16,11 @@ std::string accessibilityLabel(const Event& event, const EventViewInputs& inputs
         withoutCall.videoConferenceLinks.clear();
         label = accessibilityValue(withoutCall, inputs.formatters, clock) + ".";
         if (!event.videoConferenceLinks.empty())
-            label += " " + L10n::Accessibility::EventSummary::hasVideoCall();
+            label += " " + L10n::Accessibility::EventSummary::hasVideoCall(inputs.formatters.environment());
     } else {
         label = accessibilityValue(event, inputs.formatters, clock);
     }
-    if (const auto help = accessibilityHelp(event)) label += " " + *help;
+    if (const auto help = accessibilityHelp(event, inputs.formatters)) label += " " + *help;
     return label;
 }
 

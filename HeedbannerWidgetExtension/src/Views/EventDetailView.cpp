@@ -3,6 +3,7 @@
 #include <Foundation/Text.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
+#include <HbrLocalization/LocalizedString.h>
 #include <HbrUtils/DistanceTexts.h>
 #include <HeedbannerWidgetExtension/Views/CameraButton.h>
 #include <HeedbannerWidgetExtension/Views/ConditionalStack.h>
@@ -121,14 +122,15 @@ View EventDetailView::dayAndTime(const ViewContext& context, const EventPillColo
 }
 
 std::string EventDetailView::dayLabel(const ViewContext& context) const {
-    const Calendar& calendar = inputs.formatters.environment().calendar;
+    const Environment& environment = inputs.formatters.environment();
+    const Calendar& calendar = environment.calendar;
     const Date day = event.occurrenceDate.value_or(event.startDate);
-    const platform::Locale& locale = context.locale;
     if (context.clock().isSameDay(day, calendar))
-        return capitalizedFirstLetter(L10n::TimeFormat::today(), locale.language());
+        return capitalizedFirstLetter(L10n::TimeFormat::today(environment), textLanguage(environment));
     if (context.clock().isDayBefore(day, calendar))
-        return capitalizedFirstLetter(L10n::TimeFormat::tomorrow(), locale.language());
-    return capitalizedFirstLetter(inputs.formatters.dateOnlyNoYearWeekDay().string(day), locale.identifier);
+        return capitalizedFirstLetter(L10n::TimeFormat::tomorrow(environment), textLanguage(environment));
+    return capitalizedFirstLetter(inputs.formatters.dateOnlyNoYearWeekDay().string(day),
+                                  context.locale.identifier);
 }
 
 std::string EventDetailView::timeText() const {
@@ -146,7 +148,9 @@ View EventDetailView::travelTime(const ViewContext& context) const {
     return hstack({.alignment = VerticalAlignment::firstTextBaseline, .spacing = 4},
                   {
                       symbol("car.fill").resizable().frame(14, 14).accessibilityHidden(),
-                      fittedLine(isSmall(context) ? *duration : L10n::General::travelTime(*duration)),
+                      fittedLine(isSmall(context)
+                                     ? *duration
+                                     : L10n::General::travelTime(inputs.formatters.environment(), *duration)),
                   });
 }
 
@@ -168,7 +172,7 @@ View EventDetailView::cameraButton(const ViewContext& context, const EventPillCo
     if (event.videoConferenceLinks.empty()) return {};
     const bool pending = isPending(event, inputs.settings.timeOffset,
                                    inputs.settings.customSettings(event.id), context.clockAt(now));
-    return CameraButton{event, now, pending}.body(context, colors.ground);
+    return CameraButton{event, now, pending, inputs.formatters.environment()}.body(context, colors.ground);
 }
 
 }  // namespace hbr

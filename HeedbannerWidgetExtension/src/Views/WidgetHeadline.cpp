@@ -7,7 +7,7 @@ namespace hbr {
 using namespace platform;
 
 View widgetHeadline(std::string_view key, const WidgetStrings& strings, const ViewContext& context) {
-    return text(uppercased(strings.text(key), context.locale.language()))
+    return text(uppercased(strings.text(key), strings.language()))
         .font(system(10).bold())
         .foreground(context.palette().secondary)
         .lineLimit(1)

@@ -36,7 +36,8 @@ platform::OrderedDictionary<platform::Date, std::vector<Event>, MomentHash> grop
 /// Type, title and place, time, travel time, call: one sentence each.
 std::string accessibilityValue(const Event& event, const Formatters& formatters,
                                const platform::ClockReading& clock);
-/// The calendar or list that it belongs to.
+/// The calendar or list that it belongs to; without formatters, in the words of Environment::current().
+std::optional<std::string> accessibilityHelp(const Event& event, const Formatters& formatters);
 std::optional<std::string> accessibilityHelp(const Event& event);
 
 }  // namespace hbr

@@ -7,7 +7,9 @@
 
 namespace hbr {
 
-/// What the user reads for a field and a comparison, in the language of the process.
+/// What the user reads for a field and a comparison; without an environment, of Environment::current().
+std::string displayName(FilterRule::Field field, const platform::Environment& environment);
+std::string displayName(FilterRule::ComparisonOperation comparison, const platform::Environment& environment);
 std::string displayName(FilterRule::Field field);
 std::string displayName(FilterRule::ComparisonOperation comparison);
 /// "Title contains "Lunch"", with the value as it was typed; days of the week by their names.

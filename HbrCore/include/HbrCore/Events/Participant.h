@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Foundation/Environment.h>
 #include <Foundation/ImageBytes.h>
 #include <HbrCore/Events/ParticipantStatus.h>
 
@@ -24,7 +25,8 @@ struct Participant {
 
     /// In capitals; "–" where nothing has any.
     std::string initials() const;
-    /// The organizer's says so behind it.
+    /// The organizer's says so behind it; without an environment, in the words of Environment::current().
+    std::string displayName(const platform::Environment& environment) const;
     std::string displayName() const;
 
     /// By id, else by e-mail address as written where both have one. Not transitive.

@@ -27,7 +27,8 @@ class Reminder {
 
     bool isEqual(const Reminder& other) const { return id_ == other.id_; }
     Reminder addingTimeInterval(double seconds) const;
-    /// The title, else the word for "untitled" in parentheses.
+    /// The title, else the word for "untitled" in parentheses, of Environment::current() without another.
+    std::string localizedTitle(const platform::Environment& environment) const;
     std::string localizedTitle() const;
     /// Long date, short time.
     std::string formattedDate(const Formatters& formatters) const;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ContactStore/CNContactStore.h>
+#include <Foundation/Environment.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrCore/Events/Participant.h>
 
@@ -28,7 +29,9 @@ class ContactsError : public std::runtime_error {
 /// contacts. Safe from any thread.
 class ContactsStore {
   public:
-    explicit ContactsStore(std::shared_ptr<platform::CNContactStoring> contactsStore);
+    /// The environment gives the words for those without a name.
+    explicit ContactsStore(std::shared_ptr<platform::CNContactStoring> contactsStore,
+                           platform::EnvironmentRef environment = platform::Environment::current());
     /// Of CoreServices::shared().
     static ContactsStore& shared();
 
@@ -43,6 +46,7 @@ class ContactsStore {
 
   private:
     std::shared_ptr<platform::CNContactStoring> contactsStore_;
+    platform::EnvironmentRef environment_;
     std::atomic<bool> hasContactsAccess_;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Foundation/Date.h>
+#include <Foundation/Environment.h>
 #include <HbrCore/Events/Event.h>
 #include <Views/View.h>
 #include <Views/ViewContext.h>
@@ -12,6 +13,8 @@ struct CameraButton {
     const Event& event;
     platform::Date now;
     bool isPending = false;
+    /// Of the texts.
+    const platform::Environment& environment;
 
     bool isActive() const;
     /// `ground`: what the button stands on, opaque.

@@ -2,6 +2,7 @@
 
 #include <Foundation/Calendar.h>
 #include <Foundation/Date.h>
+#include <Foundation/DerivedValues.h>
 #include <Foundation/Diagnostics.h>
 #include <Foundation/Locale.h>
 
@@ -43,6 +44,8 @@ struct Environment {
     std::vector<std::filesystem::path> resourceDirectories;
 
     std::shared_ptr<DiagnosticsSink> diagnostics = std::make_shared<CollectedDiagnostics>();
+
+    DerivedValues derived = {};
 
     Date now() const { return clock(); }
 

@@ -4,6 +4,8 @@
 #include <Foundation/Date.h>
 #include <Foundation/Locale.h>
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -40,9 +42,18 @@ class DateFormatter {
 
 /// Texts of lengths of time. Zero units are dropped everywhere; the last kept unit is cut off, never rounded
 /// up; all units zero: 0 of the smallest. Negative lengths keep their sign on each part.
+/// Words come from ICU, or from a caller that has words of its own. Abbreviated: ICU's narrow width where it
+/// can be read ("1d 15h"), else its short one ("1 dag, 15 uur").
 class DurationFormatter {
   public:
     enum class UnitsStyle { abbreviated, full };
+    enum class Unit { day, hour, minute, second };
+    struct Words {
+        /// "2 days".
+        std::function<std::string(Unit unit, std::int64_t count)> amount;
+        /// Two amounts in one text, the larger unit first.
+        std::function<std::string(const std::string& larger, const std::string& smaller)> joined;
+    };
     struct Configuration {
         UnitsStyle style = UnitsStyle::abbreviated;
         bool days = true;
@@ -51,6 +62,7 @@ class DurationFormatter {
         bool seconds = false;
         /// 0: no limit.
         int maximumUnitCount = 0;
+        std::optional<Words> words = std::nullopt;
     };
 
     DurationFormatter(const Locale& locale, const Calendar& calendar, Configuration configuration);

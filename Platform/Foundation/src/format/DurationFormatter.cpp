@@ -8,6 +8,7 @@
 #include <cmath>
 #include <mutex>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
 
 #include "DatePatterns.h"
@@ -39,47 +40,73 @@ Split splitByCalendar(const Calendar& calendar, Date from, Date to) {
     return {days, to.timeIntervalSince(reached)};
 }
 
+/// Languages whose narrow amounts can be read at a glance. Others leave out the number of a day (Hebrew), use
+/// letters of another language (Japanese) or single letters that no reader knows (Arabic, Dutch, Turkish).
+constexpr std::array narrowLanguages{"en", "es", "fr", "it", "ko", "pt", "ru", "zh"};
+
+UMeasureFormatWidth abbreviatedWidth(const icu::Locale& words) {
+    return std::ranges::find(narrowLanguages, std::string_view(words.getLanguage())) != narrowLanguages.end()
+               ? UMEASFMT_WIDTH_NARROW
+               : UMEASFMT_WIDTH_SHORT;
+}
+
 }  // namespace
 
 struct DurationFormatter::Engine {
-    struct Unit {
+    struct Step {
+        Unit unit;
         bool isUsed;
         std::int64_t seconds;
-        icu::MeasureUnit (*icuUnit)();
+    };
+    struct Amount {
+        Unit unit;
+        std::int64_t count;
     };
 
     Calendar calendar;
     Configuration configuration;
     icu::MeasureFormat format;
 
-    std::array<Unit, 4> units() const {
-        return {Unit{configuration.days, secondsPerDay, icu::MeasureUnit::getDay},
-                Unit{configuration.hours, 3600, icu::MeasureUnit::getHour},
-                Unit{configuration.minutes, 60, icu::MeasureUnit::getMinute},
-                Unit{configuration.seconds, 1, icu::MeasureUnit::getSecond}};
+    std::array<Step, 4> steps() const {
+        return {Step{Unit::day, configuration.days, secondsPerDay},
+                Step{Unit::hour, configuration.hours, 3600}, Step{Unit::minute, configuration.minutes, 60},
+                Step{Unit::second, configuration.seconds, 1}};
     }
 
     /// `rest` stays in hours even where the clock's change makes it a day or more.
     std::optional<std::string> text(std::int64_t days, std::int64_t rest) const {
-        std::vector<icu::Measure> measures;
-        std::optional<icu::MeasureUnit> smallest;
+        std::vector<Amount> amounts;
+        std::optional<Unit> smallest;
         const auto limit = static_cast<std::size_t>(std::max(configuration.maximumUnitCount, 0));
-        for (const Unit& unit : units()) {
-            if (!unit.isUsed) continue;
-            smallest = unit.icuUnit();
+        for (const Step& step : steps()) {
+            if (!step.isUsed) continue;
+            smallest = step.unit;
             std::int64_t count = days;
-            if (unit.seconds != secondsPerDay) {
-                count = rest / unit.seconds;
-                rest %= unit.seconds;
+            if (step.unit != Unit::day) {
+                count = rest / step.seconds;
+                rest %= step.seconds;
             }
-            if (count != 0 && (limit == 0 || measures.size() < limit)) {
-                append(measures, count, *smallest);
-            }
+            if (count != 0 && (limit == 0 || amounts.size() < limit)) amounts.push_back({step.unit, count});
         }
         if (!smallest) return std::nullopt;
-        if (measures.empty()) append(measures, 0, *smallest);
+        if (amounts.empty()) amounts.push_back({*smallest, 0});
+        return configuration.words ? textOf(amounts, *configuration.words) : icuText(amounts);
+    }
 
+    static std::string textOf(const std::vector<Amount>& amounts, const Words& words) {
+        std::string result;
+        for (const Amount& amount : amounts) {
+            const std::string text = words.amount(amount.unit, amount.count);
+            result = result.empty() ? text : words.joined(result, text);
+        }
+        return result;
+    }
+
+    std::optional<std::string> icuText(const std::vector<Amount>& amounts) const {
         UErrorCode status = U_ZERO_ERROR;
+        std::vector<icu::Measure> measures;
+        for (const Amount& amount : amounts)
+            measures.emplace_back(icu::Formattable(amount.count), icuUnit(amount.unit), status);
         icu::FieldPosition ignored(icu::FieldPosition::DONT_CARE);
         icu::UnicodeString result;
         format.formatMeasures(measures.data(), static_cast<std::int32_t>(measures.size()), result, ignored,
@@ -88,18 +115,27 @@ struct DurationFormatter::Engine {
         return utf8(result);
     }
 
-    static void append(std::vector<icu::Measure>& measures, std::int64_t count,
-                       const icu::MeasureUnit& unit) {
-        UErrorCode status = U_ZERO_ERROR;
-        measures.emplace_back(icu::Formattable(count), unit.clone(), status);
+    /// For an icu::Measure, which adopts it.
+    static icu::MeasureUnit* icuUnit(Unit unit) {
+        switch (unit) {
+            case Unit::day:
+                return icu::MeasureUnit::getDay().clone();
+            case Unit::hour:
+                return icu::MeasureUnit::getHour().clone();
+            case Unit::minute:
+                return icu::MeasureUnit::getMinute().clone();
+            case Unit::second:
+                break;
+        }
+        return icu::MeasureUnit::getSecond().clone();
     }
 
     static icu::MeasureFormat makeFormat(const Locale& locale, UnitsStyle style) {
         const auto lock = constructionLock();
         UErrorCode status = U_ZERO_ERROR;
-        icu::MeasureFormat format(icuTextLocale(locale),
-                                  style == UnitsStyle::full ? UMEASFMT_WIDTH_WIDE : UMEASFMT_WIDTH_NARROW,
-                                  status);
+        const icu::Locale words = icuTextLocale(locale);
+        icu::MeasureFormat format(
+            words, style == UnitsStyle::full ? UMEASFMT_WIDTH_WIDE : abbreviatedWidth(words), status);
         if (U_FAILURE(status)) throw std::runtime_error("no texts of durations");
         return format;
     }
