@@ -34,7 +34,8 @@ inline std::string pseudoText(std::string_view english) {
             missing -= 1;
         }
     }
-    for (; missing > 0; missing -= 3)
+    // An abbreviation of a few letters stays one.
+    for (; missing >= 1.5; missing -= 3)
         text += " wô";
     return text;
 }
