@@ -1,5 +1,8 @@
 #include "AgendaText.h"
 
+#include "CompanionText.h"
+#include "EventName.h"
+
 #include <Foundation/TextColumns.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
@@ -48,7 +51,8 @@ class AgendaWriter {
 
   private:
     std::string headingOf(const AgendaEvent& one) const {
-        if (one.state == AgendaState::current) return "Under way";
+        if (one.state == AgendaState::current)
+            return companionText(formatters_.environment(), "Agenda.underWay");
         return dayHeading(one.event->startDate, now_, formatters_);
     }
 
@@ -75,11 +79,6 @@ class AgendaWriter {
         return formatters_.relativeDefault().string(one.event->startDate, now_);
     }
 
-    static std::string titleOf(const Event& event) {
-        const std::string title = onOneLine(event.title.value_or(""));
-        return title.empty() ? "(no title)" : title;
-    }
-
     /// The marker, the time and the calendar's colour, which every line of an event shares.
     std::string margin(const AgendaEvent* one, const Event& event) const {
         return (one ? marker(one->state) + " " + padded(timeSpan(event, formatters_), timeWidth_)
@@ -90,7 +89,7 @@ class AgendaWriter {
     /// Everything, on lines as long as they get: for pipes.
     void addEvent(const AgendaEvent& one) {
         const Event& event = *one.event;
-        text_ += margin(&one, event) + titleOf(event);
+        text_ += margin(&one, event) + titleOf(event, formatters_.environment());
         std::string details;
         const auto add = [&](const std::string& detail) {
             if (!detail.empty()) details += "  " + detail;
@@ -115,7 +114,8 @@ class AgendaWriter {
         const std::string far = distance(one);
         const std::size_t taken = columns(far) + (progress.empty() ? 0 : progressCells + 1);
         const std::size_t titleRoom = room > taken + 2 ? room - taken - 2 : 0;
-        const std::string title = platform::truncatedToColumns(titleOf(event), titleRoom);
+        const std::string title =
+            platform::truncatedToColumns(titleOf(event, formatters_.environment()), titleRoom);
         text_ += margin(&one, event) + (standsOut ? console_.bold(title) : title);
         if (!far.empty() || !progress.empty()) {
             text_ += std::string(titleRoom - columns(title) + 2, ' ') +
@@ -197,9 +197,9 @@ std::string dayHeading(platform::Date day, platform::Date now, const Formatters&
     const std::string date = formatters.dateOnlyNoYearWeekDay().string(day);
     switch (formatters.environment().calendar.daysBetween(now, day)) {
         case 0:
-            return "Today, " + date;
+            return companionText(formatters.environment(), "Day.today", {date});
         case 1:
-            return "Tomorrow, " + date;
+            return companionText(formatters.environment(), "Day.tomorrow", {date});
         default:
             return date;
     }

@@ -1,5 +1,6 @@
 #include "CallJoining.h"
 
+#include "CompanionText.h"
 #include "EventName.h"
 
 #include <HbrCore/DeepLinks/DeepLinkActions.h>
@@ -21,24 +22,28 @@ std::string numbered(const std::vector<VideoConferenceLink>& links) {
 }  // namespace
 
 VideoConferenceLink chosenCall(CommandContext& context, const Event& event) {
+    const std::string title = quotedTitle(event);
+    const auto text = [&](std::string_view key, std::initializer_list<L10n::FormatArgument> arguments) {
+        return companionText(*context.environment(), key, arguments);
+    };
     const auto& links = event.videoConferenceLinks;
     if (links.empty()) {
-        throw CommandFailure(ExitCode::nothingThere, quotedTitle(event) + " has no conference link");
+        throw CommandFailure(ExitCode::nothingThere, text("Call.none", {title}));
     }
     const auto stored =
         defaultVideoConferenceLink(event, context.core().eventSettings().customSettings(event.id));
     if (stored) return *stored;
 
-    const std::string list = quotedTitle(event) + " has several conference links:" + numbered(links);
+    const std::string list = text("Call.several", {title}) + numbered(links);
     const Console& console = context.console();
     const GeneralOptions& options = context.options();
     if (console.isInteractive() && !options.noInput && !options.assumeYes) {
         console.err() << list << "\n";
-        if (const auto number = console.askNumber("Which one?", links.size())) return links[*number - 1];
-        throw CommandFailure(ExitCode::nothingThere, "no call was chosen");
+        if (const auto number = console.askNumber(text("Call.which", {}), links.size()))
+            return links[*number - 1];
+        throw CommandFailure(ExitCode::nothingThere, text("Call.notChosen", {}));
     }
-    throw CommandFailure(ExitCode::nothingThere,
-                         list + "\nchoose one for good with: heedbanner event set " + event.id + " --link N");
+    throw CommandFailure(ExitCode::nothingThere, list + "\n" + text("Call.chooseForGood", {event.id}));
 }
 
 void joinCall(CommandContext& context, const Event& event) {
@@ -46,8 +51,10 @@ void joinCall(CommandContext& context, const Event& event) {
     if (outcome.kind != DeepLinkOutcome::Kind::opened) {
         throw CommandFailure(ExitCode::failed, onOneLine(outcome.message));
     }
-    context.console().out() << "Joining " << quotedTitle(event) << ": "
-                            << onOneLine(outcome.url->absoluteString()) << "\n";
+    const std::string title = quotedTitle(event);
+    const std::string address = onOneLine(outcome.url->absoluteString());
+    context.console().out() << companionText(*context.environment(), "Call.joining", {title, address})
+                            << "\n";
 }
 
 }  // namespace hbr

@@ -1,5 +1,7 @@
 #include "CommandContext.h"
 
+#include "CompanionText.h"
+
 namespace hbr {
 
 CoreServices& CommandContext::core() {
@@ -20,14 +22,14 @@ void CommandContext::requireReadableAccounts() {
                              "show; see them with: heedbanner agenda");
     }
     if (reports.empty()) {
-        throw CommandFailure(ExitCode::nothingThere, "no calendars yet; add them with: heedbanner setup");
+        throw CommandFailure(ExitCode::nothingThere, companionText(*environment_, "Accounts.none"));
     }
     std::string problems;
     for (const auto& report : reports) {
         if (report.readable) return;
         problems += (problems.empty() ? "" : "; ") + report.account.name + ": " + report.problem;
     }
-    throw CommandFailure(ExitCode::failed, "no account can be read: " + problems);
+    throw CommandFailure(ExitCode::failed, companionText(*environment_, "Accounts.unreadable", {problems}));
 }
 
 }  // namespace hbr

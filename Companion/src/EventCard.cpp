@@ -1,5 +1,7 @@
 #include "EventCard.h"
 
+#include "CompanionText.h"
+#include "EventName.h"
 #include "StoredEventTimes.h"
 
 #include <Foundation/Text.h>
@@ -14,20 +16,20 @@ namespace hbr {
 
 namespace {
 
-std::string_view answer(ParticipantStatus status) {
+std::string_view answerKey(ParticipantStatus status) {
     switch (status) {
         case ParticipantStatus::accepted:
-            return "accepted";
+            return "Card.answer.accepted";
         case ParticipantStatus::tentative:
-            return "tentative";
+            return "Card.answer.tentative";
         case ParticipantStatus::declined:
-            return "declined";
+            return "Card.answer.declined";
         case ParticipantStatus::pending:
-            return "no answer yet";
+            return "Card.answer.pending";
         case ParticipantStatus::unknown:
             break;
     }
-    return "answer unknown";
+    return "Card.answer.unknown";
 }
 
 class CardWriter {
@@ -41,23 +43,25 @@ class CardWriter {
           stored_(storedOccurrence()) {}
 
     std::string text() {
-        const std::string title = onOneLine(event_.title.value_or(""));
         text_ = console_.colored("▌", event_.color) + " " +
-                console_.bold(title.empty() ? "(no title)" : title) + "\n";
+                console_.bold(titleOf(event_, formatters_.environment())) + "\n";
         addTimes();
-        if (event_.calendarName) add("Calendar", {onOneLine(*event_.calendarName)});
-        if (event_.location) add("Place", lines(*event_.location));
+        if (event_.calendarName) add(word("Card.calendar"), {onOneLine(*event_.calendarName)});
+        if (event_.location) add(word("Card.place"), lines(*event_.location));
         addCalls();
         addParticipants();
         if (event_.notes) {
-            if (const auto notes = removingVideoCallAnnotation(*event_.notes)) add("Notes", lines(*notes));
+            if (const auto notes = removingVideoCallAnnotation(*event_.notes))
+                add(word("Card.notes"), lines(*notes));
         }
-        add("Id", {event_.id});
+        add(word("Card.id"), {event_.id});
         return text_;
     }
 
   private:
     static constexpr std::size_t labelWidth = 14;
+
+    std::string word(std::string_view key) const { return companionText(formatters_.environment(), key); }
 
     /// As the calendar has it; nothing for reminders.
     platform::EKEventRef storedOccurrence() const {
@@ -96,26 +100,28 @@ class CardWriter {
     }
 
     void addTimes() {
-        add("When", {times()});
+        add(word("Card.when"), {times()});
         if (isCurrentEvent(event_, now_) && !isAnyReminder(event_)) {
             add("", {formatters_.timeRemaining(timeLeft(event_, now_)).value_or("")});
         } else if (!stored_ || !stored_->isAllDay) {
             add("", {formatters_.relativeDefault().string(event_.startDate, now_)});
         }
-        if (event_.isRecurring) add("", {"repeats"});
+        if (event_.isRecurring) add("", {word("Card.repeats")});
         if (event_.travelTime > 0) {
             const auto length = formatters_.durationFormatter().string(event_.travelTime);
-            if (length) add("", {L10n::General::travelTime(*length)});
+            if (length) add("", {L10n::General::travelTime(formatters_.environment(), *length)});
         }
-        if (stored_ && stored_->status == platform::EKEventStatus::canceled) add("Status", {"cancelled"});
-        if (stored_ && stored_->status == platform::EKEventStatus::tentative) add("Status", {"tentative"});
+        if (stored_ && stored_->status == platform::EKEventStatus::canceled)
+            add(word("Card.status"), {word("Card.status.cancelled")});
+        if (stored_ && stored_->status == platform::EKEventStatus::tentative)
+            add(word("Card.status"), {word("Card.status.tentative")});
     }
 
     void addCalls() {
         std::vector<std::string> calls;
         for (const auto& link : event_.videoConferenceLinks)
             calls.push_back(link.service.name + "  " + onOneLine(link.url.absoluteString()));
-        add(calls.size() > 1 ? "Calls" : "Call", calls);
+        add(word(calls.size() > 1 ? "Card.calls" : "Card.call"), calls);
     }
 
     void addParticipants() {
@@ -129,12 +135,12 @@ class CardWriter {
         }
         std::vector<std::string> people;
         for (const auto& one : shown) {
-            const std::string name = onOneLine(one.displayName());
-            std::string details = ", " + std::string(answer(one.status));
+            const std::string name = onOneLine(one.displayName(formatters_.environment()));
+            std::string details = ", " + word(answerKey(one.status));
             if (one.email && *one.email != name) details += "  " + onOneLine(*one.email);
             people.push_back(name + console_.faint(details));
         }
-        add(people.size() == 1 ? "Participant" : "Participants", people);
+        add(word(people.size() == 1 ? "Card.participant" : "Card.participants"), people);
     }
 
     const Console& console_;

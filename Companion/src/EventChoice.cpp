@@ -1,6 +1,8 @@
 #include "EventChoice.h"
 
 #include "AgendaEvents.h"
+#include "CompanionText.h"
+#include "EventName.h"
 
 #include <Companion/EventMatch.h>
 
@@ -42,7 +44,7 @@ std::vector<Event> everything(CommandContext& context) {
 }
 
 Event onlyOne(CommandContext& context, const std::vector<Event>& found, const std::string& several) {
-    if (found.size() > 1) failNothing(several + ":" + eventList(context, found));
+    if (found.size() > 1) failNothing(several + eventList(context, found));
     return found.front();
 }
 
@@ -51,14 +53,14 @@ Event underWay(CommandContext& context, const std::vector<AgendaEvent>& agenda) 
     for (const auto& one : agenda) {
         if (one.state == AgendaState::current) current.push_back(*one.event);
     }
-    if (current.empty()) failNothing("nothing is under way");
-    return onlyOne(context, current, "several events are under way");
+    if (current.empty()) failNothing(companionText(*context.environment(), "Choice.nothingUnderWay"));
+    return onlyOne(context, current, companionText(*context.environment(), "Choice.severalUnderWay"));
 }
 
-Event next(const std::vector<AgendaEvent>& agenda) {
+Event next(CommandContext& context, const std::vector<AgendaEvent>& agenda) {
     const auto first = std::find_if(agenda.begin(), agenda.end(),
                                     [](const AgendaEvent& one) { return one.state != AgendaState::current; });
-    if (first == agenda.end()) failNothing("nothing comes up");
+    if (first == agenda.end()) failNothing(companionText(*context.environment(), "Choice.nothingComing"));
     return *first->event;
 }
 
@@ -79,9 +81,9 @@ std::string eventList(CommandContext& context, const std::vector<Event>& events)
     for (const auto& event : events) {
         list += "\n  ";
         list += event.startDate == undated
-                    ? "no date"
+                    ? companionText(*context.environment(), "Event.noDate")
                     : formattedStartTimeAndDate(event, context.core().formatters(), context.now());
-        list += "  " + onOneLine(event.title.value_or("(no title)"));
+        list += "  " + titleOf(event, *context.environment());
         if (event.calendarName) list += "  [" + onOneLine(*event.calendarName) + "]";
         list += "  (" + event.id + ")";
     }
@@ -91,7 +93,7 @@ std::string eventList(CommandContext& context, const std::vector<Event>& events)
 Event chosenEvent(CommandContext& context, const std::string& wanted) {
     const auto agenda = agendaEvents(context, std::nullopt);
     if (wanted == "now") return underWay(context, agenda);
-    if (wanted == "next") return next(agenda);
+    if (wanted == "next") return next(context, agenda);
 
     std::vector<Event> candidates;
     for (const auto& one : agenda)
@@ -105,9 +107,10 @@ Event chosenEvent(CommandContext& context, const std::string& wanted) {
         CoreServices& core = context.core();
         const auto stored = core.aggregatedEventStore().eventWithIdentifier(wanted);
         if (stored) return Event::fromCalendarEvent(*stored, core.parser());
-        failNothing("no event matches \"" + wanted + "\"" + platform::proposal(wanted, titles(candidates)));
+        failNothing(companionText(*context.environment(), "Choice.noMatch", {wanted}) +
+                    platform::proposal(wanted, titles(candidates)));
     }
-    return onlyOne(context, found, "several events match \"" + wanted + "\"");
+    return onlyOne(context, found, companionText(*context.environment(), "Choice.severalMatch", {wanted}));
 }
 
 }  // namespace hbr

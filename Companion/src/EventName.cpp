@@ -1,5 +1,6 @@
 #include "EventName.h"
 
+#include "CompanionText.h"
 #include "Console.h"
 
 #include <HbrCore/Events/EventTexts.h>
@@ -8,13 +9,17 @@
 
 namespace hbr {
 
-std::string titleOf(const Event& event) {
+std::string titleOf(const Event& event, const platform::Environment& environment) {
     const std::string title = onOneLine(event.title.value_or(""));
-    return title.empty() ? "(no title)" : title;
+    return title.empty() ? companionText(environment, "Event.untitled") : title;
+}
+
+std::string titleOf(const Event& event) {
+    return titleOf(event, *platform::Environment::current());
 }
 
 std::string quotedTitle(const Event& event) {
-    return "\"" + titleOf(event) + "\"";
+    return companionText(*platform::Environment::current(), "Event.quoted", {titleOf(event)});
 }
 
 std::string timesText(const Event& event, const Formatters& formatters, const platform::ClockReading& clock) {

@@ -9,6 +9,8 @@
 namespace hbr {
 
 /// The title on one line, "(no title)" without one.
+std::string titleOf(const Event& event, const platform::Environment& environment);
+/// In the words of Environment::current().
 std::string titleOf(const Event& event);
 /// The title in quotation marks, as messages name an event.
 std::string quotedTitle(const Event& event);

@@ -76,11 +76,13 @@ class SettingsWriter {
     std::string alert() const {
         std::string text;
         if (const auto reminder = ownReminder()) {
-            text = leadText(reminder->timeOffsetSeconds()) + ", as the reminder says";
+            text =
+                leadText(reminder->timeOffsetSeconds(), *context_.environment()) + ", as the reminder says";
         } else if (own_ && own_->usesCustomTimeOffset) {
-            text = leadText(own_->timeOffsetSeconds) + ", by your choice for it";
+            text = leadText(own_->timeOffsetSeconds, *context_.environment()) + ", by your choice for it";
         } else {
-            text = leadText(settings_.timeOffsetSeconds) + ", as for every event (timeOffsetSeconds)";
+            text = leadText(settings_.timeOffsetSeconds, *context_.environment()) +
+                   ", as for every event (timeOffsetSeconds)";
         }
         const bool countsTravel = settings_.includeTravelTime && event_.travelTime > 0 && !ownReminder();
         if (countsTravel) {

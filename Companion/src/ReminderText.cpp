@@ -1,5 +1,6 @@
 #include "ReminderText.h"
 
+#include "CompanionText.h"
 #include "UnreadableRecords.h"
 
 #include <Companion/DurationText.h>
@@ -35,10 +36,12 @@ std::string reminderLine(const Reminder& reminder, CommandContext& context, plat
     if (reminder.timeOffsetSeconds() != 0) {
         const auto lead =
             formatters.durationFormatter().string(static_cast<double>(reminder.timeOffsetSeconds()));
-        details += (details.empty() ? "" : ", ") + std::string("alert ") + lead.value_or("") + " before";
+        const std::string length = lead.value_or("");
+        details +=
+            (details.empty() ? "" : ", ") + companionText(*context.environment(), "Reminder.alert", {length});
     }
     if (!details.empty()) line += " (" + details + ")";
-    return line + ": " + onOneLine(reminder.localizedTitle());
+    return line + ": " + onOneLine(reminder.localizedTitle(*context.environment()));
 }
 
 platform::JsonValue reminderJson(const Reminder& reminder) {

@@ -1,5 +1,6 @@
 #include "Status.h"
 
+#include "CompanionText.h"
 #include "Console.h"
 #include "EventName.h"
 
@@ -52,12 +53,12 @@ void addAccounts(Status& status, const CoreServices& core) {
     const bool canReadNone = status.remarks.size() == reports.size();
     const bool areAllDelegated = reports.empty() && core.aggregatedEventStore().hasDelegatedAccounts();
     if (areAllDelegated) {
-        status.remarks = {"Delegated accounts are not shown here: heedbanner agenda"};
+        status.remarks = {companionText(*core.environment(), "Status.onlyDelegated")};
     } else if (reports.empty() && status.agenda.empty()) {
-        status.problem = "No calendars yet";
-        status.remarks = {"Add them with: heedbanner setup FOLDER"};
+        status.problem = companionText(*core.environment(), "Status.noCalendars");
+        status.remarks = {companionText(*core.environment(), "Status.noCalendars.advice")};
     } else if (!reports.empty() && canReadNone) {
-        status.problem = "Calendars cannot be read";
+        status.problem = companionText(*core.environment(), "Status.unreadable");
     }
     if (!status.problem.empty()) status.state = StatusState::problem;
 }
@@ -156,7 +157,8 @@ std::string statusTooltip(const Status& status, const CoreServices& core) {
                         shortened(titleOf(event), longestTitle));
     }
     if (count > 0 && status.agenda.size() > count)
-        lines.push_back("… and " + std::to_string(status.agenda.size() - count) + " more");
+        lines.push_back(companionText(*core.environment(), "Status.more",
+                                      {static_cast<std::int64_t>(status.agenda.size() - count)}));
     lines.insert(lines.end(), status.remarks.begin(), status.remarks.end());
 
     std::string tooltip;

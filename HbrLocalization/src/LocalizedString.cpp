@@ -4,14 +4,10 @@
 #include <HbrLocalization/StringBundle.h>
 
 #include "AccessorText.h"
-#include "TextDirection.h"
+#include "ArgumentList.h"
 
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
-#include <variant>
-#include <vector>
 
 namespace hbr {
 
@@ -81,21 +77,9 @@ std::string L10n::accessorText(const platform::Environment& environment, std::st
                                std::string_view defaultText,
                                std::initializer_list<FormatArgument> arguments) {
     const auto& strings = stringsOf(environment);
-    std::optional<std::int64_t> count;
-    std::vector<FormatArgument> inserted(arguments);
-    // Reserved once: the arguments refer to these texts.
-    std::vector<std::string> isolated;
-    isolated.reserve(inserted.size());
-    for (auto& argument : inserted) {
-        if (const auto* number = std::get_if<std::int64_t>(&argument)) {
-            if (!count) count = *number;
-        } else if (const auto text = std::get<std::string_view>(argument);
-                   runsAgainst(text, strings.isRightToLeft())) {
-            argument = isolated.emplace_back(isolatedText(text));
-        }
-    }
-    return formattedText(strings.localizedString(key, localizable, defaultText, {.count = count}), inserted,
-                         environment.locale);
+    const ArgumentList list(arguments, strings.isRightToLeft());
+    return formattedText(strings.localizedString(key, localizable, defaultText, {.count = list.count()}),
+                         list.arguments(), environment.locale);
 }
 
 }  // namespace hbr

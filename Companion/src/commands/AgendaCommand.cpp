@@ -2,7 +2,7 @@
 #include "CollectionChoices.h"
 #include "Command.h"
 #include "CommandContext.h"
-#include "LocationExamination.h"
+#include "CompanionText.h"
 
 #include <HbrCore/Events/EventJson.h>
 #include <CLI/App.hpp>
@@ -40,8 +40,7 @@ class AgendaCommand final : public Command {
         if (json_) {
             console.out() << json(agenda) << "\n";
         } else if (agenda.empty()) {
-            console.err()
-                << "Nothing is under way and nothing comes up. What is not shown, and why: heedbanner why\n";
+            console.err() << companionText(*context.environment(), "Agenda.empty") << "\n";
         } else {
             console.out() << agendaText(context, agenda, ids_);
         }
@@ -65,17 +64,14 @@ class AgendaCommand final : public Command {
     }
 
     static void tellWhatIsNew(CommandContext& context) {
-        tellWhatIsNew(context, platform::EKEntityType::event, "calendar", "heedbanner calendars");
-        tellWhatIsNew(context, platform::EKEntityType::reminder, "task list", "heedbanner reminder-lists");
+        tellWhatIsNew(context, platform::EKEntityType::event, "Agenda.newCalendars");
+        tellWhatIsNew(context, platform::EKEntityType::reminder, "Agenda.newTaskLists");
     }
 
-    static void tellWhatIsNew(CommandContext& context, platform::EKEntityType type, const std::string& noun,
-                              const std::string& command) {
+    static void tellWhatIsNew(CommandContext& context, platform::EKEntityType type, std::string_view key) {
         const auto choices = collectionChoices(context, type);
-        const auto count = static_cast<std::size_t>(std::ranges::count_if(choices, &CollectionChoice::isNew));
-        if (count == 0) return;
-        context.addRemark(counted(count, noun) + (count == 1 ? " is" : " are") +
-                          " new and not watched yet: " + command);
+        const std::int64_t count = std::ranges::count_if(choices, &CollectionChoice::isNew);
+        if (count > 0) context.addRemark(companionText(*context.environment(), key, {count}));
     }
 
     std::optional<int> days_;

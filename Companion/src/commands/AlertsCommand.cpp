@@ -1,6 +1,8 @@
 #include "AgendaText.h"
 #include "Command.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
+#include "EventName.h"
 #include "LeadText.h"
 
 #include <HbrCore/Events/EventJson.h>
@@ -37,7 +39,7 @@ class AlertsCommand final : public Command {
         if (json_) {
             console.out() << json(alerts) << "\n";
         } else if (alerts.empty()) {
-            console.err() << "No alert is due.\n";
+            console.err() << companionText(*context.environment(), "Alerts.none") << "\n";
         } else {
             console.out() << text(context, alerts);
         }
@@ -75,9 +77,9 @@ class AlertsCommand final : public Command {
             const std::string heading = dayHeading(alert.date, context.now(), formatters);
             if (heading != day) text += (day.empty() ? "" : "\n") + console.bold(heading) + "\n";
             day = heading;
-            const std::string title = onOneLine(alert.event.title.value_or(""));
             text += "  " + padded(time(alert), width) + " " + console.colored("▌", alert.event.color) + " " +
-                    (title.empty() ? "(no title)" : title) + console.faint(details(alert, formatters)) + "\n";
+                    titleOf(alert.event, *context.environment()) + console.faint(details(alert, formatters)) +
+                    "\n";
         }
         return text;
     }
@@ -88,7 +90,7 @@ class AlertsCommand final : public Command {
         std::string text = "  ";
         if (isOtherDay) text += formatters.dateOnlyNoYearWeekDay().string(alert.event.startDate) + " ";
         text += timeSpan(alert.event, formatters) + ", " +
-                leadText(static_cast<std::int64_t>(std::llround(lead(alert))));
+                leadText(static_cast<std::int64_t>(std::llround(lead(alert))), formatters.environment());
         if (alert.event.calendarName) text += "  [" + onOneLine(*alert.event.calendarName) + "]";
         return text;
     }

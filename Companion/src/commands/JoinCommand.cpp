@@ -1,6 +1,7 @@
 #include "CallJoining.h"
 #include "Command.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
 #include "EventChoice.h"
 #include "EventName.h"
 #include "ReminderText.h"
@@ -64,12 +65,14 @@ class JoinCommand final : public Command {
         CoreServices& core = context.core();
         reloadAndWait(core);
         if (auto event = callToJoin(core)) return *std::move(event);
-        std::string message = "no call is under way or about to begin";
-        if (const auto next = nextCall(core)) {
-            message += "; the next one is " + quotedTitle(*next) + ", " +
-                       timesText(*next, core.formatters(), context.now());
+        const auto next = nextCall(core);
+        if (!next) {
+            throw CommandFailure(ExitCode::nothingThere, companionText(*context.environment(), "Join.none"));
         }
-        throw CommandFailure(ExitCode::nothingThere, message);
+        const std::string title = quotedTitle(*next);
+        const std::string times = timesText(*next, core.formatters(), context.now());
+        throw CommandFailure(ExitCode::nothingThere,
+                             companionText(*context.environment(), "Join.noneButLater", {title, times}));
     }
 
     std::string wanted_;

@@ -1,6 +1,7 @@
 #include "AgendaEvents.h"
 #include "Command.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
 #include "EventName.h"
 
 #include <HbrCore/Events/EventJson.h>
@@ -42,7 +43,7 @@ class NextCommand final : public Command {
         } else if (found) {
             console.out() << line(*found, context) << "\n";
         } else {
-            console.err() << "Nothing comes up.\n";
+            console.err() << companionText(*context.environment(), "Next.none") << "\n";
         }
         return ExitCode::done;
     }

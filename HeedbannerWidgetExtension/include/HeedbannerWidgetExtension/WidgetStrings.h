@@ -25,8 +25,6 @@ class WidgetStrings {
     std::string counted(std::string_view key, std::size_t count) const;
 
   private:
-    std::string textOf(std::string_view key, const StringBundle::Form& form) const;
-
     std::shared_ptr<const StringBundle> bundle_;
     platform::EnvironmentRef environment_;
 };
