@@ -207,13 +207,15 @@ TEST_F(L10nTest, TextsAreReadByThreadsAtOnce) {
 }
 
 TEST_F(L10nTest, EveryShippedTableIsComplete) {
-    const auto bundle = test::buildResources() / "HbrLocalization_HbrLocalization.bundle";
-    const auto english = test::readStringTable(bundle, "en");
-    const auto languages = test::languagesIn(bundle);
-    EXPECT_THAT(languages, testing::IsSupersetOf({"de", "en", "he"}));
-    for (const auto& language : languages) {
-        test::TableExamination examination(language, test::readStringTable(bundle, language), english);
-        EXPECT_THAT(examination.faults(), testing::IsEmpty());
+    for (const char* name : {"HbrLocalization_HbrLocalization.bundle", "Companion.bundle"}) {
+        const auto bundle = test::buildResources() / name;
+        const auto english = test::readStringTable(bundle, "en");
+        const auto languages = test::languagesIn(bundle);
+        EXPECT_THAT(languages, testing::IsSupersetOf({"de", "en", "he"}));
+        for (const auto& language : languages) {
+            test::TableExamination examination(language, test::readStringTable(bundle, language), english);
+            EXPECT_THAT(examination.faults(), testing::IsEmpty()) << name;
+        }
     }
 }
 

@@ -33,6 +33,20 @@ TEST(WidgetStrings, AreInTheLanguageThatTheUserPrefers) {
     }
 }
 
+TEST(WidgetStrings, EnglishStandsInForWhatATableLacks) {
+    test::TestEnvironment world("2026-03-04T09:00:00Z", "Europe/Berlin", "de_DE");
+    test::TemporaryDirectory directory;
+    directory.write("HeedbannerWidgetExtension.bundle/en.lproj/Localizable.json",
+                    R"({"a": "A", "n": "%i events", "n#one": "%i event"})");
+    directory.write("HeedbannerWidgetExtension.bundle/de.lproj/Localizable.json", R"({"b": "B"})");
+    world.change().resourceDirectories = {directory.path()};
+    const hbr::WidgetStrings strings(world);
+    EXPECT_EQ(strings.text("a"), "A");
+    EXPECT_EQ(strings.text("b"), "B");
+    EXPECT_EQ(strings.counted("n", 1), "1 event");
+    EXPECT_EQ(strings.text("c"), "c");
+}
+
 TEST(WidgetStrings, EveryShippedTableIsComplete) {
     const auto bundle = test::buildResources() / hbr::WidgetStrings::bundleName;
     auto english = test::readStringTable(bundle, "en");

@@ -24,6 +24,8 @@ TEST_F(Language, TheWidgetsSpeakTheUsersLanguage) {
         {{{"LC_ALL", "he_IL.UTF-8"}}, "אירועים קרובים", "אירועים קרובים", "מחר"},
         {{{"LANG", "iw_IL.UTF-8"}}, "אירועים קרובים", "אירועים קרובים", "מחר"},
         {{{"LANGUAGE", "fr"}, {"LC_ALL", "de_DE.UTF-8"}}, "Upcoming Events", "UPCOMING EVENTS", "Tomorrow"},
+        // Capitals follow the language of the text: no dotted "İ" in English.
+        {{{"LANGUAGE", "en"}, {"LC_ALL", "tr_TR.UTF-8"}}, "Upcoming Events", "UPCOMING EVENTS", "Tomorrow"},
     };
     for (const auto& [added, widget, header, tomorrow] : cases) {
         variables = {{"TZ", "Europe/Berlin"}};
@@ -34,6 +36,22 @@ TEST_F(Language, TheWidgetsSpeakTheUsersLanguage) {
         EXPECT_EQ(drawn.exitCode, 0) << drawn.err;
         EXPECT_THAT(drawn.out, HasSubstr(header + "\n"));
         EXPECT_THAT(drawn.out, HasSubstr(tomorrow + ",\n"));
+    }
+}
+
+TEST_F(Language, TheCompanionSpeaksTheUsersLanguage) {
+    struct Case {
+        const char* language;
+        const char* noCalendars;
+        const char* noAlert;
+    };
+    for (const auto& [language, noCalendars, noAlert] :
+         {Case{"en", "no calendars yet; add them with: ", "No alert is due."},
+          {"de", "noch keine Kalender; hinzufügen mit: ", "Es steht kein Hinweis an."},
+          {"he", "עדיין אין לוחות שנה; הוספה: ", "אין התראות צפויות."}}) {
+        variables = {{"TZ", "Europe/Berlin"}, {"LANGUAGE", language}, {"LC_ALL", "en_US.UTF-8"}};
+        EXPECT_THAT(companion({"agenda"}).err, HasSubstr(std::string(noCalendars) + "heedbanner setup"));
+        EXPECT_THAT(companion({"alerts"}).err, HasSubstr(noAlert)) << language;
     }
 }
 
