@@ -40,13 +40,24 @@ std::optional<Placeholder> parsePlaceholder(std::string_view rest) {
     return placeholder;
 }
 
+/// The number format of the locale that the thread used last: making one takes longer than using it.
+const icu::number::LocalizedNumberFormatter& numberFormat(const platform::Locale& locale) {
+    struct Kept {
+        std::string identifier;
+        icu::number::LocalizedNumberFormatter format;
+    };
+    thread_local std::optional<Kept> kept;
+    if (!kept || kept->identifier != locale.identifier) {
+        kept.emplace(Kept{locale.identifier,
+                          icu::number::NumberFormatter::withLocale(icu::Locale(locale.identifier.c_str()))});
+    }
+    return kept->format;
+}
+
 std::string localizedNumber(std::int64_t number, const platform::Locale& locale) {
     UErrorCode status = U_ZERO_ERROR;
     std::string result;
-    icu::number::NumberFormatter::withLocale(icu::Locale(locale.identifier.c_str()))
-        .formatInt(number, status)
-        .toString(status)
-        .toUTF8String(result);
+    numberFormat(locale).formatInt(number, status).toString(status).toUTF8String(result);
     return U_SUCCESS(status) ? result : std::to_string(number);
 }
 
