@@ -13,10 +13,11 @@ using platform::Date;
 
 namespace {
 
-/// The moment that all formatters are given: whole seconds away from the date, so that they agree although
-/// each of them cuts off or rounds fractions in its own way.
-Date asOfWholeSeconds(Date date, const ClockReading& clock) {
-    return date.addingTimeInterval(-clock.wholeSecondsUntil(date));
+/// The moment that formatters are given which round fractions of a second in their own way: whole seconds
+/// away from the date, but never on the next day.
+Date asOfWholeSeconds(Date date, const ClockReading& clock, const Formatters& formatters) {
+    const Date moment = date.addingTimeInterval(-clock.wholeSecondsUntil(date));
+    return formatters.environment().calendar.isSameDay(moment, clock.now()) ? moment : clock.now();
 }
 
 /// The length that is counted in the largest unit that fits: seconds in the last minute.
@@ -46,13 +47,13 @@ void noteShortTextChange(Date date, const ClockReading& clock, const Formatters&
 
 std::optional<std::string> countdownText(Date date, const ClockReading& clock, const Formatters& formatters) {
     noteNextMinute(date, clock);
-    return formatters.countdownFormatter().string(asOfWholeSeconds(date, clock), date);
+    return formatters.countdownFormatter().string(clock.now(), date);
 }
 
 std::optional<std::string> spokenCountdownText(Date date, const ClockReading& clock,
                                                const Formatters& formatters) {
     noteNextMinute(date, clock);
-    return formatters.durationFormatterForAccessibility().string(asOfWholeSeconds(date, clock), date);
+    return formatters.durationFormatterForAccessibility().string(clock.now(), date);
 }
 
 std::optional<std::string> timeRemainingText(Date end, const ClockReading& clock,
@@ -65,19 +66,21 @@ std::optional<std::string> timeRemainingText(Date end, const ClockReading& clock
 std::string relativeText(Date date, const ClockReading& clock, const Formatters& formatters) {
     // Days and longer units end by the wall clock, which shows whole minutes as well.
     clock.notesNextCount(date, std::min(unitOf(clock.wholeSecondsUntil(date)), MINUTE));
-    return formatters.relativeDefault().string(date, asOfWholeSeconds(date, clock));
+    return formatters.relativeDefault().string(date, asOfWholeSeconds(date, clock, formatters));
 }
 
 std::string shortRelativeText(Date date, bool isCurrentEvent, const ClockReading& clock,
                               const Formatters& formatters) {
     noteShortTextChange(date, clock, formatters);
-    return formattedShortRelativeTime(date, asOfWholeSeconds(date, clock), false, isCurrentEvent, formatters);
+    return formattedShortRelativeTime(date, asOfWholeSeconds(date, clock, formatters), false, isCurrentEvent,
+                                      formatters);
 }
 
 std::string compactRelativeText(Date date, bool isCurrentEvent, const ClockReading& clock,
                                 const Formatters& formatters) {
     noteShortTextChange(date, clock, formatters);
-    return formattedCompactRelativeTime(date, asOfWholeSeconds(date, clock), isCurrentEvent, formatters);
+    return formattedCompactRelativeTime(date, asOfWholeSeconds(date, clock, formatters), isCurrentEvent,
+                                        formatters);
 }
 
 }  // namespace hbr

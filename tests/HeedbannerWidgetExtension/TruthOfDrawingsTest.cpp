@@ -191,11 +191,12 @@ std::vector<Event> someEvents(test::Drawing& drawing, Date begin, std::mt19937& 
         return *(values.begin() + static_cast<std::ptrdiff_t>(random() % values.size()));
     };
     std::vector<Event> events;
-    for (int i = 0; i < 4; ++i) {
+    // Few: each of them may hide that another one is drawn too late.
+    for (int i = static_cast<int>(random() % 3); i >= 0; --i) {
         Event event = drawing.event(std::to_string(i), 0, 0);
         event.startDate = begin.addingTimeInterval(oneOf({-3600, -61, 0, 17, 60, 75, 120, 133, 3660, 90000}));
         event.endDate = event.startDate.addingTimeInterval(oneOf({0, 60, 77, 1800, 3700, 86400}));
-        if (random() % 2) event.videoConferenceLinks = {test::callLink()};
+        if (random() % 4) event.videoConferenceLinks = {test::callLink()};
         if (random() % 3 == 0)
             drawing.settings.eventSettings[event.id] = {
                 .usesCustomTimeOffset = true, .timeOffsetSeconds = static_cast<int>(oneOf({0, 45, 90}))};
@@ -227,15 +228,16 @@ TEST(TruthOfDrawings, AtEverySecondTheWindowsShowWhatAFreshDrawingShows) {
                                      {"Australia/Lord_Howe", "2026-04-04T14:59:05Z"},
                                      {"Europe/Berlin", "2026-03-28T22:58:59Z"}};
     std::mt19937 random(7);
-    for (const Case& c : cases) {
+    for (std::size_t world = 0; world < 4 * cases.size(); ++world) {
+        const Case& c = cases[world % cases.size()];
         test::Drawing drawing("en_GB", false, c.zone);
         const Date begin = test::at(c.begin);
         drawing.world.setNow(begin);
         drawing.settings.timeOffset = std::array{0.0, 60.0, 75.0, 300.0}[random() % 4];
         Desktop desktop(drawing, someEvents(drawing, begin.addingTimeInterval(30), random));
-        for (int second = 0; second < 130 && !testing::Test::HasFailure(); ++second) {
+        for (int second = 0; second < 90 && !testing::Test::HasFailure(); ++second) {
             // Now and then nobody looks for a while.
-            desktop.isWatched = second % 80 < 60;
+            desktop.isWatched = second % 50 < 40;
             desktop.runUntil(begin.addingTimeInterval(second + 0.01));
             if (!desktop.isWatched) continue;
             desktop.paint();
