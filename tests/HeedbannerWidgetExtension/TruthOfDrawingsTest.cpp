@@ -99,8 +99,8 @@ class Desktop {
 
     std::vector<StaticConfiguration> widgets() {
         const EventSource source{.environment = drawing_.world,
-                                 .upcomingEvents = [this] { return upcoming(); },
-                                 .currentEvents = [this] { return current(); },
+                                 .upcomingEvents = [this] { return shared(upcoming()); },
+                                 .currentEvents = [this] { return shared(current()); },
                                  .reload = [](const std::function<void()>& completion) { completion(); }};
         const auto drawn = [this](const auto& view, const ViewContext& at) { return view.body(at); };
         const std::vector families = {WidgetFamily::systemMedium};
@@ -121,6 +121,12 @@ class Desktop {
                     .supportedFamilies(families)};
     }
 
+    static EventRefs shared(const std::vector<Event>& events) {
+        EventRefs shared;
+        for (const Event& event : events)
+            shared.push_back(std::make_shared<const Event>(event));
+        return shared;
+    }
     template <class Belongs>
     std::vector<Event> those(Belongs belongs) const {
         std::vector<Event> found;
