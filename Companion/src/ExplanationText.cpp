@@ -71,7 +71,7 @@ std::string shownText(CommandContext& context, const EventExplanation& explanati
         case ListedState::current:
             return "Shown as under way.";
         case ListedState::pending:
-            return "Shown as coming up; its alert came already.";
+            return "Shown as coming up; it is in its alert period.";
         case ListedState::upcoming:
             break;
     }

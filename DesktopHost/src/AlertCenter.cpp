@@ -2,8 +2,11 @@
 
 #include "AlertMessage.h"
 
-#include <HbrCore/Scheduling/AlertSchedule.h>
+#include <HbrCore/Events/EventTiming.h>
+#include <HbrCore/Scheduling/OverdueAlerts.h>
 
+#include <algorithm>
+#include <set>
 #include <utility>
 
 namespace hbr {
@@ -13,50 +16,131 @@ AlertCenter::AlertCenter(CoreServices& core, std::unique_ptr<platform::DesktopNo
     : core_(core),
       notifications_(std::move(notifications)),
       actions_(std::move(actions)),
+      file_(core.environment()),
       timer_([this] { watch_->wake(); }),
+      messageTimer_([this] { updateMessages(); }),
       watch_(std::make_shared<AlertWatch>(
           AlertWatch::World{.clock = core.environment()->clock,
                             .wakeAt = [this](std::optional<platform::Date> date) { timer_.set(date); },
                             .due = [this](const AlertInvocation& one) { present(one); },
-                            .snoozeRemoved = [this](const AlertInvocation& one) { withdraw(one.event); }})) {
+                            .snoozeRemoved = [this](const AlertInvocation& one) { withdraw(one.event); },
+                            .handled = [this](const auto& alerts) { file_.save(alerts); }})) {
+    watch_->restoreHandled(file_.load());
     core_.manager().setDelegate(watch_);
 }
 
 AlertCenter::~AlertCenter() = default;
 
-void AlertCenter::catchUp() {
-    std::vector<AlertInvocation> missed;
+void AlertCenter::restoreHandled(std::vector<HandledAlert> handled) {
+    watch_->restoreHandled(std::move(handled));
+}
+
+std::vector<HandledAlert> AlertCenter::handledAndAnswered() const {
+    auto handled = watch_->handled();
+    std::erase_if(handled, [this](const HandledAlert& one) {
+        return std::ranges::any_of(shown_, [&](const auto& shown) {
+            const Event& event = shown.second.event;
+            return event.id == one.eventId && event.startDate == one.start;
+        });
+    });
+    return handled;
+}
+
+void AlertCenter::findOverdue() {
+    if (isSearching_) {
+        searchesAgain_ = true;
+        return;
+    }
+    isSearching_ = true;
+    std::vector<std::string> tags;
+    for (const auto& [tag, shown] : shown_)
+        tags.push_back(tag);
+    findOverdueAlerts(core_, [this, tags, alive = std::weak_ptr(isAlive_)](const auto& overdue) {
+        if (!alive.lock()) return;
+        isSearching_ = false;
+        refreshMessages(tags, overdue);
+        watch_->didFindOverdue(overdue);
+        if (std::exchange(searchesAgain_, false)) return findOverdue();
+        actions_.didRefresh();
+    });
+}
+
+void AlertCenter::refreshMessages(const std::vector<std::string>& tags,
+                                  const std::vector<AlertInvocation>& overdue) {
+    if (tags.empty()) return;
+    std::map<std::string, Event> known;
+    for (Event& event : core_.manager().allCachedEvents())
+        known.emplace(alertTag(event), std::move(event));
+    for (const AlertInvocation& one : overdue)
+        known.insert_or_assign(alertTag(one.event), one.event);
+    std::set<std::string> alerting;
+    for (const AlertInvocation& one : overdue)
+        alerting.insert(alertTag(one.event));
+
     const auto now = core_.environment()->now();
-    const auto add = [&](std::vector<Event> events) {
-        for (Event& event : events)
-            missed.push_back({.date = now, .event = std::move(event), .isSnooze = false});
-    };
-    add(core_.manager().pendingEvents());
-    add(core_.manager().pendingAppleReminderEvents());
-    watch_->catchUp(missed);
+    for (const std::string& tag : tags) {
+        const auto shown = shown_.find(tag);
+        if (shown == shown_.end()) continue;
+        Event& event = shown->second.event;
+        const auto found = known.find(tag);
+        if (found != known.end()) event = found->second;
+        // Reminders that were due are in no list. One that was moved alerts again at its time.
+        const bool isGone = found == known.end() && !isAnyReminder(event);
+        const bool isSilenced = event.startDate > now && !alerting.contains(tag);
+        if (isGone || isSilenced || isOver(event, now)) withdraw(Event(event));
+    }
+    updateMessages();
+}
+
+void AlertCenter::didReload() {
+    findOverdue();
 }
 
 void AlertCenter::clockChanged() {
     watch_->wake();
+    updateMessages();
 }
 
 void AlertCenter::present(const AlertInvocation& invocation) {
     const Event& event = invocation.event;
     core_.manager().didHandleAlertInvocation(invocation);
-    if (!actions_.showsNotifications() || isOver(event, core_.environment()->now())) return;
+    const auto choices = actions_.choices();
+    const auto now = core_.environment()->now();
+    if (!choices.showsNotifications || isOver(event, now)) return;
     const std::string tag = alertTag(event);
-    shown_.insert_or_assign(tag, event);
-    notifications_->show(tag, alertMessage(core_, event),
-                         [this, event](const std::string& key, const std::optional<std::string>& token) {
+    Shown& shown =
+        shown_.insert_or_assign(tag, Shown{event, isUrgent(event, choices.urgent, now)}).first->second;
+    makeMessage(shown);
+    notifications_->show(tag, shown.message,
+                         [this, tag](const std::string& key, const std::optional<std::string>& token) {
                              if (token) actions_.useActivationToken(*token);
-                             withdraw(event);
-                             if (key == alertAction::join) return actions_.event.join(event);
-                             if (key == alertAction::snooze)
-                                 return actions_.event.snooze(event, core_.settings().defaultSnooze1());
-                             if (key == alertAction::untilEvent)
-                                 return actions_.event.snoozeUntilEvent(event);
-                             actions_.preview(event);
+                             chosen(tag, key);
                          });
+    wakeForChange(shown.changesAt);
+}
+
+bool AlertCenter::makeMessage(Shown& shown) const {
+    platform::ChangeMoments changes;
+    const platform::ClockReading clock(core_.environment()->now(), &changes);
+    auto message = alertMessage(core_, shown.event, clock);
+    message.isUrgent = shown.isUrgent;
+    shown.snooze = offeredSnooze(core_.settings(), shown.event, clock.now());
+    shown.changesAt = changes.earliest();
+    if (message == shown.message) return false;
+    shown.message = std::move(message);
+    return true;
+}
+
+void AlertCenter::chosen(const std::string& tag, const std::string& key) {
+    const auto found = shown_.find(tag);
+    if (found == shown_.end()) return;
+    const Shown answered = found->second;
+    const Event& event = answered.event;
+    withdraw(event);
+    if (key == alertAction::join) return actions_.event.join(event);
+    if (key == alertAction::snooze && answered.snooze) return actions_.event.snooze(event, *answered.snooze);
+    if (key == alertAction::untilEvent) return actions_.event.snoozeUntilEvent(event);
+    actions_.preview(event);
 }
 
 void AlertCenter::withdraw(const Event& event) {
@@ -65,17 +149,28 @@ void AlertCenter::withdraw(const Event& event) {
     notifications_->withdraw(tag);
 }
 
-void AlertCenter::presentOtherwise(const std::string& tag) {
-    if (const auto missed = shown_.extract(tag)) actions_.preview(missed.mapped());
+void AlertCenter::withdrawAll() {
+    shown_.clear();
+    notifications_->withdrawAll();
 }
 
-void AlertCenter::tidy() {
-    const auto now = core_.environment()->now();
-    std::erase_if(shown_, [&](const auto& one) {
-        if (!isOver(one.second, now)) return false;
-        notifications_->withdraw(one.first);
-        return true;
-    });
+void AlertCenter::presentOtherwise(const std::string& tag) {
+    if (const auto missed = shown_.extract(tag)) actions_.presentCard(missed.mapped().event);
+}
+
+void AlertCenter::updateMessages() {
+    nextChange_.reset();
+    messageTimer_.set(std::nullopt);
+    for (auto& [tag, shown] : shown_) {
+        if (makeMessage(shown)) notifications_->update(tag, shown.message);
+        wakeForChange(shown.changesAt);
+    }
+}
+
+void AlertCenter::wakeForChange(std::optional<platform::Date> change) {
+    if (!change || (nextChange_ && *nextChange_ <= *change)) return;
+    nextChange_ = change;
+    messageTimer_.set(change);
 }
 
 }  // namespace hbr

@@ -6,26 +6,39 @@ namespace hbr {
 
 namespace {
 
-/// For how long a told alert is remembered, in seconds; one that comes back does so within a reload.
-constexpr double memory = 24 * 60 * 60;
-
-AlertWatch::Told recordOf(const AlertInvocation& invocation) {
-    return {invocation.event.id, invocation.event.startDate, invocation.date, invocation.isSnooze};
-}
+/// For how long after alert and start a handled alert is remembered, in seconds: longer than an alert can be
+/// found overdue, which is a day after the start.
+constexpr double memory = 2 * 24 * 60 * 60;
 
 }  // namespace
 
-bool AlertWatch::wasTold(const AlertInvocation& invocation) const {
-    return std::ranges::find(told_, recordOf(invocation)) != told_.end();
+bool AlertWatch::wasHandled(const AlertInvocation& invocation) const {
+    return std::ranges::find(handled_, HandledAlert::of(invocation)) != handled_.end();
 }
 
-void AlertWatch::tell(const AlertInvocation& invocation) {
-    if (wasTold(invocation)) return;
-    told_.push_back(recordOf(invocation));
-    world_.due(invocation);
+bool AlertWatch::hasAlerted(const Event& event) const {
+    return std::ranges::any_of(handled_, [&](const HandledAlert& one) {
+        return one.eventId == event.id && one.start == event.startDate;
+    });
 }
 
-void AlertWatch::tellDue() {
+void AlertWatch::handle(const std::vector<AlertInvocation>& invocations) {
+    bool isAnyDue = false;
+    for (const AlertInvocation& invocation : invocations) {
+        if (wasHandled(invocation)) continue;
+        isAnyDue = true;
+        handled_.push_back(HandledAlert::of(invocation));
+        world_.due(invocation);
+    }
+    if (!isAnyDue) return;
+    const platform::Date now = world_.clock();
+    std::erase_if(handled_, [&](const HandledAlert& one) {
+        return now.timeIntervalSince(std::max(one.alert, one.start)) > memory;
+    });
+    world_.handled(handled_);
+}
+
+void AlertWatch::handleDue() {
     const platform::Date now = world_.clock();
     std::vector<AlertInvocation> due;
     std::erase_if(armed_, [&](const AlertInvocation& one) {
@@ -33,19 +46,17 @@ void AlertWatch::tellDue() {
         due.push_back(one);
         return true;
     });
-    // Telling one may lead to a reload, so the list is complete before.
-    for (const AlertInvocation& invocation : due)
-        tell(invocation);
-    std::erase_if(told_, [&](const Told& one) { return now.timeIntervalSince(one.alert) > memory; });
+    // Handling one may lead to a reload, so the list is complete before.
+    handle(due);
 }
 
 void AlertWatch::didUpdateInvocations(const std::vector<AlertInvocation>& invocations) {
-    tellDue();
+    handleDue();
     armed_.clear();
     for (const AlertInvocation& invocation : invocations) {
-        if (!wasTold(invocation)) armed_.push_back(invocation);
+        if (!wasHandled(invocation)) armed_.push_back(invocation);
     }
-    tellDue();
+    handleDue();
     schedule();
 }
 
@@ -55,20 +66,29 @@ void AlertWatch::didRemoveSnoozedInvocation(const AlertInvocation& invocation) {
     world_.snoozeRemoved(invocation);
 }
 
-void AlertWatch::catchUp(const std::vector<AlertInvocation>& invocations) {
+void AlertWatch::didFindOverdue(const std::vector<AlertInvocation>& invocations) {
     const platform::Date now = world_.clock();
+    std::vector<AlertInvocation> due;
     for (const AlertInvocation& invocation : invocations) {
-        if (invocation.date > now) continue;
-        const bool isKnown = std::ranges::any_of(told_, [&](const Told& one) {
-            return one.eventId == invocation.event.id && one.start == invocation.event.startDate;
-        });
-        if (!isKnown) tell(invocation);
+        const Event& event = invocation.event;
+        if (hasAlerted(event)) continue;
+        // Snoozing an own reminder moves it. With a long lead its alert would be due again at once.
+        const bool wasMoved =
+            event.type == Event::EventType::hbrReminder && event.startDate > now &&
+            std::ranges::any_of(handled_, [&](const HandledAlert& one) { return one.eventId == event.id; });
+        if (wasMoved) {
+            armed_.push_back({.date = event.startDate, .event = event, .isSnooze = false});
+        } else {
+            due.push_back(invocation);
+        }
     }
+    handle(due);
+    schedule();
 }
 
 void AlertWatch::wake() {
     wakeDate_.reset();
-    tellDue();
+    handleDue();
     schedule();
 }
 

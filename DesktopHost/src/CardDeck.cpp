@@ -9,9 +9,21 @@
 
 namespace hbr {
 
-CardDeck::CardDeck(CoreServices& core, platform::DesktopSession& session,
-                   std::shared_ptr<platform::WakeSchedule> wakes)
+namespace {
+
+/// For how long what was hidden can be shown again in its card, in seconds.
+constexpr double undoPeriod = 60;
+
+std::string nameOf(const Event& event) {
+    return "event " + event.id;
+}
+
+}  // namespace
+
+CardDeck::CardDeck(CoreServices& core, const platform::WidgetBundle& bundle,
+                   platform::DesktopSession& session, std::shared_ptr<platform::WakeSchedule> wakes)
     : core_(core),
+      texts_(core, bundle),
       session_(session),
       wakes_(std::move(wakes)),
       deepLinks_(core),
@@ -26,19 +38,33 @@ void CardDeck::open(const platform::Url& url) {
 }
 
 void CardDeck::preview(const Event& event) {
-    const std::string name = "event " + event.id;
-    platform::Card card = eventCard(core_, event, actions());
+    show(event, {});
+}
+
+void CardDeck::present(const Event& event) {
+    show(event,
+         {.isByItself = true, .keyDelay = static_cast<double>(core_.settings().keyboardShortcutsDelay())});
+}
+
+void CardDeck::show(const Event& event, platform::CardArrival arrival) {
+    const std::string name = nameOf(event);
+    platform::Card card = eventCard(core_, texts_, event, actions());
     const auto change = card.changesAt;
-    show(name, std::move(card));
-    Shown& shown = windows_[name];
-    shown.event = event;
-    if (!shown.change) shown.change = wakes_->add([this, name] { renew(name); });
-    shown.change->set(change);
+    show(name, std::move(card), arrival);
+    windows_[name].event = event;
+    setChange(name, change, [this, name] { renew(name); });
+}
+
+void CardDeck::setChange(const std::string& name, std::optional<platform::Date> moment,
+                         std::function<void()> action) {
+    auto& change = windows_[name].change;
+    change = wakes_->add(std::move(action));
+    change->set(moment);
 }
 
 void CardDeck::renew(const std::string& name) {
     Shown& shown = windows_[name];
-    platform::Card card = eventCard(core_, *shown.event, actions());
+    platform::Card card = eventCard(core_, texts_, *shown.event, actions());
     shown.change->set(card.changesAt);
     shown.window->setCard(std::move(card));
 }
@@ -77,9 +103,16 @@ void CardDeck::take(const DeepLinkOutcome& outcome) {
 }
 
 void CardDeck::show(const std::string& name, platform::Card card) {
+    show(name, std::move(card), {});
+}
+
+void CardDeck::show(const std::string& name, platform::Card card, platform::CardArrival arrival) {
     if (const auto found = windows_.find(name); found != windows_.end()) {
+        found->second.event.reset();
+        found->second.change.reset();
         found->second.window->setCard(std::move(card));
-        return found->second.window->present();
+        if (!arrival.isByItself) found->second.window->present();
+        return;
     }
     windows_[name].window =
         platform::CardWindow::show(session_, std::move(card),
@@ -88,7 +121,35 @@ void CardDeck::show(const std::string& name, platform::Card card) {
                                             if (const auto refusal = opener_.open(url))
                                                 show("message", messageCard(url.absoluteString(), *refusal));
                                         },
-                                    .closed = [this, name] { close(name); }});
+                                    .closed = [this, name] { close(name); }},
+                                   arrival);
+}
+
+void CardDeck::replace(const Event& event, platform::Card card) {
+    show(nameOf(event), std::move(card), {});
+}
+
+bool CardDeck::setHidden(const Event& event, bool isHidden) {
+    const bool isStored = core_.eventSettings().updateCustomSettings(
+        event.id, event.type, [isHidden](EventSettings& settings) { settings.isExcluded = isHidden; });
+    core_.manager().reloadEvents(true);
+    return isStored;
+}
+
+void CardDeck::askAboutSeries(const Event& event) {
+    replace(event, hidingQuestionCard(
+                       texts_, event, [this, event] { hide(event); }, [this, event] { preview(event); }));
+}
+
+void CardDeck::hide(const Event& event) {
+    if (!setHidden(event, true)) return replace(event, notHiddenCard(texts_, event));
+    if (answered_) answered_(event);
+    replace(event, hiddenCard(core_, texts_, event, [this, event] {
+                setHidden(event, false);
+                preview(event);
+            }));
+    setChange(nameOf(event), core_.environment()->now().addingTimeInterval(undoPeriod),
+              [this, name = nameOf(event)] { close(name); });
 }
 
 void CardDeck::close(const std::string& name) {
@@ -125,12 +186,15 @@ EventCardActions CardDeck::actions() {
                     answered(event);
                     core_.manager().snoozeUntilTimeOfEvent(event);
                 },
-            .leaveOut =
-                [this, answered](const Event& event) {
-                    answered(event);
-                    core_.eventSettings().updateCustomSettings(
-                        event.id, event.type, [](EventSettings& settings) { settings.isExcluded = true; });
-                    core_.manager().reloadEvents(true);
+            .hide =
+                [this](const Event& event) {
+                    if (event.isRecurring) return askAboutSeries(event);
+                    hide(event);
+                },
+            .showAgain =
+                [this](const Event& event) {
+                    setHidden(event, false);
+                    preview(event);
                 }};
 }
 

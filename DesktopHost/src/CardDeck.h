@@ -18,13 +18,15 @@ namespace hbr {
 /// Acts on deep links and keeps the card windows that come of it, one for each thing shown. Main thread.
 class CardDeck {
   public:
-    CardDeck(CoreServices& core, platform::DesktopSession& session,
+    CardDeck(CoreServices& core, const platform::WidgetBundle& bundle, platform::DesktopSession& session,
              std::shared_ptr<platform::WakeSchedule> wakes);
     ~CardDeck();
 
     /// A deep link; anything else is told the user as unknown.
     void open(const platform::Url& url);
     void preview(const Event& event);
+    /// As `preview`, without being asked by the user: keyboard and windows stay as they are.
+    void present(const Event& event);
     /// Takes the place of the card with the same name, or comes to the front.
     void show(const std::string& name, platform::Card card);
 
@@ -44,16 +46,27 @@ class CardDeck {
         std::unique_ptr<platform::CardWindow> window;
         /// Of an event's card.
         std::optional<Event> event = std::nullopt;
-        /// When the card says something else.
+        /// When the card says something else, or closes because nobody needs it any more.
         std::unique_ptr<platform::WakeSchedule::Alarm> change = nullptr;
     };
 
     /// Shows the card of the event as it is now.
     void renew(const std::string& name);
     void take(const DeepLinkOutcome& outcome);
+    void show(const std::string& name, platform::Card card, platform::CardArrival arrival);
+    void show(const Event& event, platform::CardArrival arrival);
+    /// At that moment of the card with this name; once.
+    void setChange(const std::string& name, std::optional<platform::Date> moment,
+                   std::function<void()> action);
+    /// In the window of the event's card, which opens if there is none.
+    void replace(const Event& event, platform::Card card);
+    void askAboutSeries(const Event& event);
+    void hide(const Event& event);
+    bool setHidden(const Event& event, bool isHidden);
     void close(const std::string& name);
 
     CoreServices& core_;
+    const CardTexts texts_;
     platform::DesktopSession& session_;
     const std::shared_ptr<platform::WakeSchedule> wakes_;
     const DeepLinkActions deepLinks_;

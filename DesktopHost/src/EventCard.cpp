@@ -1,10 +1,12 @@
 #include "EventCard.h"
 
+#include "AlertMessage.h"
+
 #include <Foundation/Text.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
-#include <HbrUtils/DistanceTexts.h>
+#include <HbrUtils/Truncation.h>
 
 #include <algorithm>
 #include <optional>
@@ -34,19 +36,18 @@ std::string remarkOf(const Participant& participant) {
     return {};
 }
 
-std::string whenLine(const Event& event, const Formatters& formatters, const platform::ClockReading& clock) {
-    if (isAnyReminder(event)) return formattedStartTimeAndDate(event, formatters, clock);
-    std::string when = formattedTimeAndDate(event, formatters, clock);
-    if (!isCurrentEvent(event, clock)) return when;
-    // Of an event under way that text names the end only.
-    return formattedStartTimeAndDate(event, formatters, clock) + ", " + when;
+/// A call that is a button already is not written above it once more.
+std::string placeOf(const Event& event, bool offersCall) {
+    std::string place = platform::trimmed(event.location.value_or(""));
+    const bool isCall = std::ranges::any_of(event.videoConferenceLinks, [&](const VideoConferenceLink& link) {
+        return link.url.absoluteString() == place;
+    });
+    return offersCall && isCall ? std::string() : place;
 }
 
-std::string howLongLine(const Event& event, const Formatters& formatters,
-                        const platform::ClockReading& clock) {
-    if (isCurrentEvent(event, clock) && !isAnyReminder(event))
-        return timeRemainingText(event.endDate, clock, formatters).value_or("");
-    return relativeText(event.startDate, clock, formatters);
+bool isHidden(const CoreServices& core, const Event& event) {
+    const auto settings = core.eventSettings().customSettings(event.id);
+    return settings && settings->isExcluded;
 }
 
 /// In the event's order; the organizer, who often stands among the attendees too, once.
@@ -64,6 +65,18 @@ std::vector<platform::Card::Person> peopleOf(const CoreServices& core, const Eve
         shown.push_back(std::move(one));
     }
     return people;
+}
+
+/// The service, and where several are of the same one, what of the link tells them apart.
+std::string callLabel(const VideoConferenceLink& link, const std::vector<VideoConferenceLink>& links) {
+    const auto isSameService = [&](const VideoConferenceLink& other) {
+        return other.service.name == link.service.name;
+    };
+    if (std::ranges::count_if(links, isSameService) < 2) return link.service.name;
+    constexpr int longest = 40;
+    std::string address = link.url.absoluteString();
+    if (const auto scheme = address.find("://"); scheme != std::string::npos) address.erase(0, scheme + 3);
+    return link.service.name + ": " + truncated(address, longest, "…");
 }
 
 std::string peopleHeading(std::size_t count) {
@@ -84,37 +97,50 @@ std::vector<std::int64_t> snoozeTimes(const UserSettingsStore& settings) {
     return times;
 }
 
-platform::Card eventCard(const CoreServices& core, const Event& event, const EventCardActions& actions) {
+platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const Event& event,
+                         const EventCardActions& actions) {
     const Formatters& formatters = core.formatters();
     platform::ChangeMoments changes;
     const platform::ClockReading clock(core.environment()->now(), &changes);
     platform::Card card;
     card.color = event.color;
     card.title = titleOf(event);
-    for (std::string& line : std::vector<std::string>{whenLine(event, formatters, clock),
-                                                      howLongLine(event, formatters, clock)}) {
+    const bool isPast = isOver(event, clock);
+    const bool offersCall = !event.videoConferenceLinks.empty() && !isPast;
+    const bool isLeftOut = isHidden(core, event);
+    for (std::string& line :
+         std::vector<std::string>{texts.times(event, clock), texts.distance(event, clock)}) {
         if (!line.empty()) card.lines.push_back(std::move(line));
     }
+    if (isLeftOut) card.lines.push_back(texts.hidden(event));
     if (event.travelTime > 0) {
         if (const auto length = formatters.durationFormatter().string(event.travelTime))
             card.lines.push_back(L10n::General::travelTime(*length));
     }
     if (event.calendarName) card.lines.push_back(*event.calendarName);
-    card.place = platform::trimmed(event.location.value_or(""));
+    card.place = placeOf(event, offersCall);
     if (event.notes) card.notes = platform::trimmed(removingVideoCallAnnotation(*event.notes).value_or(""));
     card.people = peopleOf(core, event);
     if (!card.people.empty()) card.peopleHeading = peopleHeading(card.people.size());
 
-    if (!event.videoConferenceLinks.empty()) {
+    if (offersCall) {
         card.primary = {L10n::Alert::VideoConferenceMenu::join(),
                         [join = actions.join, event] { join(event); }};
     }
     if (event.type != Event::EventType::hbrReminder) {
         card.buttons.push_back(
             {L10n::Alert::showInCalendarTooltip(), [show = actions.showInCalendar, event] { show(event); }});
-        card.aside = {L10n::EventCustomization::excludeEvent(),
-                      [leaveOut = actions.leaveOut, event] { leaveOut(event); }};
+        if (isLeftOut) {
+            card.aside = {texts.text(event.isRecurring ? "showSeriesAgain" : "showAgain"),
+                          [show = actions.showAgain, event] { show(event); }, true};
+        } else {
+            card.aside = {
+                event.isRecurring ? texts.text("hideSeries") : L10n::EventCustomization::excludeEvent(),
+                [hide = actions.hide, event] { hide(event); }, true};
+        }
     }
+    card.changesAt = changes.earliest();
+    if (isPast) return card;
     card.menuLabel = L10n::Alert::snooze();
     for (const std::int64_t minutes : snoozeTimes(core.settings())) {
         card.menu.push_back({minutes == 1 ? L10n::Alert::_1minute() : L10n::Alert::customMinutes(minutes),
@@ -135,10 +161,44 @@ platform::Card callChoiceCard(const Event& event, const std::vector<VideoConfere
     card.title = titleOf(event);
     card.lines = {L10n::VideoConferencePicker::title()};
     for (const VideoConferenceLink& link : links) {
-        card.place += (card.place.empty() ? "" : "\n") + link.service.name + ": " + link.url.absoluteString();
         card.buttons.push_back(
-            {link.service.name, [join = actions.joinLink, event, link] { join(event, link); }});
+            {callLabel(link, links), [join = actions.joinLink, event, link] { join(event, link); }});
     }
+    return card;
+}
+
+platform::Card hidingQuestionCard(const CardTexts& texts, const Event& event, std::function<void()> hide,
+                                  std::function<void()> cancel) {
+    platform::Card card;
+    card.color = event.color;
+    card.title = titleOf(event);
+    card.lines = {texts.text("askSeries")};
+    card.buttons = {{L10n::General::cancel(), std::move(cancel), true},
+                    {texts.text("hideAll"), std::move(hide), true}};
+    return card;
+}
+
+platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, const Event& event,
+                          std::function<void()> undo) {
+    platform::Card card;
+    card.color = event.color;
+    card.title = titleOf(event);
+    card.lines = {texts.hidden(event)};
+    const platform::Date now = core.environment()->now();
+    if (isCurrentEvent(event, now) && !isAnyReminder(event)) {
+        const Formatters& formatters = core.formatters();
+        const bool endsToday = core.environment()->calendar.isSameDay(event.endDate, now);
+        card.lines.push_back(texts.text(
+            "underWay", {endsToday ? formatters.timeOnly().string(event.endDate)
+                                   : formatters.timeAndDateFormatter().string(event.endDate, now)}));
+    }
+    card.buttons = {{texts.text("undo"), std::move(undo), true}, {L10n::General::ok(), [] {}}};
+    return card;
+}
+
+platform::Card notHiddenCard(const CardTexts& texts, const Event& event) {
+    platform::Card card = messageCard(titleOf(event), texts.text("notStored"));
+    card.color = event.color;
     return card;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CardTexts.h"
+
 #include <Desktop/CardWindow.h>
 #include <HbrCore/CoreServices.h>
 #include <HbrCore/DeepLinks/DeepLinkActions.h>
@@ -18,11 +20,21 @@ struct EventCardActions {
     std::function<void(const Event&)> showInCalendar;
     std::function<void(const Event&, std::int64_t minutes)> snooze;
     std::function<void(const Event&)> snoozeUntilEvent;
-    std::function<void(const Event&)> leaveOut;
+    /// Asks first where that hides more than the event.
+    std::function<void(const Event&)> hide;
+    std::function<void(const Event&)> showAgain;
 };
 
 /// Everything about one event. Looks the participants up in the contacts.
-platform::Card eventCard(const CoreServices& core, const Event& event, const EventCardActions& actions);
+platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const Event& event,
+                         const EventCardActions& actions);
+/// Says what hiding an event of a series hides.
+platform::Card hidingQuestionCard(const CardTexts& texts, const Event& event, std::function<void()> hide,
+                                  std::function<void()> cancel);
+/// Says that the event is hidden, or why it could not be, and takes that back.
+platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, const Event& event,
+                          std::function<void()> undo);
+platform::Card notHiddenCard(const CardTexts& texts, const Event& event);
 /// Asks which of several calls is meant.
 platform::Card callChoiceCard(const Event& event, const std::vector<VideoConferenceLink>& links,
                               const EventCardActions& actions);

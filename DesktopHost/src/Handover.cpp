@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace hbr {
 
@@ -23,79 +24,37 @@ using platform::JsonValue;
 /// The number of the open file that holds the handover.
 constexpr const char* variable = "HEEDBANNER_HANDOVER";
 
-JsonValue jsonOf(const std::string& event, platform::Date start, platform::Date date, bool isSnooze) {
-    JsonValue json = JsonValue::object();
-    json.set("event", event)
-        .set("start", start.timeIntervalSinceReferenceDate())
-        .set("date", date.timeIntervalSinceReferenceDate())
-        .set("snooze", isSnooze);
-    return json;
-}
-
-template <class Record>
-std::vector<Record> recordsOf(const JsonValue& root, const char* key) {
-    std::vector<Record> records;
-    const JsonValue* list = root.find(key);
-    if (!list || !list->asArray()) return records;
-    for (const JsonValue& one : *list->asArray()) {
-        const JsonValue* event = one.find("event");
-        const JsonValue* start = one.find("start");
-        const JsonValue* date = one.find("date");
-        const JsonValue* snooze = one.find("snooze");
-        if (!event || !event->asString() || !start || !start->asDouble() || !date || !date->asDouble() ||
-            !snooze || !snooze->asBool())
-            continue;
-        records.push_back({*event->asString(), platform::Date(*start->asDouble()),
-                           platform::Date(*date->asDouble()), *snooze->asBool()});
-    }
-    return records;
-}
-
 }  // namespace
 
-Handover Handover::of(const CalendarEventManager& manager, const AlertWatch& watch) {
-    Handover handover{.pending = {}, .told = watch.told()};
-    const auto add = [&handover](const std::vector<AlertInvocation>& invocations, bool isSnooze) {
-        for (const AlertInvocation& one : invocations) {
-            if (one.isSnooze != isSnooze) continue;
-            handover.pending.push_back({one.event.id, one.event.startDate, one.date, isSnooze});
-        }
-    };
-    add(manager.snoozedInvocations(), true);
-    add(watch.armed(), false);
+Handover Handover::of(const CalendarEventManager& manager, std::vector<HandledAlert> handled) {
+    Handover handover{.snoozed = {}, .handled = std::move(handled)};
+    for (const AlertInvocation& one : manager.snoozedInvocations())
+        handover.snoozed.push_back(HandledAlert::of(one));
     return handover;
 }
 
 std::string Handover::text() const {
-    JsonValue alerts = JsonValue::array();
-    for (const Alert& one : pending)
-        alerts.append(jsonOf(one.eventId, one.start, one.date, one.isSnooze));
-    JsonValue past = JsonValue::array();
-    for (const AlertWatch::Told& one : told)
-        past.append(jsonOf(one.eventId, one.start, one.alert, one.isSnooze));
-    JsonValue root = JsonValue::object();
-    root.set("pending", std::move(alerts)).set("told", std::move(past));
-    return platform::writeJson(root);
+    return platform::writeJson(
+        JsonValue::object().set("snoozed", json(snoozed)).set("handled", json(handled)));
 }
 
 std::optional<Handover> Handover::parse(const std::string& text) {
     const auto root = platform::parseJson(text);
     if (!root || !root->asObject()) return std::nullopt;
-    return Handover{.pending = recordsOf<Alert>(*root, "pending"),
-                    .told = recordsOf<AlertWatch::Told>(*root, "told")};
+    return Handover{.snoozed = handledAlerts(root->find("snoozed")),
+                    .handled = handledAlerts(root->find("handled"))};
 }
 
-std::vector<AlertInvocation> Handover::invocations(const CoreServices& core, bool isSnooze) const {
+std::vector<AlertInvocation> Handover::invocations(const CoreServices& core) const {
     std::vector<AlertInvocation> invocations;
     const auto cached = core.manager().allCachedEvents();
-    for (const Alert& alert : pending) {
-        if (alert.isSnooze != isSnooze) continue;
+    for (const HandledAlert& alert : snoozed) {
         const auto same = std::ranges::find_if(cached, [&](const Event& event) {
             return event.id == alert.eventId && event.startDate == alert.start;
         });
         auto event =
             same != cached.end() ? std::optional<Event>(*same) : eventWithIdentifier(core, alert.eventId);
-        if (event) invocations.push_back({alert.date, *std::move(event), isSnooze});
+        if (event) invocations.push_back({alert.alert, *std::move(event), true});
     }
     return invocations;
 }

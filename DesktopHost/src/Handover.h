@@ -1,6 +1,6 @@
 #pragma once
 
-#include <DesktopHost/AlertWatch.h>
+#include <DesktopHost/HandledAlerts.h>
 #include <HbrCore/CoreServices.h>
 
 #include <optional>
@@ -9,27 +9,21 @@
 
 namespace hbr {
 
-/// What a process that executes itself anew keeps of the one before: alerts put off, alerts still to come
-/// (one may fall due meanwhile), alerts told. Events are named, not written: the new process reads its own.
+/// What a process that executes itself again keeps of the one before: the alerts that the user snoozed, with
+/// the moment they are due again, and the alerts that were handled. Events are named, not written: the new
+/// process reads its own.
 struct Handover {
-    struct Alert {
-        std::string eventId;
-        platform::Date start;
-        platform::Date date;
-        bool isSnooze = false;
-        friend bool operator==(const Alert&, const Alert&) = default;
-    };
-    std::vector<Alert> pending;
-    std::vector<AlertWatch::Told> told;
+    std::vector<HandledAlert> snoozed;
+    std::vector<HandledAlert> handled;
 
-    static Handover of(const CalendarEventManager& manager, const AlertWatch& watch);
+    static Handover of(const CalendarEventManager& manager, std::vector<HandledAlert> handled);
 
     std::string text() const;
     /// Nothing for a text that is none.
     static std::optional<Handover> parse(const std::string& text);
 
-    /// The alerts whose events are still there. `isSnooze`: those put off, else the others.
-    std::vector<AlertInvocation> invocations(const CoreServices& core, bool isSnooze) const;
+    /// The snoozed alerts whose events are still there.
+    std::vector<AlertInvocation> invocations(const CoreServices& core) const;
 };
 
 /// Executes this program anew with the same arguments; the new process finds the handover. Returns only

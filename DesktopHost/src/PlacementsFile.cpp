@@ -44,6 +44,15 @@ class Reader {
                 tell("notifications", "must be true or false");
             }
         }
+        if (const auto urgent = text(root, "urgent")) {
+            if (*urgent == "always") {
+                contents.urgent = UrgentAlerts::always;
+            } else if (*urgent == "never") {
+                contents.urgent = UrgentAlerts::never;
+            } else if (*urgent != "soon") {
+                tell("urgent", "must be soon, always or never");
+            }
+        }
         if (const auto* value = root.find("scale")) {
             const auto scale = value->asDouble();
             if (scale && *scale >= 0.5 && *scale <= 4) {

@@ -141,7 +141,7 @@ void RunningHost::Parts::openDesktop() {
                                                            .cannotPlace = text("cannotPlace")},
                                                  .widgetScale = contents.scale,
                                                  .wakes = wakes});
-    cards = std::make_unique<CardDeck>(world.core, *session, wakes);
+    cards = std::make_unique<CardDeck>(world.core, world.bundle, *session, wakes);
     setup = std::make_unique<CalendarSetup>(world.bundle, *session, *cards);
     board = std::make_unique<WidgetBoard>(
         *desk, world.bundle, world.catalogue,
@@ -192,11 +192,13 @@ void RunningHost::Parts::makeAlerts() {
         AlertCenter::Actions{
             .event = cards->actions(),
             .preview = [this](const Event& event) { cards->preview(event); },
+            .presentCard = [this](const Event& event) { cards->present(event); },
             .useActivationToken = [this](const std::string& token) { useActivationToken(token); },
-            .showsNotifications = [this] { return contents.showsNotifications; }});
+            .choices = [this] { return contents; },
+            .didRefresh = [this] { endIfIdle(); }});
     cards->setAnswered([this](const Event& event) { alerts->withdraw(event); });
     cards->setClosed([this] { endIfIdle(); });
-    if (handover) alerts->watch().restoreTold(handover->told);
+    if (handover) alerts->restoreHandled(handover->handled);
 }
 
 void RunningHost::Parts::watchWorld() {
@@ -227,7 +229,8 @@ std::vector<platform::MenuItem> RunningHost::Parts::itemsOf(const platform::Url&
     const auto link = DeepLinkBuilder().make(target);
     const auto event = link ? eventWithIdentifier(world.core, link->eventIdentifier()) : std::nullopt;
     if (!event) return {};
-    return eventMenu(world.bundle, eventCard(world.core, *event, cards->actions()),
+    return eventMenu(world.bundle,
+                     eventCard(world.core, CardTexts(world.core, world.bundle), *event, cards->actions()),
                      [this, event = *event] { cards->preview(event); });
 }
 
@@ -272,7 +275,7 @@ void RunningHost::Parts::awaitChangeOfLists() {
 void RunningHost::Parts::didReload() {
     awaitChangeOfLists();
     refreshNotice();
-    alerts->tidy();
+    alerts->didReload();
     cards->refresh();
     endIfIdle();
 }
@@ -305,8 +308,10 @@ void RunningHost::Parts::refreshNotice() {
 }
 
 void RunningHost::Parts::executeAnew() {
-    const std::string reason =
-        hbr::executeAnew(world.argv, Handover::of(world.core.manager(), alerts->watch()));
+    const auto kept = Handover::of(world.core.manager(), alerts->handledAndAnswered());
+    // Nobody would be left to answer their buttons.
+    alerts->withdrawAll();
+    const std::string reason = hbr::executeAnew(world.argv, kept);
     world.environment->diagnostics->report({.severity = platform::Diagnostic::Severity::error,
                                             .text = "the time zone or the clock's format changed, but the "
                                                     "program cannot execute itself anew: " +
@@ -372,14 +377,11 @@ void RunningHost::start(const HostRequest& request) {
     parts.world.core.manager().reloadEvents(true, [&parts, alive = std::weak_ptr(parts.isAlive)] {
         if (!alive.lock()) return;
         if (const auto handover = std::exchange(parts.handover, std::nullopt)) {
-            parts.world.core.manager().restoreSnoozedInvocations(
-                handover->invocations(parts.world.core, true));
-            parts.alerts->watch().catchUp(handover->invocations(parts.world.core, false));
+            parts.world.core.manager().restoreSnoozedInvocations(handover->invocations(parts.world.core));
             parts.world.core.manager().reloadEvents(true);
             // The request was that of the program that was executed anew.
             parts.didHandleRequest();
         }
-        parts.alerts->catchUp();
     });
     parts.showPlacements();
     const bool isEmpty = parts.contents.widgets.empty() && !request.isService;

@@ -126,6 +126,33 @@ TEST_F(Windows, ACardTakesTheKeyboardAndEndsWithEscape) {
     EXPECT_TRUE(waitUntil([&] { return screen().windowsTitled("Stand-up").empty(); }));
 }
 
+TEST_F(Windows, ACardThatComesByItselfTakesNoKeysFromAPersonWhoTypes) {
+    show({});
+    const char* text[] = {"h", "e", "l", "l", "o", "space", "Return", "Escape"};
+    const auto type = [&] {
+        for (const char* key : text)
+            screen().key(key);
+    };
+    // The keyboard goes to the card, as some desktops do it.
+    program->order("card by itself");
+    const auto card = awaited("Stand-up").id;
+    EXPECT_FALSE(screen().isFocused(card));
+    screen().focusWindow(card);
+    EXPECT_TRUE(waitUntil([&] { return screen().isFocused(card); }));
+    for (int line = 0; line < 5; ++line)
+        type();
+    const double lastKey = test::secondsNow();
+    program->order("draws");
+    EXPECT_FALSE(screen().windowsTitled("Stand-up").empty());
+    constexpr double keyDelay = 1;
+    EXPECT_TRUE(waitUntil([&] { return test::secondsNow() > lastKey + keyDelay; }));
+    screen().key("Return");
+    screen().key("Escape");
+    EXPECT_TRUE(program->waitForLine("card closed"));
+    program->writeLine("quit");
+    EXPECT_EQ(program->readToEnd().find("chose"), std::string::npos);
+}
+
 TEST_F(Windows, ALinkInTheNotesOfACardIsOpened) {
     show({});
     program->order("card");

@@ -1,6 +1,7 @@
 #include "EventCard.h"
 
 #include <HbrCore/CoreFixture.h>
+#include <HeedbannerWidgetExtension/HeedbannerWidgetBundle.h>
 #include <gmock/gmock.h>
 
 namespace {
@@ -30,6 +31,9 @@ TEST(EventCard, SaysUntilWhenItIsTrue) {
                                      {"2026-03-06T09:00:00Z", 3600}, {"2026-03-03T23:00:00Z", 172800}};
     for (const Case& c : cases) {
         test::CoreFixture core;
+        const HeedbannerWidgetBundle bundle(core.environment,
+                                            [&core]() -> CoreServices& { return core.services(); });
+        const CardTexts texts(core.services(), bundle);
         Event event;
         event.title = "Standup";
         event.startDate = test::at(c.start);
@@ -42,7 +46,7 @@ TEST(EventCard, SaysUntilWhenItIsTrue) {
                 const auto now = around.addingTimeInterval(second + 0.01);
                 const auto fresh = [&](platform::Date moment) {
                     core.environment.setNow(moment);
-                    return eventCard(core.services(), event, {});
+                    return eventCard(core.services(), texts, event, {});
                 };
                 if (second == -130) shown = fresh(now);
                 while (shown.changesAt && *shown.changesAt <= now) {

@@ -50,12 +50,13 @@ TEST_F(PlacementsFileTest, KeepsWidgetsAcrossPrograms) {
 
 TEST_F(PlacementsFileTest, ChangesWhatChangedAndKeepsCommentsUnknownKeysAndBadEntries) {
     write(
-        "# mine\nscale = 1.5\ntheme = \"later\"\n\n"
+        "# mine\nscale = 1.5\nurgent = \"never\"\ntheme = \"later\"\n\n"
         "[[widget]] # first\nname = \"upcoming\" # the # list\nfamily = \"small\"\nflavour = 1\n\n"
         "[[widget]]\nfamily = \"large\"\n\n"
         "# the removed one\n[[ widget ]]\nname = \"current\"\n\n"
         "# others\n[other]\nkey = 1\n");
     EXPECT_EQ(file.load().scale, 1.5);
+    EXPECT_EQ(file.load().urgent, UrgentAlerts::never);
     ASSERT_THAT(file.load().widgets, SizeIs(2));
     ASSERT_TRUE(file.update([](std::vector<PlacedWidget>& widgets) {
         widgets[0].family = WidgetFamily::systemMedium;
@@ -65,7 +66,7 @@ TEST_F(PlacementsFileTest, ChangesWhatChangedAndKeepsCommentsUnknownKeysAndBadEn
             placedWidget("countdown", WidgetFamily::systemSmall, Corner::bottomStart, "", widgets));
     }));
     EXPECT_EQ(text(),
-              "# mine\nscale = 1.5\ntheme = \"later\"\n\n"
+              "# mine\nscale = 1.5\nurgent = \"never\"\ntheme = \"later\"\n\n"
               "[[widget]] # first\nname = \"upcoming\" # the # list\nfamily = \"medium\"\nflavour = 1\n"
               "output = \"DP-1\"\n\n"
               "[[widget]]\nfamily = \"large\"\n\n"
@@ -108,6 +109,7 @@ TEST_F(PlacementsFileTest, WhatIsWrongIsNamedAndTheRestGoesOn) {
                           Case{"[[widget]]\nname=\"a\"\ncorner=\"left\"", 1, "widget 1, corner: must be"},
                           Case{"[[widget]]\nname=\"a\"\nx=\"1\"\ny=2", 1, "widget 1, x: must be a number"},
                           Case{"scale = 9", 0, "scale: must be a number from 0.5 to 4"},
+                          Case{"urgent = \"often\"", 0, "urgent: must be soon, always or never"},
                           Case{"notifications = 2", 0, "notifications: must be true or false"}}) {
         write(c.text);
         EXPECT_THAT(file.load().widgets, SizeIs(c.widgets)) << c.text;

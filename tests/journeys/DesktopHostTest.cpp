@@ -92,7 +92,11 @@ TEST_F(DesktopHost, ATapOnARowOpensItsCardAndItsMenuOffersMore) {
     EXPECT_TRUE(waitForAnotherPicture(empty));
     picture();
     screen().click(rowX, rowY);
-    EXPECT_TRUE(waitForWindow("Planning"));
+    ASSERT_TRUE(waitForWindow("Planning"));
+    EXPECT_TRUE(test::waitUntil([&] {
+        const auto card = screen().windowsTitled("Planning").front();
+        return card.y > rowY && card.y < rowY + 100 && card.x <= rowX && rowX < card.x + card.width;
+    })) << "below the click";
     closeWindow("Planning");
     ASSERT_TRUE(test::waitUntil([&] { return !hasWindow("Planning"); }));
 
@@ -153,6 +157,92 @@ TEST_F(DesktopHost, AnAlertIsToldOnceAndASnoozeFromOutsideTellsItAgain) {
     EXPECT_TRUE(waitForWindow("Planning"));
     notifications->handleFor(1);
     EXPECT_THAT(notifications->shown(), SizeIs(2));
+}
+
+TEST_F(DesktopHost, AnEventThatArrivesInsideItsAlertPeriodAlertsOnceAlsoAcrossARestart) {
+    setUpCalendars();
+    companion({"settings", "set", "timeOffsetSeconds", "5m"});
+    startDesktop({"upcoming:medium"});
+    writeEvent("late.ics", "Late", 135);
+    ASSERT_TRUE(notifications->waitFor(1, 30));
+    const auto& late = notifications->shown()[0];
+    EXPECT_EQ(late.summary, "Late");
+    EXPECT_THAT(late.body, testing::StartsWith("in 2 minutes, "));
+    EXPECT_EQ(late.urgency, 1);
+    EXPECT_TRUE(notifications->waitUntil(
+        [&] { return notifications->shown()[0].body.starts_with("in 1 minute, "); }, 60));
+    const auto isClosed = [&](std::size_t index) {
+        return notifications->waitUntil([&] { return notifications->shown()[index].isClosed; }, 20);
+    };
+    writeEvent("cancelled.ics", "Cancelled", 65);
+    ASSERT_TRUE(notifications->waitFor(2, 30));
+    EXPECT_THAT(notifications->shown()[1].labels,
+                ElementsAre("", HasSubstr("5 minutes"), HasSubstr("until event")))
+        << "a snooze of a minute would end when it begins";
+    writeEvent("cancelled.ics", "Cancelled", 65, "STATUS:CANCELLED\r\n");
+    EXPECT_TRUE(isClosed(1));
+    EXPECT_FALSE(notifications->shown()[0].isClosed);
+    EXPECT_EQ(endDesktop().exitCode, 0);
+    EXPECT_TRUE(isClosed(0)) << "it ends with the program";
+
+    writeEvent("begun.ics", "Begun", -20);
+    startDesktop({});
+    ASSERT_TRUE(notifications->waitFor(3, 30));
+    EXPECT_EQ(notifications->shown()[2].summary, "Begun");
+    EXPECT_EQ(notifications->shown()[2].urgency, 2);
+    notifications->handleFor(2);
+    EXPECT_THAT(notifications->shown(), SizeIs(3)) << "what alerted before";
+}
+
+TEST_F(DesktopHost, ACardAsksBeforeItHidesASeriesUndoesItAndKnowsWhatIsOver) {
+    desktop.variables.erase("NO_AT_BRIDGE");
+    variables = desktop.variables;
+    setUpCalendars();
+    writeEvent("weekly.ics", "Weekly", -600, "RRULE:FREQ=WEEKLY\r\n");
+    writeEvent("single.ics", "Single", 3600);
+    startDesktop({"upcoming:medium"});
+    const auto act = [&](const std::string& name) {
+        EXPECT_TRUE(waitUntilSaid(name));
+        desktop.run({"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner", name});
+    };
+    const auto isHidden = [&](const std::string& title) {
+        return companion({"event", "show", title, "--json"}).out.find("\"isExcluded\": true") !=
+               std::string::npos;
+    };
+    const auto openCard = [&](const std::string& title) {
+        const auto shown = json(companion({"event", "show", title, "--json"}));
+        EXPECT_EQ(companion({"open", "heedbanner://preview/" + *shown.find("event")->find("id")->asString()})
+                      .exitCode,
+                  0);
+    };
+    openCard("Weekly");
+    act("Don't show this event and its repetitions…");
+    act("Cancel");
+    act("Don't show this event and its repetitions…");
+    EXPECT_TRUE(waitUntilSaid("This hides this event and all its repetitions"));
+    EXPECT_FALSE(isHidden("Weekly"));
+    act("Hide all");
+    EXPECT_TRUE(waitUntilSaid("It is under way and stays in the list of current events until"));
+    EXPECT_TRUE(isHidden("Weekly"));
+    act("Undo");
+    EXPECT_TRUE(test::waitUntil([&] { return !isHidden("Weekly"); }));
+    closeWindow("Weekly");
+
+    writeEvent("over.ics", "Over", -3700, "DESCRIPTION:https://zoom.us/j/123456789\r\n");
+    EXPECT_TRUE(test::waitUntil([&] { return companion({"event", "show", "Over"}).exitCode == 0; }));
+    openCard("Over");
+    EXPECT_TRUE(waitUntilSaid("This event is over; it ended"));
+    EXPECT_FALSE(isSaid("Join Call"));
+    closeWindow("Over");
+
+    openCard("Single");
+    act("Don't show this event");
+    EXPECT_TRUE(waitUntilSaid("This event is hidden"));
+    EXPECT_TRUE(isHidden("Single"));
+    act("OK");
+    openCard("Single");
+    act("Show this event again");
+    EXPECT_TRUE(test::waitUntil([&] { return !isHidden("Single"); }));
 }
 
 TEST_F(DesktopHost, ANewTimeZoneOrClockExecutesItAnewWithItsSnoozes) {

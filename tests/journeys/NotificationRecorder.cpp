@@ -51,18 +51,32 @@ struct NotificationRecorder::State {
                 one.isClosed = one.isClosed || one.id == id;
             return g_dbus_method_invocation_return_value(call, nullptr);
         }
+        guint replaced = 0;
         const gchar* summary = nullptr;
         const gchar* body = nullptr;
         gchar** actions = nullptr;
-        g_variant_get(arguments, "(&su&s&s&s^asa{sv}i)", nullptr, nullptr, nullptr, &summary, &body, &actions,
-                      nullptr, nullptr);
+        GVariant* hints = nullptr;
+        g_variant_get(arguments, "(&su&s&s&s^as@a{sv}i)", nullptr, &replaced, nullptr, &summary, &body,
+                      &actions, &hints, nullptr);
+        guchar urgency = 0;
+        g_variant_lookup(hints, "urgency", "y", &urgency);
+        g_variant_unref(hints);
+        const auto old = std::ranges::find(self.shown, replaced, &Notification::id);
         Notification one;
-        one.id = static_cast<unsigned>(self.shown.size() + 1);
+        one.id = old == self.shown.end() ? static_cast<unsigned>(self.shown.size() + 1) : replaced;
         one.summary = summary;
         one.body = body;
-        for (std::size_t i = 0; actions[i] && actions[i + 1]; i += 2)
+        one.urgency = old == self.shown.end() ? urgency : old->urgency;
+        one.updates = old == self.shown.end() ? 0 : old->updates + 1;
+        for (std::size_t i = 0; actions[i] && actions[i + 1]; i += 2) {
             one.actions.emplace_back(actions[i]);
+            one.labels.emplace_back(actions[i + 1]);
+        }
         g_strfreev(actions);
+        if (old != self.shown.end()) {
+            *old = one;
+            return g_dbus_method_invocation_return_value(call, g_variant_new("(u)", one.id));
+        }
         self.shown.push_back(one);
         if (!self.pressedOnArrival.empty()) self.press(one.id, self.pressedOnArrival);
         g_dbus_method_invocation_return_value(call, g_variant_new("(u)", one.id));
@@ -96,13 +110,17 @@ const std::vector<NotificationRecorder::Notification>& NotificationRecorder::sho
 }
 
 bool NotificationRecorder::waitFor(std::size_t count, double seconds) {
+    return waitUntil([&] { return state_->shown.size() >= count; }, seconds);
+}
+
+bool NotificationRecorder::waitUntil(const std::function<bool()>& holds, double seconds) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
     // Wakes the loop now and then, so that it sees the deadline.
     const guint timer = g_timeout_add(20, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
-    while (state_->shown.size() < count && std::chrono::steady_clock::now() < deadline)
+    while (!holds() && std::chrono::steady_clock::now() < deadline)
         g_main_context_iteration(nullptr, TRUE);
     g_source_remove(timer);
-    return state_->shown.size() >= count;
+    return holds();
 }
 
 void NotificationRecorder::pressOnArrival(const std::string& action) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,11 +19,17 @@ class NotificationRecorder {
         std::string body;
         /// Keys of the buttons.
         std::vector<std::string> actions;
+        std::vector<std::string> labels;
+        /// 0 low, 1 normal, 2 critical; of the first words.
+        int urgency = -1;
+        int updates = 0;
         bool isClosed = false;
     };
     const std::vector<Notification>& shown() const;
     /// Handles what arrives until there are so many; false when they have not come after `seconds`.
     bool waitFor(std::size_t count, double seconds);
+    /// Handles what arrives until `holds`; false when that has not come after `seconds`.
+    bool waitUntil(const std::function<bool()>& holds, double seconds);
     /// Handles what arrives for so long.
     void handleFor(double seconds) { waitFor(SIZE_MAX, seconds); }
     /// As if the user pressed the button of all that come, before the service has told their numbers.

@@ -1,19 +1,19 @@
 #pragma once
 
+#include <DesktopHost/HandledAlerts.h>
 #include <Foundation/Date.h>
 #include <HbrCore/Scheduling/CalendarEventManager.h>
 
 #include <functional>
 #include <optional>
-#include <string>
 #include <utility>
 #include <vector>
 
 namespace hbr {
 
 /// Says when an alert is due, each one once however often the events are reloaded meanwhile. An alert that
-/// fell due while the machine slept, or in the instant of a reload that no longer lists it, is told as soon
-/// as possible. Main thread.
+/// fell due while the machine slept, in the instant of a reload that no longer lists it, or before its event
+/// was known, is due as soon as possible. Main thread.
 class AlertWatch final : public CalendarEventManagerDelegate {
   public:
     struct World {
@@ -22,6 +22,8 @@ class AlertWatch final : public CalendarEventManagerDelegate {
         std::function<void(std::optional<platform::Date>)> wakeAt;
         std::function<void(const AlertInvocation&)> due;
         std::function<void(const AlertInvocation&)> snoozeRemoved;
+        /// After alerts were due: all that are remembered.
+        std::function<void(const std::vector<HandledAlert>&)> handled = [](const auto&) {};
     };
 
     explicit AlertWatch(World world) : world_(std::move(world)) {}
@@ -30,34 +32,25 @@ class AlertWatch final : public CalendarEventManagerDelegate {
     void didRemoveSnoozedInvocation(const AlertInvocation& invocation) override;
     /// The moment that was named to `wakeAt` has come, or the clock was set.
     void wake();
+    /// Alerts whose moment has passed: each is due now, unless its event alerted before. The one of an own
+    /// reminder that was moved after its alert is due when the reminder is.
+    void didFindOverdue(const std::vector<AlertInvocation>& invocations);
 
-    /// Alerts that fell due before this watch began: each is told now unless its event was told of before.
-    /// Those still to come are passed over.
-    void catchUp(const std::vector<AlertInvocation>& invocations);
-
-    /// An event (by id and start) and the moment of its alert.
-    struct Told {
-        std::string eventId;
-        platform::Date start;
-        platform::Date alert;
-        bool isSnooze = false;
-        friend bool operator==(const Told&, const Told&) = default;
-    };
-    /// Of the last day; to be handed to the watch of a process that takes this one's place.
-    const std::vector<Told>& told() const { return told_; }
-    void restoreTold(std::vector<Told> told) { told_ = std::move(told); }
-    /// Still to come.
-    const std::vector<AlertInvocation>& armed() const { return armed_; }
+    /// Of the last days.
+    const std::vector<HandledAlert>& handled() const { return handled_; }
+    void restoreHandled(std::vector<HandledAlert> handled) { handled_ = std::move(handled); }
 
   private:
-    bool wasTold(const AlertInvocation& invocation) const;
-    void tellDue();
-    void tell(const AlertInvocation& invocation);
+    bool wasHandled(const AlertInvocation& invocation) const;
+    bool hasAlerted(const Event& event) const;
+    void handleDue();
+    /// Calls `due` for those that were not handled.
+    void handle(const std::vector<AlertInvocation>& invocations);
     void schedule();
 
     World world_;
     std::vector<AlertInvocation> armed_;
-    std::vector<Told> told_;
+    std::vector<HandledAlert> handled_;
     std::optional<platform::Date> wakeDate_;
 };
 

@@ -25,9 +25,14 @@ struct PlacedWidget {
     friend bool operator==(const PlacedWidget&, const PlacedWidget&) = default;
 };
 
+/// Which alerts come through while the desktop holds notifications back.
+enum class UrgentAlerts { soon, always, never };
+
 /// What the user chose for the desktop, in `desktop.toml` of the configuration directory: a table [[widget]]
 /// for each widget (name, family, corner, output, order, x, y) and
 ///   notifications = false   no desktop notification when an alert is due
+///   urgent = "soon"         which notifications come through while others are held back: "always", "never",
+///                           or "soon", those of an event that begins within a minute
 ///   scale = 1.25            logical pixels per point, before the desktop's text scaling
 /// A bad entry is left out with a diagnostic that names file and field. Writing keeps it, unknown keys and
 /// comments. A file that is no TOML is set aside before the first write.
@@ -38,6 +43,7 @@ class PlacementsFile {
     struct Contents {
         std::vector<PlacedWidget> widgets;
         bool showsNotifications = true;
+        UrgentAlerts urgent = UrgentAlerts::soon;
         double scale = 1.25;
         /// The file is there and could not be read.
         bool isBroken = false;

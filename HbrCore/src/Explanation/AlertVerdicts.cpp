@@ -126,7 +126,7 @@ void addLeadVerdicts(const RuleContext& context, const Event& event, TimeFrame f
         return;
     }
     if (isInAlertPeriod(context, event, settings)) {
-        verdicts.push_back(passes(ListingRule::lead, "its alert came " + context.when(alert) +
+        verdicts.push_back(passes(ListingRule::lead, "its alert was due " + context.when(alert) +
                                                          "; its alert period runs until it begins"));
         return;
     }
@@ -137,7 +137,7 @@ void addLeadVerdicts(const RuleContext& context, const Event& event, TimeFrame f
         const bool isOwn = settings && settings->usesCustomTimeOffset;
         verdicts.push_back(hides(
             ListingRule::lead,
-            "its alert, with a lead of " + context.duration(lead) + ", came " + context.when(leadStart) +
+            "its alert, with a lead of " + context.duration(lead) + ", was due " + context.when(leadStart) +
                 "; with a lead over an hour it is in no list from then until an hour before its start",
             isOwn ? commandText({"event", "set", event.id, "--lead", "1h"})
                   : commandText({"settings", "set", "timeOffsetSeconds", "1h"})));
@@ -163,7 +163,7 @@ RuleVerdict reminderLeadVerdict(const RuleContext& context, const Reminder& remi
         return passes(ListingRule::lead, std::string("its alert comes ") + context.when(alert));
     }
     return hides(ListingRule::lead,
-                 "its alert came " + context.when(alert) +
+                 "its alert was due " + context.when(alert) +
                      ", and a reminder of your own is in no list after its alert",
                  commandText({"reminders", "edit", reminder.id(), "--lead", "0"}));
 }

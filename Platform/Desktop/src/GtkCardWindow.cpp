@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "ActionSignal.h"
+#include "KeyGuard.h"
 #include "RoundedRectangle.h"
 #include "ViewArea.h"
 #include "WindowParts.h"
@@ -68,20 +69,29 @@ bool differInLinesOnly(const Card& a, const Card& b) {
 
 class GtkCardWindow final : public CardWindow {
   public:
-    GtkCardWindow(DesktopSession& session, Card card, Actions actions)
+    GtkCardWindow(DesktopSession& session, Card card, Actions actions, CardArrival arrival)
         : session_(session),
           card_(std::move(card)),
           actions_(std::move(actions)),
           window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
           lookToken_(session.appearance().observe([this] { fill(); })) {
         gtk_window_set_type_hint(GTK_WINDOW(window_), GDK_WINDOW_TYPE_HINT_DIALOG);
-        gtk_window_set_position(GTK_WINDOW(window_), GTK_WIN_POS_CENTER);
         gtk_window_set_resizable(GTK_WINDOW(window_), FALSE);
+        if (arrival.isByItself) guard_ = std::make_unique<KeyGuard>(window_, arrival.keyDelay);
         onClose(window_, actions_.closed);
         fill();
+        if (arrival.isByItself) {
+            appear();
+            return;
+        }
+        gtk_window_set_position(GTK_WINDOW(window_), GTK_WIN_POS_CENTER);
+        moveToPointer(window_);
         present();
     }
-    ~GtkCardWindow() override { gtk_widget_destroy(window_); }
+    ~GtkCardWindow() override {
+        guard_.reset();
+        gtk_widget_destroy(window_);
+    }
 
     void setCard(Card card) override {
         const Card old = std::exchange(card_, std::move(card));
@@ -89,9 +99,27 @@ class GtkCardWindow final : public CardWindow {
         for (std::size_t i = 0; i < lines_.size(); ++i)
             gtk_label_set_text(GTK_LABEL(lines_[i]), valid(card_.lines[i]).c_str());
     }
-    void present() override { presentWindow(window_, session_); }
+    void present() override {
+        if (guard_) {
+            guard_.reset();
+            gtk_window_set_keep_above(GTK_WINDOW(window_), FALSE);
+            fill();
+        }
+        presentWindow(window_, session_);
+    }
 
   private:
+    /// Where it is seen, and without the keyboard.
+    void appear() {
+        gtk_window_set_position(GTK_WINDOW(window_), GTK_WIN_POS_CENTER);
+        gtk_window_set_focus_on_map(GTK_WINDOW(window_), FALSE);
+        gtk_window_set_keep_above(GTK_WINDOW(window_), TRUE);
+        gtk_window_set_urgency_hint(GTK_WINDOW(window_), TRUE);
+        gtk_widget_show(window_);
+        // The toolkit gives the first button the focus, where a desktop hands the window the keyboard anyhow.
+        gtk_window_set_focus(GTK_WINDOW(window_), nullptr);
+    }
+
     void fill() {
         gtk_window_set_title(GTK_WINDOW(window_), card_.title.c_str());
         if (GtkWidget* old = gtk_bin_get_child(GTK_BIN(window_))) gtk_widget_destroy(old);
@@ -101,15 +129,22 @@ class GtkCardWindow final : public CardWindow {
         add(column, makeHead());
         if (!card_.place.empty()) add(column, makeLinkedLabel(card_.place, actions_.open));
         if (!card_.notes.empty() || !card_.people.empty()) add(column, makeBody());
-        GtkWidget* primary = nullptr;
-        GtkWidget* buttons = makeButtons(primary);
-        add(column, buttons);
+        add(column, makeButtons());
+        if (card_.aside) {
+            add(column, gtk_separator_new(GTK_ORIENTATION_HORIZONTAL));
+            add(column, makeAside());
+        }
         add(window_, column);
         gtk_widget_show_all(column);
-        if (!primary) return;
-        gtk_widget_set_can_default(primary, TRUE);
-        gtk_widget_grab_default(primary);
-        gtk_widget_grab_focus(primary);
+        if (guard_) return;
+        if (primary_) {
+            gtk_widget_set_can_default(primary_, TRUE);
+            gtk_widget_grab_default(primary_);
+            gtk_widget_grab_focus(primary_);
+        } else if (firstButton_) {
+            // Not a text with links, all of which would be selected.
+            gtk_widget_grab_focus(firstButton_);
+        }
     }
 
     GtkWidget* makeHead() {
@@ -134,6 +169,11 @@ class GtkCardWindow final : public CardWindow {
             for (const Card::Person& person : card_.people)
                 add(body, makePerson(person));
         }
+        // A scrolled area is never lower than its scrollbar, which leaves a gap below a short text.
+        gtk_widget_show_all(body);
+        int height = 0;
+        gtk_widget_get_preferred_height_for_width(body, width - 2 * windowMargin, nullptr, &height);
+        if (height <= greatestBodyHeight) return body;
         GtkWidget* scrolled = gtk_scrolled_window_new(nullptr, nullptr);
         gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scrolled), GTK_POLICY_NEVER, GTK_POLICY_AUTOMATIC);
         gtk_scrolled_window_set_propagate_natural_height(GTK_SCROLLED_WINDOW(scrolled), TRUE);
@@ -193,33 +233,38 @@ class GtkCardWindow final : public CardWindow {
     std::function<void()> closing(Offered offered) const {
         return [this, offered] {
             const Card::Choice choice = offered(card_);
-            const auto [closed, chosen] = std::pair(actions_.closed, choice.chosen);
-            if (closed) closed();
-            if (chosen) chosen();
+            const auto closed = actions_.closed;
+            if (closed && !choice.keepsOpen) closed();
+            if (choice.chosen) choice.chosen();
         };
     }
 
-    GtkWidget* makeButtons(GtkWidget*& primary) const {
+    GtkWidget* makeButtons() {
         GtkWidget* row = box(GTK_ORIENTATION_HORIZONTAL, 8);
-        if (card_.aside)
-            gtk_box_pack_start(
-                GTK_BOX(row),
-                makeButton(card_.aside->label, closing([](const Card& card) { return *card.aside; })), FALSE,
-                FALSE, 0);
+        primary_ = firstButton_ = nullptr;
         if (card_.primary) {
-            primary =
+            primary_ =
                 makeButton(card_.primary->label, closing([](const Card& card) { return *card.primary; }));
-            gtk_style_context_add_class(gtk_widget_get_style_context(primary),
+            gtk_style_context_add_class(gtk_widget_get_style_context(primary_),
                                         GTK_STYLE_CLASS_SUGGESTED_ACTION);
-            gtk_box_pack_end(GTK_BOX(row), primary, FALSE, FALSE, 0);
+            gtk_box_pack_end(GTK_BOX(row), primary_, FALSE, FALSE, 0);
         }
         if (!card_.menu.empty()) gtk_box_pack_end(GTK_BOX(row), makeMenuButton(), FALSE, FALSE, 0);
         for (std::size_t i = card_.buttons.size(); i-- > 0;) {
             GtkWidget* button = makeButton(card_.buttons[i].label,
                                            closing([i](const Card& card) { return card.buttons[i]; }));
             gtk_box_pack_end(GTK_BOX(row), button, FALSE, FALSE, 0);
+            firstButton_ = button;
         }
         return row;
+    }
+
+    GtkWidget* makeAside() const {
+        GtkWidget* button =
+            makeButton(card_.aside->label, closing([](const Card& card) { return *card.aside; }));
+        gtk_button_set_relief(GTK_BUTTON(button), GTK_RELIEF_NONE);
+        gtk_widget_set_halign(button, GTK_ALIGN_START);
+        return button;
     }
 
     GtkWidget* makeMenuButton() const {
@@ -246,13 +291,18 @@ class GtkCardWindow final : public CardWindow {
     GtkWidget* window_;
     /// Of the card's head, in its order.
     std::vector<GtkWidget*> lines_;
+    GtkWidget* primary_ = nullptr;
+    GtkWidget* firstButton_ = nullptr;
     std::shared_ptr<void> lookToken_;
+    /// While nobody asked for the card.
+    std::unique_ptr<KeyGuard> guard_;
 };
 
 }  // namespace
 
-std::unique_ptr<CardWindow> CardWindow::show(DesktopSession& session, Card card, Actions actions) {
-    return std::make_unique<GtkCardWindow>(session, std::move(card), std::move(actions));
+std::unique_ptr<CardWindow> CardWindow::show(DesktopSession& session, Card card, Actions actions,
+                                             CardArrival arrival) {
+    return std::make_unique<GtkCardWindow>(session, std::move(card), std::move(actions), arrival);
 }
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 
 #include <Foundation/LinkDetector.h>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -115,6 +116,36 @@ void onClose(GtkWidget* window, std::function<void()> closed) {
         }),
         new Closed(std::move(closed)), [](gpointer data, GClosure*) { delete static_cast<Closed*>(data); },
         GConnectFlags(0));
+}
+
+void moveToPointer(GtkWidget* window) {
+    GdkEvent* event = gtk_get_current_event();
+    if (!event) return;
+    const GdkEventType type = gdk_event_get_event_type(event);
+    double x = 0, y = 0;
+    const bool isPress =
+        (type == GDK_BUTTON_PRESS || type == GDK_BUTTON_RELEASE) && gdk_event_get_root_coords(event, &x, &y);
+    gdk_event_free(event);
+    if (!isPress) return;
+    const int pointerX = static_cast<int>(x), pointerY = static_cast<int>(y);
+    GdkRectangle area;
+    gdk_monitor_get_workarea(
+        gdk_display_get_monitor_at_point(gtk_widget_get_display(window), pointerX, pointerY), &area);
+    GtkRequisition size;
+    gtk_widget_get_preferred_size(window, nullptr, &size);
+    // Not under the pointer, where a second press would do something.
+    constexpr int distance = 16, titleBar = 40;
+    const int height = size.height + titleBar;
+    int top = pointerY + distance;
+    if (top + height > area.y + area.height) top = pointerY - distance - height;
+    top = std::clamp(top, area.y, std::max(area.y, area.y + area.height - height));
+    const int left =
+        std::clamp(pointerX - size.width / 2, area.x, std::max(area.x, area.x + area.width - size.width));
+    gtk_window_set_position(GTK_WINDOW(window), GTK_WIN_POS_NONE);
+    // Window managers place dialogs themselves unless the user chose the place.
+    GdkGeometry geometry{};
+    gtk_window_set_geometry_hints(GTK_WINDOW(window), nullptr, &geometry, GDK_HINT_USER_POS);
+    gtk_window_move(GTK_WINDOW(window), left, top);
 }
 
 void presentWindow(GtkWidget* window, DesktopSession& session) {

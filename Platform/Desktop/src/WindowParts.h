@@ -26,6 +26,10 @@ GtkWidget* makeButton(const std::string& label, std::function<void()> pressed);
 /// destroy it.
 void onClose(GtkWidget* window, std::function<void()> closed);
 
+/// Beside the pointer whose press or release is being handled, inside its screen's work area. Elsewhere, and
+/// where programs cannot place their windows, it stays where the desktop puts it. Before it is shown.
+void moveToPointer(GtkWidget* window);
+
 /// In front, with the keyboard where the desktop allows it.
 void presentWindow(GtkWidget* window, DesktopSession& session);
 

@@ -34,6 +34,7 @@ class BusNotifications final : public DesktopNotifications {
     ~BusNotifications() override {
         g_cancellable_cancel(cancellable_.get());
         if (!bus_) return;
+        closeShown();
         g_bus_unwatch_name(nameWatch_);
         g_dbus_connection_signal_unsubscribe(bus_.get(), subscription_);
     }
@@ -50,6 +51,16 @@ class BusNotifications final : public DesktopNotifications {
         send(tag, shown);
     }
 
+    void update(const std::string& tag, Notification notification) override {
+        const auto found = shown_.find(tag);
+        if (found == shown_.end() || found->second.isWithdrawn) return;
+        Shown& shown = found->second;
+        // What was not sent yet is as new to the user as it was.
+        notification.isQuiet = !shown.waiting;
+        shown.waiting = std::move(notification);
+        if (hasCapabilities_) send(tag, shown);
+    }
+
     void withdraw(const std::string& tag) override {
         const auto found = shown_.find(tag);
         if (found == shown_.end()) return;
@@ -62,6 +73,17 @@ class BusNotifications final : public DesktopNotifications {
         }
         close(shown.id);
         shown_.erase(found);
+    }
+
+    void withdrawAll() override {
+        if (!bus_) return;
+        closeShown();
+        for (auto one = shown_.begin(); one != shown_.end();) {
+            Shown& shown = one->second;
+            shown.isWithdrawn = shown.isOnItsWay;
+            shown.waiting.reset();
+            one = shown.isOnItsWay ? std::next(one) : shown_.erase(one);
+        }
     }
 
   private:
@@ -126,10 +148,13 @@ class BusNotifications final : public DesktopNotifications {
         }
         GVariantBuilder hints;
         g_variant_builder_init(&hints, G_VARIANT_TYPE_VARDICT);
+        constexpr guchar low = 0;
         constexpr guchar normal = 1;
         constexpr guchar critical = 2;
-        g_variant_builder_add(&hints, "{sv}", "urgency",
-                              g_variant_new_byte(notification.isUrgent ? critical : normal));
+        const guchar urgency = notification.isUrgent ? critical : notification.isQuiet ? low : normal;
+        g_variant_builder_add(&hints, "{sv}", "urgency", g_variant_new_byte(urgency));
+        if (notification.isQuiet)
+            g_variant_builder_add(&hints, "{sv}", "suppress-sound", g_variant_new_boolean(TRUE));
         g_variant_builder_add(&hints, "{sv}", "desktop-entry", g_variant_new_string(desktopEntry_.c_str()));
         std::string body = notification.body;
         if (readsMarkup_) {
@@ -182,6 +207,14 @@ class BusNotifications final : public DesktopNotifications {
         g_dbus_connection_call(bus_.get(), service, path, service, "CloseNotification",
                                g_variant_new("(u)", id), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1,
                                nullptr, nullptr, nullptr);
+    }
+
+    void closeShown() {
+        for (const auto& [tag, shown] : shown_) {
+            if (shown.id != 0) close(shown.id);
+        }
+        // The program may end before its loop runs again.
+        g_dbus_connection_flush_sync(bus_.get(), nullptr, nullptr);
     }
 
     std::map<std::string, Shown>::iterator find(std::uint32_t id) {

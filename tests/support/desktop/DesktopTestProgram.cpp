@@ -105,7 +105,7 @@ class Program {
         if (order == "outputs") sayOutputs();
         if (order == "draws") say("views made " + std::to_string(viewsMade_));
         if (order == "gallery") showGallery();
-        if (order == "card") showCard();
+        if (order == "card") showCard({.isByItself = rest == "by itself", .keyDelay = 1});
         if (order == "title") {
             title_ = rest;
             widgets_.front()->invalidate();
@@ -167,7 +167,7 @@ class Program {
                                             }});
     }
 
-    void showCard() {
+    void showCard(CardArrival arrival) {
         Card card{
             .color = Color::hex(0x3584E4),
             .title = "Stand-up",
@@ -188,7 +188,8 @@ class Program {
                                       [this] {
                                           say("card closed");
                                           card_.reset();
-                                      }});
+                                      }},
+                                 arrival);
     }
 
     DesktopSession& session_;

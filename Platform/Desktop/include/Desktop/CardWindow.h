@@ -29,6 +29,8 @@ struct Card {
     struct Choice {
         std::string label;
         std::function<void()> chosen;
+        /// The window stays, for what `chosen` shows in it.
+        bool keepsOpen = false;
     };
 
     /// Of the calendar.
@@ -48,14 +50,23 @@ struct Card {
     /// A button with a menu, for instance of minutes.
     std::string menuLabel;
     std::vector<Choice> menu;
-    /// A button at the far end, for instance to leave the event out.
+    /// The last button, set apart from the others, for instance to leave the event out.
     std::optional<Choice> aside;
 
     /// When the card would say something else; the owner then sets another one.
     std::optional<Date> changesAt = std::nullopt;
 };
 
-/// A window with a card, in front and with the keyboard. Escape closes it; so does a button after it was
+/// How a card comes to the screen.
+struct CardArrival {
+    /// Nobody asked for it: it leaves the keyboard where it is and has no default button.
+    bool isByItself = false;
+    /// Such a card takes no keys before so many seconds have passed without one.
+    double keyDelay = 0;
+};
+
+/// A window with a card, in front and, where the user asked for it, with the keyboard; the answer to a click
+/// opens near the click where windows can be placed. Escape closes it; so does a button after it was
 /// pressed. Main thread.
 class CardWindow {
   public:
@@ -66,11 +77,13 @@ class CardWindow {
         std::function<void()> closed;
     };
 
-    static std::unique_ptr<CardWindow> show(DesktopSession& session, Card card, Actions actions);
+    static std::unique_ptr<CardWindow> show(DesktopSession& session, Card card, Actions actions,
+                                            CardArrival arrival = {});
     virtual ~CardWindow() = default;
 
     /// Where only texts of lines differ, the focus, the scrolled place and an open menu stay.
     virtual void setCard(Card card) = 0;
+    /// The user asked for it.
     virtual void present() = 0;
 };
 
