@@ -43,15 +43,15 @@ TEST_F(Language, TheCompanionSpeaksTheUsersLanguage) {
     struct Case {
         const char* language;
         const char* noCalendars;
-        const char* noAlert;
+        const char* inBar;
     };
-    for (const auto& [language, noCalendars, noAlert] :
-         {Case{"en", "no calendars yet; add them with: ", "No alert is due."},
-          {"de", "noch keine Kalender; hinzufügen mit: ", "Es steht kein Hinweis an."},
-          {"he", "עדיין אין לוחות שנה; הוספה: ", "אין התראות צפויות."}}) {
+    for (const auto& [language, noCalendars, inBar] :
+         {Case{"en", "no calendars yet; add them with: ", "No calendars yet"},
+          {"de", "noch keine Kalender; hinzufügen mit: ", "Noch keine Kalender"},
+          {"he", "עדיין אין לוחות שנה; הוספה: ", "עדיין אין לוחות שנה"}}) {
         variables = {{"TZ", "Europe/Berlin"}, {"LANGUAGE", language}, {"LC_ALL", "en_US.UTF-8"}};
         EXPECT_THAT(companion({"agenda"}).err, HasSubstr(std::string(noCalendars) + "heedbanner setup"));
-        EXPECT_THAT(companion({"alerts"}).err, HasSubstr(noAlert)) << language;
+        EXPECT_THAT(companion({"status"}).out, HasSubstr(inBar)) << language;
     }
 }
 
