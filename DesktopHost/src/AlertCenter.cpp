@@ -2,6 +2,7 @@
 
 #include "AlertMessage.h"
 
+#include <Foundation/ShortenedText.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrCore/Scheduling/OverdueAlerts.h>
 
@@ -10,6 +11,19 @@
 #include <utility>
 
 namespace hbr {
+
+namespace {
+
+/// Messages at a time, and cards a minute where no notifications are shown; what is due besides comes
+/// together as one.
+constexpr std::size_t mostMessages = 20;
+constexpr std::size_t mostCards = 3;
+constexpr std::size_t mostTitles = 10;
+constexpr std::size_t mostBytesOfTitle = 100;
+constexpr double minute = 60;
+constexpr const char* restTag = "rest";
+
+}  // namespace
 
 AlertCenter::AlertCenter(CoreServices& core, std::unique_ptr<platform::DesktopNotifications> notifications,
                          Actions actions)
@@ -67,6 +81,7 @@ void AlertCenter::findOverdue() {
 
 void AlertCenter::refreshMessages(const std::vector<std::string>& tags,
                                   const std::vector<AlertInvocation>& overdue) {
+    tidyRest();
     if (tags.empty()) return;
     std::map<std::string, Event> known;
     for (Event& event : core_.manager().allCachedEvents())
@@ -108,6 +123,7 @@ void AlertCenter::present(const AlertInvocation& invocation) {
     const auto now = core_.environment()->now();
     if (!choices.showsNotifications || isOver(event, now)) return;
     const std::string tag = alertTag(event);
+    if (!shown_.contains(tag) && shown_.size() >= mostMessages) return presentRest(event);
     Shown& shown =
         shown_.insert_or_assign(tag, Shown{event, isUrgent(event, choices.urgent, now)}).first->second;
     makeMessage(shown);
@@ -149,13 +165,47 @@ void AlertCenter::withdraw(const Event& event) {
     notifications_->withdraw(tag);
 }
 
+void AlertCenter::presentRest(const Event& event) {
+    rest_.insert_or_assign(alertTag(event), event);
+    platform::DesktopNotifications::Notification message;
+    message.summary = actions_.titleOfRest(rest_.size());
+    message.body = textOfRest();
+    notifications_->show(restTag, std::move(message), {});
+}
+
+std::string AlertCenter::textOfRest() const {
+    std::string text;
+    std::size_t count = 0;
+    for (const auto& [tag, event] : rest_) {
+        if (count++ == mostTitles) return text + "\n…";
+        text += (text.empty() ? "" : "\n") + platform::shortened(event.title.value_or(""), mostBytesOfTitle);
+    }
+    return text;
+}
+
 void AlertCenter::withdrawAll() {
     shown_.clear();
+    rest_.clear();
     notifications_->withdrawAll();
 }
 
 void AlertCenter::presentOtherwise(const std::string& tag) {
-    if (const auto missed = shown_.extract(tag)) actions_.presentCard(missed.mapped().event);
+    const auto now = core_.environment()->now();
+    std::erase_if(cards_, [&](platform::Date shown) { return now.timeIntervalSince(shown) > minute; });
+    const auto missed = shown_.extract(tag);
+    if (missed && cards_.size() < mostCards) {
+        cards_.push_back(now);
+        return actions_.presentCard(missed.mapped().event);
+    }
+    if (missed) rest_.insert_or_assign(tag, missed.mapped().event);
+    if (!rest_.empty()) actions_.presentMessage(actions_.titleOfRest(rest_.size()), textOfRest());
+}
+
+void AlertCenter::tidyRest() {
+    if (rest_.empty()) return;
+    const auto now = core_.environment()->now();
+    std::erase_if(rest_, [&](const auto& one) { return isOver(one.second, now); });
+    if (rest_.empty()) notifications_->withdraw(restTag);
 }
 
 void AlertCenter::updateMessages() {

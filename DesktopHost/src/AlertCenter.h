@@ -31,6 +31,10 @@ class AlertCenter {
         /// To be used for the next thing that is opened.
         std::function<void(const std::string&)> useActivationToken;
         std::function<PlacementsFile::Contents()> choices;
+        /// Of the message that names so many events together.
+        std::function<std::string(std::size_t)> titleOfRest;
+        /// A card with a title and a text, in place of a notification.
+        std::function<void(const std::string&, const std::string&)> presentMessage;
         /// After a reload: what is shown is what the calendars say.
         std::function<void()> didRefresh;
     };
@@ -77,6 +81,11 @@ class AlertCenter {
     void refreshMessages(const std::vector<std::string>& tags, const std::vector<AlertInvocation>& overdue);
     void updateMessages();
     void wakeForChange(std::optional<platform::Date> change);
+    /// One message for all that are due beside those shown.
+    void presentRest(const Event& event);
+    std::string textOfRest() const;
+    /// Of events that are over.
+    void tidyRest();
 
     CoreServices& core_;
     std::unique_ptr<platform::DesktopNotifications> notifications_;
@@ -87,6 +96,10 @@ class AlertCenter {
     std::shared_ptr<AlertWatch> watch_;
     /// By tag.
     std::map<std::string, Shown> shown_;
+    /// Those that one message names together.
+    std::map<std::string, Event> rest_;
+    /// When cards came in place of notifications, within the last minute.
+    std::vector<platform::Date> cards_;
     std::optional<platform::Date> nextChange_;
     bool isSearching_ = false;
     bool searchesAgain_ = false;

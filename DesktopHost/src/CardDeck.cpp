@@ -42,8 +42,15 @@ void CardDeck::preview(const Event& event) {
 }
 
 void CardDeck::present(const Event& event) {
-    show(event,
-         {.isByItself = true, .keyDelay = static_cast<double>(core_.settings().keyboardShortcutsDelay())});
+    show(event, byItself());
+}
+
+void CardDeck::present(const std::string& name, platform::Card card) {
+    show(name, std::move(card), byItself());
+}
+
+platform::CardArrival CardDeck::byItself() const {
+    return {.isByItself = true, .keyDelay = static_cast<double>(core_.settings().keyboardShortcutsDelay())};
 }
 
 void CardDeck::show(const Event& event, platform::CardArrival arrival) {

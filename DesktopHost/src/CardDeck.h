@@ -27,6 +27,7 @@ class CardDeck {
     void preview(const Event& event);
     /// As `preview`, without being asked by the user: keyboard and windows stay as they are.
     void present(const Event& event);
+    void present(const std::string& name, platform::Card card);
     /// Takes the place of the card with the same name, or comes to the front.
     void show(const std::string& name, platform::Card card);
 
@@ -58,6 +59,8 @@ class CardDeck {
     /// At that moment of the card with this name; once.
     void setChange(const std::string& name, std::optional<platform::Date> moment,
                    std::function<void()> action);
+    /// Of a card that nobody asked for.
+    platform::CardArrival byItself() const;
     /// In the window of the event's card, which opens if there is none.
     void replace(const Event& event, platform::Card card);
     void askAboutSeries(const Event& event);

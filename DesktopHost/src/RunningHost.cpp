@@ -195,6 +195,14 @@ void RunningHost::Parts::makeAlerts() {
             .presentCard = [this](const Event& event) { cards->present(event); },
             .useActivationToken = [this](const std::string& token) { useActivationToken(token); },
             .choices = [this] { return contents; },
+            .titleOfRest =
+                [this](std::size_t count) {
+                    return CardTexts(world.core, world.bundle).text("otherAlerts", {std::to_string(count)});
+                },
+            .presentMessage =
+                [this](const std::string& title, const std::string& text) {
+                    cards->present("alerts", messageCard(title, text));
+                },
             .didRefresh = [this] { endIfIdle(); }});
     cards->setAnswered([this](const Event& event) { alerts->withdraw(event); });
     cards->setClosed([this] { endIfIdle(); });

@@ -244,6 +244,28 @@ TEST_F(DesktopHost, ACardAsksBeforeItHidesASeriesUndoesItAndKnowsWhatIsOver) {
     EXPECT_TRUE(test::waitUntil([&] { return !isHidden("Single"); }));
 }
 
+TEST_F(DesktopHost, ManyAlertsAtOnceComeAsAFewMessagesAndOneForTheRest) {
+    setUpCalendars();
+    constexpr int startsIn = 30;
+    const std::string longText = [] {
+        std::string text;
+        while (text.size() < 50'000)
+            text += "اجتماع ";
+        return text;
+    }();
+    for (int i = 0; i < 60; ++i)
+        writeEvent("many" + std::to_string(i) + ".ics", std::to_string(i) + longText, startsIn);
+    startDesktop({"upcoming:medium"});
+    ASSERT_TRUE(test::waitUntil([&] {
+        notifications->handleFor(0.1);
+        const auto& shown = notifications->shown();
+        return !shown.empty() && shown.back().summary == "Other alerts: 40";
+    })) << notifications->shown().size();
+    EXPECT_LT(notifications->shown().size(), 61u);
+    for (const auto& one : notifications->shown())
+        EXPECT_LT(one.summary.size() + one.body.size(), 3000u);
+}
+
 TEST_F(DesktopHost, ANewTimeZoneOrClockExecutesItAnewWithItsSnoozes) {
     const auto zone = home / "localtime";
     std::filesystem::create_symlink("/usr/share/zoneinfo/Europe/Berlin", zone);

@@ -3,6 +3,7 @@
 #include "ItemLimits.h"
 
 #include <Foundation/LogicalLines.h>
+#include <Foundation/ShortenedText.h>
 #include <Foundation/TextDecoding.h>
 
 #include <algorithm>
@@ -18,6 +19,8 @@ namespace {
 constexpr std::size_t maximumDepth = 16;
 /// Problems of one file that are told one by one.
 constexpr int maximumTold = 100;
+/// Of a value that a diagnostic names.
+constexpr std::size_t shownBytes = 40;
 
 enum class Component { calendar, event, task, alarm, zone, observance, other };
 
@@ -92,14 +95,6 @@ std::string unescaped(std::string_view text) {
         }
     }
     return result;
-}
-
-/// A number of bytes that a message may hold, cut between characters.
-std::string shortened(std::string_view text, std::size_t most = 40) {
-    if (text.size() <= most) return std::string(text);
-    while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80)
-        --most;
-    return std::string(text.substr(0, most)) + "…";
 }
 
 std::string counted(std::size_t number, std::string_view unit) {
@@ -340,7 +335,8 @@ class Scanner {
             item.end = time(line, name, false);
         } else if (name == "DURATION") {
             item.duration = parseDuration(line.value);
-            if (!item.duration) tell("wrong duration \"" + shortened(line.value) + "\" left out", name);
+            if (!item.duration)
+                tell("wrong duration \"" + shortened(line.value, shownBytes) + "\" left out", name);
         } else if (name == "RECURRENCE-ID") {
             item.recurrenceId = time(line, name, true);
             const auto range = line.parameter("RANGE");
@@ -450,7 +446,7 @@ class Scanner {
                                     const std::string& name, bool needed) {
         auto result = parseWrittenTime(value, parameters);
         if (result) return result;
-        const auto reason = "wrong time \"" + shortened(value) + "\" in " + name;
+        const auto reason = "wrong time \"" + shortened(value, shownBytes) + "\" in " + name;
         if (needed) {
             bad_ = (item_->kind == ScannedItem::Kind::event ? "event with a " : "task with a ") + reason;
         } else {

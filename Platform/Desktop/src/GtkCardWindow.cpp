@@ -1,4 +1,5 @@
 #include <Desktop/CardWindow.h>
+#include <Foundation/ShortenedText.h>
 #include <Views/PhotoDecoding.h>
 #include <Views/View.h>
 
@@ -22,6 +23,7 @@ constexpr int width = 420;
 /// Of notes and people together; more is scrolled.
 constexpr int greatestBodyHeight = 360;
 constexpr double portraitSize = 32;
+constexpr std::size_t mostBytesOfTitle = 200, mostBytesOfLine = 1000;
 
 GtkWidget* box(GtkOrientation orientation, int distance) {
     return gtk_box_new(orientation, distance);
@@ -97,7 +99,8 @@ class GtkCardWindow final : public CardWindow {
         const Card old = std::exchange(card_, std::move(card));
         if (!differInLinesOnly(old, card_)) return fill();
         for (std::size_t i = 0; i < lines_.size(); ++i)
-            gtk_label_set_text(GTK_LABEL(lines_[i]), valid(card_.lines[i]).c_str());
+            gtk_label_set_text(GTK_LABEL(lines_[i]),
+                               valid(shortened(card_.lines[i], mostBytesOfLine)).c_str());
     }
     void present() override {
         if (guard_) {
@@ -121,7 +124,7 @@ class GtkCardWindow final : public CardWindow {
     }
 
     void fill() {
-        gtk_window_set_title(GTK_WINDOW(window_), card_.title.c_str());
+        gtk_window_set_title(GTK_WINDOW(window_), shortened(card_.title, mostBytesOfTitle).c_str());
         if (GtkWidget* old = gtk_bin_get_child(GTK_BIN(window_))) gtk_widget_destroy(old);
         GtkWidget* column = box(GTK_ORIENTATION_VERTICAL, spacing + 4);
         gtk_container_set_border_width(GTK_CONTAINER(column), windowMargin);

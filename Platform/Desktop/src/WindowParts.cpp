@@ -1,6 +1,7 @@
 #include "WindowParts.h"
 
 #include <Foundation/LinkDetector.h>
+#include <Foundation/ShortenedText.h>
 
 #include <algorithm>
 #include <optional>
@@ -60,9 +61,17 @@ std::string valid(const std::string& text) {
     return made.get();
 }
 
+namespace {
+
+// What is shaped of one text: the library needs a second for some hundred kilobytes of Arabic.
+constexpr std::size_t mostBytesOfLabel = 1000;
+constexpr std::size_t mostBytesOfNotes = 20'000;
+
+}  // namespace
+
 GtkWidget* makeLabel(const std::string& text, TextRole role) {
     GtkWidget* label = makeWrappingLabel();
-    gtk_label_set_text(GTK_LABEL(label), valid(text).c_str());
+    gtk_label_set_text(GTK_LABEL(label), valid(shortened(text, mostBytesOfLabel)).c_str());
     if (role == TextRole::body) return label;
     PangoAttrList* attributes = pango_attr_list_new();
     if (role == TextRole::secondary) {
@@ -79,7 +88,7 @@ GtkWidget* makeLabel(const std::string& text, TextRole role) {
 GtkWidget* makeLinkedLabel(const std::string& text, std::function<void(const Url&)> open) {
     using Open = std::function<void(const Url&)>;
     GtkWidget* label = makeWrappingLabel();
-    gtk_label_set_markup(GTK_LABEL(label), withLinks(valid(text)).c_str());
+    gtk_label_set_markup(GTK_LABEL(label), withLinks(valid(shortened(text, mostBytesOfNotes))).c_str());
     gtk_label_set_selectable(GTK_LABEL(label), TRUE);
     gtk_label_set_track_visited_links(GTK_LABEL(label), FALSE);
     g_signal_connect_data(

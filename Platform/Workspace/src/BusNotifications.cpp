@@ -1,3 +1,4 @@
+#include <Foundation/ShortenedText.h>
 #include <Workspace/DesktopNotifications.h>
 
 #include "GObjectRef.h"
@@ -15,6 +16,10 @@ namespace {
 
 constexpr const char* service = "org.freedesktop.Notifications";
 constexpr const char* path = "/org/freedesktop/Notifications";
+
+/// More than a desktop shows; some lay out whatever they are given.
+constexpr std::size_t mostBytesOfSummary = 400;
+constexpr std::size_t mostBytes = 2000;
 
 class BusNotifications final : public DesktopNotifications {
   public:
@@ -156,7 +161,7 @@ class BusNotifications final : public DesktopNotifications {
         if (notification.isQuiet)
             g_variant_builder_add(&hints, "{sv}", "suppress-sound", g_variant_new_boolean(TRUE));
         g_variant_builder_add(&hints, "{sv}", "desktop-entry", g_variant_new_string(desktopEntry_.c_str()));
-        std::string body = notification.body;
+        std::string body = shortened(notification.body, mostBytes);
         if (readsMarkup_) {
             gchar* escaped = g_markup_escape_text(body.data(), static_cast<gssize>(body.size()));
             body = escaped;
@@ -165,8 +170,8 @@ class BusNotifications final : public DesktopNotifications {
         constexpr gint32 untilAnswered = 0;
         constexpr gint32 asTheDesktopLikes = -1;
         return g_variant_new("(susssasa{sv}i)", programName_.c_str(), replaced, desktopEntry_.c_str(),
-                             notification.summary.c_str(), body.c_str(), &actions, &hints,
-                             notification.isUrgent ? untilAnswered : asTheDesktopLikes);
+                             shortened(notification.summary, mostBytesOfSummary).c_str(), body.c_str(),
+                             &actions, &hints, notification.isUrgent ? untilAnswered : asTheDesktopLikes);
     }
 
     void send(const std::string& tag, Shown& shown) {
