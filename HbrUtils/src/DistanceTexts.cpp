@@ -14,10 +14,14 @@ using platform::Date;
 namespace {
 
 /// The moment that formatters are given which round fractions of a second in their own way: whole seconds
-/// away from the date, but never on the next day.
+/// away from the date, but on the day that it is.
 Date asOfWholeSeconds(Date date, const ClockReading& clock, const Formatters& formatters) {
+    constexpr double beforeMidnight = 0.001;
+    const platform::Calendar& calendar = formatters.environment().calendar;
     const Date moment = date.addingTimeInterval(-clock.wholeSecondsUntil(date));
-    return formatters.environment().calendar.isSameDay(moment, clock.now()) ? moment : clock.now();
+    const Date today = calendar.startOfDay(clock.now());
+    const Date tomorrow = calendar.startOfDay(calendar.addingDays(today, 1));
+    return std::clamp(moment, today, tomorrow.addingTimeInterval(-beforeMidnight));
 }
 
 /// The length that is counted in the largest unit that fits: seconds in the last minute.
