@@ -14,8 +14,8 @@ class DesktopTest : public ::testing::Test {
   protected:
     static constexpr std::uint32_t background = TestDesktop::background;
 
-    /// `widgets`: "FAMILY CORNER OUTPUT X Y" each; their timers count to an hour from now, or to `seconds` from
-    /// now.
+    /// `widgets`: "FAMILY CORNER OUTPUT X Y" each; their timers count to an hour from now, or to `seconds`
+    /// from now.
     void show(std::initializer_list<std::string> widgets, int seconds = 3600) {
         std::vector<std::string> command = {TestDesktop::program("desktop-test-program"),
                                             std::to_string(seconds)};
