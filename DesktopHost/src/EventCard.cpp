@@ -36,13 +36,18 @@ std::string remarkOf(const Participant& participant) {
     return {};
 }
 
-/// A call that is a button already is not written above it once more.
-std::string placeOf(const Event& event, bool offersCall) {
-    std::string place = platform::trimmed(event.location.value_or(""));
-    const bool isCall = std::ranges::any_of(event.videoConferenceLinks, [&](const VideoConferenceLink& link) {
-        return link.url.absoluteString() == place;
-    });
-    return offersCall && isCall ? std::string() : place;
+/// The lines of a text, but for those that are only the link of a call: a button joins it already.
+std::string withoutCalls(std::string_view text, const Event& event, bool offersCall) {
+    std::string rest;
+    for (const std::string& line : platform::split(text, "\n")) {
+        const std::string content = platform::trimmed(line);
+        const bool isCall =
+            offersCall && std::ranges::any_of(event.videoConferenceLinks, [&](const auto& link) {
+                return link.url.absoluteString() == content;
+            });
+        if (!isCall) rest += line + "\n";
+    }
+    return platform::trimmed(rest);
 }
 
 bool isHidden(const CoreServices& core, const Event& event) {
@@ -118,8 +123,9 @@ platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const
             card.lines.push_back(L10n::General::travelTime(*length));
     }
     if (event.calendarName) card.lines.push_back(*event.calendarName);
-    card.place = placeOf(event, offersCall);
-    if (event.notes) card.notes = platform::trimmed(removingVideoCallAnnotation(*event.notes).value_or(""));
+    card.place = withoutCalls(event.location.value_or(""), event, offersCall);
+    if (event.notes)
+        card.notes = withoutCalls(removingVideoCallAnnotation(*event.notes).value_or(""), event, offersCall);
     card.people = peopleOf(core, event);
     if (!card.people.empty()) card.peopleHeading = peopleHeading(card.people.size());
 

@@ -60,4 +60,22 @@ TEST(EventCard, SaysUntilWhenItIsTrue) {
     }
 }
 
+TEST(EventCard, LeavesOutLinesThatAreOnlyACallThatItsButtonJoins) {
+    test::CoreFixture core;
+    const HeedbannerWidgetBundle bundle(core.environment,
+                                        [&core]() -> CoreServices& { return core.services(); });
+    const std::string call = "https://zoom.us/j/1";
+    Event event;
+    event.videoConferenceLinks = {{VideoConferenceService::zoom(), *platform::Url::parse(call)}};
+    event.location = call;
+    event.notes = "Agenda\n " + call + " \nor by " + call;
+    for (const bool isOver : {false, true}) {
+        event.startDate = core.environment->now().addingTimeInterval(isOver ? -7200 : 60);
+        event.endDate = event.startDate.addingTimeInterval(60);
+        const auto card = eventCard(core.services(), CardTexts(core.services(), bundle), event, {});
+        EXPECT_EQ(card.place, isOver ? call : "");
+        EXPECT_EQ(card.notes, isOver ? *event.notes : "Agenda\nor by " + call);
+    }
+}
+
 }  // namespace

@@ -163,7 +163,7 @@ TEST(DurationFormatter, AbbreviatesSoThatTheLanguageCanBeRead) {
     constexpr double minute = 60;
     constexpr double hour = 3600;
     constexpr double day = 24 * hour;
-    constexpr double lengths[] = {minute, hour + minute, day, day + 15 * hour, 2 * day};
+    static constexpr double lengths[] = {minute, hour + minute, day, day + 15 * hour, 2 * day};
     struct Case {
         const char* locale;
         std::array<const char*, std::size(lengths)> texts;

@@ -72,6 +72,9 @@ GtkDesktopSession::GtkDesktopSession(SurfaceKind kind, GdkDisplay* display)
                     .canPlace = kind != SurfaceKind::plainWindow,
                     .canDrag = kind == SurfaceKind::x11Desktop},
       outputs_(display),
-      appearance_(gtk_settings_get_default()) {}
+      appearance_(gtk_settings_get_default()) {
+    // A text that gets the keyboard would stand there selected.
+    g_object_set(gtk_settings_get_default(), "gtk-label-select-on-focus", FALSE, nullptr);
+}
 
 }  // namespace platform
