@@ -10,6 +10,7 @@
 #include <deque>
 #include <mutex>
 #include <optional>
+#include <utility>
 
 #include <glib.h>
 
@@ -69,11 +70,36 @@ struct Request {
     std::weak_ptr<std::function<void()>> done;
 };
 
-void decodeNext(gpointer data, gpointer) {
-    const std::unique_ptr<Request> request(static_cast<Request*>(data));
-    if (request->done.expired()) return;
-    photos().decode(request->image, request->width, request->height);
-    MainQueue::shared().async([asked = request->done] {
+/// First in, first out. The thread pool's own queue carries only that there is one more.
+class Requests {
+  public:
+    void push(Request request) {
+        const std::lock_guard lock(mutex_);
+        waiting_.push_back(std::move(request));
+    }
+    Request pop() {
+        const std::lock_guard lock(mutex_);
+        Request next = std::move(waiting_.front());
+        waiting_.pop_front();
+        return next;
+    }
+
+  private:
+    std::mutex mutex_;
+    std::deque<Request> waiting_;
+};
+
+/// Never destroyed, as the photos.
+Requests& requests() {
+    static auto& shared = *new Requests();
+    return shared;
+}
+
+void decodeNext(gpointer, gpointer) {
+    const Request request = requests().pop();
+    if (request.done.expired()) return;
+    photos().decode(request.image, request.width, request.height);
+    MainQueue::shared().async([asked = request.done] {
         if (const auto done = asked.lock()) (*done)();
     });
 }
@@ -88,7 +114,9 @@ std::shared_ptr<void> decodePhoto(const ImageBytes& image, int width, int height
                                   std::function<void()> done) {
     static GThreadPool* const thread = g_thread_pool_new(decodeNext, nullptr, 1, FALSE, nullptr);
     auto token = std::make_shared<std::function<void()>>(std::move(done));
-    g_thread_pool_push(thread, new Request{image, width, height, token}, nullptr);
+    requests().push({image, width, height, token});
+    // Any pointer but a null one, which the pool does not take.
+    g_thread_pool_push(thread, &requests(), nullptr);
     return token;
 }
 
