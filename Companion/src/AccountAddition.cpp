@@ -1,6 +1,7 @@
 #include "AccountAddition.h"
 
 #include "CollectionChoices.h"
+#include "CompanionText.h"
 
 #include <algorithm>
 
@@ -43,9 +44,11 @@ bool isSameAccount(const platform::Account& a, const platform::Account& b) {
            (a.location == b.location || std::filesystem::equivalent(a.location, b.location, error));
 }
 
-platform::Account accountFor(const std::string& location, const std::vector<std::string>& addresses) {
+platform::Account accountFor(const platform::Environment& environment, const std::string& location,
+                             const std::vector<std::string>& addresses) {
     if (location.find("://") != std::string::npos) {
-        throw CommandFailure(ExitCode::failed, location + ": only files and folders can be read");
+        throw CommandFailure(ExitCode::failed,
+                             location + ": " + companionText(environment, "Accounts.onlyFiles"));
     }
     platform::Account account;
     account.location = normalizedLocation(location);
@@ -112,21 +115,22 @@ SetupRecord watchAdded(CommandContext& context, const std::vector<AddedAccount>&
     return record;
 }
 
-std::string describeAddition(const AddedAccount& added, const Console& console, bool dryRun) {
-    const std::string state = added.wasThere ? "already there" : dryRun ? "would be added" : "added";
-    std::string text = console.bold(onOneLine(added.account.name)) + " (" +
+std::string describeAddition(const AddedAccount& added, const CommandContext& context, bool dryRun) {
+    const platform::Environment& environment = *context.environment();
+    const std::string state = companionText(environment, added.wasThere ? "Setup.alreadyThere"
+                                                         : dryRun       ? "Setup.wouldBeAdded"
+                                                                        : "Setup.added");
+    std::string text = context.console().bold(onOneLine(added.account.name)) + " (" +
                        onOneLine(added.account.location.string()) + "): " + state + ", " +
-                       countsText(added.examination.report) + "\n";
+                       countsText(environment, added.examination.report) + "\n";
     const std::size_t skipped = added.examination.skippedCount();
-    if (skipped > 0) {
-        text += "  " + std::to_string(skipped) + (skipped == 1 ? " item was" : " items were") +
-                " skipped; heedbanner doctor tells which and why\n";
-    }
+    if (skipped > 0) text += "  " + companionCount(environment, "Setup.skipped", skipped) + "\n";
     return text;
 }
 
 void failAccountsWrite(CommandContext& context) {
-    throw CommandFailure(ExitCode::failed, context.accounts().path().string() + ": could not be written");
+    throw CommandFailure(ExitCode::failed, context.accounts().path().string() + ": " +
+                                               companionText(*context.environment(), "Accounts.notWritten"));
 }
 
 }  // namespace hbr

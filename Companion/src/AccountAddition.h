@@ -16,7 +16,8 @@ struct AddedAccount {
 };
 
 /// The location as an account: its name from the folder or file, not yet made unique.
-platform::Account accountFor(const std::string& location, const std::vector<std::string>& addresses);
+platform::Account accountFor(const platform::Environment& environment, const std::string& location,
+                             const std::vector<std::string>& addresses);
 
 /// `name`, or "NAME 2", "NAME 3" … when an account has it already.
 std::string uniqueAccountName(const std::string& name, const std::vector<platform::Account>& accounts);
@@ -37,7 +38,7 @@ AddedAccount addAccount(CommandContext& context, platform::Account account, bool
 SetupRecord watchAdded(CommandContext& context, const std::vector<AddedAccount>& accounts);
 
 /// Lines for standard output: what an account holds, and what of it was skipped.
-std::string describeAddition(const AddedAccount& added, const Console& console, bool dryRun);
+std::string describeAddition(const AddedAccount& added, const CommandContext& context, bool dryRun);
 
 [[noreturn]] void failAccountsWrite(CommandContext& context);
 

@@ -1,6 +1,7 @@
 #include "AccountRenaming.h"
 
 #include "AccountAddition.h"
+#include "CompanionText.h"
 
 #include <algorithm>
 #include <map>
@@ -85,7 +86,9 @@ void renameAccount(CommandContext& context, const std::string& name, const std::
             if (account.name == name) account.name = newName;
         }
     });
-    if (isTaken) throw CommandFailure(ExitCode::failed, "an account is called \"" + newName + "\" already");
+    if (isTaken)
+        throw CommandFailure(ExitCode::failed,
+                             companionText(*context.environment(), "Accounts.nameTaken", {newName}));
     if (!written) failAccountsWrite(context);
 
     context.forgetCore();

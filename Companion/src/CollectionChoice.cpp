@@ -1,5 +1,7 @@
 #include "CollectionChoice.h"
 
+#include "CompanionText.h"
+
 #include <Companion/ExitCode.h>
 #include <Foundation/NearestName.h>
 
@@ -19,7 +21,10 @@ std::vector<const CollectionChoice*> matching(const std::vector<CollectionChoice
 }  // namespace
 
 const CollectionChoice& chosen(const std::vector<CollectionChoice>& choices, const std::string& wanted,
-                               const std::string& kind) {
+                               const platform::Environment& environment, std::string_view keys) {
+    const auto text = [&](const char* key) {
+        return companionText(environment, std::string(keys) + key, {wanted});
+    };
     auto found = matching(choices, [&](const auto& one) { return one.identifier == wanted; });
     if (found.empty()) found = matching(choices, [&](const auto& one) { return one.name == wanted; });
     if (found.empty()) {
@@ -30,15 +35,13 @@ const CollectionChoice& chosen(const std::vector<CollectionChoice>& choices, con
         std::vector<std::string> names;
         for (const auto& choice : choices)
             names.push_back(choice.name);
-        throw CommandFailure(ExitCode::nothingThere, "no " + kind + " is called \"" + wanted + "\"" +
-                                                         platform::proposal(wanted, names));
+        throw CommandFailure(ExitCode::nothingThere, text(".unknown") + platform::proposal(wanted, names));
     }
     std::string list;
     for (const auto* choice : found) {
         list += "\n  " + choice->qualifiedName() + "  (" + choice->identifier + ")";
     }
-    throw CommandFailure(ExitCode::nothingThere,
-                         "several " + kind + "s are called \"" + wanted + "\":" + list);
+    throw CommandFailure(ExitCode::nothingThere, text(".several") + list);
 }
 
 }  // namespace hbr

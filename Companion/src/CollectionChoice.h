@@ -1,8 +1,10 @@
 #pragma once
 
 #include <Foundation/Color.h>
+#include <Foundation/Environment.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace hbr {
@@ -21,9 +23,10 @@ struct CollectionChoice {
     std::string qualifiedName() const { return accountName + "/" + name; }
 };
 
-/// The one meant by a title, by "account/title" or by an identifier; `kind` ("calendar", "task list") names
-/// it in the CommandFailure (nothing there to act on) when there is none or when several share the title.
+/// The one meant by a title, by "account/title" or by an identifier; `keys`
+/// ("Calendars", "TaskLists") are those of the texts of the CommandFailure (nothing there to act on) when
+/// there is none or when several share the title.
 const CollectionChoice& chosen(const std::vector<CollectionChoice>& choices, const std::string& wanted,
-                               const std::string& kind);
+                               const platform::Environment& environment, std::string_view keys);
 
 }  // namespace hbr

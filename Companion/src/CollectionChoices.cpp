@@ -1,5 +1,7 @@
 #include "CollectionChoices.h"
 
+#include "CompanionText.h"
+
 #include <algorithm>
 #include <set>
 
@@ -51,7 +53,8 @@ void setActive(CommandContext& context, platform::EKEntityType type,
                              : settings.updateActiveReminderListIdentifiers(change);
     if (!written) {
         throw CommandFailure(ExitCode::failed,
-                             context.core().sharedDomain()->file().string() + ": could not be written");
+                             context.core().sharedDomain()->file().string() + ": " +
+                                 companionText(*context.environment(), "Accounts.notWritten"));
     }
     context.records().addDecided(identifiers);
 }

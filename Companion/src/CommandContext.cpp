@@ -17,9 +17,7 @@ CompanionRecords& CommandContext::records() {
 void CommandContext::requireReadableAccounts() {
     const auto reports = core().aggregatedEventStore().report();
     if (reports.empty() && core().aggregatedEventStore().hasDelegatedAccounts()) {
-        throw CommandFailure(ExitCode::nothingThere,
-                             "there are only delegated accounts, which the widgets and this command do not "
-                             "show; see them with: heedbanner agenda");
+        throw CommandFailure(ExitCode::nothingThere, companionText(*environment_, "Accounts.onlyDelegated"));
     }
     if (reports.empty()) {
         throw CommandFailure(ExitCode::nothingThere, companionText(*environment_, "Accounts.none"));

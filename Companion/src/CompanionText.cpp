@@ -9,4 +9,9 @@ std::string companionText(const platform::Environment& environment, std::string_
     return tableText(environment, "Companion.bundle", key, arguments);
 }
 
+std::string companionCount(const platform::Environment& environment, std::string_view key,
+                           std::size_t count) {
+    return companionText(environment, key, {static_cast<std::int64_t>(count)});
+}
+
 }  // namespace hbr

@@ -3,6 +3,7 @@
 #include <Foundation/Environment.h>
 #include <HbrLocalization/FormatArgument.h>
 
+#include <cstddef>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -12,5 +13,7 @@ namespace hbr {
 /// A text of the companion's own string table, in the user's language. Any thread.
 std::string companionText(const platform::Environment& environment, std::string_view key,
                           std::initializer_list<L10n::FormatArgument> arguments = {});
+/// "1 calendar", "2 calendars": a text whose one argument is that number.
+std::string companionCount(const platform::Environment& environment, std::string_view key, std::size_t count);
 
 }  // namespace hbr

@@ -1,6 +1,7 @@
 #include "ContactAddition.h"
 
 #include "AccountAddition.h"
+#include "CompanionText.h"
 #include "LocationExamination.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ ContactsExamination refused(ContactsExamination examination, ExitCode code, std:
 
 ContactsExamination examineContacts(const platform::Environment& environment,
                                     const platform::Account& account) {
-    if (auto fault = faultOfName(account.location); !fault.empty())
+    if (auto fault = faultOfName(environment, account.location); !fault.empty())
         return refused({}, ExitCode::failed, std::move(fault));
     const auto diagnostics = std::make_shared<platform::CollectedDiagnostics>();
     auto trial = std::make_shared<platform::Environment>(environment);
@@ -38,15 +39,15 @@ ContactsExamination examineContacts(const platform::Environment& environment,
     if (result.report.cards > 0) return result;
     if (!std::filesystem::is_directory(account.location)) {
         return refused(result, ExitCode::failed,
-                       location + ": not a vCard file (it has no card that can be read)");
+                       location + ": " + companionText(environment, "Location.noCardFile"));
     }
     return refused(result, ExitCode::nothingThere,
-                   location + ": no contacts (.vcf files) in this folder or its subfolders");
+                   location + ": " + companionText(environment, "Location.noCards"));
 }
 
 AddedContacts addContacts(CommandContext& context, const std::string& location, const std::string& name) {
     AddedContacts added;
-    added.account = accountFor(location, {});
+    added.account = accountFor(*context.environment(), location, {});
     added.account.contents = platform::Account::Contents::contacts;
     if (!name.empty()) added.account.name = name;
     added.examination = examineContacts(*context.environment(), added.account);

@@ -1,5 +1,6 @@
 #include "LocationExamination.h"
 
+#include "CompanionText.h"
 #include "Console.h"
 #include "TemporaryFolder.h"
 
@@ -14,12 +15,12 @@ namespace hbr {
 namespace {
 
 /// Why the file is no calendar; empty when it is one, if an empty one.
-std::string faultOf(const std::filesystem::path& file) {
+std::string faultOf(const platform::Environment& environment, const std::filesystem::path& file) {
     std::error_code error;
     const auto content = platform::readRegularFile(file, error);
     if (!content) return error.message();
     const bool isCalendar = platform::lowercased(*content).find("begin:vcalendar") != std::string::npos;
-    return isCalendar ? "" : "not an iCalendar file (it has no BEGIN:VCALENDAR)";
+    return isCalendar ? "" : companionText(environment, "Location.noCalendar");
 }
 
 LocationExamination refused(ExitCode code, std::string reason) {
@@ -56,28 +57,26 @@ std::filesystem::path normalizedLocation(const std::string& location) {
     return path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
 }
 
-std::string faultOfName(const std::filesystem::path& location) {
+std::string faultOfName(const platform::Environment& environment, const std::filesystem::path& location) {
     if (platform::isWellFormedUtf8(location.native())) return {};
-    return onOneLine(location.native()) +
-           ": the name is not valid UTF-8, so it cannot be kept in accounts.toml; rename it, or add a "
-           "symbolic link to it";
+    return onOneLine(location.native()) + ": " + companionText(environment, "Location.notUtf8");
 }
 
 LocationExamination examineLocation(const platform::Environment& environment,
                                     const platform::Account& account) {
-    if (auto fault = faultOfName(account.location); !fault.empty())
+    if (auto fault = faultOfName(environment, account.location); !fault.empty())
         return refused(ExitCode::failed, std::move(fault));
     const std::string& name = account.location.native();
     std::error_code error;
     const auto status = std::filesystem::status(account.location, error);
     if (status.type() == std::filesystem::file_type::not_found) {
-        return refused(ExitCode::failed, name + ": no such file or folder");
+        return refused(ExitCode::failed, name + ": " + companionText(environment, "Location.missing"));
     }
     if (status.type() == std::filesystem::file_type::none)
         return refused(ExitCode::failed, name + ": " + error.message());
     const bool isFolder = std::filesystem::is_directory(status);
     if (!isFolder && !std::filesystem::is_regular_file(status)) {
-        return refused(ExitCode::failed, name + ": neither a file nor a folder");
+        return refused(ExitCode::failed, name + ": " + companionText(environment, "Location.neither"));
     }
 
     const TemporaryFolder folder;
@@ -100,24 +99,22 @@ LocationExamination examineLocation(const platform::Environment& environment,
     const bool hasFiles = std::any_of(result.report.collections.begin(), result.report.collections.end(),
                                       [](const auto& collection) { return collection.files > 0; });
     if (!isFolder && result.eventCount() + result.reminderCount() == 0) {
-        const std::string fault = faultOf(account.location);
+        const std::string fault = faultOf(environment, account.location);
         if (!fault.empty()) return refused(ExitCode::failed, name + ": " + fault);
     }
     if (!result.report.readable) {
         const std::string& problem = result.report.problem;
-        return refused(ExitCode::failed, name + ": " + (problem.empty() ? "cannot be read" : problem));
+        return refused(
+            ExitCode::failed,
+            name + ": " + (problem.empty() ? companionText(environment, "Location.unreadable") : problem));
     }
     if (isFolder && !hasFiles) {
-        return refused(ExitCode::nothingThere, name + ": no .ics files in this folder or its subfolders");
+        return refused(ExitCode::nothingThere, name + ": " + companionText(environment, "Location.noFiles"));
     }
     return result;
 }
 
-std::string counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
-std::string countsText(const platform::AccountReport& report) {
+std::string countsText(const platform::Environment& environment, const platform::AccountReport& report) {
     std::size_t calendars = 0;
     std::size_t lists = 0;
     std::size_t events = 0;
@@ -128,8 +125,12 @@ std::string countsText(const platform::AccountReport& report) {
         events += collection.eventCount;
         reminders += collection.reminderCount;
     }
-    std::string text = counted(calendars, "calendar") + ", " + counted(events, "event");
-    if (lists > 0) text += ", " + counted(lists, "task list") + ", " + counted(reminders, "task");
+    const auto counted = [&](const char* key, std::size_t count) {
+        return companionCount(environment, key, count);
+    };
+    std::string text = counted("Count.calendars", calendars) + ", " + counted("Count.events", events);
+    if (lists > 0)
+        text += ", " + counted("Count.taskLists", lists) + ", " + counted("Count.tasks", reminders);
     return text;
 }
 

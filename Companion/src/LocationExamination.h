@@ -28,15 +28,12 @@ struct LocationExamination {
 std::filesystem::path normalizedLocation(const std::string& location);
 
 /// Why the path cannot be kept in a file of text; empty when it can.
-std::string faultOfName(const std::filesystem::path& location);
+std::string faultOfName(const platform::Environment& environment, const std::filesystem::path& location);
 
 LocationExamination examineLocation(const platform::Environment& environment,
                                     const platform::Account& account);
 
-/// "1 calendar", "2 calendars".
-std::string counted(std::size_t count, const std::string& noun);
-
 /// "2 calendars, 31 events, 1 task list, 4 tasks".
-std::string countsText(const platform::AccountReport& report);
+std::string countsText(const platform::Environment& environment, const platform::AccountReport& report);
 
 }  // namespace hbr

@@ -4,6 +4,7 @@
 #include "CollectionChoices.h"
 #include "CommandContext.h"
 #include "CommandWithActions.h"
+#include "CompanionText.h"
 
 #include <Foundation/Json.h>
 #include <Foundation/NearestName.h>
@@ -85,18 +86,27 @@ class AccountsCommand final : public CommandWithActions<AccountsCommand> {
         for (const auto& report : reports) {
             console.out() << console.bold(onOneLine(report.account.name)) << "  "
                           << onOneLine(report.account.location.string()) << "\n  "
-                          << (report.readable ? countsText(report) : "cannot be read: " + report.problem)
+                          << (report.readable ? countsText(*context.environment(), report)
+                                              : companionText(*context.environment(), "Accounts.cannotBeRead",
+                                                              {report.problem}))
                           << "\n";
             if (!report.account.addresses.empty()) {
-                console.out() << "  yours: " << onOneLine(joined(report.account.addresses)) << "\n";
+                console.out() << "  "
+                              << companionText(*context.environment(), "Accounts.yours",
+                                               {onOneLine(joined(report.account.addresses))})
+                              << "\n";
             }
-            if (report.account.isDelegate) console.out() << "  delegated to you\n";
+            if (report.account.isDelegate)
+                console.out() << "  " << companionText(*context.environment(), "Accounts.delegated") << "\n";
             if (report.account.kind != Account::Kind::ordinary) {
-                console.out() << "  holds " << kindName(report.account.kind) << "\n";
+                console.out() << "  "
+                              << companionText(*context.environment(),
+                                               "Accounts." + std::string(kindName(report.account.kind)))
+                              << "\n";
             }
         }
         if (reports.empty()) {
-            console.err() << "There are no accounts yet. Add one with: heedbanner setup\n";
+            console.err() << companionText(*context.environment(), "Accounts.noneYet") << "\n";
         }
         return ExitCode::done;
     }
@@ -110,13 +120,13 @@ class AccountsCommand final : public CommandWithActions<AccountsCommand> {
     }
 
     ExitCode add(CommandContext& context) {
-        Account account = accountFor(location_, addresses_);
+        Account account = accountFor(*context.environment(), location_, addresses_);
         if (!newName_.empty()) account.name = newName_;
         account.isDelegate = isDelegate_;
         if (kind_ == "birthdays") account.kind = Account::Kind::birthdays;
         if (kind_ == "holidays") account.kind = Account::Kind::holidays;
         const auto added = addAccount(context, account, false);
-        context.console().out() << describeAddition(added, context.console(), false);
+        context.console().out() << describeAddition(added, context, false);
         watchAdded(context, {added});
         return ExitCode::done;
     }
@@ -140,17 +150,22 @@ class AccountsCommand final : public CommandWithActions<AccountsCommand> {
         setActive(context, platform::EKEntityType::reminder, lists, false);
         context.records().removeDecided(calendars);
         context.records().removeDecided(lists);
-        context.console().out() << onOneLine(name_) << " was removed; its files are untouched\n";
+        context.console().out() << companionText(*context.environment(), "Accounts.removed",
+                                                 {onOneLine(name_)})
+                                << "\n";
         return ExitCode::done;
     }
 
     ExitCode rename(CommandContext& context) {
         requireAccount(context);
         if (newName_.empty())
-            throw CommandFailure(ExitCode::wrongUsage, "accounts rename: the new name is empty");
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 companionText(*context.environment(), "Accounts.emptyName"));
         if (name_ == newName_) return ExitCode::done;
         renameAccount(context, name_, newName_);
-        context.console().out() << onOneLine(name_) << " is now called " << onOneLine(newName_) << "\n";
+        context.console().out() << companionText(*context.environment(), "Accounts.renamed",
+                                                 {onOneLine(name_), onOneLine(newName_)})
+                                << "\n";
         return ExitCode::done;
     }
 
@@ -160,7 +175,8 @@ class AccountsCommand final : public CommandWithActions<AccountsCommand> {
             names.push_back(account.name);
         if (std::find(names.begin(), names.end(), name_) != names.end()) return;
         throw CommandFailure(ExitCode::nothingThere,
-                             "no account is called \"" + name_ + "\"" + platform::proposal(name_, names));
+                             companionText(*context.environment(), "Accounts.unknown", {name_}) +
+                                 platform::proposal(name_, names));
     }
 
     std::string location_;

@@ -2,6 +2,7 @@
 
 #include "CollectionChoices.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
 
 #include <Foundation/Json.h>
 #include <CLI/App.hpp>
@@ -29,7 +30,7 @@ std::string_view CollectionsCommand::examples() const {
 }
 
 void CollectionsCommand::declare(CLI::App& app) {
-    const std::string plural = kind() + "s";
+    const std::string plural = isCalendars() ? "calendars" : "task lists";
     app.require_subcommand(0, 1);
     auto* listing =
         app.add_subcommand("list", "All " + plural + ", whether they are watched, and what is new");
@@ -47,7 +48,8 @@ void CollectionsCommand::declare(CLI::App& app) {
 
 ExitCode CollectionsCommand::run(CommandContext& context) {
     if (action_ != Action::list && names_.empty() != all_) {
-        throw CommandFailure(ExitCode::wrongUsage, std::string(name()) + ": give names, or --all");
+        throw CommandFailure(ExitCode::wrongUsage,
+                             companionText(*context.environment(), "Collections.giveNames", {name()}));
     }
     context.requireReadableAccounts();
     const auto choices = collectionChoices(context, type_);
@@ -76,16 +78,16 @@ ExitCode CollectionsCommand::list(CommandContext& context,
     for (const auto& one : choices)
         width = std::max(width, columns(onOneLine(one.qualifiedName())));
     for (const auto& one : choices) {
-        const std::string state = one.active  ? "watched"
-                                  : one.isNew ? "new, not watched: heedbanner " + std::string(name()) +
-                                                    " activate \"" + one.qualifiedName() + "\""
-                                              : "not watched";
+        std::string state = text(context, one.active ? "watched" : one.isNew ? "new" : "notWatched");
+        if (one.isNew) {
+            state += ": heedbanner " + std::string(name()) + " activate \"" + one.qualifiedName() + "\"";
+        }
         console.out() << console.colored(one.active ? "●" : "○", one.color) << " "
                       << padded(onOneLine(one.qualifiedName()), width) << "  "
-                      << (one.active ? state : console.faint(state)) << (one.isDelegate ? ", delegated" : "")
-                      << "\n";
+                      << (one.active ? state : console.faint(state))
+                      << (one.isDelegate ? ", " + text(context, "delegated") : "") << "\n";
     }
-    if (choices.empty()) console.err() << "There are no " << kind() << "s in your accounts.\n";
+    if (choices.empty()) console.err() << text(context, "none") << "\n";
     return ExitCode::done;
 }
 
@@ -96,18 +98,23 @@ ExitCode CollectionsCommand::change(CommandContext& context,
     for (const auto& one : choices) {
         if (all_) wanted.push_back(&one);
     }
-    for (const auto& text : names_)
-        wanted.push_back(&chosen(choices, text, kind()));
+    for (const auto& wantedName : names_)
+        wanted.push_back(&chosen(choices, wantedName, *context.environment(), keys()));
     std::vector<std::string> identifiers;
     for (const auto* one : wanted)
         identifiers.push_back(one->identifier);
     setActive(context, type_, identifiers, active);
     for (const auto* one : wanted) {
-        const std::string before = one->active == active ? " was " : " is now ";
-        context.console().out() << onOneLine(one->qualifiedName()) << before
-                                << (active ? "watched" : "not watched") << "\n";
+        const char* key = one->active == active ? (active ? "wasWatched" : "wasNotWatched")
+                                                : (active ? "nowWatched" : "nowNotWatched");
+        context.console().out() << text(context, key, {onOneLine(one->qualifiedName())}) << "\n";
     }
     return ExitCode::done;
+}
+
+std::string CollectionsCommand::text(const CommandContext& context, const std::string& key,
+                                     std::initializer_list<L10n::FormatArgument> arguments) const {
+    return companionText(*context.environment(), keys() + "." + key, arguments);
 }
 
 }  // namespace hbr

@@ -4,6 +4,11 @@
 #include "Command.h"
 
 #include <CalendarStore/EKEnums.h>
+#include <HbrLocalization/FormatArgument.h>
+
+#include <initializer_list>
+#include <string>
+#include <vector>
 
 namespace hbr {
 
@@ -23,7 +28,11 @@ class CollectionsCommand final : public Command {
     enum class Action { list, activate, deactivate };
 
     bool isCalendars() const { return type_ == platform::EKEntityType::event; }
-    std::string kind() const { return isCalendars() ? "calendar" : "task list"; }
+    /// A text about calendars or task lists.
+    std::string text(const CommandContext& context, const std::string& key,
+                     std::initializer_list<L10n::FormatArgument> arguments = {}) const;
+    /// Where the keys of such texts begin.
+    std::string keys() const { return isCalendars() ? "Calendars" : "TaskLists"; }
     ExitCode list(CommandContext& context, const std::vector<CollectionChoice>& choices) const;
     ExitCode change(CommandContext& context, const std::vector<CollectionChoice>& choices) const;
 

@@ -2,6 +2,7 @@
 #include "AccountJson.h"
 #include "CommandContext.h"
 #include "CommandWithActions.h"
+#include "CompanionText.h"
 #include "ContactAddition.h"
 
 #include <Foundation/NearestName.h>
@@ -61,12 +62,14 @@ class ContactsCommand final : public CommandWithActions<ContactsCommand> {
         for (const auto& report : reports) {
             console.out() << console.bold(onOneLine(report.source.name)) << "  "
                           << onOneLine(report.source.location.string()) << "\n  "
-                          << (report.readable ? counted(report.cards, "contact")
-                                              : "cannot be read: " + report.problem)
+                          << (report.readable
+                                  ? companionCount(*context.environment(), "Count.contacts", report.cards)
+                                  : companionText(*context.environment(), "Accounts.cannotBeRead",
+                                                  {report.problem}))
                           << "\n";
         }
         if (reports.empty()) {
-            console.err() << "There are no contacts yet. Add some with: heedbanner contacts add FOLDER\n";
+            console.err() << companionText(*context.environment(), "Contacts.none") << "\n";
         }
         return ExitCode::done;
     }
@@ -75,13 +78,18 @@ class ContactsCommand final : public CommandWithActions<ContactsCommand> {
         const auto added = addContacts(context, location_, newName_);
         const Console& console = context.console();
         console.out() << console.bold(onOneLine(added.account.name)) << " ("
-                      << onOneLine(added.account.location.string())
-                      << "): " << (added.wasThere ? "already there, " : "added, ")
-                      << counted(added.examination.report.cards, "contact") << "\n";
+                      << onOneLine(added.account.location.string()) << "): "
+                      << companionText(*context.environment(),
+                                       added.wasThere ? "Setup.alreadyThere" : "Setup.added")
+                      << ", "
+                      << companionCount(*context.environment(), "Count.contacts",
+                                        added.examination.report.cards)
+                      << "\n";
         if (added.examination.skipped > 0) {
-            console.out() << "  " << added.examination.skipped
-                          << (added.examination.skipped == 1 ? " thing was" : " things were")
-                          << " skipped; heedbanner doctor tells which and why\n";
+            console.out() << "  "
+                          << companionCount(*context.environment(), "Contacts.skipped",
+                                            added.examination.skipped)
+                          << "\n";
         }
         return ExitCode::done;
     }
@@ -105,16 +113,18 @@ class ContactsCommand final : public CommandWithActions<ContactsCommand> {
             std::erase_if(accounts, isMeant);
         });
         if (!isThere && holdsCalendars) {
-            throw CommandFailure(ExitCode::nothingThere, "\"" + name_ +
-                                                             "\" holds calendars, not contacts; remove it "
-                                                             "with: heedbanner accounts remove");
+            throw CommandFailure(ExitCode::nothingThere,
+                                 companionText(*context.environment(), "Contacts.holdsCalendars", {name_}));
         }
         if (!isThere) {
-            throw CommandFailure(ExitCode::nothingThere, "no contacts are called \"" + name_ + "\"" +
-                                                             platform::proposal(name_, names));
+            throw CommandFailure(ExitCode::nothingThere,
+                                 companionText(*context.environment(), "Contacts.unknown", {name_}) +
+                                     platform::proposal(name_, names));
         }
         if (!written) failAccountsWrite(context);
-        context.console().out() << onOneLine(name_) << " was removed; its files are untouched\n";
+        context.console().out() << companionText(*context.environment(), "Contacts.removed",
+                                                 {onOneLine(name_)})
+                                << "\n";
         return ExitCode::done;
     }
 

@@ -2,6 +2,7 @@
 #include "CollectionChoices.h"
 #include "Command.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
 #include "LocationExamination.h"
 #include "ProgramDiagnostics.h"
 #include "SettingCatalogue.h"
@@ -97,9 +98,9 @@ class DoctorCommand final : public Command {
         const auto file = context.environment()->dataDirectory / servicesFileName;
         return platform::Diagnostic{
             platform::Diagnostic::Severity::info, file, std::nullopt, "",
-            counted(missing.size(), "conference service") + " of the shipped list " +
-                (missing.size() == 1 ? "is" : "are") + " not in this copy: " + names +
-                "; to get the whole shipped list, move this file away, and it is copied anew"};
+            std::to_string(missing.size()) + " conference " + (missing.size() == 1 ? "service" : "services") +
+                " of the shipped list " + (missing.size() == 1 ? "is" : "are") + " not in this copy: " +
+                names + "; to get the whole shipped list, move this file away, and it is copied anew"};
     }
 
     static std::vector<CollectionChoice> newCollections(CommandContext& context) {
@@ -135,42 +136,49 @@ class DoctorCommand final : public Command {
                             const std::vector<platform::Diagnostic>& findings,
                             const std::vector<CollectionChoice>& fresh) {
         const Console& console = context.console();
+        const platform::Environment& environment = *context.environment();
         std::ostream& out = console.out();
-        if (reports.empty()) out << "No accounts yet. Add calendars with: heedbanner setup\n";
+        if (reports.empty()) out << companionText(environment, "Doctor.noAccounts") << "\n";
         for (const auto& report : reports) {
             out << console.bold(onOneLine(report.account.name)) << "  "
                 << onOneLine(report.account.location.string()) << "\n";
             if (!report.readable) {
-                out << "  cannot be read: " << onOneLine(report.problem) << "\n";
+                out << "  "
+                    << companionText(environment, "Accounts.cannotBeRead", {onOneLine(report.problem)})
+                    << "\n";
                 continue;
             }
             for (const auto& collection : report.collections)
-                out << "  " << collectionLine(collection) << "\n";
+                out << "  " << collectionLine(environment, collection) << "\n";
         }
         for (const auto& report : context.core().contactCards().report()) {
             out << console.bold(onOneLine(report.source.name)) << "  "
                 << onOneLine(report.source.location.string()) << "\n  "
-                << (report.readable ? counted(report.cards, "contact")
-                                    : "cannot be read: " + onOneLine(report.problem))
+                << (report.readable
+                        ? companionCount(environment, "Count.contacts", report.cards)
+                        : companionText(environment, "Accounts.cannotBeRead", {onOneLine(report.problem)}))
                 << "\n";
         }
         for (const auto& choice : fresh) {
-            out << "new, not watched yet: " << onOneLine(choice.qualifiedName())
-                << " (see: heedbanner calendars list, heedbanner reminder-lists list)\n";
+            out << companionText(environment, "Doctor.new", {onOneLine(choice.qualifiedName())}) << "\n";
         }
         if (!findings.empty()) out << "\n";
         for (const auto& finding : findings) {
-            out << severityName(finding.severity) << ": " << onOneLine(describe(finding)) << "\n";
+            out << companionText(environment,
+                                 "Doctor.severity." + std::string(severityName(finding.severity)))
+                << ": " << onOneLine(describe(finding)) << "\n";
         }
         const bool isWhole = std::ranges::none_of(findings, &isFault);
-        if (isWhole && !reports.empty()) out << "Nothing was skipped.\n";
+        if (isWhole && !reports.empty()) out << companionText(environment, "Doctor.nothingSkipped") << "\n";
     }
 
-    static std::string collectionLine(const platform::CollectionReport& collection) {
+    static std::string collectionLine(const platform::Environment& environment,
+                                      const platform::CollectionReport& collection) {
         const auto& titled = collection.events ? collection.events : collection.reminders;
         return onOneLine(titled ? titled->title : collection.location.filename().string()) + ": " +
-               counted(collection.files, "file") + ", " + counted(collection.eventCount, "event") + ", " +
-               counted(collection.reminderCount, "task");
+               companionCount(environment, "Count.files", collection.files) + ", " +
+               companionCount(environment, "Count.events", collection.eventCount) + ", " +
+               companionCount(environment, "Count.tasks", collection.reminderCount);
     }
 
     bool json_ = false;

@@ -1,6 +1,7 @@
 #include "AccountAddition.h"
 #include "Command.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
 #include "setup/DesktopIntegration.h"
 #include "setup/PathExpansion.h"
 #include "setup/SetupConversation.h"
@@ -63,7 +64,8 @@ class SetupCommand final : public Command {
             if (!wasIntegrated || failure.code != ExitCode::nothingThere) throw;
         }
         if (wasIntegrated) return ExitCode::done;
-        throw CommandFailure(ExitCode::nothingThere, "nothing was set up for the desktop");
+        throw CommandFailure(ExitCode::nothingThere,
+                             companionText(*context.environment(), "Setup.noDesktop"));
     }
 
     /// "--email a@example.org FOLDER": an option that takes several values also takes what follows it.
@@ -90,7 +92,7 @@ class SetupCommand final : public Command {
         ExitCode code = ExitCode::done;
         for (const auto& location : locations_) {
             try {
-                const auto account = accountFor(location, addresses_);
+                const auto account = accountFor(*context.environment(), location, addresses_);
                 candidates.push_back({.location = account.location, .addresses = addresses_});
             } catch (const CommandFailure& failure) {
                 context.console().complain(failure.what());
@@ -111,7 +113,8 @@ class SetupCommand final : public Command {
             addMissing(candidate.addresses, addresses_);
         SetupPlan plan = planSetup(context, found.candidates);
         for (const auto& note : found.notes)
-            context.console().err() << "Note: " << onOneLine(note) << "\n";
+            context.console().err() << companionText(*context.environment(), "Setup.note", {onOneLine(note)})
+                                    << "\n";
         // Where nothing lies in a usual place there is nothing wrong.
         std::erase_if(plan.refusals, [](const auto& one) { return one.code == ExitCode::nothingThere; });
         const ExitCode code = complain(context, plan);
@@ -122,8 +125,7 @@ class SetupCommand final : public Command {
         const SetupAnswers given = answers(context);
         const bool isChosen = plan.countOfNew() == 0 || chooseAccounts(context, plan, given);
         if (!isChosen && (given != SetupAnswers::taken || plan.accounts.empty())) {
-            context.console().err() << "Nothing was added. To add it: heedbanner setup --yes, or name it: "
-                                       "heedbanner setup LOCATION\n";
+            context.console().err() << companionText(*context.environment(), "Setup.nothingAdded") << "\n";
             return code;
         }
         chooseAddresses(context, plan, given);
@@ -151,16 +153,8 @@ class SetupCommand final : public Command {
         for (const auto& folder : usualFolders(*context.environment()))
             looked += withTilde(folder, home) + ", ";
         const Console& console = context.console();
-        console.complain("no calendars found");
-        console.err()
-            << "Looked in " << looked
-            << "in the configurations of vdirsyncer, khal and khard,\nand for .ics files in the home "
-               "folder. What you can do:\n"
-               "  - name a folder or a file of calendars: heedbanner setup FOLDER\n"
-               "  - save a calendar as an .ics file in your calendar program, then: "
-               "heedbanner setup FILE.ics\n"
-               "  - have a program such as vdirsyncer copy the calendars of a server into "
-               "~/.calendars, then: heedbanner setup\n";
+        console.complain(companionText(*context.environment(), "Setup.noneFound"));
+        console.err() << companionText(*context.environment(), "Setup.looked", {looked}) << "\n";
     }
 
     std::vector<std::string> locations_;

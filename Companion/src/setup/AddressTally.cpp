@@ -1,5 +1,7 @@
 #include "AddressTally.h"
 
+#include "../CompanionText.h"
+
 #include <Foundation/ContentLine.h>
 #include <Foundation/Files.h>
 #include <Foundation/LogicalLines.h>
@@ -123,9 +125,10 @@ void addCandidate(std::vector<AddressCandidate>& candidates, const AddressCandid
     std::ranges::stable_sort(candidates, {}, rank);
 }
 
-std::string shareText(const AddressCandidate& candidate) {
-    return "in " + std::to_string(candidate.meetings) + " of " + std::to_string(candidate.allMeetings) +
-           (candidate.allMeetings == 1 ? " meeting" : " meetings");
+std::string shareText(const platform::Environment& environment, const AddressCandidate& candidate) {
+    return companionText(
+        environment, "Setup.share",
+        {static_cast<std::int64_t>(candidate.allMeetings), static_cast<std::int64_t>(candidate.meetings)});
 }
 
 }  // namespace hbr

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Foundation/CollectionDiscovery.h>
+#include <Foundation/Environment.h>
 
 #include <cstddef>
 #include <string>
@@ -28,6 +29,6 @@ std::vector<AddressCandidate> addressCandidates(const std::vector<platform::Foun
 void addCandidate(std::vector<AddressCandidate>& candidates, const AddressCandidate& more);
 
 /// "in 27 of 31 meetings".
-std::string shareText(const AddressCandidate& candidate);
+std::string shareText(const platform::Environment& environment, const AddressCandidate& candidate);
 
 }  // namespace hbr

@@ -1,5 +1,6 @@
 #include "DesktopIntegration.h"
 
+#include "../CompanionText.h"
 #include "../DesktopProgram.h"
 
 #include <Foundation/Files.h>
@@ -39,7 +40,8 @@ std::string templateText(const platform::Environment& environment, const char* r
     for (const fs::path& folder : environment.resourceDirectories) {
         if (auto text = platform::readRegularFile(folder / resource, error)) return *text;
     }
-    throw CommandFailure(ExitCode::failed, std::string(resource) + " is not installed");
+    throw CommandFailure(ExitCode::failed,
+                         companionText(environment, "Setup.notInstalled", {std::string(resource)}));
 }
 
 std::optional<std::string> contentOf(const fs::path& file) {
@@ -47,8 +49,10 @@ std::optional<std::string> contentOf(const fs::path& file) {
     return platform::readRegularFile(file, error);
 }
 
-[[noreturn]] void fail(const fs::path& file, const std::error_code& error) {
-    throw CommandFailure(ExitCode::failed, file.string() + " cannot be written: " + error.message());
+[[noreturn]] void fail(const platform::Environment& environment, const fs::path& file,
+                       const std::error_code& error) {
+    throw CommandFailure(ExitCode::failed,
+                         companionText(environment, "Setup.notWritten", {file.string(), error.message()}));
 }
 
 }  // namespace
@@ -57,14 +61,12 @@ void installDesktopIntegration(CommandContext& context, bool isDryRun) {
     const platform::Environment& environment = *context.environment();
     const auto program = desktopProgram();
     if (!program) {
-        throw CommandFailure(
-            ExitCode::nothingThere,
-            "heedbanner-desktop is not installed; it comes with the package heedbanner-desktop");
+        throw CommandFailure(ExitCode::nothingThere, companionText(environment, "Setup.desktopMissing"));
     }
     for (const IntegrationFile& file : integrationFiles(environment)) {
         const auto existing = contentOf(file.target);
         if (existing && !existing->starts_with(mark)) {
-            context.console().complain(file.target.string() + " is there already and stays as it is");
+            context.console().complain(companionText(environment, "Setup.stays", {file.target.string()}));
             continue;
         }
         std::string text = templateText(environment, file.resource);
@@ -74,10 +76,12 @@ void installDesktopIntegration(CommandContext& context, bool isDryRun) {
             const bool isWritten =
                 platform::createDirectories(file.target.parent_path(), 0700, error) &&
                 platform::writeFileAtomically(file.target, std::string(mark) + text, 0600, error);
-            if (!isWritten) fail(file.target, error);
+            if (!isWritten) fail(environment, file.target, error);
         }
-        context.console().out() << file.target.string()
-                                << (isDryRun ? ": would be written\n" : ": written\n");
+        context.console().out() << file.target.string() << ": "
+                                << companionText(environment,
+                                                 isDryRun ? "Setup.wouldBeWritten" : "Setup.written")
+                                << "\n";
     }
     if (!isDryRun) platform::SessionApplicationClient::rereadPrograms();
 }
@@ -89,9 +93,11 @@ bool removeDesktopIntegration(CommandContext& context, bool isDryRun) {
         if (!existing || !existing->starts_with(mark)) continue;
         wasThere = true;
         std::error_code error;
-        if (!isDryRun && !fs::remove(file.target, error)) fail(file.target, error);
-        context.console().out() << file.target.string()
-                                << (isDryRun ? ": would be removed\n" : ": removed\n");
+        if (!isDryRun && !fs::remove(file.target, error)) fail(*context.environment(), file.target, error);
+        context.console().out() << file.target.string() << ": "
+                                << companionText(*context.environment(),
+                                                 isDryRun ? "Setup.wouldBeRemoved" : "Setup.removed")
+                                << "\n";
     }
     if (wasThere && !isDryRun) platform::SessionApplicationClient::rereadPrograms();
     return wasThere;

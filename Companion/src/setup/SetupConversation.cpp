@@ -1,5 +1,6 @@
 #include "SetupConversation.h"
 
+#include "../CompanionText.h"
 #include "PathExpansion.h"
 
 #include <Foundation/ContentLine.h>
@@ -38,19 +39,30 @@ std::string listed(const Numbers& numbers) {
     return text;
 }
 
+/// "y" and "yes" are understood in every language.
+bool isWord(const platform::Environment& environment, const char* key, const std::string& english,
+            const std::string& answer) {
+    if (answer == english || answer == english.substr(0, 1)) return true;
+    const std::string words = companionText(environment, key);
+    return std::ranges::any_of(platform::words(words), [&](const auto& word) { return answer == word; });
+}
+
 /// Asks until the answer is understood: the proposed numbers for an empty one, none for "n".
-Numbers askForNumbers(const Console& console, const std::string& question, std::size_t count,
+Numbers askForNumbers(const CommandContext& context, const std::string& question, std::size_t count,
                       const Numbers& proposed) {
-    const std::string choices = count == 1         ? (proposed.empty() ? " [y/N]" : " [Y/n]")
-                                : proposed.empty() ? " [numbers, else none]"
-                                                   : " [Y/n, or numbers]";
+    const platform::Environment& environment = *context.environment();
+    const char* choices = count == 1         ? (proposed.empty() ? "Setup.choice.no" : "Setup.choice.yes")
+                          : proposed.empty() ? "Setup.choice.numbers"
+                                             : "Setup.choice.yesOrNumbers";
+    const std::string prompt = question + " " + companionText(environment, choices);
     while (true) {
-        const auto typed = console.ask(question + choices);
+        const auto typed = context.console().ask(prompt);
         if (!typed) return {};
         const std::string answer = platform::lowercased(*typed);
         if (answer.empty()) return proposed;
-        if (answer == "n" || answer == "no") return {};
-        if (answer == "y" || answer == "yes") return proposed.empty() && count == 1 ? Numbers{1} : proposed;
+        if (isWord(environment, "Setup.words.no", "no", answer)) return {};
+        if (isWord(environment, "Setup.words.yes", "yes", answer))
+            return proposed.empty() && count == 1 ? Numbers{1} : proposed;
         if (auto numbers = numbersOf(answer, count)) return *numbers;
     }
 }
@@ -69,12 +81,12 @@ void show(const CommandContext& context, const std::vector<PlannedAccount*>& fou
     std::size_t width = 0;
     for (const auto* one : found)
         width = std::max(width, columns(onOneLine(withTilde(one->account.location, home))));
-    console.err() << "Found:\n";
+    console.err() << companionText(*context.environment(), "Setup.found") << "\n";
     std::size_t number = 0;
     for (const auto* one : found) {
         console.err() << "  " << padded(std::to_string(++number), 2) << " "
                       << padded(onOneLine(withTilde(one->account.location, home)), width) << "  "
-                      << one->counts() << knownFromText(*one) << "\n";
+                      << one->counts(*context.environment()) << knownFromText(*one) << "\n";
     }
 }
 
@@ -105,30 +117,35 @@ std::vector<AddressCandidate> allCandidates(const SetupPlan& plan) {
 /// A few suffice: who takes part in less is hardly the user.
 constexpr std::size_t mostShown = 9;
 
-std::vector<std::string> askForAddresses(const Console& console, std::vector<AddressCandidate> candidates) {
+std::vector<std::string> askForAddresses(const CommandContext& context,
+                                         std::vector<AddressCandidate> candidates) {
+    const Console& console = context.console();
+    const platform::Environment& environment = *context.environment();
     if (candidates.size() > mostShown) candidates.resize(mostShown);
     Numbers proposed;
     for (std::size_t i = 0; i < candidates.size(); ++i) {
         if (candidates[i].isSure) proposed.insert(i + 1);
     }
-    std::string question = "Is " + onOneLine(candidates.front().address) + " your address (" +
-                           shareText(candidates.front()) + ")?";
+    std::string question =
+        companionText(environment, "Setup.isYours",
+                      {onOneLine(candidates.front().address), shareText(environment, candidates.front())});
     // Who takes part in all of them is more likely the user than anybody else.
     const bool isFirstLikely =
         candidates.size() == 1 || (candidates[0].meetings == candidates[0].allMeetings &&
                                    candidates[0].meetings > candidates[1].meetings);
     if (proposed.empty() && isFirstLikely) proposed = {1};
     if (candidates.size() > 1) {
-        console.err() << "Which of these addresses are yours? It tells which answers are.\n";
+        console.err() << companionText(environment, "Setup.whichAreYours") << "\n";
         std::size_t number = 0;
         for (const auto& candidate : candidates) {
             console.err() << "  " << ++number << "  " << onOneLine(candidate.address) << "  "
-                          << shareText(candidate) << "\n";
+                          << shareText(environment, candidate) << "\n";
         }
-        question = proposed.empty() ? "Yours:" : "Yours: " + listed(proposed) + "?";
+        question = proposed.empty() ? companionText(environment, "Setup.yours")
+                                    : companionText(environment, "Setup.yoursProposed", {listed(proposed)});
     }
     std::vector<std::string> chosen;
-    for (const auto number : askForNumbers(console, question, candidates.size(), proposed))
+    for (const auto number : askForNumbers(context, question, candidates.size(), proposed))
         chosen.push_back(candidates[number - 1].address);
     return chosen;
 }
@@ -148,15 +165,18 @@ bool chooseAccounts(const CommandContext& context, SetupPlan& plan, SetupAnswers
     Numbers chosen;
     if (answers == SetupAnswers::taken) chosen = proposed;
     if (answers == SetupAnswers::asked) {
-        const std::string which =
-            proposed.size() == found.size() ? (found.size() == 1 ? "it" : "all of them") : listed(proposed);
-        const std::string question = proposed.empty() ? "Add which of them?" : "Add " + which + "?";
-        chosen = askForNumbers(context.console(), question, found.size(), proposed);
+        const char* key = proposed.empty()                  ? "Setup.addWhich"
+                          : proposed.size() != found.size() ? "Setup.addThese"
+                          : found.size() == 1               ? "Setup.addOne"
+                                                            : "Setup.addAll";
+        const std::string question = companionText(*context.environment(), key, {listed(proposed)});
+        chosen = askForNumbers(context, question, found.size(), proposed);
     }
     for (std::size_t i = 0; answers == SetupAnswers::taken && i < found.size(); ++i) {
         if (chosen.contains(i + 1)) continue;
-        context.console().err() << "Left out, as it may be no calendar to keep; to add it: heedbanner setup "
-                                << onOneLine(found[i]->account.location.string()) << "\n";
+        context.console().err() << companionText(*context.environment(), "Setup.leftOut")
+                                << ": heedbanner setup " << onOneLine(found[i]->account.location.string())
+                                << "\n";
     }
     keep(plan, found, chosen);
     return !chosen.empty();
@@ -166,7 +186,7 @@ void chooseAddresses(const CommandContext& context, SetupPlan& plan, SetupAnswer
     const auto candidates = allCandidates(plan);
     std::vector<std::string> chosen;
     if (answers == SetupAnswers::asked && !candidates.empty()) {
-        chosen = askForAddresses(context.console(), candidates);
+        chosen = askForAddresses(context, candidates);
     }
     for (auto& one : plan.accounts) {
         std::erase_if(one.candidates, [&](const AddressCandidate& candidate) {

@@ -2,6 +2,7 @@
 
 #include "../AccountAddition.h"
 #include "../CollectionChoices.h"
+#include "../CompanionText.h"
 
 #include <algorithm>
 
@@ -42,18 +43,23 @@ SetupRecord writeAccounts(CommandContext& context, std::vector<PlannedAccount>& 
     return record;
 }
 
-void describe(const PlannedAccount& one, const Console& console, bool dryRun) {
-    const std::string state = one.isThere ? "already there" : dryRun ? "would be added" : "added";
+void describe(const PlannedAccount& one, const CommandContext& context, bool dryRun) {
+    const Console& console = context.console();
+    const platform::Environment& environment = *context.environment();
+    const std::string state = companionText(environment, one.isThere ? "Setup.alreadyThere"
+                                                         : dryRun    ? "Setup.wouldBeAdded"
+                                                                     : "Setup.added");
     console.out() << console.bold(onOneLine(one.account.name)) << " ("
-                  << onOneLine(one.account.location.string()) << "): " << state << ", " << one.counts()
-                  << "\n";
+                  << onOneLine(one.account.location.string()) << "): " << state << ", "
+                  << one.counts(environment) << "\n";
     if (const auto skipped = one.skipped(); skipped > 0) {
-        console.out() << "  " << skipped << (skipped == 1 ? " item was" : " items were")
-                      << " skipped; heedbanner doctor tells which and why\n";
+        console.out() << "  " << companionCount(environment, "Setup.skipped", skipped) << "\n";
     }
     for (const auto& candidate : one.candidates) {
-        console.out() << "  your address there: " << onOneLine(candidate.address) << " ("
-                      << shareText(candidate) << ")\n";
+        console.out() << "  "
+                      << companionText(environment, "Setup.address",
+                                       {onOneLine(candidate.address), shareText(environment, candidate)})
+                      << "\n";
     }
 }
 
@@ -73,8 +79,9 @@ void tellNewlyWatched(CommandContext& context, const std::vector<PlannedAccount>
             return one.isThere && one.account.name == choice.accountName;
         });
         if (!isOfOld || std::ranges::find(identifiers, choice.identifier) == identifiers.end()) continue;
-        context.console().out() << "New in " << onOneLine(choice.accountName)
-                                << ", watched now: " << onOneLine(choice.name) << "\n";
+        context.console().out() << companionText(*context.environment(), "Setup.newlyWatched",
+                                                 {onOneLine(choice.accountName), onOneLine(choice.name)})
+                                << "\n";
     }
 }
 
@@ -86,39 +93,47 @@ void carryOut(CommandContext& context, const SetupPlan& plan, bool dryRun) {
     SetupRecord record;
     if (!dryRun) record = writeAccounts(context, planned);
     for (const auto& one : planned)
-        describe(one, console, dryRun);
+        describe(one, context, dryRun);
     if (dryRun || planned.empty()) return;
 
     const SetupRecord watched = watchAdded(context, calendarAccounts(planned));
     record.calendars = watched.calendars;
     record.reminderLists = watched.reminderLists;
     if (record.empty()) {
-        console.out() << "Nothing new: all of it is set up already.\n";
+        console.out() << companionText(*context.environment(), "Setup.nothingNew") << "\n";
         return;
     }
     context.records().setLastSetup(record);
     tellNewlyWatched(context, planned, record.calendars, platform::EKEntityType::event);
     tellNewlyWatched(context, planned, record.reminderLists, platform::EKEntityType::reminder);
     const UserSettingsStore& settings = context.core().settings();
-    console.out() << "Watched: " << counted(settings.activeCalendarIdentifiers().size(), "calendar") << ", "
-                  << counted(settings.activeReminderListIdentifiers().size(), "task list")
-                  << ". See them with: heedbanner agenda\n";
+    console.out() << companionText(*context.environment(), "Setup.watched",
+                                   {companionCount(*context.environment(), "Count.calendars",
+                                                   settings.activeCalendarIdentifiers().size()),
+                                    companionCount(*context.environment(), "Count.taskLists",
+                                                   settings.activeReminderListIdentifiers().size())})
+                  << "\n";
 }
 
 ExitCode undoSetup(CommandContext& context, bool dryRun) {
     const SetupRecord record = context.records().lastSetup();
-    if (record.empty()) throw CommandFailure(ExitCode::nothingThere, "there is no setup to take back");
+    if (record.empty())
+        throw CommandFailure(ExitCode::nothingThere,
+                             companionText(*context.environment(), "Setup.nothingToUndo"));
     const Console& console = context.console();
-    const std::string state = dryRun ? "would be removed" : "removed";
+    const platform::Environment& environment = *context.environment();
+    const std::string state = companionText(environment, dryRun ? "Setup.wouldBeRemoved" : "Setup.removed");
     for (const auto& account : record.accounts)
         console.out() << onOneLine(account) << ": " << state << "\n";
     for (const auto& [account, addresses] : record.addresses) {
         for (const auto& address : addresses)
             console.out() << onOneLine(account) << ", " << onOneLine(address) << ": " << state << "\n";
     }
-    console.out() << counted(record.calendars.size(), "calendar") << ", "
-                  << counted(record.reminderLists.size(), "task list") << ": "
-                  << (dryRun ? "would no longer be watched" : "no longer watched") << "\n";
+    console.out() << companionCount(environment, "Count.calendars", record.calendars.size()) << ", "
+                  << companionCount(environment, "Count.taskLists", record.reminderLists.size()) << ": "
+                  << companionText(environment,
+                                   dryRun ? "Setup.wouldNoLongerBeWatched" : "Setup.noLongerWatched")
+                  << "\n";
     if (dryRun) return ExitCode::done;
 
     setActive(context, platform::EKEntityType::event, record.calendars, false);

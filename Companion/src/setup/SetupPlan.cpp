@@ -1,6 +1,7 @@
 #include "SetupPlan.h"
 
 #include "../AccountAddition.h"
+#include "../CompanionText.h"
 #include "PathExpansion.h"
 
 #include <Foundation/Files.h>
@@ -132,9 +133,8 @@ class Planner {
         for (const auto* collection : fresh) {
             if (holdsCovered(collection->location)) {
                 plan_.refusals.emplace_back(
-                    ExitCode::failed, collection->location.string() +
-                                          ": part of it is an account already; remove that account to add "
-                                          "the whole folder: heedbanner accounts");
+                    ExitCode::failed, collection->location.string() + ": " +
+                                          companionText(*context_.environment(), "Location.partlyThere"));
             } else {
                 addPlanned(candidate, collection->location, contents, {*collection});
             }
@@ -177,7 +177,7 @@ class Planner {
     void addPlanned(const LocationCandidate& candidate, const fs::path& location, Account::Contents contents,
                     const std::vector<platform::FoundCollection>& collections) {
         PlannedAccount one;
-        one.account = accountFor(location.string(), candidate.addresses);
+        one.account = accountFor(*context_.environment(), location.string(), candidate.addresses);
         one.account.contents = contents;
         one.knownFrom = candidate.knownFrom;
         one.needsConsent = candidate.needsConsent;
@@ -216,20 +216,23 @@ class Planner {
     void refuse(const LocationCandidate& candidate) {
         const std::string& name = candidate.location.native();
         if (isTooWide(candidate.location)) {
-            plan_.refusals.emplace_back(ExitCode::failed,
-                                        name + ": too wide; name the folders of the calendars themselves");
+            plan_.refusals.emplace_back(
+                ExitCode::failed, name + ": " + companionText(*context_.environment(), "Location.tooWide"));
             return;
         }
-        const auto known = std::ranges::find_if(
-            existing_, [&](const Account& one) { return isSameAccount(one, accountFor(name, {})); });
+        const auto known = std::ranges::find_if(existing_, [&](const Account& one) {
+            return isSameAccount(one, accountFor(*context_.environment(), name, {}));
+        });
         if (known != existing_.end()) {
             placeOfExisting(static_cast<std::size_t>(known - existing_.begin()));
             return;
         }
-        const auto examination = examineLocation(*context_.environment(), accountFor(name, {}));
-        const std::string refusal = examination.refusalCode == ExitCode::nothingThere
-                                        ? name + ": no .ics or .vcf files in this folder or its subfolders"
-                                        : examination.refusal;
+        const auto examination =
+            examineLocation(*context_.environment(), accountFor(*context_.environment(), name, {}));
+        const std::string refusal =
+            examination.refusalCode == ExitCode::nothingThere
+                ? name + ": " + companionText(*context_.environment(), "Location.noCalendarsOrCards")
+                : examination.refusal;
         plan_.refusals.emplace_back(examination.refusalCode, refusal);
     }
 
@@ -245,8 +248,9 @@ class Planner {
 
 }  // namespace
 
-std::string PlannedAccount::counts() const {
-    return holdsContacts() ? counted(contacts.report.cards, "contact") : countsText(calendars.report);
+std::string PlannedAccount::counts(const platform::Environment& environment) const {
+    return holdsContacts() ? companionCount(environment, "Count.contacts", contacts.report.cards)
+                           : countsText(environment, calendars.report);
 }
 
 std::size_t PlannedAccount::skipped() const {

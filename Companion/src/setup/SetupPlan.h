@@ -28,7 +28,7 @@ struct PlannedAccount {
 
     bool holdsContacts() const { return account.contents == platform::Account::Contents::contacts; }
     /// "2 calendars, 31 events" or "52 contacts".
-    std::string counts() const;
+    std::string counts(const platform::Environment& environment) const;
     /// Items, cards and files that were passed over.
     std::size_t skipped() const;
 };
