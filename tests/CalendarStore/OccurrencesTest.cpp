@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace {
 
 using test::CalendarFixture;
@@ -254,6 +256,30 @@ TEST(Occurrences, HostileRulesCostLittleAndAreTold) {
     EXPECT_THAT(fixture.list("2026-03-04T08:00:00Z", "2026-06-04T09:00:00Z"),
                 Contains("2026-03-04 09:00Z 0m meeting"));
     EXPECT_THAT(fixture.diagnostics(), Contains(HasSubstr("too many occurrences")));
+}
+
+TEST(Occurrences, ManyHostileSeriesShareOneBudgetAndLeaveTheOthersComplete) {
+    CalendarFixture fixture;
+    std::string items;
+    for (int i = 0; i < 300; ++i) {
+        const auto number = std::to_string(i);
+        items += event("UID:s" + number + "\nSUMMARY:bad\nDTSTART:20260304T000000Z\nRRULE:FREQ=SECONDLY" +
+                       (i % 2 == 0 ? "" : ";COUNT=2000000000;BYSECOND=1"));
+        items += event("UID:d" + number +
+                       "\nSUMMARY:daily\nDTSTART;TZID=Nowhere:20260101T090000\n"
+                       "RRULE:FREQ=DAILY;BYHOUR=9;COUNT=5000");
+    }
+    const auto lines = fixture.list(items, "2026-03-04T00:00:00Z", "2026-04-03T00:00:00Z");
+    EXPECT_EQ(std::ranges::count_if(lines, [](const auto& line) { return line.ends_with("daily"); }),
+              300 * 30);
+    const auto reports = fixture.diagnostics();
+    EXPECT_EQ(std::ranges::count_if(
+                  reports, [](const auto& text) { return text.find("too many occ") != std::string::npos; }),
+              300);
+    EXPECT_EQ(std::ranges::count_if(
+                  reports, [](const auto& text) { return text.find("Nowhere") != std::string::npos; }),
+              100);
+    EXPECT_LT(lines.size(), 140'000u);
 }
 
 }  // namespace

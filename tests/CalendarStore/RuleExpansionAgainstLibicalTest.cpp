@@ -63,7 +63,8 @@ Instances ours(const std::string& rule, std::int64_t start, std::int64_t from, s
     const RecurrenceSet set(item, ZonedTime{localTimeOf(start), TimeZone::utc(), false}, resolver);
     std::vector<RecurrenceSet::Instance> found;
     const auto date = [](std::int64_t seconds) { return TimeZone::utc().date(localTimeOf(seconds)); };
-    EXPECT_TRUE(set.instances(date(from), date(to), found)) << rule;
+    ExpansionBudget budget;
+    EXPECT_TRUE(set.instances(date(from), date(to), found, budget)) << rule;
     Instances instances;
     for (const auto& instance : found)
         instances.push_back(secondsOf(instance.start.local));

@@ -130,7 +130,7 @@ TEST(RuleExpansion, ARuleOfSecondsIsStopped) {
         return true;
     });
     EXPECT_EQ(outcome, RuleExpansion::Outcome::tooMany);
-    EXPECT_LE(seen, RuleExpansion::maximumSteps);
+    EXPECT_LE(seen, ExpansionBudget::maximum.steps);
 }
 
 TEST(RecurrenceRule, WrongPartsAreNamed) {
@@ -149,6 +149,22 @@ TEST(RecurrenceRule, WrongPartsAreNamed) {
         EXPECT_FALSE(RecurrenceRule::parse(rule, problem)) << rule;
         EXPECT_EQ(problem, reason);
     }
+}
+
+TEST(RuleExpansion, TheStepsOfManySeriesAreBoundedTogether) {
+    std::string problem;
+    const auto rule = RecurrenceRule::parse("FREQ=SECONDLY", problem);
+    const RuleExpansion expansion(*rule, {2026, 3, 4, 0, 0, 0}, false);
+    ExpansionBudget budget;
+    for (int i = 0; i < 300; ++i) {
+        budget.beginSeries();
+        EXPECT_EQ(
+            expansion.visit(
+                secondsOf({2026, 3, 4}), secondsOf({2027, 3, 4}), [](std::int64_t) { return true; }, budget),
+            RuleExpansion::Outcome::tooMany);
+    }
+    EXPECT_GT(budget.stepsTaken(), 300 * ExpansionBudget::share.steps);
+    EXPECT_LT(budget.stepsTaken(), ExpansionBudget::reserve.steps + 301 * ExpansionBudget::share.steps);
 }
 
 }  // namespace

@@ -104,15 +104,15 @@ void CollectionIndex::reportTooMany(const Series& series) const {
                                    .text = "too many occurrences; only the first ones are shown"});
 }
 
-std::vector<const Series*> CollectionIndex::collect(
-    Date from, Date to, std::vector<std::pair<Occurrence, const Series*>>& into) const {
-    std::vector<const Series*> tooMany;
+CollectionIndex::Collected CollectionIndex::collect(Date from, Date to, bool onlyComplete) const {
+    Collected result;
+    ExpansionBudget budget;
     std::vector<Occurrence> found;
     const auto add = [&](const Series* series) {
         found.clear();
-        if (!series->occurrences(from, to, found)) tooMany.push_back(series);
+        if (!series->occurrences(from, to, found, budget)) result.cut.push_back(series);
         for (const auto& occurrence : found)
-            into.emplace_back(occurrence, series);
+            result.occurrences.emplace_back(occurrence, series);
     };
     const auto firstTouching =
         std::lower_bound(latestEnd_.begin(), latestEnd_.end(), from) - latestEnd_.begin();
@@ -123,8 +123,9 @@ std::vector<const Series*> CollectionIndex::collect(
     for (const auto* series : recurring_) {
         if (series->lastMoment() && *series->lastMoment() < from) break;
         if (series->firstMoment() <= to) add(series);
+        if (onlyComplete && !result.cut.empty()) break;
     }
-    return tooMany;
+    return result;
 }
 
 void CollectionIndex::widen(Date from, Date to) const {
@@ -144,17 +145,18 @@ void CollectionIndex::widen(Date from, Date to) const {
         }
     }
     // Too much for a wide interval may still fit the one asked for.
-    std::vector<std::pair<Occurrence, const Series*>> found;
-    if (window.neverWide || !collect(wantedFrom, wantedTo, found).empty()) {
+    Collected collected;
+    if (!window.neverWide) collected = collect(wantedFrom, wantedTo, true);
+    if (window.neverWide || !collected.cut.empty()) {
         window.neverWide = true;
-        found.clear();
         wantedFrom = from;
         wantedTo = to;
-        const auto tooMany = collect(from, to, found);
-        for (const Series* series : tooMany)
+        collected = collect(from, to, false);
+        for (const Series* series : collected.cut)
             reportTooMany(*series);
-        window.complete = tooMany.empty();
+        window.complete = collected.cut.empty();
     }
+    auto& found = collected.occurrences;
     window.from = wantedFrom;
     window.to = wantedTo;
     std::sort(found.begin(), found.end(),
@@ -210,7 +212,9 @@ EKEventRef CollectionIndex::event(const std::string& identifier, const EKCalenda
     for (const double days : {2.0, 62.0, 800.0, 15000.0}) {
         std::vector<Occurrence> found;
         const auto from = series.firstMoment();
-        series.occurrences(from, std::max(from, series.firstMoment().addingTimeInterval(days * day)), found);
+        ExpansionBudget budget;
+        series.occurrences(from, std::max(from, series.firstMoment().addingTimeInterval(days * day)), found,
+                           budget);
         const auto first = std::min_element(found.begin(), found.end(),
                                             [](const auto& a, const auto& b) { return a.start < b.start; });
         if (first != found.end()) return eventOf(*first, series, calendar);

@@ -62,14 +62,19 @@ class CollectionIndex {
     void sortIntoLists();
     void takeOver(const CollectionIndex& former,
                   const std::vector<std::shared_ptr<const ScannedFile>>& files);
-    /// The series of which only the first occurrences were appended, because there are too many.
-    std::vector<const Series*> collect(Date from, Date to,
-                                       std::vector<std::pair<Occurrence, const Series*>>& into) const;
+    struct Collected {
+        std::vector<std::pair<Occurrence, const Series*>> occurrences;
+        /// The series of which only the first occurrences are there, because there are too many.
+        std::vector<const Series*> cut;
+    };
+    /// `onlyComplete`: ends at the first series that is cut.
+    Collected collect(Date from, Date to, bool onlyComplete) const;
     void reportTooMany(const Series& series) const;
     std::shared_ptr<const ItemDetails> detailsOf(const ItemRecord& record) const;
     EKEventRef eventOf(const Occurrence& occurrence, const Series& series,
                        const EKCalendarRef& calendar) const;
-    EKReminderRef taskOf(const Series& series, Date now, const EKCalendarRef& calendar) const;
+    EKReminderRef taskOf(const Series& series, Date now, const EKCalendarRef& calendar,
+                         ExpansionBudget& budget) const;
     EKReminderRef makeTask(const Series& series, const Occurrence& occurrence,
                            const EKCalendarRef& calendar) const;
     void widen(Date from, Date to) const;

@@ -24,4 +24,7 @@ constexpr std::size_t zoneNameBytes = 255;
 /// Longer parameter lists are reduced to the parameters that a record is made of, each up to this length.
 constexpr std::size_t parameterBytes = 1024;
 
+/// Reported of one file by one reader; the rest is only counted or mentioned.
+constexpr int problems = 100;
+
 }  // namespace platform::limits

@@ -18,7 +18,6 @@ namespace {
 /// Deeper components are passed over; calendars nest three levels.
 constexpr std::size_t maximumDepth = 16;
 /// Problems of one file that are told one by one.
-constexpr int maximumTold = 100;
 /// Of a value that a diagnostic names.
 constexpr std::size_t shownBytes = 40;
 
@@ -136,8 +135,8 @@ class Scanner {
             line_ = 0;
             tell("no calendar in this file");
         }
-        if (told_ > maximumTold) {
-            const auto more = std::to_string(told_ - maximumTold) + " more problems in this file";
+        if (told_ > limits::problems) {
+            const auto more = std::to_string(told_ - limits::problems) + " more problems in this file";
             diagnostics_.report({.file = file_.path, .text = more});
         }
     }
@@ -146,7 +145,7 @@ class Scanner {
 
   private:
     void tell(std::string text, std::string_view field = {}) {
-        if (++told_ > maximumTold) return;
+        if (++told_ > limits::problems) return;
         diagnostics_.report({.file = file_.path,
                              .line = line_ > 0 ? std::optional(line_) : std::nullopt,
                              .field = shortened(field, 200),

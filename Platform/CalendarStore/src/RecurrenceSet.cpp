@@ -36,6 +36,16 @@ bool isSkippedDay(const ZonedTime& time) {
     return time.instant() == time.zone.date(localTimeOf(secondsOf(time.local) + 86400));
 }
 
+/// Seconds by which the wall clock may be shifted against a moment by a change of offset near it.
+std::int64_t possibleShift(const TimeZone& zone, Date moment) {
+    constexpr int day = 86400;
+    const int offset = zone.offsetAt(moment);
+    for (const int distance : {-2 * day, -day, day, 2 * day}) {
+        if (zone.offsetAt(moment.addingTimeInterval(distance)) != offset) return day;
+    }
+    return 0;
+}
+
 }  // namespace
 
 void MomentSet::insert(const ZonedTime& time, bool eventIsDate) {
@@ -159,34 +169,36 @@ std::optional<Date> RecurrenceSet::boundOf(const Rule& rule) const {
 /// addition. False when the rule was too much work.
 template <class Visit>
 bool RecurrenceSet::visit(const Rule& rule, bool isExclusion, std::int64_t from, std::int64_t to,
-                          const Visit& visit) const {
+                          ExpansionBudget& budget, const Visit& visit) const {
     const auto start = secondsOf(start_.local);
     if (rule.untilLocal) to = std::min(to, *rule.untilLocal);
     // Counting needs every instance from the start on.
     int seen = 0;
-    const auto outcome =
-        rule.expansion.visit(rule.count ? start : std::max(from, start), to, [&](std::int64_t local) {
+    const auto outcome = rule.expansion.visit(
+        rule.count ? start : std::max(from, start), to,
+        [&](std::int64_t local) {
             if (rule.count && ++seen > *rule.count) return false;
             if (local == start && !isExclusion) return true;
             if (local < from) return true;
             ZonedTime time{localTimeOf(local), start_.zone, start_.isDate};
             if (rule.untilInstant && time.instant() > *rule.untilInstant) return false;
             return visit(std::move(time));
-        });
+        },
+        budget);
     return outcome != RuleExpansion::Outcome::tooMany;
 }
 
-bool RecurrenceSet::instances(Date from, Date to, std::vector<Instance>& into) const {
+bool RecurrenceSet::instances(Date from, Date to, std::vector<Instance>& into,
+                              ExpansionBudget& budget) const {
     bool complete = true;
     std::unordered_set<double> taken;
     std::unordered_set<double> excludedByRule;
-    // The wall clock may be shifted against the window's bounds by a change of offset.
-    const auto localFrom = secondsOf(start_.zone.localTime(from)) - 86400;
-    const auto localTo = secondsOf(start_.zone.localTime(to)) + 86400;
+    const auto localFrom = secondsOf(start_.zone.localTime(from)) - possibleShift(start_.zone, from);
+    const auto localTo = secondsOf(start_.zone.localTime(to)) + possibleShift(start_.zone, to);
     for (const auto& rule : exclusionRules_) {
-        complete &= visit(rule, true, localFrom, localTo, [&](const ZonedTime& time) {
+        complete &= visit(rule, true, localFrom, localTo, budget, [&](const ZonedTime& time) {
             excludedByRule.insert(time.instant().timeIntervalSinceReferenceDate());
-            complete &= excludedByRule.size() < maximumInstances;
+            complete &= budget.takeInstance();
             return complete;
         });
     }
@@ -195,11 +207,13 @@ bool RecurrenceSet::instances(Date from, Date to, std::vector<Instance>& into) c
         if (instant < from || instant > to || exclusions_.contains(time)) return;
         const auto seconds = instant.timeIntervalSinceReferenceDate();
         if (!excludedByRule.empty() && excludedByRule.contains(seconds)) return;
-        if (taken.insert(seconds).second) into.push_back({time, length});
+        if (!taken.insert(seconds).second) return;
+        into.push_back({time, length});
+        budget.takeInstance();
     };
     // Added dates first: one with a length of its own stands before the rule's instance at that moment.
     for (const auto& date : dates_) {
-        if (into.size() >= maximumInstances) {
+        if (!budget.hasInstances()) {
             complete = false;
             break;
         }
@@ -207,9 +221,9 @@ bool RecurrenceSet::instances(Date from, Date to, std::vector<Instance>& into) c
     }
     add(start_, {});
     for (const auto& rule : rules_) {
-        complete &= visit(rule, false, localFrom, localTo, [&](const ZonedTime& time) {
+        complete &= visit(rule, false, localFrom, localTo, budget, [&](const ZonedTime& time) {
             if (!isSkippedDay(time)) add(time, {});
-            if (into.size() < maximumInstances) return true;
+            if (budget.hasInstances()) return true;
             complete = false;
             return false;
         });

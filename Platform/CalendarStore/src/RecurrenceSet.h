@@ -31,14 +31,12 @@ class RecurrenceSet {
         /// Of an added date with a length of its own.
         std::optional<ItemLength> length;
     };
-    /// Instances handed out for one interval, at most.
-    static constexpr std::size_t maximumInstances = 20'000;
 
     RecurrenceSet(const ScannedItem& item, const ZonedTime& start, TimeResolver& resolver);
 
     /// Appends the instances that start in [from, to], in no order, each once. False when there are more
-    /// than the bounds allow; the first ones are there then.
-    bool instances(Date from, Date to, std::vector<Instance>& into) const;
+    /// than the budget allows; the first ones are there then.
+    bool instances(Date from, Date to, std::vector<Instance>& into, ExpansionBudget& budget) const;
 
     bool recurs() const { return !rules_.empty() || !dates_.empty(); }
     /// Start of the first instance, and a bound for the last one's; absent: without end.
@@ -62,7 +60,7 @@ class RecurrenceSet {
     std::optional<Date> boundOf(const Rule& rule) const;
     template <class Visit>
     bool visit(const Rule& rule, bool isExclusion, std::int64_t from, std::int64_t to,
-               const Visit& visit) const;
+               ExpansionBudget& budget, const Visit& visit) const;
 
     ZonedTime start_;
     std::vector<Rule> rules_;

@@ -227,16 +227,18 @@ std::int64_t RuleExpansion::lastSecond() {
     return secondsOf({lastYear, 12, 31, 23, 59, 59});
 }
 
-RuleExpansion::Outcome RuleExpansion::visit(std::int64_t from, std::int64_t to, const Visitor& visit) const {
+RuleExpansion::Outcome RuleExpansion::visit(std::int64_t from, std::int64_t to, const Visitor& visit,
+                                            ExpansionBudget& budget) const {
     from = std::max(from, start_);
     to = std::min(to, lastSecond());
     if (from > to) return Outcome::finished;
-    return rule_.frequency < Frequency::daily ? visitTimes(from, to, visit) : visitDays(from, to, visit);
+    return rule_.frequency < Frequency::daily ? visitTimes(from, to, visit, budget)
+                                              : visitDays(from, to, visit, budget);
 }
 
 /// Years, months, weeks and days.
-RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t to,
-                                                const Visitor& visit) const {
+RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t to, const Visitor& visit,
+                                                ExpansionBudget& budget) const {
     const auto startDay = floorDivide(start_, secondsPerDay);
     const auto fromDay = floorDivide(from, secondsPerDay);
     const Day first(startDay);
@@ -260,8 +262,8 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
             break;
     }
     std::vector<std::int64_t> days;
-    int steps = 0;
     for (auto period = distance / rule_.interval * rule_.interval;; period += rule_.interval) {
+        std::int64_t steps = 1;
         std::int64_t begin = 0;
         std::int64_t end = 0;
         if (rule_.frequency == Frequency::yearly) {
@@ -282,7 +284,7 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
             end = begin + (weekly ? 6 : 0);
         }
         if (begin * secondsPerDay > to) return Outcome::finished;
-        if (++steps > maximumSteps) return Outcome::tooMany;
+        if (!budget.takeSteps(steps)) return Outcome::tooMany;
 
         days.clear();
         const bool singleMonth =
@@ -298,7 +300,7 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
             if (instance < from) return true;
             if (instance > to) {
                 outcome = Outcome::finished;
-            } else if (++steps > maximumSteps) {
+            } else if (!budget.takeSteps()) {
                 outcome = Outcome::tooMany;
             } else if (!visit(instance)) {
                 outcome = Outcome::stopped;
@@ -310,8 +312,8 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
 }
 
 /// Hours, minutes and seconds: days, hours and minutes that the rule leaves out are leapt over.
-RuleExpansion::Outcome RuleExpansion::visitTimes(std::int64_t from, std::int64_t to,
-                                                 const Visitor& visit) const {
+RuleExpansion::Outcome RuleExpansion::visitTimes(std::int64_t from, std::int64_t to, const Visitor& visit,
+                                                 ExpansionBudget& budget) const {
     const auto unit = periodSeconds(rule_.frequency);
     const auto origin = floorDivide(start_, unit) * unit;
     const auto step = unit * rule_.interval;
@@ -322,10 +324,9 @@ RuleExpansion::Outcome RuleExpansion::visitTimes(std::int64_t from, std::int64_t
         return !list.empty() && !contains(list, static_cast<int>(value));
     };
     std::vector<std::int64_t> instances;
-    int steps = 0;
     std::int64_t checkedDay = INT64_MIN;
     for (auto period = firstAtOrAfter(from - unit + 1); period <= to;) {
-        if (++steps > maximumSteps) return Outcome::tooMany;
+        if (!budget.takeSteps()) return Outcome::tooMany;
         const auto day = floorDivide(period, secondsPerDay);
         const auto second = period - day * secondsPerDay;
         if (day != checkedDay && !passes(Day(day))) {
@@ -360,7 +361,7 @@ RuleExpansion::Outcome RuleExpansion::visitTimes(std::int64_t from, std::int64_t
         for (const auto instance : instances) {
             if (instance < from) continue;
             if (instance > to) return Outcome::finished;
-            if (++steps > maximumSteps) return Outcome::tooMany;
+            if (!budget.takeSteps()) return Outcome::tooMany;
             if (!visit(instance)) return Outcome::stopped;
         }
         period += step;

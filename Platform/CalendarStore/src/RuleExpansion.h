@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ExpansionBudget.h"
 #include "RecurrenceRule.h"
 
 #include <Foundation/TimeZone.h>
@@ -13,22 +14,26 @@ namespace platform {
 ///
 /// A period (year, month, week, day, hour, minute or second, every INTERVAL-th from the start's) is filled
 /// by itself, so that a rule without COUNT begins near the interval asked for, however long it has been
-/// running, and every search ends: work is bounded by the number of periods looked at.
+/// running, and every search ends: work is bounded by the budget.
 class RuleExpansion {
   public:
     enum class Outcome { finished, stopped, tooMany };
     /// No rule yields anything after it: the end of the year 9999.
     static std::int64_t lastSecond();
-    /// Periods and instances that one call looks at, at most.
-    static constexpr int maximumSteps = 400'000;
 
     /// `allDay`: times of day in the rule count for nothing.
     RuleExpansion(const RecurrenceRule& rule, const LocalTime& start, bool allDay);
 
     /// Hands the instances in [from, to] that do not lie before the start to `visit`, ascending, until it
-    /// gives false. COUNT and UNTIL are the caller's.
+    /// gives false. COUNT and UNTIL are the caller's. `tooMany` when the series may take no more steps.
     using Visitor = std::function<bool(std::int64_t)>;
-    Outcome visit(std::int64_t from, std::int64_t to, const Visitor& visit) const;
+    Outcome visit(std::int64_t from, std::int64_t to, const Visitor& visit, ExpansionBudget& budget) const;
+
+    /// With a budget of its own.
+    Outcome visit(std::int64_t from, std::int64_t to, const Visitor& visitor) const {
+        ExpansionBudget budget;
+        return visit(from, to, visitor, budget);
+    }
 
     /// False when a search of some decades finds no instance after the start.
     bool yieldsAnything() const;
@@ -44,8 +49,10 @@ class RuleExpansion {
     template <class Visit>
     bool visitInstances(const std::vector<std::int64_t>& days, std::int64_t from, const Visit& visit) const;
     void applySetPositions(std::vector<std::int64_t>& instances) const;
-    Outcome visitDays(std::int64_t from, std::int64_t to, const Visitor& visit) const;
-    Outcome visitTimes(std::int64_t from, std::int64_t to, const Visitor& visit) const;
+    Outcome visitDays(std::int64_t from, std::int64_t to, const Visitor& visit,
+                      ExpansionBudget& budget) const;
+    Outcome visitTimes(std::int64_t from, std::int64_t to, const Visitor& visit,
+                       ExpansionBudget& budget) const;
 
     RecurrenceRule rule_;
     std::int64_t start_;

@@ -98,15 +98,18 @@ Occurrence Series::occurrenceOf(const RecurrenceSet::Instance& instance) const {
     return occurrence;
 }
 
-bool Series::occurrences(Date from, Date to, std::vector<Occurrence>& into) const {
+bool Series::occurrences(Date from, Date to, std::vector<Occurrence>& into, ExpansionBudget& budget) const {
     const auto touches = [&](const Occurrence& occurrence) {
         return occurrence.start <= to && occurrence.end >= from;
     };
     bool complete = true;
     if (set_) {
+        budget.beginSeries();
         std::vector<RecurrenceSet::Instance> instances;
         const auto latest = ranges_.empty() ? to : to.addingTimeInterval(reach_);
-        complete = set_->instances(from.addingTimeInterval(-reach_), latest, instances);
+        complete = set_->instances(from.addingTimeInterval(-reach_), latest, instances, budget);
+        if (!complete && budget.isReduced() && instances.size() > ExpansionBudget::keptOfReduced)
+            instances.erase(instances.begin() + ExpansionBudget::keptOfReduced, instances.end());
         for (const auto& instance : instances) {
             if (replaced_.contains(instance.start)) continue;
             const auto occurrence = occurrenceOf(instance);

@@ -45,8 +45,8 @@ class Series {
     bool recurs() const { return recurs_; }
 
     /// Appends the occurrences with start <= to and end >= from, in no order. False when there are more than
-    /// the bounds allow.
-    bool occurrences(Date from, Date to, std::vector<Occurrence>& into) const;
+    /// the budget allows; the first ones are appended then.
+    bool occurrences(Date from, Date to, std::vector<Occurrence>& into, ExpansionBudget& budget) const;
 
     /// Nothing of the series stands before the first and after the last moment; absent: without end.
     Date firstMoment() const { return firstMoment_; }

@@ -18,11 +18,12 @@ bool hasDue(const ScannedItem& item) {
 }
 
 /// The occurrence that a recurring task stands for: the next open one, else the last open one, else the
-/// last of all.
-Occurrence standing(const Series& series, Date now) {
+/// last of all. `isCut`: it was looked for among the first ones only, because there are too many.
+Occurrence standing(const Series& series, Date now, ExpansionBudget& budget, bool& isCut) {
+    bool complete = true;
     const auto search = [&](Date from, Date to) {
         std::vector<Occurrence> found;
-        series.occurrences(from, to, found);
+        complete &= series.occurrences(from, to, found, budget);
         std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.end < b.end; });
         return found;
     };
@@ -35,6 +36,7 @@ Occurrence standing(const Series& series, Date now) {
         if (next != ahead.end()) return *next;
     }
     const auto past = search(series.firstMoment(), now);
+    isCut = !complete;
     const auto last = std::find_if(past.rbegin(), past.rend(), isOpen);
     if (last != past.rend()) return *last;
     if (!past.empty()) return past.back();
@@ -56,13 +58,16 @@ DateComponents componentsOf(const Calendar& calendar, Date moment, bool isDate) 
 
 }  // namespace
 
-EKReminderRef CollectionIndex::taskOf(const Series& series, Date now, const EKCalendarRef& calendar) const {
+EKReminderRef CollectionIndex::taskOf(const Series& series, Date now, const EKCalendarRef& calendar,
+                                      ExpansionBudget& budget) const {
     const auto& first = series.master() ? *series.master() : series.overrides().front();
     const bool masterDone = series.master() && isDone(*series.master());
     const bool standsAlone = masterDone || !series.recurs() || (!first.item->start && !first.item->end);
+    bool isCut = false;
     const auto occurrence =
         standsAlone ? Occurrence{first.start.instant(), first.length.endAfter(first.start), {}, false, &first}
-                    : standing(series, now);
+                    : standing(series, now, budget, isCut);
+    if (isCut) reportTooMany(series);
     if (auto made = made_->task(occurrence, series); made && made->calendar == calendar) return made;
     auto task = makeTask(series, occurrence, calendar);
     made_->add(occurrence, task);
@@ -108,9 +113,10 @@ EKReminderRef CollectionIndex::makeTask(const Series& series, const Occurrence& 
 void CollectionIndex::appendOpenTasks(Date from, Date to, Date now, const EKCalendarRef& calendar,
                                       std::vector<EKReminderRef>& into) const {
     std::lock_guard lock(mutex_);
+    ExpansionBudget budget;
     for (const auto& series : tasks_) {
         if (series->firstMoment() > to || (series->lastMoment() && *series->lastMoment() < from)) continue;
-        auto task = taskOf(*series, now, calendar);
+        auto task = taskOf(*series, now, calendar, budget);
         if (task->isCompleted || !task->dueDate || *task->dueDate < from || *task->dueDate > to) continue;
         into.push_back(std::move(task));
     }
@@ -119,8 +125,9 @@ void CollectionIndex::appendOpenTasks(Date from, Date to, Date now, const EKCale
 void CollectionIndex::appendTasks(Date now, const EKCalendarRef& calendar,
                                   std::vector<EKReminderRef>& into) const {
     std::lock_guard lock(mutex_);
+    ExpansionBudget budget;
     for (const auto& series : tasks_)
-        into.push_back(taskOf(*series, now, calendar));
+        into.push_back(taskOf(*series, now, calendar, budget));
 }
 
 EKReminderRef CollectionIndex::task(const std::string& identifier, Date now,
@@ -131,7 +138,8 @@ EKReminderRef CollectionIndex::task(const std::string& identifier, Date now,
     const auto& record = series.master() ? *series.master() : series.overrides().front();
     if (record.item->kind != ScannedItem::Kind::task) return nullptr;
     std::lock_guard lock(mutex_);
-    return taskOf(series, now, calendar);
+    ExpansionBudget budget;
+    return taskOf(series, now, calendar, budget);
 }
 
 }  // namespace platform

@@ -1,5 +1,7 @@
 #include "ZonedTime.h"
 
+#include "ItemLimits.h"
+
 #include <algorithm>
 
 namespace platform {
@@ -11,7 +13,11 @@ Date ItemLength::endAfter(const ZonedTime& start) const {
 }
 
 void TimeResolver::tell(const ScannedItem& item, std::string text) {
-    diagnostics_.report({.file = file_, .line = item.line, .field = item.uid, .text = std::move(text)});
+    if (++told_ <= limits::problems) {
+        diagnostics_.report({.file = file_, .line = item.line, .field = item.uid, .text = std::move(text)});
+    } else if (told_ == limits::problems + 1) {
+        diagnostics_.report({.file = file_, .text = "more problems with times in this file"});
+    }
 }
 
 ZonedTime TimeResolver::resolve(const WrittenTime& time, const ScannedItem& item,

@@ -58,6 +58,8 @@ class TimeResolver {
     TimeZone userZone_;
     ZoneLookup zones_;
     DiagnosticsSink& diagnostics_;
+    /// Reports of this file so far.
+    int told_ = 0;
 };
 
 }  // namespace platform
