@@ -42,9 +42,9 @@ void measure(benchmark::State& state, const std::string& language, const std::st
 }
 
 #define IN_EACH_LANGUAGE(name, text)                       \
-    BENCHMARK_CAPTURE(measure, name_en, "en", "US", text); \
-    BENCHMARK_CAPTURE(measure, name_de, "de", "DE", text); \
-    BENCHMARK_CAPTURE(measure, name_he, "he", "IL", text)
+    BENCHMARK_CAPTURE(measure, name##_en, "en", "US", text); \
+    BENCHMARK_CAPTURE(measure, name##_de, "de", "DE", text); \
+    BENCHMARK_CAPTURE(measure, name##_he, "he", "IL", text)
 
 IN_EACH_LANGUAGE(relative, [](Date date, const ClockReading& clock, const Formatters& formatters) {
     return hbr::relativeText(date, clock, formatters);
