@@ -96,13 +96,7 @@ std::string task(const std::string& lines) {
 }
 
 TEST(Tasks, DueMomentsAndAlarms) {
-    struct Case {
-        const char* lines;
-        const char* due;
-        bool hasHour;
-        bool hasAlarms;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, const char*, bool, bool> cases[] = {
         {"DUE:20260304T120000Z", "2026-03-04T12:00:00Z", true, true},
         // 02:30 comes twice there.
         {"DUE:20261025T003000Z", "2026-10-25T00:30:00Z", true, true},
@@ -117,8 +111,7 @@ TEST(Tasks, DueMomentsAndAlarms) {
         // The next open one, whatever was left undone before.
         {"DTSTART:20260101T120000Z\nDUE:20260101T120000Z\nRRULE:FREQ=DAILY", "2026-03-04T12:00:00Z", true,
          true},
-        {"DUE:20260303T120000Z\nRRULE:FREQ=DAILY", "2026-03-04T12:00:00Z", true, true},
-    };
+        {"DUE:20260303T120000Z\nRRULE:FREQ=DAILY", "2026-03-04T12:00:00Z", true, true}};
     for (const auto& [lines, due, hasHour, hasAlarms] : cases) {
         CalendarFixture fixture;
         fixture.write("a.ics", test::calendar(task(lines)));

@@ -101,11 +101,7 @@ void expectAgreement(const std::string& rule, std::int64_t start) {
 }
 
 TEST(RuleExpansion, AgreesWithLibicalOnRulesOfEveryFrequency) {
-    struct Case {
-        const char* rule;
-        LocalTime start;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, LocalTime> cases[] = {
         {"FREQ=SECONDLY;INTERVAL=45;BYMINUTE=0,30", {2026, 3, 4, 9, 0, 0}},
         {"FREQ=MINUTELY;INTERVAL=1441", {2026, 2, 27, 23, 30, 0}},
         {"FREQ=MINUTELY;INTERVAL=7;COUNT=9", {2024, 2, 29, 23, 30, 0}},
@@ -125,8 +121,7 @@ TEST(RuleExpansion, AgreesWithLibicalOnRulesOfEveryFrequency) {
         {"FREQ=YEARLY;BYYEARDAY=-306", {2024, 3, 1, 9, 0, 0}},
         {"FREQ=YEARLY;BYDAY=53TH", {2026, 12, 31, 9, 0, 0}},
         {"FREQ=YEARLY;BYDAY=SU;BYSETPOS=-2", {2026, 12, 20, 9, 0, 0}},
-        {"FREQ=YEARLY;BYWEEKNO=20;BYDAY=MO;WKST=SU", {2026, 5, 18, 9, 0, 0}},
-    };
+        {"FREQ=YEARLY;BYWEEKNO=20;BYDAY=MO;WKST=SU", {2026, 5, 18, 9, 0, 0}}};
     for (const auto& [rule, start] : cases)
         expectAgreement(rule, secondsOf(start));
 }

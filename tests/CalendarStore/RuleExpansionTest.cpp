@@ -39,12 +39,7 @@ std::string instances(std::string_view rule, std::string_view start, std::size_t
 }
 
 TEST(RuleExpansion, DaysOfEachKindOfRule) {
-    struct Case {
-        const char* rule;
-        const char* start;
-        const char* expected;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"FREQ=DAILY;INTERVAL=10", "20260225", "20260225 20260307 20260317"},
         {"FREQ=DAILY;BYMONTH=1;BYDAY=MO", "20260105", "20260105 20260112 20260119 20260126 20270104"},
         {"FREQ=WEEKLY;INTERVAL=2;BYDAY=TU,SU;WKST=MO", "19970805", "19970805 19970810 19970819 19970824"},
@@ -80,8 +75,7 @@ TEST(RuleExpansion, DaysOfEachKindOfRule) {
         {"FREQ=WEEKLY;BYDAY=WE,TU,WE", "20260303", "20260303 20260304 20260310 20260311"},
         {"FREQ=MONTHLY;BYMONTHDAY=-27,4,12;BYSETPOS=-2", "19980904", "19980904 19981005 19981104"},
         {"freq=weekly;byday=we;x-foo=1;", "20260304", "20260304 20260311"},
-        {"FREQ=WEEKLY;BYDAY=", "20260304", "20260304 20260311"},
-    };
+        {"FREQ=WEEKLY;BYDAY=", "20260304", "20260304 20260311"}};
     for (const auto& [rule, start, expected] : cases) {
         const auto wanted = std::string(expected);
         const auto count = static_cast<std::size_t>(std::count(wanted.begin(), wanted.end(), ' ')) + 1;

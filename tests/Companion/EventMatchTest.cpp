@@ -1,7 +1,6 @@
 #include <Companion/EventMatch.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <support/TestEnvironment.h>
 
 namespace {
@@ -23,23 +22,18 @@ TEST(EventMatch, FindsByIdBeginningOrPartOfTheTitle) {
         event("abc1", "Planning", "2026-03-02T09:00:00Z"), event("abc1", "Planning", "2026-03-03T09:00:00Z"),
         event("abd2", "Planning the Café", "2026-03-05T09:00:00Z"),
         event("x3", "Review", "2026-03-06T09:00:00Z"), event("x4", "abd", "2026-03-07T09:00:00Z")};
-    struct {
-        const char* wanted;
-        std::vector<std::string> ids;
-    } const cases[] = {
-        {"abc1", {"abc1"}},
-        {"abc", {"abc1"}},
-        {"ab", {"abc1", "abd2", "x4"}},
-        {"PLANNING", {"abc1"}},
-        {"lann", {"abc1", "abd2"}},
-        {"cafe\u0301", {"abd2"}},
-        {" review ", {"x3"}},
-        {"abd", {"x4"}},
-        {"ABC", {}},
-        {"nothing", {}},
-        {"", {}},
-        {" ", {}},
-    };
+    const std::pair<const char*, std::vector<std::string>> cases[] = {{"abc1", {"abc1"}},
+                                                                      {"abc", {"abc1"}},
+                                                                      {"ab", {"abc1", "abd2", "x4"}},
+                                                                      {"PLANNING", {"abc1"}},
+                                                                      {"lann", {"abc1", "abd2"}},
+                                                                      {"cafe\u0301", {"abd2"}},
+                                                                      {" review ", {"x3"}},
+                                                                      {"abd", {"x4"}},
+                                                                      {"ABC", {}},
+                                                                      {"nothing", {}},
+                                                                      {"", {}},
+                                                                      {" ", {}}};
     for (const auto& [wanted, ids] : cases) {
         std::vector<std::string> found;
         for (const auto& one : matchingEvents(events, wanted, test::at("2026-03-04T09:00:00Z")))

@@ -23,8 +23,7 @@ TEST(StatusTemplate, PutsEscapedValuesIntoItsOwnText) {
         {"<b>{start}</b> & {{{start}}}", "<b>10:00</b> & {10:00}"},
         {"{location}", ""},
         {"a } b", "a } b"},
-        {"", ""},
-    };
+        {"", ""}};
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(filled(text), expected);
     for (const char* bad : {"{titel}", "{", "{title", "{}", "{Title}"})
@@ -32,11 +31,7 @@ TEST(StatusTemplate, PutsEscapedValuesIntoItsOwnText) {
 }
 
 TEST(StatusTemplate, ShortensTheTitleFirstAndKeepsMarkupWhole) {
-    struct {
-        const char* text;
-        std::size_t length;
-        const char* expected;
-    } const cases[] = {
+    const std::tuple<const char*, std::size_t, const char*> cases[] = {
         {"{title} · {when}", 26, "Planning &amp; review · in 9 m"},
         {"{title} · {when}", 25, "Planning &amp; revi… · in 9 m"},
         {"{title} · {when}", 11, "P… · in 9 m"},
@@ -44,8 +39,7 @@ TEST(StatusTemplate, ShortensTheTitleFirstAndKeepsMarkupWhole) {
         {"{title} · {when}", 1, " · "},
         {"{when} {title}", 20, "in 9 m Planning &amp; r…"},
         {"<b>{title}</b>", 9, "<b>Planning…</b>"},
-        {"{title}", 10, "Planning…"},
-    };
+        {"{title}", 10, "Planning…"}};
     for (const auto& [text, length, expected] : cases)
         EXPECT_EQ(filled(text, length), expected) << length;
 }

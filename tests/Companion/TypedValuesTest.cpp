@@ -22,8 +22,7 @@ TEST(DurationText, ReadsSecondsMinutesAndHours) {
         {"5d", std::nullopt},
         {"1.5h", std::nullopt},
         {"9223372036854775807h", std::nullopt},
-        {"99999999999999999999", std::nullopt},
-    };
+        {"99999999999999999999", std::nullopt}};
     for (const auto& [text, seconds] : cases)
         EXPECT_EQ(hbr::secondsOfDuration(text), seconds) << text;
 }
@@ -46,8 +45,7 @@ TEST(MomentText, ReadsMomentsInTheUsersZone) {
         {"Europe/Berlin", "2026-3-29", ""},
         {"Europe/Berlin", "2026-03-29T", ""},
         {"Europe/Berlin", "noon", ""},
-        {"Europe/Berlin", "", ""},
-    };
+        {"Europe/Berlin", "", ""}};
     for (const auto& [zone, text, expected] : cases) {
         const platform::Calendar calendar(platform::TimeZone::named(zone).value());
         const auto moment = hbr::momentOf(text, calendar, now);
@@ -60,8 +58,7 @@ TEST(NearestName, ProposesWhatASlipMeant) {
     const std::pair<const char*, std::optional<std::string>> cases[] = {
         {"agneda", "agenda"},    {"Agenda", "agenda"},         {"cal", "calendars"},
         {"setings", "settings"}, {"acounts", "accounts"},      {"übung", "Übung"},
-        {"x", std::nullopt},     {"completely", std::nullopt}, {"", std::nullopt},
-    };
+        {"x", std::nullopt},     {"completely", std::nullopt}, {"", std::nullopt}};
     for (const auto& [word, expected] : cases)
         EXPECT_EQ(platform::nearestName(word, names), expected) << word;
 }

@@ -1,6 +1,5 @@
 #include <Companion/WhenText.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <support/TestEnvironment.h>
 
 namespace {
@@ -72,8 +71,7 @@ TEST(WhenText, ReadsWhatPeopleTypeInEveryShippedLanguage) {
         {"1 בדצמבר 8:00", "2026-12-01 08:00"},
         {"בעוד 20 דקות", "2026-11-25 10:20"},
         {"עוד שעתיים", "2026-11-25 12:00"},
-        {"בעוד חצי שעה", "2026-11-25 10:30"},
-    };
+        {"בעוד חצי שעה", "2026-11-25 10:30"}};
     for (const auto& [text, expected] : cases) {
         EXPECT_THAT(read(english, text), HasSubstr(expected)) << text;
         EXPECT_THAT(read(german, text), HasSubstr(expected)) << text;
@@ -112,8 +110,7 @@ TEST(WhenText, RefusesWhatIsAmbiguousPastOrIncompleteAndSaysWhatToType) {
         {"tomorow 9:00", "did you mean \"tomorrow\"?"},
         {"-5m", "not understood"},
         {"99999999999 m", "not understood"},
-        {"", "no moment is named"},
-    };
+        {"", "no moment is named"}};
     for (const auto& [text, expected] : cases) {
         EXPECT_THAT(read(world, text), ::testing::AllOf(HasSubstr("refused"), HasSubstr(expected))) << text;
     }

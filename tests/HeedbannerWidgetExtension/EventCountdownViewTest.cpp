@@ -1,7 +1,6 @@
 #include <HeedbannerWidgetExtension/Views/EventCountdownView.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "Drawing.h"
 

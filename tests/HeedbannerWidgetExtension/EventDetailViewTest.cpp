@@ -2,7 +2,6 @@
 #include <Views/Legibility.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "Drawing.h"
 
@@ -48,8 +47,7 @@ TEST(EventDetailView, SaysTheDayAndTheTime) {
         {"2026-03-04T22:00:00Z", "2026-03-04T23:00:00Z", "Today", "23:00"},
         {"2026-03-04T23:00:00Z", "2026-03-05T00:00:00Z", "Tomorrow", "00:00–01:00"},
         {"2026-03-03T22:00:00Z", "2026-03-03T22:30:00Z", nullptr, "23:00–23:30"},
-        {"2026-03-05T23:00:00Z", "2026-03-05T23:30:00Z", nullptr, "00:00–00:30"},
-    };
+        {"2026-03-05T23:00:00Z", "2026-03-05T23:30:00Z", nullptr, "00:00–00:30"}};
     for (const auto& c : cases) {
         const Event event = at(c.start, c.end);
         const auto inputs = drawing.inputs();
@@ -78,15 +76,13 @@ TEST(EventDetailView, HasTheHeightsOfItsFamilies) {
         int lines;
         double height;
     };
-    const std::vector<Case> cases = {
-        {"medium", plain, systemMedium, 1, 32},
-        {"large", plain, systemLarge, 1, 40},
-        {"small", plain, systemSmall, 2, 46},
-        {"small, two lines", longTitle, systemSmall, 2, 60},
-        {"medium, one line", longTitle, systemMedium, 1, 32},
-        {"medium, travel", travel, systemMedium, 1, 46},
-        {"small, travel", travel, systemSmall, 2, 60},
-    };
+    const std::vector<Case> cases = {{"medium", plain, systemMedium, 1, 32},
+                                     {"large", plain, systemLarge, 1, 40},
+                                     {"small", plain, systemSmall, 2, 46},
+                                     {"small, two lines", longTitle, systemSmall, 2, 60},
+                                     {"medium, one line", longTitle, systemMedium, 1, 32},
+                                     {"medium, travel", travel, systemMedium, 1, 46},
+                                     {"small, travel", travel, systemSmall, 2, 60}};
     for (const auto& c : cases) {
         EXPECT_EQ(heightOf(pill(drawing, c.event, c.family, {.titleLineLimit = c.lines})), c.height)
             << c.name;
@@ -183,17 +179,15 @@ TEST(CameraButton, IsActiveWhilePendingOrUnderWay) {
     const Color calendar = drawing.event("1", 0, 0).color.withAlpha(0.3);
     const Color capsuleGround = blended(palette.gray.withAlpha(0.3), blended(calendar, palette.container));
     const Color faint = legibleTranslucent(Palette::disabled(palette.primary), capsuleGround, 3.0);
-    const std::vector<Case> cases = {
-        {"at the lead", 5, 30, {}, false, faint},
-        {"inside the lead", 4.9, 30, {}, true, palette.orange},
-        {"at the start", 0, 30, {}, true, palette.green},
-        {"under way", -10, 30, {}, true, palette.green},
-        {"at the end", -30, 0, {}, true, palette.green},
-        {"after the end", -30, -0.1, {}, false, faint},
-        {"excluded", 4, 30, excluded, false, faint},
-        {"excluded, under way", -1, 30, excluded, true, palette.green},
-        {"a lead of its own", 9, 30, tenMinutes, true, palette.orange},
-    };
+    const std::vector<Case> cases = {{"at the lead", 5, 30, {}, false, faint},
+                                     {"inside the lead", 4.9, 30, {}, true, palette.orange},
+                                     {"at the start", 0, 30, {}, true, palette.green},
+                                     {"under way", -10, 30, {}, true, palette.green},
+                                     {"at the end", -30, 0, {}, true, palette.green},
+                                     {"after the end", -30, -0.1, {}, false, faint},
+                                     {"excluded", 4, 30, excluded, false, faint},
+                                     {"excluded, under way", -1, 30, excluded, true, palette.green},
+                                     {"a lead of its own", 9, 30, tenMinutes, true, palette.orange}};
     for (const auto& c : cases) {
         Event event = drawing.event("1", c.start, c.end);
         event.videoConferenceLinks = {test::callLink()};

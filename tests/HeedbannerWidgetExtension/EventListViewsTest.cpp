@@ -1,7 +1,6 @@
 #include <HeedbannerWidgetExtension/Views/EventListViews.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "Drawing.h"
 
@@ -38,21 +37,17 @@ LaidOutTree current(const test::Drawing& drawing, std::vector<Event> events, Wid
 
 TEST(UpcomingEventsView, ShowsAsManyRowsAsFitFromTheFirst) {
     test::Drawing drawing;
-    struct Case {
-        WidgetFamily family;
-        int count;
-        std::size_t rows;
-    };
-    for (const auto& c : std::vector<Case>{{systemSmall, 6, 2},
-                                           {systemMedium, 6, 3},
-                                           {systemLarge, 6, 6},
-                                           {systemLarge, 1, 1},
-                                           {systemMedium, 2, 2}}) {
-        const auto tree = upcoming(drawing, events(drawing, c.count, 30, 60), c.family);
+    for (const auto& [family, count, rows] :
+         std::vector<std::tuple<WidgetFamily, int, std::size_t>>{{systemSmall, 6, 2},
+                                                                 {systemMedium, 6, 3},
+                                                                 {systemLarge, 6, 6},
+                                                                 {systemLarge, 1, 1},
+                                                                 {systemMedium, 2, 2}}) {
+        const auto tree = upcoming(drawing, events(drawing, count, 30, 60), family);
         const auto links = tree.links();
-        ASSERT_EQ(links.size(), c.rows) << nameOf(c.family);
+        ASSERT_EQ(links.size(), rows) << nameOf(family);
         EXPECT_EQ(links[0].url.absoluteString(), "heedbanner://preview/1");
-        EXPECT_LE(links.back().frame.bottom(), sizeOf(c.family).height - 16);
+        EXPECT_LE(links.back().frame.bottom(), sizeOf(family).height - 16);
         EXPECT_THAT(tree.texts(), Each(Not(HasSubstr("more"))));
     }
 }
@@ -125,24 +120,20 @@ TEST(UpcomingEventsView, OccurrencesOfOneSeriesAreRowsOfTheirOwn) {
 
 TEST(CurrentEventsView, SaysHowManyEventsItCannotShow) {
     test::Drawing drawing;
-    struct Case {
-        WidgetFamily family;
-        int count;
-        std::size_t rows;
-        std::string overflow;
-    };
-    for (const auto& c : std::vector<Case>{{systemLarge, 3, 3, ""},
-                                           {systemLarge, 4, 3, "1 more event"},
-                                           {systemLarge, 5, 3, "2 more events"},
-                                           {systemMedium, 3, 3, ""},
-                                           {systemMedium, 4, 2, "2 more events"},
-                                           {systemSmall, 2, 1, "1 more event"}}) {
-        const auto tree = current(drawing, events(drawing, c.count, -30, 30), c.family);
-        EXPECT_EQ(tree.links().size(), c.rows) << nameOf(c.family) << c.count;
-        if (c.overflow.empty()) {
+    for (const auto& [family, count, rows, overflow] :
+         std::vector<std::tuple<WidgetFamily, int, std::size_t, std::string>>{
+             {systemLarge, 3, 3, ""},
+             {systemLarge, 4, 3, "1 more event"},
+             {systemLarge, 5, 3, "2 more events"},
+             {systemMedium, 3, 3, ""},
+             {systemMedium, 4, 2, "2 more events"},
+             {systemSmall, 2, 1, "1 more event"}}) {
+        const auto tree = current(drawing, events(drawing, count, -30, 30), family);
+        EXPECT_EQ(tree.links().size(), rows) << nameOf(family) << count;
+        if (overflow.empty()) {
             EXPECT_THAT(tree.texts(), Each(Not(HasSubstr("more"))));
         } else {
-            EXPECT_EQ(tree.texts().back(), c.overflow);
+            EXPECT_EQ(tree.texts().back(), overflow);
         }
     }
 }

@@ -72,12 +72,7 @@ TEST_F(WidgetCommands, AnswerInJson) {
 }
 
 TEST_F(WidgetCommands, WrongWordsAreAnsweredWithWhatThereIs) {
-    struct Case {
-        std::vector<std::string> arguments;
-        int status;
-        const char* message;
-    };
-    const Case cases[] = {
+    const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
         {{"timelin", "countdown"}, 2, "did you mean \"timeline\""},
         {{}, 2, "widgets: "},
         {{"timeline"}, 2, "WIDGET"},
@@ -88,11 +83,10 @@ TEST_F(WidgetCommands, WrongWordsAreAnsweredWithWhatThereIs) {
         {{"render", "current", "--entry", "1", "--demo", "--format", "text"}, 1, "no entry 1 (there is: 0)"},
         {{"render", "current", "--scale", "5", "--demo"}, 2, "scale"},
         {{"render", "current", "--scale", "nan", "--demo"}, 2, "scale"},
-        {{"gallery", "--now", "yesterday"}, 2, "--now"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(run(c.arguments), c.status) << c.message;
-        EXPECT_THAT(err.str(), HasSubstr(c.message));
+        {{"gallery", "--now", "yesterday"}, 2, "--now"}};
+    for (const auto& [arguments, status, message] : cases) {
+        EXPECT_EQ(run(arguments), status) << message;
+        EXPECT_THAT(err.str(), HasSubstr(message));
         EXPECT_THAT(out.str(), IsEmpty());
     }
     EXPECT_EQ(run({"timeline", "--help"}), 0);

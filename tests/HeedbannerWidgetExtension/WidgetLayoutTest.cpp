@@ -4,7 +4,6 @@
 #include <Views/Painters.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "Drawing.h"
 

@@ -11,25 +11,19 @@
 namespace {
 
 TEST(WidgetStrings, AreInTheLanguageThatTheUserPrefers) {
-    struct Case {
-        std::vector<std::string> languages;
-        std::string header;
-        std::string one;
-        std::string two;
-        std::string three;
-    };
     const std::string key = "^[%lld more events](inflect: true)";
-    for (const auto& expected : std::vector<Case>{
+    for (const auto& [languages, header, one, two, three] : std::vector<
+             std::tuple<std::vector<std::string>, std::string, std::string, std::string, std::string>>{
              {{"en-GB"}, "Current events", "1 more event", "2 more events", "3 more events"},
              {{"de-AT"}, "Laufende Termine", "1 weiterer Termin", "2 weitere Termine", "3 weitere Termine"},
              {{"iw-IL"}, "אירועים נוכחיים", "עוד אירוע אחד", "עוד שני אירועים", "עוד 3 אירועים"}}) {
         test::TestEnvironment world;
-        world.change().locale.languages = expected.languages;
+        world.change().locale.languages = languages;
         const hbr::WidgetStrings strings(world.ref());
-        EXPECT_EQ(strings.text("Widget.upcomingEvent.currentEvents"), expected.header);
-        EXPECT_EQ(strings.counted(key, 1), expected.one);
-        EXPECT_EQ(strings.counted(key, 2), expected.two);
-        EXPECT_EQ(strings.counted(key, 3), expected.three);
+        EXPECT_EQ(strings.text("Widget.upcomingEvent.currentEvents"), header);
+        EXPECT_EQ(strings.counted(key, 1), one);
+        EXPECT_EQ(strings.counted(key, 2), two);
+        EXPECT_EQ(strings.counted(key, 3), three);
     }
 }
 

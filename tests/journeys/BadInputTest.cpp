@@ -21,16 +21,10 @@ TEST_F(BadInput, AWrongLocationIsRefusedByName) {
     home.write("notes.ics", "just some text\n");
     std::filesystem::create_directories(home / "empty");
     ASSERT_EQ(mkfifo((home / "pipe").c_str(), 0600), 0);
-    struct {
-        std::string location;
-        int exitCode;
-        std::string message;
-    } const cases[] = {
-        {"missing", 1, "no such file or folder"},
-        {"notes.ics", 1, "not an iCalendar file"},
-        {"pipe", 1, "neither a file nor a folder"},
-        {"empty", 3, "no .ics or .vcf files"},
-    };
+    const std::tuple<std::string, int, std::string> cases[] = {{"missing", 1, "no such file or folder"},
+                                                               {"notes.ics", 1, "not an iCalendar file"},
+                                                               {"pipe", 1, "neither a file nor a folder"},
+                                                               {"empty", 3, "no .ics or .vcf files"}};
     home.write("caf\xE9/a.ics", good);
     for (const Arguments& adding : {Arguments{"setup"}, Arguments{"accounts", "add"}}) {
         auto arguments = adding;
@@ -118,18 +112,14 @@ TEST_F(BadInput, ASettingsFileThatIsNoneIsSetAsideNotOverwritten) {
 }
 
 TEST_F(BadInput, AWrongValueIsRefusedWithTheSettingsNameAndWhatItTakes) {
-    struct {
-        std::vector<std::string> arguments;
-        std::string message;
-    } const cases[] = {
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
         {{"timeOffsetSeconds", "soon"}, "timeOffsetSeconds takes a whole number of seconds from 0"},
         {{"timeOffsetSeconds", "25h"}, "timeOffsetSeconds takes a whole number of seconds from 0"},
         {{"defaultSnooze1", "0"}, "defaultSnooze1 takes a whole number of minutes from 1"},
         {{"includeTravelTime", "maybe"}, "includeTravelTime takes true or false"},
         {{"customSnoozeTimes", "5,x"}, "customSnoozeTimes takes"},
         {{"excludeRules", "[{}]"}, "excludeRules takes"},
-        {{"includeTravelTimes", "true"}, "did you mean \"includeTravelTime\"?"},
-    };
+        {{"includeTravelTimes", "true"}, "did you mean \"includeTravelTime\"?"}};
     for (const auto& [arguments, message] : cases) {
         std::vector<std::string> command = {"settings", "set"};
         command.insert(command.end(), arguments.begin(), arguments.end());
@@ -143,15 +133,11 @@ TEST_F(BadInput, AWrongValueIsRefusedWithTheSettingsNameAndWhatItTakes) {
 TEST_F(BadInput, AWidgetOrFamilyThatIsNotOfferedIsAnsweredWithWhatThereIs) {
     home.write("calendars/good.ics", good);
     companion({"setup", home / "calendars"});
-    struct {
-        Arguments arguments;
-        std::string message;
-    } const cases[] = {
+    const std::pair<Arguments, std::string> cases[] = {
         {{"timeline", "calendar", "--json"}, "upcoming"},
         {{"render", "countdown", "--family", "large", "-o", home / "x.png"}, "medium"},
         {{"render", "upcoming", "--family", "huge", "-o", home / "x.png"}, "large"},
-        {{"render", "upcoming", "--entry", "7", "-o", home / "x.png"}, "entry"},
-    };
+        {{"render", "upcoming", "--entry", "7", "-o", home / "x.png"}, "entry"}};
     for (const auto& [arguments, message] : cases) {
         const auto outcome = widgets(arguments);
         EXPECT_EQ(outcome.exitCode, 1) << testing::PrintToString(arguments);
@@ -162,11 +148,7 @@ TEST_F(BadInput, AWidgetOrFamilyThatIsNotOfferedIsAnsweredWithWhatThereIs) {
 }
 
 TEST_F(BadInput, AWrongCommandOrOptionProposesTheNearest) {
-    struct {
-        Arguments arguments;
-        int exitCode;
-        std::string message;
-    } const cases[] = {
+    const std::tuple<Arguments, int, std::string> cases[] = {
         {{"agneda"}, 2, "did you mean \"agenda\"?"},
         {{"agenda", "--dais", "2"}, 2, "did you mean \"--days\"?"},
         {{"agenda", "--days", "many"}, 2, "--days"},
@@ -177,8 +159,7 @@ TEST_F(BadInput, AWrongCommandOrOptionProposesTheNearest) {
         {{"accounts", "remove", "Nobody"}, 3, "no account is called \"Nobody\""},
         {{"setup", "--undo"}, 3, "no setup to take back"},
         {{"agenda"}, 3, "heedbanner setup"},
-        {{"links", home / "missing"}, 1, "missing"},
-    };
+        {{"links", home / "missing"}, 1, "missing"}};
     for (const auto& [arguments, exitCode, message] : cases) {
         const auto outcome = companion(arguments);
         EXPECT_EQ(outcome.exitCode, exitCode) << testing::PrintToString(arguments);

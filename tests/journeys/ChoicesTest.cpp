@@ -76,8 +76,7 @@ TEST_F(Choices, AReminderThatWouldNeverComeIsNotMade) {
         {{"remind", "X", "--at", "2026-11-25T09:49:59Z"}, "is past"},
         {{"remind", "X", "--in", "5m", "--lead", "10m"}, "take a shorter lead"},
         {{"remind", "X", "--in", "5m", "--at", "15:00"}, "--at"},
-        {{"remind", "X", "--in", "tomorrow 9:00"}, "no length of time"},
-    };
+        {{"remind", "X", "--in", "tomorrow 9:00"}, "no length of time"}};
     for (const auto& [arguments, reason] : cases) {
         auto command = arguments;
         command.insert(command.end(), {"--now", now});
@@ -119,8 +118,7 @@ TEST_F(Choices, ARuleIsTestedThenLeavesOutThenIsRemoved) {
         {{"date", "contains", "1"}, "\"contains\" is no day of the week"},
         {{"date", "isOnDayOfWeek", "1,8"}, "\"8\" is no day of the week"},
         {{"title", "contains", ""}, "the value is missing"},
-        {{"title", "matches", "(a"}, "would never match"},
-    };
+        {{"title", "matches", "(a"}, "would never match"}};
     for (const auto& [arguments, reason] : wrong) {
         auto command = arguments;
         command.insert(command.begin(), {"rules", "add"});
@@ -248,8 +246,7 @@ TEST_F(Choices, ProgramsThatWriteAtTheSameTimeLoseNothing) {
     std::vector<std::pair<std::string, Arguments>> programs = {
         {"heedbanner", {"settings", "set", "timeOffsetSeconds", "120"}},
         {"heedbanner", {"settings", "set", "keyboardShortcutsDelay", "7"}},
-        {"heedbanner", {"calendars", "deactivate", "--all"}},
-    };
+        {"heedbanner", {"calendars", "deactivate", "--all"}}};
     std::multiset<std::string> titles;
     for (int i = 0; i < 8; ++i) {
         const std::string name = "reminder " + std::to_string(i);

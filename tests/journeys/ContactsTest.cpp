@@ -59,17 +59,15 @@ TEST_F(Contacts, WhatCannotBeActedOnIsToldByName) {
         Arguments arguments;
         int exitCode;
         std::string message;
-    } const cases[] = {
-        {{"show", "quarter"}, 3, "several events match \"quarter\":\n  today, 9:40"},
-        {{"show", "lunch"}, 3, "no event matches \"lunch\""},
-        {{"show", "Quarter revue"}, 3, "did you mean \"Quarter review\"?"},
-        {{"show"}, 2, "EVENT"},
-        {{"contacts", "remove", "peopel"}, 3, "did you mean \"people\"?"},
-        {{"contacts", "remove", "calendars"}, 3, "heedbanner accounts remove"},
-        {{"contacts", "add", home / "missing"}, 1, "missing: there is no such file"},
-        {{"contacts", "add", home / "calendars"}, 3, "no contacts (.vcf files)"},
-        {{"contacts", "add", home / "calendars/a.ics"}, 1, "not a vCard file"},
-    };
+    } const cases[] = {{{"show", "quarter"}, 3, "several events match \"quarter\":\n  today, 9:40"},
+                       {{"show", "lunch"}, 3, "no event matches \"lunch\""},
+                       {{"show", "Quarter revue"}, 3, "did you mean \"Quarter review\"?"},
+                       {{"show"}, 2, "EVENT"},
+                       {{"contacts", "remove", "peopel"}, 3, "did you mean \"people\"?"},
+                       {{"contacts", "remove", "calendars"}, 3, "heedbanner accounts remove"},
+                       {{"contacts", "add", home / "missing"}, 1, "missing: there is no such file"},
+                       {{"contacts", "add", home / "calendars"}, 3, "no contacts (.vcf files)"},
+                       {{"contacts", "add", home / "calendars/a.ics"}, 1, "not a vCard file"}};
     for (auto [arguments, exitCode, message] : cases) {
         arguments.insert(arguments.end(), {"--now", now});
         const auto outcome = companion(arguments);

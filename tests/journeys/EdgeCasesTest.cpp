@@ -216,8 +216,7 @@ TEST_F(EdgeCases, HostileCalendarsAreBoundedAndToldAndTheRestIsShown) {
         {"DESCRIPTION:" + repeated(std::string(70, 'x') + "\r\n ", 140'000) + "\r\n", "line longer than"},
         {repeated("BEGIN:X-DEEP\r\n", 200) + repeated("END:X-DEEP\r\n", 200), "nested too deep"},
         {repeated("nonsense\r\n", 200'000), "199900 more problems in this file"},
-        {repeated("BEGIN:VEVENT\r\n", 200'000), "inside another one"},
-    };
+        {repeated("BEGIN:VEVENT\r\n", 200'000), "inside another one"}};
     int number = 0;
     for (const auto& [lines, reason] : hostile) {
         const auto name = "calendars/" + std::to_string(++number) + "/a.ics";

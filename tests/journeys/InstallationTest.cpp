@@ -51,16 +51,14 @@ TEST_F(Installation, SatisfiesTheToolsOfEachKindOfFile) {
         std::size_t count;
         std::string tool;
         Arguments arguments;
-    } kinds[] = {
-        {"share/applications/.*", 2, "desktop-file-validate", {}},
-        {"share/metainfo/.*", 1, "appstreamcli", {"validate", "--no-net", "--pedantic", "--strict"}},
-        {"share/man/.*", 5, "mandoc", {"-T", "lint", "-W", "warning"}},
-        {"lib/systemd/user/.*", 1, "systemd-analyze", {"--user", "--man=no", "verify"}},
-        {"share/icons/.*", 2, "rsvg-convert", {"-o", home / "icon.png"}},
-        {"share/bash-completion/.*", 3, "bash", {"-n"}},
-        {"share/zsh/.*", 3, "zsh", {"-n"}},
-        {"share/fish/.*", 3, "fish", {"-n"}},
-    };
+    } kinds[] = {{"share/applications/.*", 2, "desktop-file-validate", {}},
+                 {"share/metainfo/.*", 1, "appstreamcli", {"validate", "--no-net", "--pedantic", "--strict"}},
+                 {"share/man/.*", 5, "mandoc", {"-T", "lint", "-W", "warning"}},
+                 {"lib/systemd/user/.*", 1, "systemd-analyze", {"--user", "--man=no", "verify"}},
+                 {"share/icons/.*", 2, "rsvg-convert", {"-o", home / "icon.png"}},
+                 {"share/bash-completion/.*", 3, "bash", {"-n"}},
+                 {"share/zsh/.*", 3, "zsh", {"-n"}},
+                 {"share/fish/.*", 3, "fish", {"-n"}}};
     for (const auto& [pattern, count, tool, arguments] : kinds) {
         const auto installed = files(pattern);
         EXPECT_EQ(installed.size(), count) << pattern;

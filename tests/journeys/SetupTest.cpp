@@ -136,8 +136,7 @@ TEST_F(Setup, WhatOtherProgramsAndUsualPlacesHoldBecomesAccountsOnce) {
                            {{"dav/cal/home/a.ics", one}, {"dav/people/a.vcf", card}})),
          {"cal | dav/cal | me@work.example | other@work.example", "people | dav/people | contacts"},
          6,
-         {{".calendars", "dav/cal"}, {".contacts", "dav/people"}}},
-    };
+         {{".calendars", "dav/cal"}, {".contacts", "dav/people"}}}};
     for (const auto& [name, files, expected, events, links] : homes) {
         SCOPED_TRACE(name);
         write(files);

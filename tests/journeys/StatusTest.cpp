@@ -48,12 +48,7 @@ class StatusLine : public Journey {
 
 TEST_F(StatusLine, EachStateHasItsWordsAndClasses) {
     home.write("cal/plain.ics", test::oneEvent("Plain", "20261125T120000Z", "20261125T124000Z"));
-    struct {
-        const char* now;
-        const char* text;
-        const char* classes;
-        int percentage;
-    } const cases[] = {
+    const std::tuple<const char*, const char*, const char*, int> cases[] = {
         {"2026-11-25T09:50:20Z", "R &amp; D &lt;b&gt;&quot;%{A1:x:} review · in 9\u202Fm",
          R"(["upcoming","has-call"])", 0},
         {"2026-11-25T09:59:30Z", "R &amp; D &lt;b&gt;&quot;%{A1:x:} review · in 1\u202Fm",
@@ -61,8 +56,7 @@ TEST_F(StatusLine, EachStateHasItsWordsAndClasses) {
         {"2026-11-25T10:15:00Z", "R &amp; D &lt;b&gt;&quot;%{A1:x:} review · 45\u202Fm left",
          R"(["current","has-call"])", 25},
         {"2026-11-25T12:10:00Z", "Plain · 30\u202Fm left", R"(["current"])", 25},
-        {"2026-11-25T13:00:00Z", "", R"(["none"])", 0},
-    };
+        {"2026-11-25T13:00:00Z", "", R"(["none"])", 0}};
     for (const auto& [now, text, classes, percentage] : cases) {
         const auto line = waybar(now);
         EXPECT_EQ(*line.find("text")->asString(), text) << now;
@@ -89,31 +83,23 @@ TEST_F(StatusLine, AClickJoinsWhatIsShownOrSaysThatItHasNoCall) {
     for (const Arguments& more : {Arguments{"accounts", "add", home / "boss", "--delegate"},
                                   Arguments{"calendars", "activate", "--all"}})
         ASSERT_EQ(companion(more).exitCode, 0);
-    struct Case {
-        const char* now;
-        const char* shown;
-        Arguments more;
-        int exitCode;
-        const char* answer;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, const char*, Arguments, int, const char*> cases[] = {
         {"2026-11-25T08:45:00Z", "Swimming", {}, 3, "\"Swimming\" has no conference link"},
         {"2026-11-25T09:20:00Z", "On call", {}, 0, "https://zoom.us/j/9"},
         // The delegated meeting is about to begin.
         {"2026-11-25T09:58:30Z", "On call", {}, 0, "https://zoom.us/j/9"},
         {"2026-11-25T09:59:30Z", "R & D", {}, 0, "https://zoom.us/j/1"},
         {"2026-11-25T05:00:00Z", "On call", {}, 0, "https://zoom.us/j/9"},
-        {"2026-11-25T05:00:00Z", "", {"--within", "30m"}, 3, "no meeting is shown"},
-    };
-    for (const Case& c : cases) {
+        {"2026-11-25T05:00:00Z", "", {"--within", "30m"}, 3, "no meeting is shown"}};
+    for (const auto& [now, shown, more, exitCode, answer] : cases) {
         Arguments template_ = {"--template", "{title}"};
-        template_.insert(template_.end(), c.more.begin(), c.more.end());
-        EXPECT_THAT(status(c.now, template_), testing::StartsWith(c.shown)) << c.now;
-        Arguments join = {"join", "--shown", "--print", "--now", c.now};
-        join.insert(join.end(), c.more.begin(), c.more.end());
+        template_.insert(template_.end(), more.begin(), more.end());
+        EXPECT_THAT(status(now, template_), testing::StartsWith(shown)) << now;
+        Arguments join = {"join", "--shown", "--print", "--now", now};
+        join.insert(join.end(), more.begin(), more.end());
         const auto outcome = companion(join);
-        EXPECT_EQ(outcome.exitCode, c.exitCode) << c.now;
-        EXPECT_THAT(outcome.out + outcome.err, HasSubstr(c.answer)) << c.now;
+        EXPECT_EQ(outcome.exitCode, exitCode) << now;
+        EXPECT_THAT(outcome.out + outcome.err, HasSubstr(answer)) << now;
     }
     EXPECT_EQ(companion({"join", "--print", "--now", "2026-11-25T08:45:00Z"}).out, "https://zoom.us/j/9\n");
     EXPECT_EQ(companion({"join", "Board", "--now", "2026-11-25T09:58:30Z"}).exitCode, 3);

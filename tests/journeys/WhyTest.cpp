@@ -130,8 +130,7 @@ TEST_F(Why, EachCauseIsNamedAndItsCommandMakesTheEventAppear) {
         {"done", task("Visit", "DUE:20260304T110000Z\r\nSTATUS:COMPLETED\r\n"), {}, {"completed"}},
         {"no due date", task("Visit", ""), {}, {"dueDate"}},
         {"due on a day", task("Visit", "DUE;VALUE=DATE:20260305\r\n"), {}, {"alarm"}},
-        {"skipped", oneEvent("Visit", "20261399T110000Z", ""), {}, {"file"}},
-    };
+        {"skipped", oneEvent("Visit", "20261399T110000Z", ""), {}, {"file"}}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         for (const char* part : {"config", "data", "My cal"})

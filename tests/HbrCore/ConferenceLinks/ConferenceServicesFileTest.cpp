@@ -5,7 +5,6 @@
 #include <support/TestEnvironment.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -97,8 +96,7 @@ TEST_F(ConferenceServicesFile, CountsWholeOrNotAtAll) {
              "</dict></array></plist>",
          "entry 2 lacks \"supportsNativeApp\""},
         {head + "<array>" + entry + "<key>supportsNativeApp</key><integer>1</integer></dict></array></plist>",
-         "no boolean"},
-    };
+         "no boolean"}};
     for (const auto& [content, reason] : cases) {
         write(content);
         EXPECT_TRUE(loaded().empty()) << content;

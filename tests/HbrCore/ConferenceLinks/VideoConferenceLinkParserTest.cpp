@@ -67,8 +67,7 @@ TEST_F(Parser, FindsEachLinkOnceInTheOrderOfTheText) {
         {"https://zoom.us/w/8?tk=AAA&amp;pwd=S, <https://meet.jit.si/Q&amp;A>",
          {"zoom https://zoom.us/w/8?tk=AAA&pwd=S", "jitsi https://meet.jit.si/Q&amp;A"}},
         {"https://zoom.us/w/8?tk=AAA&amp;amp;pwd=S", {"zoom https://zoom.us/w/8?tk=AAA&pwd=S"}},
-        {"会议：https://zoom.us/j/123，密码 1", {"zoom https://zoom.us/j/123"}},
-    };
+        {"会议：https://zoom.us/j/123，密码 1", {"zoom https://zoom.us/j/123"}}};
     for (const auto& [text, links] : cases) {
         EXPECT_EQ(found(text), links) << text;
         EXPECT_EQ(found(text), links) << "again: " << text;
@@ -77,35 +76,33 @@ TEST_F(Parser, FindsEachLinkOnceInTheOrderOfTheText) {
 
 TEST(ParserWithServicesOfTheUser, TakesTheFirstServiceWhosePatternMatches) {
     // Patterns of every construction, each on every URL, against a plain search in the order of the list.
-    const std::vector<std::string> patterns = {
-        "(?i)CALL\\.EXAMPLE",
-        "CALL\\.EXAMPLE",
-        "call\\.exam(ple)?/x",
-        "https?://one\\.(a|b)\\.org",
-        "(two|2)\\.example",
-        "one|three\\.example",
-        "[\\c]/]four.example",
-        "[^]]five\\.example",
-        "x?si{0}x\\.example",
-        "seven+\\.example",
-        "(?:eight)*\\.example$",
-        "\\Qnine.\\E?",
-        "(?=ten)ten\\.",
-        "(?!ten)[a-z]+\\.ten",
-        "[[a-e]&&[d-z]]leven\\.",
-        "\\u0074welve",
-        "thirteen(?#note)\\.",
-        "((((fourteen))))",
-        "fift{1,}een{2}?\\.",
-        "sixteen\\.(example|test)/(a|bc)/x",
-        "ü",
-        "bücher",
-        "%c3%bc",
-        "a**",
-        "(",
-        ".*/join/[0-9]{3}",
-        "",
-    };
+    const std::vector<std::string> patterns = {"(?i)CALL\\.EXAMPLE",
+                                               "CALL\\.EXAMPLE",
+                                               "call\\.exam(ple)?/x",
+                                               "https?://one\\.(a|b)\\.org",
+                                               "(two|2)\\.example",
+                                               "one|three\\.example",
+                                               "[\\c]/]four.example",
+                                               "[^]]five\\.example",
+                                               "x?si{0}x\\.example",
+                                               "seven+\\.example",
+                                               "(?:eight)*\\.example$",
+                                               "\\Qnine.\\E?",
+                                               "(?=ten)ten\\.",
+                                               "(?!ten)[a-z]+\\.ten",
+                                               "[[a-e]&&[d-z]]leven\\.",
+                                               "\\u0074welve",
+                                               "thirteen(?#note)\\.",
+                                               "((((fourteen))))",
+                                               "fift{1,}een{2}?\\.",
+                                               "sixteen\\.(example|test)/(a|bc)/x",
+                                               "ü",
+                                               "bücher",
+                                               "%c3%bc",
+                                               "a**",
+                                               "(",
+                                               ".*/join/[0-9]{3}",
+                                               ""};
     test::TestEnvironment world;
     std::vector<VideoConferenceService> services;
     for (std::size_t i = 0; i < patterns.size(); ++i)
@@ -277,8 +274,7 @@ TEST(RemovingVideoCallAnnotation, TakesTheBlockOut) {
         {"a" + block + "\n---===---", "a\n---===---"},
         {"----( Video Call )----\nno end", "----( Video Call )----\nno end"},
         {"----( Video Call )---- no line break\n---===---",
-         "----( Video Call )---- no line break\n---===---"},
-    };
+         "----( Video Call )---- no line break\n---===---"}};
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(removingVideoCallAnnotation(text), expected) << text;
 }

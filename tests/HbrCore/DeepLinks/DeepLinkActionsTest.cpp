@@ -46,23 +46,21 @@ TEST(LinkOpener, OpensWebPagesAndConferenceProgramsOnly) {
     services.push_back({"own", "acme-call://[0-9]+", "Acme", true});
     services.push_back({"web", "(https|file)://acme", "Acme", false});
     const LinkOpener opener(services, workspace);
-    const std::pair<const char*, bool> cases[] = {
-        {"https://zoom.us/j/1", true},
-        {"HTTP://example.org", true},
-        {"zoommtg://zoom.us/join?confno=1", true},
-        {"msteams:/l/meetup-join/x", true},
-        {"ts3server://voice.example.org", true},
-        {"acme-call://42", true},
-        {"https:///etc/passwd", false},
-        {"https:zoom.us/j/1", false},
-        {"file:///home/me/https://zoom.us/j/1", false},
-        {"javascript:alert(1)//https://zoom.us/j/1", false},
-        {"smb://server/https://zoom.us/j/1", false},
-        {"heedbanner://joinCall/E1", false},
-        {"mailto:me@example.org", false},
-        {"zoom.us/j/1", false},
-        {"/usr/bin/x", false},
-    };
+    const std::pair<const char*, bool> cases[] = {{"https://zoom.us/j/1", true},
+                                                  {"HTTP://example.org", true},
+                                                  {"zoommtg://zoom.us/join?confno=1", true},
+                                                  {"msteams:/l/meetup-join/x", true},
+                                                  {"ts3server://voice.example.org", true},
+                                                  {"acme-call://42", true},
+                                                  {"https:///etc/passwd", false},
+                                                  {"https:zoom.us/j/1", false},
+                                                  {"file:///home/me/https://zoom.us/j/1", false},
+                                                  {"javascript:alert(1)//https://zoom.us/j/1", false},
+                                                  {"smb://server/https://zoom.us/j/1", false},
+                                                  {"heedbanner://joinCall/E1", false},
+                                                  {"mailto:me@example.org", false},
+                                                  {"zoom.us/j/1", false},
+                                                  {"/usr/bin/x", false}};
     for (const auto& [address, isOpened] : cases) {
         const auto url = platform::Url::parse(address).value();
         workspace->opened.clear();
@@ -102,17 +100,13 @@ TEST_F(DeepLinkActionsTest, ACallIsJoinedInItsProgramWhereThereIsOneElseAsAPage)
                    meeting("two", start, "DESCRIPTION:https://zoom.us/j/1 https://whereby.com/room\n"));
     core.reloaded();
     workspace->schemes = {"https", "zoommtg", "ts3server"};
-    struct {
-        const char* title;
-        const char* opened;
-    } const cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"zoom", "zoommtg://zoom.us/join?confno=12&pwd=ab"},
         {"teams", "https://teams.microsoft.com/l/meetup-join/x"},
         {"meet",
          "https://accounts.google.com/AccountChooser?Email=me@example.org&continue=https://meet.google.com/"
          "abc-defg-hij"},
-        {"ts", "ts3server://voice.example.org"},
-    };
+        {"ts", "ts3server://voice.example.org"}};
     for (const auto& [title, opened] : cases) {
         workspace->opened.clear();
         const auto outcome = join(title);

@@ -7,25 +7,21 @@ using namespace hbr;
 using Status = platform::EKParticipantStatus;
 
 TEST(Attendance, TheUsersAnswerDecidesByTheSetting) {
-    struct Case {
-        Status status;
-        bool counts;
-        bool countsWhenOnlyAccepted;
-    };
-    const Case cases[] = {{Status::unknown, true, false},    {Status::pending, true, false},
-                          {Status::accepted, true, true},    {Status::declined, false, false},
-                          {Status::tentative, true, false},  {Status::delegated, false, false},
-                          {Status::completed, false, false}, {Status::inProcess, true, true}};
-    for (const Case& c : cases) {
+    const std::tuple<Status, bool, bool> cases[] = {
+        {Status::unknown, true, false},    {Status::pending, true, false},
+        {Status::accepted, true, true},    {Status::declined, false, false},
+        {Status::tentative, true, false},  {Status::delegated, false, false},
+        {Status::completed, false, false}, {Status::inProcess, true, true}};
+    for (const auto& [status, counts, countsWhenOnlyAccepted] : cases) {
         platform::EKEvent event;
         platform::EKParticipant other;
         other.participantStatus = Status::declined;
         platform::EKParticipant user;
-        user.participantStatus = c.status;
+        user.participantStatus = status;
         user.isCurrentUser = true;
         event.attendees = {other, user};
-        EXPECT_EQ(isAttending(event, {false, false}), c.counts) << static_cast<int>(c.status);
-        EXPECT_EQ(isAttending(event, {false, true}), c.countsWhenOnlyAccepted) << static_cast<int>(c.status);
+        EXPECT_EQ(isAttending(event, {false, false}), counts) << static_cast<int>(status);
+        EXPECT_EQ(isAttending(event, {false, true}), countsWhenOnlyAccepted) << static_cast<int>(status);
         event.attendees = {other};
         EXPECT_TRUE(isAttending(event, {false, true}));
     }

@@ -3,7 +3,6 @@
 #include <support/TextEnvironment.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 #include <string_view>
@@ -37,12 +36,7 @@ std::string readable(std::string text) {
 
 TEST(EventTexts, ATimeSpanNamesTheDaysThatAreNotClear) {
     const TextEnvironment world(now);
-    struct Case {
-        const char* start;
-        const char* end;
-        const char* expected;
-    };
-    for (const auto& [start, end, expected] : std::vector<Case>{
+    for (const auto& [start, end, expected] : std::vector<std::tuple<const char*, const char*, const char*>>{
              {"2026-03-04T10:00:00+01:00", "2026-03-04T11:00:00+01:00", "10:00_AM - 11:00_AM"},
              {"2026-03-04T09:00:00+01:00", "2026-03-04T09:30:00+01:00", "until 9:30_AM"},
              {"2026-03-03T22:00:00+01:00", "2026-03-04T23:59:00+01:00", "until 11:59_PM"},
@@ -51,8 +45,7 @@ TEST(EventTexts, ATimeSpanNamesTheDaysThatAreNotClear) {
               "today, 11:00_PM - tomorrow, 1:00_AM"},
              {"2026-03-05T10:00:00+01:00", "2026-03-05T11:00:00+01:00", "tomorrow, 10:00_AM - 11:00_AM"},
              {"2026-03-20T10:00:00+01:00", "2026-03-20T11:00:00+01:00", "Mar 20, 2026, 10:00_AM - 11:00_AM"},
-             {"2026-03-04T08:00:00+01:00", "2026-03-04T09:29:59+01:00", "8:00_AM - 9:29_AM"},
-         }) {
+             {"2026-03-04T08:00:00+01:00", "2026-03-04T09:29:59+01:00", "8:00_AM - 9:29_AM"}}) {
         EXPECT_EQ(readable(formattedTimeAndDate(eventFrom(start, end), world.formatters, at(now))), expected);
     }
     const auto event = eventFrom("2026-03-05T10:00:00+01:00", "2026-03-05T11:00:00+01:00");

@@ -26,8 +26,7 @@ TEST(EventTiming, BoundsOfCurrentAndFinished) {
         {"2026-03-04T09:59:59Z", false, false, 0, 0},     {"2026-03-04T10:00:00Z", true, false, 3600, 0},
         {"2026-03-04T10:15:00Z", true, false, 2700, .25}, {"2026-03-04T11:00:00Z", true, false, 0, 1},
         {"2026-03-04T11:00:01Z", false, false, 0, 0},     {"2026-03-04T11:29:59Z", false, false, 0, 0},
-        {"2026-03-04T11:30:00Z", false, true, 0, 0},
-    };
+        {"2026-03-04T11:30:00Z", false, true, 0, 0}};
     for (const Case& c : cases) {
         const auto now = at(c.now);
         EXPECT_EQ(isCurrentEvent(tenToEleven(), now), c.isCurrent) << c.now;
@@ -44,21 +43,14 @@ TEST(EventTiming, ThePendingPeriodOpensAfterTheAlertAndClosesWithTheStart) {
     const EventSettings excluded{.isExcluded = true, .usesCustomTimeOffset = true, .timeOffsetSeconds = 600};
     const EventSettings tenMinutes{.usesCustomTimeOffset = true, .timeOffsetSeconds = 600};
     const EventSettings unused{.usesCustomTimeOffset = false, .timeOffsetSeconds = 600};
-    struct Case {
-        const char* now;
-        double offset;
-        std::optional<EventSettings> settings;
-        bool expected;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, double, std::optional<EventSettings>, bool> cases[] = {
         {"2026-03-04T09:55:00Z", 300, {}, false},         {"2026-03-04T09:55:01Z", 300, {}, true},
         {"2026-03-04T10:00:00Z", 300, {}, true},          {"2026-03-04T10:00:01Z", 300, {}, false},
         {"2026-03-04T10:00:00Z", 0, {}, false},           {"2026-03-04T09:51:00Z", 300, tenMinutes, true},
         {"2026-03-04T09:50:00Z", 300, tenMinutes, false}, {"2026-03-04T09:54:00Z", 300, unused, false},
-        {"2026-03-04T09:58:00Z", 300, excluded, false},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(isPending(tenToEleven(), c.offset, c.settings, at(c.now)), c.expected) << c.now;
+        {"2026-03-04T09:58:00Z", 300, excluded, false}};
+    for (const auto& [now, offset, settings, expected] : cases) {
+        EXPECT_EQ(isPending(tenToEleven(), offset, settings, at(now)), expected) << now;
     }
 }
 

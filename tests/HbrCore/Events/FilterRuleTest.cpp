@@ -27,28 +27,26 @@ TEST(FilterRule, TextsAreComparedByTheRule) {
         bool isCaseSensitive;
         bool expected;
     };
-    const Case cases[] = {
-        {"Team Sync", Comparison::contains, "sync", false, true},
-        {"Team Sync", Comparison::contains, "sync", true, false},
-        {"Team Sync", Comparison::contains, "", true, false},
-        {"Team Sync", Comparison::beginsWith, "Team", true, true},
-        {"Team Sync", Comparison::endsWith, "Sync", true, true},
-        {"Team Sync", Comparison::endsWith, "Team", true, false},
-        {"Caf\u00e9", Comparison::equals, "Cafe\u0301", true, true},
-        {"Cafe\u0301", Comparison::contains, "\u00e9", true, true},
-        {"x\u0302y", Comparison::contains, "x", true, false},
-        {"x\u0302y", Comparison::beginsWith, "x", true, false},
-        {"Standup", Comparison::matches, "Stand*", true, true},
-        {"Stand", Comparison::matches, "Stand*", true, true},
-        {"Daily Standup", Comparison::matches, "Stand*", true, false},
-        {"Standup", Comparison::matches, "stand*", true, false},
-        {"Standup", Comparison::matches, "stand*", false, true},
-        {"1:1", Comparison::matches, "1?1", true, true},
-        {"axb", Comparison::matches, "a.b", true, true},
-        {"(", Comparison::matches, "(", true, false},
-        {"🦊🦊 our meeting", Comparison::matches, "*meeting", true, true},
-        {"4", Comparison::isOnDayOfWeek, "4", true, false},
-    };
+    const Case cases[] = {{"Team Sync", Comparison::contains, "sync", false, true},
+                          {"Team Sync", Comparison::contains, "sync", true, false},
+                          {"Team Sync", Comparison::contains, "", true, false},
+                          {"Team Sync", Comparison::beginsWith, "Team", true, true},
+                          {"Team Sync", Comparison::endsWith, "Sync", true, true},
+                          {"Team Sync", Comparison::endsWith, "Team", true, false},
+                          {"Caf\u00e9", Comparison::equals, "Cafe\u0301", true, true},
+                          {"Cafe\u0301", Comparison::contains, "\u00e9", true, true},
+                          {"x\u0302y", Comparison::contains, "x", true, false},
+                          {"x\u0302y", Comparison::beginsWith, "x", true, false},
+                          {"Standup", Comparison::matches, "Stand*", true, true},
+                          {"Stand", Comparison::matches, "Stand*", true, true},
+                          {"Daily Standup", Comparison::matches, "Stand*", true, false},
+                          {"Standup", Comparison::matches, "stand*", true, false},
+                          {"Standup", Comparison::matches, "stand*", false, true},
+                          {"1:1", Comparison::matches, "1?1", true, true},
+                          {"axb", Comparison::matches, "a.b", true, true},
+                          {"(", Comparison::matches, "(", true, false},
+                          {"🦊🦊 our meeting", Comparison::matches, "*meeting", true, true},
+                          {"4", Comparison::isOnDayOfWeek, "4", true, false}};
     for (const Case& c : cases) {
         platform::EKEvent event;
         event.title = c.title;

@@ -26,11 +26,7 @@ class ParticipantTest : public ::testing::Test {
 };
 
 TEST_F(ParticipantTest, IsCalledByTheContactsNamesElseByWhatTheCalendarSays) {
-    struct {
-        Participant participant;
-        const char* displayName;
-        const char* initials;
-    } const cases[] = {
+    const std::tuple<Participant, const char*, const char*> cases[] = {
         {with("ada ", " lovelace\n", "Countess"), "ada lovelace", "AL"},
         {with("Ada", std::nullopt, "Countess"), "Ada", "A"},
         {with("太郎", "山田", "taro@example.org"), "山田太郎", "山田"},
@@ -45,8 +41,7 @@ TEST_F(ParticipantTest, IsCalledByTheContactsNamesElseByWhatTheCalendarSays) {
         {with(std::nullopt, std::nullopt, ""), "unknown", "–"},
         {with("", "", ""), "unknown", "–"},
         {with("Ada", "Lovelace", "", true), "Ada Lovelace (organizer)", "AL"},
-        {with(std::nullopt, std::nullopt, "", true), "unknown (organizer)", "–"},
-    };
+        {with(std::nullopt, std::nullopt, "", true), "unknown (organizer)", "–"}};
     for (const auto& [participant, displayName, initials] : cases) {
         EXPECT_EQ(participant.displayName(), displayName);
         EXPECT_EQ(participant.initials(), initials) << displayName;

@@ -116,8 +116,7 @@ TEST(EventExplainer, SaysOfEverythingWhatTheListsSayWhateverTheSettings) {
                  own.storeCustomSettings({.type = outline.type, .isExcluded = true}, outline.id);
              }
          }},
-        {"demonstration", [&] { settings.setDebugScreenshotMode(true); }},
-    };
+        {"demonstration", [&] { settings.setDebugScreenshotMode(true); }}};
     for (const auto& [name, change] : changes) {
         SCOPED_TRACE(name);
         change();
@@ -156,14 +155,8 @@ std::string causesOf(test::CoreFixture& core, std::string_view title) {
 TEST(EventExplainer, BetweenAlertAndAlertPeriodItNamesTheLeadOrTheTravelTimeOrBoth) {
     const std::string shorter = "lead: settings set timeOffsetSeconds 1h";
     const std::string noTravel = "travelTime: settings set includeTravelTime false";
-    struct Case {
-        const char* now;
-        std::int64_t lead;
-        bool travel;
-        std::string causes;
-    };
     // The event begins at 12:00, half an hour away by travel.
-    const Case cases[] = {
+    const std::tuple<const char*, std::int64_t, bool, std::string> cases[] = {
         {"2026-03-04T10:00:00Z", 7200, false, ""},
         {"2026-03-04T10:00:01Z", 7200, false, shorter},
         {"2026-03-04T10:59:59Z", 7200, false, shorter},
@@ -176,16 +169,15 @@ TEST(EventExplainer, BetweenAlertAndAlertPeriodItNamesTheLeadOrTheTravelTimeOrBo
         {"2026-03-04T10:30:01Z", 7200, true, shorter + " + " + noTravel},
         {"2026-03-04T12:00:00Z", 60, false, ""},
         {"2026-03-04T13:00:00Z", 60, false, ""},
-        {"2026-03-04T13:00:01Z", 60, false, "past"},
-    };
-    for (const Case& c : cases) {
-        test::CoreFixture core(c.now);
+        {"2026-03-04T13:00:01Z", 60, false, "past"}};
+    for (const auto& [now, lead, travel, causes] : cases) {
+        test::CoreFixture core(now);
         core.write("calendars/a.ics",
                    meeting("visit", "20260304T120000Z", "X-APPLE-TRAVEL-DURATION:PT30M\n"));
-        core.services().settings().setTimeOffsetSeconds(c.lead);
-        core.services().settings().setIncludeTravelTime(c.travel);
+        core.services().settings().setTimeOffsetSeconds(lead);
+        core.services().settings().setIncludeTravelTime(travel);
         core.reloaded();
-        EXPECT_EQ(causesOf(core, "visit"), c.causes) << c.now << " " << c.lead;
+        EXPECT_EQ(causesOf(core, "visit"), causes) << now << " " << lead;
     }
 }
 

@@ -13,27 +13,20 @@ TEST(AlertSchedule, TheAlertLiesItsLeadBeforeTheStart) {
     const AlertSettings withTravel{.includeTravelTime = true};
     const EventSettings tenMinutes{.usesCustomTimeOffset = true, .timeOffsetSeconds = 600};
     const EventSettings excluded{.isExcluded = true};
-    struct Case {
-        AlertSettings settings;
-        std::optional<EventSettings> eventSettings;
-        const char* now;
-        const char* expected;
-    };
-    const Case cases[] = {
+    const std::tuple<AlertSettings, std::optional<EventSettings>, const char*, const char*> cases[] = {
         {minute, {}, "2026-03-04T09:58:00Z", "2026-03-04T09:59:00.000Z"},
         {minute, {}, "2026-03-04T09:59:00Z", "2026-03-04T09:59:00.000Z"},
         {minute, {}, "2026-03-04T09:59:01Z", "none"},
         {minute, tenMinutes, "2026-03-04T09:00:00Z", "2026-03-04T09:50:00.000Z"},
         {withTravel, tenMinutes, "2026-03-04T09:00:00Z", "2026-03-04T09:35:00.000Z"},
         {withTravel, {}, "2026-03-04T09:00:00Z", "2026-03-04T09:44:00.000Z"},
-        {minute, excluded, "2026-03-04T09:00:00Z", "none"},
-    };
+        {minute, excluded, "2026-03-04T09:00:00Z", "none"}};
     Event event;
     event.startDate = at("2026-03-04T10:00:00Z");
     event.travelTime = 900;
-    for (const Case& c : cases) {
-        const auto alert = alertDate(event, c.settings, c.eventSettings, at(c.now));
-        EXPECT_EQ(alert ? platform::formatRfc3339(*alert) : "none", c.expected) << c.now;
+    for (const auto& [settings, eventSettings, now, expected] : cases) {
+        const auto alert = alertDate(event, settings, eventSettings, at(now));
+        EXPECT_EQ(alert ? platform::formatRfc3339(*alert) : "none", expected) << now;
     }
 }
 

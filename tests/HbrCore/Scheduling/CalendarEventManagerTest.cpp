@@ -137,8 +137,7 @@ TEST(CalendarEventManager, RequestsShareAReloadOfTheSameSecondThatKnowsEverythin
              auto& manager = core.services().manager();
              manager.didHandleAlertInvocation(manager.invocations().at(0));
          },
-         1, 1},
-    };
+         1, 1}};
     for (const Case& c : cases) {
         for (const bool isQuiet : {true, false}) {
             test::CoreFixture core;

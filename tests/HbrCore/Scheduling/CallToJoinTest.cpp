@@ -31,8 +31,7 @@ TEST(CallToJoin, PendingFirstThenTheOneBegunLastThenTheNextInsideItsLead) {
         {"cancelled inside it", meeting("a", "20260304T110000Z", call + "STATUS:CANCELLED\n"), "-", 4 * 3600},
         {"excluded by a rule", meeting("excluded", "20260304T110000Z", call), "-", 4 * 3600},
         {"the last day", meeting("a", "20260305T225959Z", call), "a", 72 * 3600, 1},
-        {"beyond the days", meeting("a", "20260305T230000Z", call), "-", 72 * 3600, 1},
-    };
+        {"beyond the days", meeting("a", "20260305T230000Z", call), "-", 72 * 3600, 1}};
     for (const auto& one : cases) {
         test::CoreFixture core;
         core.write("calendars/work.ics", one.items);

@@ -63,13 +63,7 @@ TEST(AggregatedEventStore, OneOccurrenceInBothStoresStandsOnce) {
     const std::string noon = "DTSTART:20260304T120000Z\nDURATION:PT1H\n";
     const std::string longer = "DTSTART:20260304T120000Z\nDURATION:PT2H\n";
     const std::string day = "DTSTART;VALUE=DATE:20260304\nSUMMARY:Day\n";
-    struct Case {
-        const char* what;
-        std::string own;
-        std::string delegated;
-        std::size_t count;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, std::string, std::string, std::size_t> cases[] = {
         {"the same", item("1", noon + "SUMMARY:A\n"), item("2", noon + "SUMMARY:A\n"), 1},
         {"another title", item("1", noon + "SUMMARY:A\n"), item("2", noon + "SUMMARY:B\n"), 2},
         {"no title in one", item("1", noon + "SUMMARY:A\n"), item("2", noon), 2},
@@ -79,20 +73,19 @@ TEST(AggregatedEventStore, OneOccurrenceInBothStoresStandsOnce) {
         {"all day in one", item("1", day),
          item("2", "DTSTART:20260303T230000Z\nDTEND:20260304T230000Z\nSUMMARY:Day\n"), 2},
         {"twice in the own store", item("1", noon) + item("2", noon), "", 2},
-        {"twice in the delegated one", "", item("1", noon) + item("2", noon), 1},
-    };
+        {"twice in the delegated one", "", item("1", noon) + item("2", noon), 1}};
     auto& store = core.services().aggregatedEventStore();
-    for (const Case& c : cases) {
-        core.write("calendars/own.ics", c.own);
-        core.write("delegated/theirs.ics", c.delegated);
+    for (const auto& [what, own, delegated, count] : cases) {
+        core.write("calendars/own.ics", own);
+        core.write("delegated/theirs.ics", delegated);
         store.refreshData();
         store.requestCalendarAccess([](std::exception_ptr error) { EXPECT_FALSE(error); });
         store.refreshData();
         core.services().manager().activateAllCalendars();
         const auto found = store.events(at("2026-03-04T00:00:00Z"), at("2026-03-05T00:00:00Z"));
-        ASSERT_EQ(found.size(), c.count) << c.what;
-        const std::string first = c.own.empty() ? "Boss" : "Home";
-        EXPECT_EQ(found.front()->calendar->source->title, first) << c.what;
+        ASSERT_EQ(found.size(), count) << what;
+        const std::string first = own.empty() ? "Boss" : "Home";
+        EXPECT_EQ(found.front()->calendar->source->title, first) << what;
     }
 }
 
@@ -210,24 +203,22 @@ TEST(AggregatedEventStore, AccessRequestsSayWhatCameOfThem) {
     const std::vector<std::string> refused = {
         "INFO [EventKit]: Requesting Calendar access",
         "WARNING [EventKit]: No Calendar access. Showing permission alert"};
-    const Case cases[] = {
-        {true, 14, true, false, granted},
-        {true, 13, true, false, granted},
-        {false, 14, true, true, refused},
-        {false, 13, true, true, refused},
-        {true,
-         14,
-         false,
-         false,
-         {"INFO [EventKit]: Requesting Reminders access", "INFO [EventKit]: Reminder permission granted",
-          "posted"}},
-        {false,
-         13,
-         false,
-         false,
-         {"INFO [EventKit]: Requesting Reminders access", "WARNING [EventKit]: No Reminder access.",
-          "posted"}},
-    };
+    const Case cases[] = {{true, 14, true, false, granted},
+                          {true, 13, true, false, granted},
+                          {false, 14, true, true, refused},
+                          {false, 13, true, true, refused},
+                          {true,
+                           14,
+                           false,
+                           false,
+                           {"INFO [EventKit]: Requesting Reminders access",
+                            "INFO [EventKit]: Reminder permission granted", "posted"}},
+                          {false,
+                           13,
+                           false,
+                           false,
+                           {"INFO [EventKit]: Requesting Reminders access",
+                            "WARNING [EventKit]: No Reminder access.", "posted"}}};
     for (const Case& c : cases) {
         test::CoreFixture core;
         if (!c.hasAccount) std::filesystem::remove(platform::AccountsFile(core.environment).path());

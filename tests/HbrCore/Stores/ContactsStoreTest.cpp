@@ -2,7 +2,6 @@
 
 #include <MxLogger/MxLogger.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "../CoreFixture.h"
 
