@@ -61,13 +61,13 @@ platform::WidgetContent noticeContent(const AccountNotice& shown) {
     };
 }
 
-platform::Card noticeCard(const AccountNotice& notice) {
+platform::Card noticeCard(const platform::Environment& environment, const AccountNotice& notice) {
     platform::Card card;
     card.title = notice.title.value_or(notice.badge.value_or(""));
     if (!notice.advice.empty()) card.lines.push_back(notice.advice);
     for (const std::string& problem : notice.problems)
         card.notes += (card.notes.empty() ? "" : "\n") + problem;
-    card.buttons.push_back({L10n::General::ok(), [] {}});
+    card.buttons.push_back({L10n::General::ok(environment), [] {}});
     return card;
 }
 

@@ -28,7 +28,9 @@ std::string beginsText(const Event& event, const Formatters& formatters,
             return relativeText(event.startDate, clock, formatters);
         return formattedRelativeTime(clock.now().addingTimeInterval(minute), clock.now(), formatters);
     }
-    return clock.hasReached(event.startDate.addingTimeInterval(minute)) ? "" : L10n::TimeFormat::now();
+    return clock.hasReached(event.startDate.addingTimeInterval(minute))
+               ? ""
+               : L10n::TimeFormat::now(formatters.environment());
 }
 
 /// Not when that would be at once.
@@ -67,7 +69,8 @@ platform::DesktopNotifications::Notification alertMessage(const CoreServices& co
     const platform::Date now = clock.now();
     const Formatters& formatters = core.formatters();
     platform::DesktopNotifications::Notification message{
-        .summary = event.title && !event.title->empty() ? *event.title : L10n::General::untitled(),
+        .summary = event.title && !event.title->empty() ? *event.title
+                                                        : L10n::General::untitled(formatters.environment()),
         .body = beginsText(event, formatters, clock),
         .actions = {},
         .opensOnTap = true};
@@ -76,16 +79,17 @@ platform::DesktopNotifications::Notification alertMessage(const CoreServices& co
     if (event.calendarName) message.body += "\n" + *event.calendarName;
 
     if (!event.videoConferenceLinks.empty())
-        message.actions.push_back({alertAction::join, L10n::Ios::Event::join()});
+        message.actions.push_back({alertAction::join, L10n::Ios::Event::join(formatters.environment())});
     if (const auto minutes = offeredSnooze(core.settings(), event, now)) {
         const auto length =
             formatters.durationFormatterForTimeOffset().string(static_cast<double>(*minutes) * minute);
-        message.actions.push_back(
-            {alertAction::snooze, L10n::Ios::Notification::snoozeButtonTitle(length.value_or(""))});
+        message.actions.push_back({alertAction::snooze, L10n::Ios::Notification::snoozeButtonTitle(
+                                                            formatters.environment(), length.value_or(""))});
     }
     if (offersSnoozeUntilEvent(event, now))
         message.actions.push_back(
-            {alertAction::untilEvent, L10n::Ios::Notification::snoozeUntilEventButtonTitle()});
+            {alertAction::untilEvent,
+             L10n::Ios::Notification::snoozeUntilEventButtonTitle(formatters.environment())});
     return message;
 }
 

@@ -16,16 +16,16 @@ constexpr const char* cardName = "accounts";
 
 }  // namespace
 
-CalendarSetup::CalendarSetup(const platform::WidgetBundle& bundle, platform::DesktopSession& session,
-                             CardDeck& cards)
-    : bundle_(bundle), session_(session), cards_(cards) {}
+CalendarSetup::CalendarSetup(const platform::Environment& environment, const platform::WidgetBundle& bundle,
+                             platform::DesktopSession& session, CardDeck& cards)
+    : environment_(environment), bundle_(bundle), session_(session), cards_(cards) {}
 
 std::string CalendarSetup::text(const char* key) const {
     return bundle_.localizedText(std::string("Widget.desktop.accounts.setup.") + key);
 }
 
 platform::Card CalendarSetup::card(const AccountNotice& notice) {
-    platform::Card card = noticeCard(notice);
+    platform::Card card = noticeCard(environment_, notice);
     // It says by its buttons what a click on the widget was promised to do.
     card.lines.clear();
     card.buttons = {{text("choose"), [this] { chooseFolder(); }}};
@@ -35,7 +35,7 @@ platform::Card CalendarSetup::card(const AccountNotice& notice) {
 void CalendarSetup::show(const AccountNotice& notice) {
     using Kind = AccountNotice::Kind;
     if (notice.kind == Kind::noAccounts) return look(notice);
-    if (notice.kind == Kind::nothing) return cards_.show(cardName, noticeCard(notice));
+    if (notice.kind == Kind::nothing) return cards_.show(cardName, noticeCard(environment_, notice));
     platform::Card shown = card(notice);
     if (notice.kind == Kind::unwatched)
         shown.primary = {text("watchAll"), [this] { change({"calendars", "activate", "--all"}); }};
@@ -67,7 +67,8 @@ void CalendarSetup::chooseFolder() {
 void CalendarSetup::change(std::vector<std::string> arguments) {
     run(std::move(arguments), [this](const platform::ProgramOutcome& outcome) {
         if (!outcome.isSuccess)
-            cards_.show(cardName, messageCard(text("failed"), platform::trimmed(outcome.errors)));
+            cards_.show(cardName,
+                        messageCard(environment_, text("failed"), platform::trimmed(outcome.errors)));
     });
 }
 

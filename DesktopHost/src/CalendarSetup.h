@@ -19,7 +19,8 @@ namespace hbr {
 /// widgets follow its changes as any others. Main thread.
 class CalendarSetup {
   public:
-    CalendarSetup(const platform::WidgetBundle& bundle, platform::DesktopSession& session, CardDeck& cards);
+    CalendarSetup(const platform::Environment& environment, const platform::WidgetBundle& bundle,
+                  platform::DesktopSession& session, CardDeck& cards);
 
     void show(const AccountNotice& notice);
 
@@ -33,6 +34,7 @@ class CalendarSetup {
     std::string text(const char* key) const;
     platform::Card card(const AccountNotice& notice);
 
+    const platform::Environment& environment_;
     const platform::WidgetBundle& bundle_;
     platform::DesktopSession& session_;
     CardDeck& cards_;

@@ -33,7 +33,9 @@ CardDeck::~CardDeck() = default;
 
 void CardDeck::open(const platform::Url& url) {
     const auto link = DeepLinkBuilder().make(url);
-    if (!link) return show("message", messageCard(L10n::General::unknown(), url.absoluteString()));
+    if (!link)
+        return show("message", messageCard(*core_.environment(), L10n::General::unknown(*core_.environment()),
+                                           url.absoluteString()));
     take(deepLinks_.perform(*link));
 }
 
@@ -98,14 +100,17 @@ void CardDeck::take(const DeepLinkOutcome& outcome) {
             return preview(*outcome.event);
         case Kind::severalLinks:
             return show("calls " + outcome.event->id,
-                        callChoiceCard(*outcome.event, outcome.links, actions()));
+                        callChoiceCard(*core_.environment(), *outcome.event, outcome.links, actions()));
         case Kind::unknownEvent:
-            return show("message", messageCard(L10n::General::noEvent(), outcome.message));
-        case Kind::failed:
             return show("message",
-                        messageCard(outcome.event && outcome.event->title ? *outcome.event->title
-                                                                          : L10n::General::untitled(),
+                        messageCard(*core_.environment(), L10n::General::noEvent(*core_.environment()),
                                     outcome.message));
+        case Kind::failed:
+            return show("message", messageCard(*core_.environment(),
+                                               outcome.event && outcome.event->title
+                                                   ? *outcome.event->title
+                                                   : L10n::General::untitled(*core_.environment()),
+                                               outcome.message));
     }
 }
 
@@ -121,15 +126,15 @@ void CardDeck::show(const std::string& name, platform::Card card, platform::Card
         if (!arrival.isByItself) found->second.window->present();
         return;
     }
-    windows_[name].window =
-        platform::CardWindow::show(session_, std::move(card),
-                                   {.open =
-                                        [this](const platform::Url& url) {
-                                            if (const auto refusal = opener_.open(url))
-                                                show("message", messageCard(url.absoluteString(), *refusal));
-                                        },
-                                    .closed = [this, name] { close(name); }},
-                                   arrival);
+    windows_[name].window = platform::CardWindow::show(
+        session_, std::move(card),
+        {.open =
+             [this](const platform::Url& url) {
+                 if (const auto refusal = opener_.open(url))
+                     show("message", messageCard(*core_.environment(), url.absoluteString(), *refusal));
+             },
+         .closed = [this, name] { close(name); }},
+        arrival);
 }
 
 void CardDeck::replace(const Event& event, platform::Card card) {

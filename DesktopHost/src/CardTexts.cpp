@@ -29,8 +29,8 @@ std::string CardTexts::day(platform::Date date, const platform::ClockReading& cl
     const platform::Calendar& calendar = core_.environment()->calendar;
     clock.notesNextDay(calendar);
     const platform::Date now = clock.now();
-    if (isToday(date, calendar, now)) return L10n::TimeFormat::today();
-    if (isTomorrow(date, now, calendar)) return L10n::TimeFormat::tomorrow();
+    if (isToday(date, calendar, now)) return L10n::TimeFormat::today(*core_.environment());
+    if (isTomorrow(date, now, calendar)) return L10n::TimeFormat::tomorrow(*core_.environment());
     const Formatters& formatters = core_.formatters();
     return formatters.weekDay().string(date) + ", " + formatters.dateOnly().string(date);
 }

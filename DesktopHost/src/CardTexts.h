@@ -17,6 +17,7 @@ class CardTexts {
     CardTexts(const CoreServices& core, const platform::WidgetBundle& bundle)
         : core_(core), bundle_(bundle) {}
 
+    const platform::Environment& environment() const { return *core_.environment(); }
     /// Of the key "Widget.desktop.card." + `key`, with the arguments in their places.
     std::string text(std::string_view key, std::initializer_list<std::string_view> arguments = {}) const;
     /// "Today, from 9:00 to 10:00."

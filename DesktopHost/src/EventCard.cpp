@@ -16,20 +16,20 @@ namespace hbr {
 
 namespace {
 
-std::string titleOf(const Event& event) {
-    return event.title && !event.title->empty() ? *event.title : L10n::General::untitled();
+std::string titleOf(const platform::Environment& environment, const Event& event) {
+    return event.title && !event.title->empty() ? *event.title : L10n::General::untitled(environment);
 }
 
-std::string remarkOf(const Participant& participant) {
+std::string remarkOf(const platform::Environment& environment, const Participant& participant) {
     switch (participant.status) {
         case ParticipantStatus::accepted:
-            return L10n::Alert::Participants::Status::accepted();
+            return L10n::Alert::Participants::Status::accepted(environment);
         case ParticipantStatus::tentative:
-            return L10n::Alert::Participants::Status::tentative();
+            return L10n::Alert::Participants::Status::tentative(environment);
         case ParticipantStatus::declined:
-            return L10n::Alert::Participants::Status::declined();
+            return L10n::Alert::Participants::Status::declined(environment);
         case ParticipantStatus::pending:
-            return L10n::Alert::Participants::Status::pending();
+            return L10n::Alert::Participants::Status::pending(environment);
         case ParticipantStatus::unknown:
             break;
     }
@@ -64,7 +64,7 @@ std::vector<platform::Card::Person> peopleOf(const CoreServices& core, const Eve
             shown, [&](const Participant& other) { return other.isOrganizer && other == one; });
         if (isShown) continue;
         people.push_back({.name = one.displayName(),
-                          .remark = remarkOf(one),
+                          .remark = remarkOf(*core.environment(), one),
                           .initials = one.initials(),
                           .picture = one.image});
         shown.push_back(std::move(one));
@@ -84,10 +84,10 @@ std::string callLabel(const VideoConferenceLink& link, const std::vector<VideoCo
     return link.service.name + ": " + truncated(address, longest, "…");
 }
 
-std::string peopleHeading(std::size_t count) {
+std::string peopleHeading(const platform::Environment& environment, std::size_t count) {
     const auto number = static_cast<std::int64_t>(count);
-    return count == 1 ? L10n::Alert::Participants::participant(number)
-                      : L10n::Alert::Participants::participants(number);
+    return count == 1 ? L10n::Alert::Participants::participant(environment, number)
+                      : L10n::Alert::Participants::participants(environment, number);
 }
 
 }  // namespace
@@ -104,12 +104,13 @@ std::vector<std::int64_t> snoozeTimes(const UserSettingsStore& settings) {
 
 platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const Event& event,
                          const EventCardActions& actions) {
+    const platform::Environment& environment = *core.environment();
     const Formatters& formatters = core.formatters();
     platform::ChangeMoments changes;
     const platform::ClockReading clock(core.environment()->now(), &changes);
     platform::Card card;
     card.color = event.color;
-    card.title = titleOf(event);
+    card.title = titleOf(environment, event);
     const bool isPast = isOver(event, clock);
     const bool offersCall = !event.videoConferenceLinks.empty() && !isPast;
     const bool isLeftOut = isHidden(core, event);
@@ -120,52 +121,54 @@ platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const
     if (isLeftOut) card.lines.push_back(texts.hidden(event));
     if (event.travelTime > 0) {
         if (const auto length = formatters.durationFormatter().string(event.travelTime))
-            card.lines.push_back(L10n::General::travelTime(*length));
+            card.lines.push_back(L10n::General::travelTime(environment, *length));
     }
     if (event.calendarName) card.lines.push_back(*event.calendarName);
     card.place = withoutCalls(event.location.value_or(""), event, offersCall);
     if (event.notes)
         card.notes = withoutCalls(removingVideoCallAnnotation(*event.notes).value_or(""), event, offersCall);
     card.people = peopleOf(core, event);
-    if (!card.people.empty()) card.peopleHeading = peopleHeading(card.people.size());
+    if (!card.people.empty()) card.peopleHeading = peopleHeading(environment, card.people.size());
 
     if (offersCall) {
-        card.primary = {L10n::Alert::VideoConferenceMenu::join(),
+        card.primary = {L10n::Alert::VideoConferenceMenu::join(environment),
                         [join = actions.join, event] { join(event); }};
     }
     if (event.type != Event::EventType::hbrReminder) {
-        card.buttons.push_back(
-            {L10n::Alert::showInCalendarTooltip(), [show = actions.showInCalendar, event] { show(event); }});
+        card.buttons.push_back({L10n::Alert::showInCalendarTooltip(environment),
+                                [show = actions.showInCalendar, event] { show(event); }});
         if (isLeftOut) {
             card.aside = {texts.text(event.isRecurring ? "showSeriesAgain" : "showAgain"),
                           [show = actions.showAgain, event] { show(event); }, true};
         } else {
-            card.aside = {
-                event.isRecurring ? texts.text("hideSeries") : L10n::EventCustomization::excludeEvent(),
-                [hide = actions.hide, event] { hide(event); }, true};
+            card.aside = {event.isRecurring ? texts.text("hideSeries")
+                                            : L10n::EventCustomization::excludeEvent(environment),
+                          [hide = actions.hide, event] { hide(event); }, true};
         }
     }
     card.changesAt = changes.earliest();
     if (isPast) return card;
-    card.menuLabel = L10n::Alert::snooze();
+    card.menuLabel = L10n::Alert::snooze(environment);
     for (const std::int64_t minutes : snoozeTimes(core.settings())) {
-        card.menu.push_back({minutes == 1 ? L10n::Alert::_1minute() : L10n::Alert::customMinutes(minutes),
+        card.menu.push_back({minutes == 1 ? L10n::Alert::_1minute(environment)
+                                          : L10n::Alert::customMinutes(environment, minutes),
                              [snooze = actions.snooze, event, minutes] { snooze(event, minutes); }});
     }
     if (isInFuture(event, clock)) {
-        card.menu.push_back(
-            {L10n::Alert::snoozeUntilEvent(), [snooze = actions.snoozeUntilEvent, event] { snooze(event); }});
+        card.menu.push_back({L10n::Alert::snoozeUntilEvent(environment),
+                             [snooze = actions.snoozeUntilEvent, event] { snooze(event); }});
     }
     card.changesAt = changes.earliest();
     return card;
 }
 
-platform::Card callChoiceCard(const Event& event, const std::vector<VideoConferenceLink>& links,
+platform::Card callChoiceCard(const platform::Environment& environment, const Event& event,
+                              const std::vector<VideoConferenceLink>& links,
                               const EventCardActions& actions) {
     platform::Card card;
     card.color = event.color;
-    card.title = titleOf(event);
-    card.lines = {L10n::VideoConferencePicker::title()};
+    card.title = titleOf(environment, event);
+    card.lines = {L10n::VideoConferencePicker::title(environment)};
     for (const VideoConferenceLink& link : links) {
         card.buttons.push_back(
             {callLabel(link, links), [join = actions.joinLink, event, link] { join(event, link); }});
@@ -175,20 +178,22 @@ platform::Card callChoiceCard(const Event& event, const std::vector<VideoConfere
 
 platform::Card hidingQuestionCard(const CardTexts& texts, const Event& event, std::function<void()> hide,
                                   std::function<void()> cancel) {
+    const platform::Environment& environment = texts.environment();
     platform::Card card;
     card.color = event.color;
-    card.title = titleOf(event);
+    card.title = titleOf(environment, event);
     card.lines = {texts.text("askSeries")};
-    card.buttons = {{L10n::General::cancel(), std::move(cancel), true},
+    card.buttons = {{L10n::General::cancel(environment), std::move(cancel), true},
                     {texts.text("hideAll"), std::move(hide), true}};
     return card;
 }
 
 platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, const Event& event,
                           std::function<void()> undo) {
+    const platform::Environment& environment = texts.environment();
     platform::Card card;
     card.color = event.color;
-    card.title = titleOf(event);
+    card.title = titleOf(environment, event);
     card.lines = {texts.hidden(event)};
     const platform::Date now = core.environment()->now();
     if (isCurrentEvent(event, now) && !isAnyReminder(event)) {
@@ -198,21 +203,22 @@ platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, cons
             "underWay", {endsToday ? formatters.timeOnly().string(event.endDate)
                                    : formatters.timeAndDateFormatter().string(event.endDate, now)}));
     }
-    card.buttons = {{texts.text("undo"), std::move(undo), true}, {L10n::General::ok(), [] {}}};
+    card.buttons = {{texts.text("undo"), std::move(undo), true}, {L10n::General::ok(environment), [] {}}};
     return card;
 }
 
 platform::Card notHiddenCard(const CardTexts& texts, const Event& event) {
-    platform::Card card = messageCard(titleOf(event), texts.text("notStored"));
+    const platform::Environment& environment = texts.environment();
+    platform::Card card = messageCard(environment, titleOf(environment, event), texts.text("notStored"));
     card.color = event.color;
     return card;
 }
 
-platform::Card messageCard(std::string title, std::string text) {
+platform::Card messageCard(const platform::Environment& environment, std::string title, std::string text) {
     platform::Card card;
     card.title = std::move(title);
     card.lines = {std::move(text)};
-    card.buttons.push_back({L10n::General::ok(), [] {}});
+    card.buttons.push_back({L10n::General::ok(environment), [] {}});
     return card;
 }
 

@@ -36,10 +36,10 @@ platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, cons
                           std::function<void()> undo);
 platform::Card notHiddenCard(const CardTexts& texts, const Event& event);
 /// Asks which of several calls is meant.
-platform::Card callChoiceCard(const Event& event, const std::vector<VideoConferenceLink>& links,
-                              const EventCardActions& actions);
+platform::Card callChoiceCard(const platform::Environment& environment, const Event& event,
+                              const std::vector<VideoConferenceLink>& links, const EventCardActions& actions);
 /// Something to know, and a button that closes it.
-platform::Card messageCard(std::string title, std::string text);
+platform::Card messageCard(const platform::Environment& environment, std::string title, std::string text);
 
 /// The lengths that the user snoozes for, in minutes, each once.
 std::vector<std::int64_t> snoozeTimes(const UserSettingsStore& settings);

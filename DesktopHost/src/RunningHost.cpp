@@ -142,7 +142,7 @@ void RunningHost::Parts::openDesktop() {
                                                  .widgetScale = contents.scale,
                                                  .wakes = wakes});
     cards = std::make_unique<CardDeck>(world.core, world.bundle, *session, wakes);
-    setup = std::make_unique<CalendarSetup>(world.bundle, *session, *cards);
+    setup = std::make_unique<CalendarSetup>(*world.core.environment(), world.bundle, *session, *cards);
     board = std::make_unique<WidgetBoard>(
         *desk, world.bundle, world.catalogue,
         WidgetBoard::Actions{
@@ -201,7 +201,7 @@ void RunningHost::Parts::makeAlerts() {
                 },
             .presentMessage =
                 [this](const std::string& title, const std::string& text) {
-                    cards->present("alerts", messageCard(title, text));
+                    cards->present("alerts", messageCard(*world.core.environment(), title, text));
                 },
             .didRefresh = [this] { endIfIdle(); }});
     cards->setAnswered([this](const Event& event) { alerts->withdraw(event); });

@@ -66,10 +66,10 @@ std::vector<MenuItem> programMenu(const platform::WidgetBundle& bundle, CoreServ
     MenuItem settings{.kind = Kind::submenu, .label = menuText(bundle, "settings")};
     settings.submenu = {leadMenu(bundle, core),
                         {.kind = Kind::toggle,
-                         .label = L10n::Preferences::includeTravelTime(),
+                         .label = L10n::Preferences::includeTravelTime(*core.environment()),
                          .chosen = [&core, includes] { core.settings().setIncludeTravelTime(!includes); },
                          .isMarked = includes}};
-    return {std::move(settings), {.label = L10n::Menu::quit(), .chosen = std::move(quit)}};
+    return {std::move(settings), {.label = L10n::Menu::quit(*core.environment()), .chosen = std::move(quit)}};
 }
 
 }  // namespace hbr

@@ -36,6 +36,6 @@ struct AccountNotice {
 
 /// Stands in the widgets; a tap opens accountsUrl.
 platform::WidgetContent noticeContent(const AccountNotice& notice);
-platform::Card noticeCard(const AccountNotice& notice);
+platform::Card noticeCard(const platform::Environment& environment, const AccountNotice& notice);
 
 }  // namespace hbr
