@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <chrono>
 #include <thread>
+#include <tuple>
 
 namespace platform {
 namespace {
@@ -63,10 +64,7 @@ class CNContactStoreTest : public ::testing::Test {
 };
 
 TEST_F(CNContactStoreTest, ReadsNamesAsEveryVersionWritesThem) {
-    struct {
-        std::string text;
-        std::string names;
-    } const cases[] = {
+    const std::string cases[][2] = {
         {card("FN:Ada "
               "Lovelace\r\nN:Lovelace;Ada;King;Lady;\r\nitem1.EMAIL;type=INTERNET;type=pref:a@x.org\r\n"),
          "Ada|Lovelace"},
@@ -123,11 +121,7 @@ TEST_F(CNContactStoreTest, FindsByAddressElseByNameWithoutRegardToLetterCase) {
             card("UID:3\r\nFN:John Harper\r\nEMAIL:other@example.org\r\n") +
             card("UID:4\r\nORG:Acme;Sales\r\nEMAIL:Ärzte@example.org\r\n"));
     open();
-    struct {
-        std::string email;
-        std::string name;
-        std::vector<std::string> identifiers;
-    } const cases[] = {
+    const std::tuple<std::string, std::string, std::vector<std::string>> cases[] = {
         {"john.harper@example.org", "", {"1"}},
         {" JH@HOME.EXAMPLE ", "", {"1"}},
         {"äRZTE@example.org", "", {"4"}},
@@ -151,12 +145,7 @@ TEST_F(CNContactStoreTest, FindsByAddressElseByNameWithoutRegardToLetterCase) {
 
 TEST_F(CNContactStoreTest, GivesAPictureOnlyFromBytesThatAreOne) {
     const std::string jpeg = "/9j/4AAQ";
-    struct {
-        std::string photo;
-        std::string version;
-        bool isPicture;
-        std::string complaint;
-    } const cases[] = {
+    const std::tuple<std::string, std::string, bool, std::string> cases[] = {
         {"PHOTO;ENCODING=b;TYPE=PNG:" + png + "\r\n", "3.0", true, ""},
         {"PHOTO;JPEG;BASE64:\r\n /9j\r\n /4A\r\n AQ\r\n\r\n", "2.1", true, ""},
         {"PHOTO;ENCODING=BASE64;TYPE=JPEG:\r\n/9j/\r\n4AAQ\r\n\r\n", "2.1", true, ""},

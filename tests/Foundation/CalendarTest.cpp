@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 namespace platform {
 namespace {
@@ -16,13 +17,7 @@ Date at(const Calendar& calendar, const LocalTime& local) {
 }
 
 TEST(Calendar, AddingDaysKeepsTheWallClock) {
-    struct Case {
-        const char* zone;
-        LocalTime from;
-        int days;
-        LocalTime to;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, LocalTime, int, LocalTime> cases[] = {
         {"America/New_York", {2026, 3, 7, 12, 0, 0}, 1, {2026, 3, 8, 12, 0, 0}},
         {"America/New_York", {2026, 3, 7, 2, 30, 0}, 1, {2026, 3, 8, 3, 30, 0}},
         {"America/New_York", {2026, 11, 2, 1, 30, 0}, -1, {2026, 11, 1, 1, 30, 0}},
@@ -31,13 +26,12 @@ TEST(Calendar, AddingDaysKeepsTheWallClock) {
         {"Europe/Berlin", {2026, 12, 31, 23, 0, 0}, 60, {2027, 3, 1, 23, 0, 0}},
         {"Pacific/Apia", {2011, 12, 29, 9, 0, 0}, 2, {2011, 12, 31, 9, 0, 0}},
     };
-    for (const Case& c : cases) {
-        const Calendar calendar = calendarIn(c.zone);
-        const Date moved = calendar.addingDays(at(calendar, c.from).addingTimeInterval(0.25), c.days);
-        EXPECT_EQ(calendar.timeZone().localTime(moved), c.to) << c.zone;
-        EXPECT_EQ(
-            moved.timeIntervalSinceReferenceDate() - at(calendar, c.to).timeIntervalSinceReferenceDate(),
-            0.25);
+    for (const auto& [zoneName, from, days, to] : cases) {
+        const Calendar calendar = calendarIn(zoneName);
+        const Date moved = calendar.addingDays(at(calendar, from).addingTimeInterval(0.25), days);
+        EXPECT_EQ(calendar.timeZone().localTime(moved), to) << zoneName;
+        EXPECT_EQ(moved.timeIntervalSinceReferenceDate() - at(calendar, to).timeIntervalSinceReferenceDate(),
+                  0.25);
     }
 }
 
@@ -54,12 +48,7 @@ TEST(Calendar, AddingMinutesIsElapsedTime) {
 }
 
 TEST(Calendar, ADayWithoutMidnightBeginsWithItsFirstInstant) {
-    struct Case {
-        const char* zone;
-        LocalTime moment;
-        LocalTime start;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, LocalTime, LocalTime> cases[] = {
         {"America/Sao_Paulo", {2017, 10, 15, 15, 0, 0}, {2017, 10, 15, 1, 0, 0}},
         {"Asia/Beirut", {2022, 3, 27, 12, 0, 0}, {2022, 3, 27, 1, 0, 0}},
         // The clock went from 23:30 to 00:30.
@@ -69,12 +58,12 @@ TEST(Calendar, ADayWithoutMidnightBeginsWithItsFirstInstant) {
         {"America/Sao_Paulo", {2018, 2, 18, 12, 0, 0}, {2018, 2, 18, 0, 0, 0}},
         {"Europe/Berlin", {2026, 3, 29, 12, 0, 0}, {2026, 3, 29, 0, 0, 0}},
     };
-    for (const Case& c : cases) {
-        const Calendar calendar = calendarIn(c.zone);
-        const Date start = calendar.startOfDay(at(calendar, c.moment));
-        EXPECT_EQ(calendar.timeZone().localTime(start), c.start) << c.zone;
-        EXPECT_FALSE(calendar.isSameDay(start, start.addingTimeInterval(-1))) << c.zone;
-        EXPECT_TRUE(calendar.isSameDay(start, at(calendar, c.moment))) << c.zone;
+    for (const auto& [zoneName, moment, expected] : cases) {
+        const Calendar calendar = calendarIn(zoneName);
+        const Date start = calendar.startOfDay(at(calendar, moment));
+        EXPECT_EQ(calendar.timeZone().localTime(start), expected) << zoneName;
+        EXPECT_FALSE(calendar.isSameDay(start, start.addingTimeInterval(-1))) << zoneName;
+        EXPECT_TRUE(calendar.isSameDay(start, at(calendar, moment))) << zoneName;
     }
 }
 

@@ -14,11 +14,8 @@ TEST(Date, DescribesItselfInUtc) {
 }
 
 TEST(Rfc3339, ReadsWhatIsWellFormedAndRefusesTheRest) {
-    struct Case {
-        const char* text;
-        const char* moment;  // null: refused
-    };
-    const Case cases[] = {
+    const char* const cases[][2] = {
+        // null: refused
         {"2026-03-04T09:41:00Z", "2026-03-04T09:41:00.000Z"},
         {"2026-03-04 09:41:00.25+02:00", "2026-03-04T07:41:00.250Z"},
         {"2026-03-04t23:30:00-01:30", "2026-03-05T01:00:00.000Z"},
@@ -41,9 +38,9 @@ TEST(Rfc3339, ReadsWhatIsWellFormedAndRefusesTheRest) {
         {"2026-03-04", nullptr},
         {"", nullptr},
     };
-    for (const Case& c : cases) {
-        const auto date = parseRfc3339(c.text);
-        EXPECT_EQ(date ? formatRfc3339(*date) : "refused", c.moment ? c.moment : "refused") << c.text;
+    for (const auto& [text, moment] : cases) {
+        const auto date = parseRfc3339(text);
+        EXPECT_EQ(date ? formatRfc3339(*date) : "refused", moment ? moment : "refused") << text;
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include <cstdlib>
 #include <map>
+#include <tuple>
 
 using namespace platform;
 
@@ -78,27 +79,21 @@ TEST(Environment, TheDesktopsClockDecidesTheHoursUnlessLcAllDoes) {
     folder.write("twentyfour/glib-2.0/settings/keyfile",
                  "[org/gnome/desktop/interface]\nclock-format='24h'\n");
 
-    struct Case {
-        const char* desktop;
-        const char* choice;
-        Variables variables;
-        const char* identifier;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, const char*, Variables, const char*> cases[] = {
         {"ubuntu:GNOME", "twelve", {{"LANG", "de_DE"}}, "de_DE@hours=h12"},
         {"GNOME", "twentyfour", {{"LC_TIME", "en_US.UTF-8"}}, "en_US@hours=h23"},
         {"GNOME", "none", {{"LANG", "en_US"}}, "en_US"},
         {"GNOME", "twelve", {{"LC_ALL", "de_DE"}}, "de_DE"},
         {"KDE", "twelve", {{"LANG", "de_DE"}}, "de_DE"},
     };
-    for (const Case& c : cases) {
-        Variables variables = c.variables;
-        variables.insert({{"XDG_CURRENT_DESKTOP", c.desktop},
-                          {"XDG_CONFIG_HOME", (folder / c.choice).string()},
+    for (const auto& [desktop, choice, ownVariables, identifier] : cases) {
+        Variables variables = ownVariables;
+        variables.insert({{"XDG_CURRENT_DESKTOP", desktop},
+                          {"XDG_CONFIG_HOME", (folder / choice).string()},
                           {"GSETTINGS_BACKEND", "keyfile"},
                           {"GSETTINGS_SCHEMA_DIR", (folder / "schemas").string()}});
-        EXPECT_EQ(inWorld(variables, [](const Environment& e) { return e.locale.identifier; }), c.identifier)
-            << c.desktop << " " << c.choice;
+        EXPECT_EQ(inWorld(variables, [](const Environment& e) { return e.locale.identifier; }), identifier)
+            << desktop << " " << choice;
     }
     // Without the schema GLib would end the process.
     EXPECT_EQ(inWorld({{"XDG_CURRENT_DESKTOP", "GNOME"}, {"XDG_DATA_DIRS", "/nowhere"}, {"LANG", "fr_FR"}},

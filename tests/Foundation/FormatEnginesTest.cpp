@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 namespace platform {
@@ -33,14 +34,7 @@ std::string folded(std::string text) {
 }
 
 TEST(DateFormatter, WritesAsTheLocaleDoes) {
-    struct Case {
-        const char* locale;
-        const char* time;
-        const char* longDate;
-        const char* skeleton;
-        const char* mediumAndShort;
-    };
-    const Case cases[] = {
+    const char* const cases[][5] = {
         {"en_US", "9:05 PM", "March 4, 2026", "Wed, Mar 4", "Mar 4, 2026, 9:05 PM"},
         {"en_GB", "21:05", "4 March 2026", "Wed, 4 Mar", "4 Mar 2026, 21:05"},
         {"en_GB@hours=h12", "9:05 pm", "4 March 2026", "Wed, 4 Mar", "4 Mar 2026, 9:05 pm"},
@@ -57,25 +51,20 @@ TEST(DateFormatter, WritesAsTheLocaleDoes) {
     };
     const Calendar berlin = calendarIn("Europe/Berlin");
     const Date date = at("2026-03-04T20:05:59.999Z");
-    for (const Case& c : cases) {
-        const Locale l = locale(c.locale);
+    for (const auto& [identifier, shortTime, longDate, skeleton, mediumAndShort] : cases) {
+        const Locale l = locale(identifier);
         const auto styled = [&](Style day, Style time) {
             return folded(DateFormatter::withStyles(l, berlin, day, time).string(date));
         };
-        EXPECT_EQ(styled(Style::none, Style::short_), c.time) << c.locale;
-        EXPECT_EQ(styled(Style::long_, Style::none), c.longDate) << c.locale;
-        EXPECT_EQ(styled(Style::medium, Style::short_), c.mediumAndShort) << c.locale;
-        EXPECT_EQ(DateFormatter::withTemplate(l, berlin, "EdMMM").string(date), c.skeleton) << c.locale;
+        EXPECT_EQ(styled(Style::none, Style::short_), shortTime) << identifier;
+        EXPECT_EQ(styled(Style::long_, Style::none), longDate) << identifier;
+        EXPECT_EQ(styled(Style::medium, Style::short_), mediumAndShort) << identifier;
+        EXPECT_EQ(DateFormatter::withTemplate(l, berlin, "EdMMM").string(date), skeleton) << identifier;
     }
 }
 
 TEST(DateFormatter, TakesOffsetsFromTheSystemsZones) {
-    struct Case {
-        const char* zone;
-        const char* moment;
-        const char* text;
-    };
-    const Case cases[] = {
+    const char* const cases[][3] = {
         {"America/Mexico_City", "2026-07-01T12:00:00Z", "2026-07-01 06:00:00"},
         {"Africa/Cairo", "2026-07-01T12:00:00Z", "2026-07-01 15:00:00"},
         {"Asia/Almaty", "2026-07-01T12:00:00Z", "2026-07-01 17:00:00"},
@@ -84,20 +73,15 @@ TEST(DateFormatter, TakesOffsetsFromTheSystemsZones) {
         {"Europe/Berlin", "2060-07-01T12:00:00Z", "2060-07-01 14:00:00"},
         {"Asia/Kolkata", "1999-12-31T18:30:00Z", "2000-01-01 00:00:00"},
     };
-    for (const Case& c : cases) {
+    for (const auto& [zoneName, moment, expected] : cases) {
         const auto format =
-            DateFormatter::withPattern(locale("en_US_POSIX"), calendarIn(c.zone), "yyyy-MM-dd HH:mm:ss");
-        EXPECT_EQ(format.string(at(c.moment)), c.text) << c.zone;
+            DateFormatter::withPattern(locale("en_US_POSIX"), calendarIn(zoneName), "yyyy-MM-dd HH:mm:ss");
+        EXPECT_EQ(format.string(at(moment)), expected) << zoneName;
     }
 }
 
 TEST(DateFormatter, NearDaysAreWordsByTheCalendarOfTheZone) {
-    struct Case {
-        const char* locale;
-        const char* date;
-        const char* text;
-    };
-    const Case cases[] = {
+    const char* const cases[][3] = {
         {"en_US", "2026-11-22T23:00:00+01:00", "today, 11:00 PM"},
         {"en_US", "2026-11-23T00:00:00+01:00", "tomorrow, 12:00 AM"},
         {"en_US", "2026-11-21T23:59:00+01:00", "yesterday, 11:59 PM"},
@@ -112,9 +96,10 @@ TEST(DateFormatter, NearDaysAreWordsByTheCalendarOfTheZone) {
         {"he_IL", "2026-11-23T14:45:00+01:00", "מחר, 14:45"},
     };
     const Date now = at("2026-11-22T22:30:00+01:00");
-    for (const Case& c : cases) {
-        const auto format = DateFormatter::relativeDateAndTime(locale(c.locale), calendarIn("Europe/Berlin"));
-        EXPECT_EQ(folded(format.string(at(c.date), now)), c.text) << c.locale;
+    for (const auto& [identifier, date, expected] : cases) {
+        const auto format =
+            DateFormatter::relativeDateAndTime(locale(identifier), calendarIn("Europe/Berlin"));
+        EXPECT_EQ(folded(format.string(at(date), now)), expected) << identifier;
     }
 }
 
@@ -126,13 +111,7 @@ TEST(DurationFormatter, DropsZeroUnitsAndCutsOff) {
     const DurationFormatter::Configuration full{.style = Units::full};
     const DurationFormatter::Configuration offset{.style = Units::full, .days = false, .seconds = true};
     constexpr double hour = 3600;
-    struct Case {
-        const char* locale;
-        DurationFormatter::Configuration configuration;
-        double seconds;
-        const char* text;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, DurationFormatter::Configuration, double, const char*> cases[] = {
         {"en_US", short_, 2 * hour + 5 * 60 + 59.9, "2h 5m"},
         {"en_US", short_, 26 * hour, "1d 2h"},
         {"en_US", short_, 59.9, "0m"},
@@ -149,9 +128,9 @@ TEST(DurationFormatter, DropsZeroUnitsAndCutsOff) {
         {"en_US", offset, 26 * hour + 30, "26 hours, 30 seconds"},
         {"de_DE", full, 26 * hour + 60, "1 Tag, 2 Stunden und 1 Minute"},
     };
-    for (const Case& c : cases) {
-        const DurationFormatter format(locale(c.locale), calendarIn("UTC"), c.configuration);
-        EXPECT_EQ(format.string(c.seconds), c.text) << c.locale << " " << c.seconds;
+    for (const auto& [identifier, configuration, seconds, expected] : cases) {
+        const DurationFormatter format(locale(identifier), calendarIn("UTC"), configuration);
+        EXPECT_EQ(format.string(seconds), expected) << identifier << " " << seconds;
     }
     const DurationFormatter format(locale("en_US"), calendarIn("UTC"), short_);
     EXPECT_EQ(format.string(std::numeric_limits<double>::infinity()), std::nullopt);
@@ -164,11 +143,7 @@ TEST(DurationFormatter, AbbreviatesSoThatTheLanguageCanBeRead) {
     constexpr double hour = 3600;
     constexpr double day = 24 * hour;
     static constexpr double lengths[] = {minute, hour + minute, day, day + 15 * hour, 2 * day};
-    struct Case {
-        const char* locale;
-        std::array<const char*, std::size(lengths)> texts;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, std::array<const char*, std::size(lengths)>> cases[] = {
         {"en_US", {"1m", "1h 1m", "1d", "1d 15h", "2d"}},
         {"de_DE", {"1 Min.", "1 Std., 1 Min.", "1 Tg.", "1 Tg., 15 Std.", "2 Tg."}},
         {"he_IL", {"דקה", "שעה, דקה", "יום", "יום, 15 שע׳", "יומיים"}},
@@ -182,20 +157,15 @@ TEST(DurationFormatter, AbbreviatesSoThatTheLanguageCanBeRead) {
         {"zh_CN", {"1分钟", "1小时1分钟", "1天", "1天15小时", "2天"}},
         {"ar_EG", {"١ د", "١ س و١ د", "يوم", "يوم و١٥ س", "يومان"}},
     };
-    for (const Case& c : cases) {
-        const DurationFormatter format(locale(c.locale), calendarIn("UTC"), {});
+    for (const auto& [identifier, texts] : cases) {
+        const DurationFormatter format(locale(identifier), calendarIn("UTC"), {});
         for (std::size_t i = 0; i < std::size(lengths); ++i)
-            EXPECT_EQ(folded(format.string(lengths[i]).value()), c.texts.at(i)) << c.locale;
+            EXPECT_EQ(folded(format.string(lengths[i]).value()), texts.at(i)) << identifier;
     }
 }
 
 TEST(DurationFormatter, CountsDaysBetweenDatesByTheWallClock) {
-    struct Case {
-        const char* from;
-        const char* to;
-        const char* text;
-    };
-    const Case cases[] = {
+    const char* const cases[][3] = {
         {"2026-03-07T12:00:00-05:00", "2026-03-08T12:00:00-04:00", "1d"},
         {"2026-03-07T12:00:00-05:00", "2026-03-08T11:59:59-04:00", "22h 59m"},
         {"2026-03-08T12:00:00-04:00", "2026-03-07T12:00:00-05:00", "-1d"},
@@ -205,19 +175,14 @@ TEST(DurationFormatter, CountsDaysBetweenDatesByTheWallClock) {
         {"2026-06-02T00:01:00-04:00", "2026-06-01T23:59:00-04:00", "-2m"},
     };
     const DurationFormatter format(locale("en_US"), calendarIn("America/New_York"), {});
-    for (const Case& c : cases) {
-        EXPECT_EQ(format.string(at(c.from), at(c.to)), c.text) << c.from << " " << c.to;
+    for (const auto& [from, to, expected] : cases) {
+        EXPECT_EQ(format.string(at(from), at(to)), expected) << from << " " << to;
     }
 }
 
 TEST(RelativeDateTimeFormatter, NamesTheLargestUnitThatDiffers) {
-    struct Case {
-        const char* locale;
-        double seconds;
-        const char* text;
-    };
     constexpr double day = 86400;
-    const Case cases[] = {
+    const std::tuple<const char*, double, const char*> cases[] = {
         {"en_US", 359, "in 5 minutes"},
         {"en_US", -7300, "2 hours ago"},
         {"en_US", day - 1, "in 23 hours"},
@@ -232,59 +197,53 @@ TEST(RelativeDateTimeFormatter, NamesTheLargestUnitThatDiffers) {
         {"ar_EG", 359, "خلال ٥ دقائق"},
     };
     const Date now = at("2026-03-04T09:41:00Z");
-    for (const Case& c : cases) {
-        const RelativeDateTimeFormatter format(locale(c.locale), calendarIn("Europe/Berlin"));
-        EXPECT_EQ(format.string(now.addingTimeInterval(c.seconds), now), c.text)
-            << c.locale << " " << c.seconds;
+    for (const auto& [identifier, seconds, expected] : cases) {
+        const RelativeDateTimeFormatter format(locale(identifier), calendarIn("Europe/Berlin"));
+        EXPECT_EQ(format.string(now.addingTimeInterval(seconds), now), expected)
+            << identifier << " " << seconds;
     }
 }
 
 TEST(FormatEngines, WordsFollowTheLanguageOfTextsAndDatesTheFormats) {
-    struct Case {
-        std::vector<std::string> languages;
-        const char* formats;
-        const char* spoken;
-        const char* distance;
-        const char* tomorrow;
-        const char* nextWeek;
-    };
-    const Case cases[] = {
-        {{"en-US"}, "de_DE", "1 hour, 30 minutes", "2 hours ago", "tomorrow, 21:05", "11.03.2026, 21:05"},
-        {{"de"},
-         "en_US",
-         "1 Stunde, 30 Minuten",
-         "vor 2 Stunden",
-         "morgen, 9:05 PM",
-         "Mar 11, 2026, 9:05 PM"},
-        {{"en"},
-         "ar_EG",
-         "١ hour, ٣٠ minutes",
-         "٢ hours ago",
-         "tomorrow, ٩:٠٥ م",
-         "١١\u200F/٠٣\u200F/٢٠٢٦، ٩:٠٥ م"},
-        {{"ar"}, "en_GB", "ساعة و30 دقيقة", "قبل ساعتين", "غدًا، 21:05", "11 Mar 2026, 21:05"},
-        // A region of the formats alone is that of the words as well; an unknown language is passed over.
-        {{"pt"}, "pt_PT", "1 hora e 30 minutos", "há 2 horas", "amanhã, 21:05", "11/03/2026, 21:05"},
-        {{"tlh", "not a tag", "fr"},
-         "en_GB",
-         "1\u00A0heure et 30 minutes",
-         "il y a 2 heures",
-         "demain, 21:05",
-         "11 Mar 2026, 21:05"},
-        {{}, "es_ES", "1 hora y 30 minutos", "hace 2 horas", "mañana, 21:05", "11 mar 2026, 21:05"},
-    };
+    const std::tuple<std::vector<std::string>, const char*, const char*, const char*, const char*,
+                     const char*>
+        cases[] = {
+            {{"en-US"}, "de_DE", "1 hour, 30 minutes", "2 hours ago", "tomorrow, 21:05", "11.03.2026, 21:05"},
+            {{"de"},
+             "en_US",
+             "1 Stunde, 30 Minuten",
+             "vor 2 Stunden",
+             "morgen, 9:05 PM",
+             "Mar 11, 2026, 9:05 PM"},
+            {{"en"},
+             "ar_EG",
+             "١ hour, ٣٠ minutes",
+             "٢ hours ago",
+             "tomorrow, ٩:٠٥ م",
+             "١١\u200F/٠٣\u200F/٢٠٢٦، ٩:٠٥ م"},
+            {{"ar"}, "en_GB", "ساعة و30 دقيقة", "قبل ساعتين", "غدًا، 21:05", "11 Mar 2026, 21:05"},
+            // A region of the formats alone is that of the words as well; an unknown language is passed over.
+            {{"pt"}, "pt_PT", "1 hora e 30 minutos", "há 2 horas", "amanhã, 21:05", "11/03/2026, 21:05"},
+            {{"tlh", "not a tag", "fr"},
+             "en_GB",
+             "1\u00A0heure et 30 minutes",
+             "il y a 2 heures",
+             "demain, 21:05",
+             "11 Mar 2026, 21:05"},
+            {{}, "es_ES", "1 hora y 30 minutos", "hace 2 horas", "mañana, 21:05", "11 mar 2026, 21:05"},
+        };
     const Calendar berlin = calendarIn("Europe/Berlin");
     const Date now = at("2026-03-04T20:05:00Z");
-    for (const Case& c : cases) {
-        const Locale mixed{.identifier = c.formats, .languages = c.languages};
+    for (const auto& [languages, formats, length, distance, tomorrow, nextWeek] : cases) {
+        const Locale mixed{.identifier = formats, .languages = languages};
         const DurationFormatter spoken(mixed, berlin, {.style = DurationFormatter::UnitsStyle::full});
-        EXPECT_EQ(spoken.string(5400), c.spoken) << c.formats;
+        EXPECT_EQ(spoken.string(5400), length) << formats;
         EXPECT_EQ(RelativeDateTimeFormatter(mixed, berlin).string(now.addingTimeInterval(-7300), now),
-                  c.distance)
-            << c.formats;
+                  distance)
+            << formats;
         const auto relative = DateFormatter::relativeDateAndTime(mixed, berlin);
-        EXPECT_EQ(folded(relative.string(berlin.addingDays(now, 1), now)), c.tomorrow) << c.formats;
-        EXPECT_EQ(folded(relative.string(berlin.addingDays(now, 7), now)), c.nextWeek) << c.formats;
+        EXPECT_EQ(folded(relative.string(berlin.addingDays(now, 1), now)), tomorrow) << formats;
+        EXPECT_EQ(folded(relative.string(berlin.addingDays(now, 7), now)), nextWeek) << formats;
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace platform {
@@ -12,12 +13,7 @@ namespace {
 using namespace std::string_literals;
 
 TEST(ImageBytes, TheHeadTellsFormatAndSize) {
-    struct Case {
-        std::string bytes;
-        ImageBytes::Format format;
-        std::optional<ImageBytes::PixelSize> size;
-    };
-    const std::vector<Case> cases = {
+    const std::tuple<std::string, ImageBytes::Format, std::optional<ImageBytes::PixelSize>> cases[] = {
         {"\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\1\0\0\0\0\2"s, ImageBytes::Format::png,
          ImageBytes::PixelSize{256, 2}},
         {"\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0"s, ImageBytes::Format::png, std::nullopt},

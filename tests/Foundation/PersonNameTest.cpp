@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace platform {
 namespace {
 
@@ -9,11 +11,7 @@ constexpr PersonNameComponentsFormatter full(PersonNameComponentsFormatter::Styl
 constexpr PersonNameComponentsFormatter abbreviated(PersonNameComponentsFormatter::Style::abbreviated);
 
 TEST(PersonName, AWrittenNameIsDividedByTheRulesOfItsScript) {
-    struct {
-        const char* written;
-        const char* fullName;
-        const char* initials;
-    } const cases[] = {
+    const char* const cases[][3] = {
         {"John Harper", "John Harper", "JH"},
         {"  john \u00A0 harper ", "john harper", "JH"},
         {"Ludwig van Beethoven", "Ludwig van Beethoven", "LV"},
@@ -63,11 +61,7 @@ TEST(PersonName, NothingIsReadFromATextWithoutLetters) {
 }
 
 TEST(PersonName, GivenPartsStandWholeInTheOrderOfTheirScript) {
-    struct {
-        PersonNameComponents name;
-        const char* fullName;
-        const char* initials;
-    } const cases[] = {
+    const std::tuple<PersonNameComponents, const char*, const char*> cases[] = {
         {{.givenName = "ada", .familyName = "lovelace"}, "ada lovelace", "AL"},
         {{.givenName = "Maria José", .familyName = "de la Cruz"}, "Maria José de la Cruz", "MD"},
         {{.givenName = "太郎", .familyName = "山田"}, "山田太郎", "山田"},

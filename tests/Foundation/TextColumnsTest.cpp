@@ -1,15 +1,13 @@
 #include <Foundation/TextColumns.h>
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
 TEST(TextColumns, WideLettersAndEmojiTakeTwo) {
-    struct {
-        std::string text;
-        std::size_t columns;
-        /// Cut to five columns.
-        std::string cut;
-    } const cases[] = {
+    const std::tuple<std::string, std::size_t, std::string> cases[] = {
+        // The last is the text cut to five columns.
         {"", 0, ""},
         {"Lunch", 5, "Lunch"},
         {"Lunch!", 6, "Lunc…"},

@@ -6,10 +6,7 @@ namespace platform {
 namespace {
 
 TEST(TextDecoding, Base64IsReadWholeOrNotAtAll) {
-    struct {
-        const char* text;
-        std::optional<std::string> bytes;
-    } const cases[] = {
+    const std::pair<const char*, std::optional<std::string>> cases[] = {
         {"aGVsbG8gd29ybGQ=", "hello world"},
         {"aGVs\r\n bG8", "hello"},
         {"AP+/", std::string("\0\xff\xbf", 3)},

@@ -10,6 +10,7 @@
 #include <limits>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "support/TemporaryDirectory.h"
@@ -35,47 +36,46 @@ class ProcessZone {
 };
 
 TEST(TimeZone, AgreesWithTheSystemsLibraryForEveryZone) {
-    const char* const names[] = {"UTC",
-                                 "America/New_York",
-                                 "America/Mexico_City",
-                                 "America/Sao_Paulo",
-                                 "America/St_Johns",
-                                 "America/Havana",
-                                 "America/Nuuk",
-                                 "America/Asuncion",
-                                 "America/Caracas",
-                                 "America/Scoresbysund",
-                                 "Africa/Cairo",
-                                 "Africa/Casablanca",
-                                 "Africa/Monrovia",
-                                 "Africa/El_Aaiun",
-                                 "Antarctica/Troll",
-                                 "Antarctica/Casey",
-                                 "Asia/Kolkata",
-                                 "Asia/Calcutta",
-                                 "Asia/Kathmandu",
-                                 "Asia/Tehran",
-                                 "Asia/Gaza",
-                                 "Asia/Beirut",
-                                 "Asia/Almaty",
-                                 "Asia/Pyongyang",
-                                 "Asia/Amman",
-                                 "Australia/Lord_Howe",
-                                 "Australia/Sydney",
-                                 "Australia/Eucla",
-                                 "Europe/Berlin",
-                                 "Europe/Dublin",
-                                 "Europe/London",
-                                 "Europe/Istanbul",
-                                 "Europe/Moscow",
-                                 "Europe/Lisbon",
-                                 "Pacific/Apia",
-                                 "Pacific/Chatham",
-                                 "Pacific/Kiritimati",
-                                 "Pacific/Norfolk",
-                                 "Pacific/Fiji",
-                                 "EST5EDT"};
-    for (const char* name : names) {
+    for (const char* name : {"UTC",
+                             "America/New_York",
+                             "America/Mexico_City",
+                             "America/Sao_Paulo",
+                             "America/St_Johns",
+                             "America/Havana",
+                             "America/Nuuk",
+                             "America/Asuncion",
+                             "America/Caracas",
+                             "America/Scoresbysund",
+                             "Africa/Cairo",
+                             "Africa/Casablanca",
+                             "Africa/Monrovia",
+                             "Africa/El_Aaiun",
+                             "Antarctica/Troll",
+                             "Antarctica/Casey",
+                             "Asia/Kolkata",
+                             "Asia/Calcutta",
+                             "Asia/Kathmandu",
+                             "Asia/Tehran",
+                             "Asia/Gaza",
+                             "Asia/Beirut",
+                             "Asia/Almaty",
+                             "Asia/Pyongyang",
+                             "Asia/Amman",
+                             "Australia/Lord_Howe",
+                             "Australia/Sydney",
+                             "Australia/Eucla",
+                             "Europe/Berlin",
+                             "Europe/Dublin",
+                             "Europe/London",
+                             "Europe/Istanbul",
+                             "Europe/Moscow",
+                             "Europe/Lisbon",
+                             "Pacific/Apia",
+                             "Pacific/Chatham",
+                             "Pacific/Kiritimati",
+                             "Pacific/Norfolk",
+                             "Pacific/Fiji",
+                             "EST5EDT"}) {
         const auto zone = TimeZone::named(name);
         ASSERT_TRUE(zone) << name;
         const ProcessZone process(name);
@@ -99,13 +99,7 @@ TEST(TimeZone, AgreesWithTheSystemsLibraryForEveryZone) {
 }
 
 TEST(TimeZone, AReadingInAGapTakesTheOffsetBeforeItAndOneThatOccursTwiceIsTheFirst) {
-    struct Case {
-        const char* zone;
-        LocalTime reading;
-        LocalTime utc;
-        bool inGap;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, LocalTime, LocalTime, bool> cases[] = {
         {"Europe/Berlin", {2026, 3, 29, 1, 59, 59}, {2026, 3, 29, 0, 59, 59}, false},
         {"Europe/Berlin", {2026, 3, 29, 2, 0, 0}, {2026, 3, 29, 1, 0, 0}, true},
         {"Europe/Berlin", {2026, 3, 29, 2, 59, 59}, {2026, 3, 29, 1, 59, 59}, true},
@@ -121,21 +115,17 @@ TEST(TimeZone, AReadingInAGapTakesTheOffsetBeforeItAndOneThatOccursTwiceIsTheFir
         {"America/New_York", {4026, 3, 8, 2, 30, 0}, {4026, 3, 8, 7, 30, 0}, true},
         {"Europe/Dublin", {2300, 1, 15, 12, 0, 0}, {2300, 1, 15, 12, 0, 0}, false},
     };
-    for (const Case& c : cases) {
-        const auto zone = TimeZone::named(c.zone);
-        ASSERT_TRUE(zone) << c.zone;
-        EXPECT_EQ(TimeZone::utc().localTime(zone->date(c.reading)), c.utc) << c.zone << " " << c.reading.year;
-        EXPECT_EQ(zone->isInGap(c.reading), c.inGap) << c.zone << " " << c.reading.hour;
+    for (const auto& [zoneName, reading, utcReading, inGap] : cases) {
+        const auto zone = TimeZone::named(zoneName);
+        ASSERT_TRUE(zone) << zoneName;
+        EXPECT_EQ(TimeZone::utc().localTime(zone->date(reading)), utcReading)
+            << zoneName << " " << reading.year;
+        EXPECT_EQ(zone->isInGap(reading), inGap) << zoneName << " " << reading.hour;
     }
 }
 
 TEST(TimeZone, ReadsEveryFormOfYearlyRule) {
-    struct Case {
-        const char* footer;
-        LocalTime utc;
-        int offset;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, LocalTime, int> cases[] = {
         {"<+0330>-3:30", {2026, 6, 1, 0, 0, 0}, 12600},
         {"EST5EDT,M3.2.0,M11.1.0", {2026, 3, 8, 6, 59, 59}, -18000},
         {"EST5EDT,M3.2.0,M11.1.0", {2026, 3, 8, 7, 0, 0}, -14400},
@@ -159,9 +149,10 @@ TEST(TimeZone, ReadsEveryFormOfYearlyRule) {
         {"EST5EDT,M13.2.0,M11.1.0", {2026, 7, 1, 0, 0, 0}, 77},
         {"E5", {2026, 7, 1, 0, 0, 0}, 77},
     };
-    for (const Case& c : cases) {
-        const TimeZone zone = TimeZone::fromTransitions("Own", 77, {}, c.footer);
-        EXPECT_EQ(zone.offsetAt(TimeZone::utc().date(c.utc)), c.offset) << c.footer << " " << c.utc.hour;
+    for (const auto& [footer, utcReading, offset] : cases) {
+        const TimeZone zone = TimeZone::fromTransitions("Own", 77, {}, footer);
+        EXPECT_EQ(zone.offsetAt(TimeZone::utc().date(utcReading)), offset)
+            << footer << " " << utcReading.hour;
     }
 }
 

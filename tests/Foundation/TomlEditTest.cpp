@@ -1,6 +1,8 @@
 #include <Foundation/TomlEdit.h>
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
 using platform::PropertyArray;
@@ -28,12 +30,7 @@ TEST(TomlEdit, OneValueChangesAndTheRestStaysAsItIsWritten) {
     const PropertyValue name("Büro");
     const PropertyValue addresses(PropertyArray{PropertyValue("x@y.z")});
     const PropertyValue yes(true);
-    struct {
-        std::size_t index;
-        std::string key;
-        const PropertyValue* value;
-        std::string expected;
-    } const cases[] = {
+    const std::tuple<std::size_t, std::string, const PropertyValue*, std::string> cases[] = {
         {0, "name", &name, with(document, "'Wörk'   #", "\"Büro\"   #")},
         {0, "addresses", &addresses,
          with(document, "[\n  \"a@b.c\", # old\n  \"d@e.f\",\n]", "[ \"x@y.z\" ]")},

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 namespace platform {
 namespace {
@@ -12,11 +13,8 @@ std::string shown(const std::optional<std::string>& text) {
 }
 
 TEST(Url, EncodesWhatMayNotStandThereAndLeavesTheRest) {
-    struct Case {
-        const char* text;
-        const char* url;  // null: no URL
-    };
-    const Case cases[] = {
+    const char* const cases[][2] = {
+        // null: no URL
         {"https://us02.Example.com:443/j/123%20a?pwd=a%26b&x=1#f%C3%A9",
          "https://us02.Example.com:443/j/123%20a?pwd=a%26b&x=1#f%C3%A9"},
         {"https://example.com/a b/é?q=ü x#ö", "https://example.com/a%20b/%C3%A9?q=%C3%BC%20x#%C3%B6"},
@@ -41,9 +39,9 @@ TEST(Url, EncodesWhatMayNotStandThereAndLeavesTheRest) {
         {"http://example.com:65536/", nullptr},
         {"http://example.com:-1/", nullptr},
     };
-    for (const Case& c : cases) {
-        const auto url = Url::parse(c.text);
-        EXPECT_EQ(url ? url->absoluteString() : "(none)", c.url ? c.url : "(none)") << c.text;
+    for (const auto& [text, expected] : cases) {
+        const auto url = Url::parse(text);
+        EXPECT_EQ(url ? url->absoluteString() : "(none)", expected ? expected : "(none)") << text;
         if (url) {
             EXPECT_EQ(Url::parse(url->absoluteString()), url) << "made anew from its own text";
         }
@@ -51,42 +49,33 @@ TEST(Url, EncodesWhatMayNotStandThereAndLeavesTheRest) {
 }
 
 TEST(Url, TakesItselfApart) {
-    struct Case {
-        const char* text;
-        const char* scheme;
-        const char* user;
-        const char* host;
-        int port;  // 0: none
-        const char* path;
-        const char* last;
-        const char* query;
-        const char* fragment;
-        const char* specifier;
-    };
     const char* const none = "(none)";
-    const Case cases[] = {
-        {"https://jo%20e:pw@Example.com:8443/a%20b/c%2Fd/?x=%31#top", "https", "jo e", "Example.com", 8443,
-         "/a b/c/d/", "c/d", "x=%31", "top", "//jo%20e:pw@Example.com:8443/a%20b/c%2Fd/?x=%31#top"},
-        {"mailto:jane@example.com", "mailto", none, none, 0, "jane@example.com", "jane@example.com", none,
-         none, "jane@example.com"},
-        {"heedbanner://preview", "heedbanner", none, "preview", 0, "", "", none, none, "//preview"},
-        {"file:///etc/hosts", "file", none, none, 0, "/etc/hosts", "hosts", none, none, "///etc/hosts"},
-        {"http://[::1]:80?", "http", none, "::1", 80, "", "", "", none, "//[::1]:80?"},
-        {"//host:/x", none, none, "host", 0, "/x", "x", none, none, none},
-        {"https://h/%FF", "https", none, "h", 0, "/%FF", "%FF", none, none, "//h/%FF"},
-        {"a?b#c?d/e", none, none, none, 0, "a", "a", "b", "c?d/e", none},
-    };
-    for (const Case& c : cases) {
-        const Url url = Url::parse(c.text).value();
-        EXPECT_EQ(shown(url.scheme()), c.scheme) << c.text;
-        EXPECT_EQ(shown(url.user()), c.user) << c.text;
-        EXPECT_EQ(shown(url.host()), c.host) << c.text;
-        EXPECT_EQ(url.port().value_or(0), c.port) << c.text;
-        EXPECT_EQ(url.path(), c.path) << c.text;
-        EXPECT_EQ(url.lastPathComponent(), c.last) << c.text;
-        EXPECT_EQ(shown(url.query()), c.query) << c.text;
-        EXPECT_EQ(shown(url.fragment()), c.fragment) << c.text;
-        EXPECT_EQ(shown(url.resourceSpecifier()), c.specifier) << c.text;
+    const std::tuple<const char*, const char*, const char*, const char*, int, const char*, const char*,
+                     const char*, const char*, const char*>
+        cases[] = {
+            // port 0: none
+            {"https://jo%20e:pw@Example.com:8443/a%20b/c%2Fd/?x=%31#top", "https", "jo e", "Example.com",
+             8443, "/a b/c/d/", "c/d", "x=%31", "top", "//jo%20e:pw@Example.com:8443/a%20b/c%2Fd/?x=%31#top"},
+            {"mailto:jane@example.com", "mailto", none, none, 0, "jane@example.com", "jane@example.com", none,
+             none, "jane@example.com"},
+            {"heedbanner://preview", "heedbanner", none, "preview", 0, "", "", none, none, "//preview"},
+            {"file:///etc/hosts", "file", none, none, 0, "/etc/hosts", "hosts", none, none, "///etc/hosts"},
+            {"http://[::1]:80?", "http", none, "::1", 80, "", "", "", none, "//[::1]:80?"},
+            {"//host:/x", none, none, "host", 0, "/x", "x", none, none, none},
+            {"https://h/%FF", "https", none, "h", 0, "/%FF", "%FF", none, none, "//h/%FF"},
+            {"a?b#c?d/e", none, none, none, 0, "a", "a", "b", "c?d/e", none},
+        };
+    for (const auto& [text, scheme, user, host, port, path, last, query, fragment, specifier] : cases) {
+        const Url url = Url::parse(text).value();
+        EXPECT_EQ(shown(url.scheme()), scheme) << text;
+        EXPECT_EQ(shown(url.user()), user) << text;
+        EXPECT_EQ(shown(url.host()), host) << text;
+        EXPECT_EQ(url.port().value_or(0), port) << text;
+        EXPECT_EQ(url.path(), path) << text;
+        EXPECT_EQ(url.lastPathComponent(), last) << text;
+        EXPECT_EQ(shown(url.query()), query) << text;
+        EXPECT_EQ(shown(url.fragment()), fragment) << text;
+        EXPECT_EQ(shown(url.resourceSpecifier()), specifier) << text;
     }
 }
 

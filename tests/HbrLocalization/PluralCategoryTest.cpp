@@ -1,15 +1,13 @@
 #include <HbrLocalization/PluralCategory.h>
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace hbr {
 namespace {
 
 TEST(PluralCategory, FollowsTheRulesOfTheLanguage) {
-    const struct {
-        std::string_view language;
-        std::int64_t count;
-        std::string_view category;
-    } cases[] = {
+    const std::tuple<std::string_view, std::int64_t, std::string_view> cases[] = {
         {"en", 0, "other"},
         {"en", 1, "one"},
         {"en", 2, "other"},
@@ -25,8 +23,8 @@ TEST(PluralCategory, FollowsTheRulesOfTheLanguage) {
         {"ar", 3'000'000'000, "other"},
         {"ru", 4'000'000'021, "one"},
     };
-    for (const auto& one : cases) {
-        EXPECT_EQ(pluralCategory(one.language, one.count), one.category) << one.language << " " << one.count;
+    for (const auto& [language, count, category] : cases) {
+        EXPECT_EQ(pluralCategory(language, count), category) << language << " " << count;
     }
 }
 

@@ -30,13 +30,7 @@ LocalTime local(const char* text) {
 }
 
 TEST(DateOperations, StepToTheBoundsOfTheDayAndTheClock) {
-    struct Case {
-        const char* zone;
-        const char* date;
-        const char* begin;
-        const char* nextHour;
-    };
-    const Case cases[] = {
+    const char* const cases[][4] = {
         {"Europe/Berlin", "2026-03-04 09:41:30", "2026-03-04 00:00:00", "2026-03-04 10:00:00"},
         {"Europe/Berlin", "2026-12-31 23:00:00", "2026-12-31 00:00:00", "2027-01-01 00:00:00"},
         {"Europe/Berlin", "2026-03-29 01:59:00", "2026-03-29 00:00:00", "2026-03-29 03:00:00"},
@@ -49,16 +43,16 @@ TEST(DateOperations, StepToTheBoundsOfTheDayAndTheClock) {
         // The next day does not exist.
         {"Pacific/Apia", "2011-12-29 23:00:00", "2011-12-29 00:00:00", "2011-12-31 00:00:00"},
     };
-    for (const Case& c : cases) {
-        const Calendar calendar = calendarIn(c.zone);
+    for (const auto& [zoneName, dateText, begin, nextHour] : cases) {
+        const Calendar calendar = calendarIn(zoneName);
         const auto& zone = calendar.timeZone();
-        const LocalTime written = local(c.date);
+        const LocalTime written = local(dateText);
         const Date date = in(calendar, written).addingTimeInterval(0.5);
         const LocalTime end{written.year, written.month, written.day, 23, 59, 59};
-        EXPECT_EQ(beginningOfDay(date, calendar), in(calendar, local(c.begin))) << c.zone;
-        EXPECT_EQ(zone.localTime(endOfDay(date, calendar)), end) << c.zone;
-        EXPECT_EQ(zone.localTime(nextFullHour(date, calendar)), local(c.nextHour)) << c.zone;
-        EXPECT_EQ(date.timeIntervalSince(removingSeconds(date, calendar)), written.second + 0.5) << c.zone;
+        EXPECT_EQ(beginningOfDay(date, calendar), in(calendar, local(begin))) << zoneName;
+        EXPECT_EQ(zone.localTime(endOfDay(date, calendar)), end) << zoneName;
+        EXPECT_EQ(zone.localTime(nextFullHour(date, calendar)), local(nextHour)) << zoneName;
+        EXPECT_EQ(date.timeIntervalSince(removingSeconds(date, calendar)), written.second + 0.5) << zoneName;
     }
 }
 
@@ -69,13 +63,7 @@ TEST(DateOperations, RemovingSecondsStaysInTheSecondOfTwoEqualHours) {
 }
 
 TEST(DateOperations, ADayWhoseLastHourComesTwiceEndsWithTheFirstOfThem) {
-    struct Case {
-        const char* zone;
-        const char* noon;
-        const char* begin;
-        const char* end;
-    };
-    const Case cases[] = {
+    const char* const cases[][4] = {
         {"America/Santiago", "2026-04-04T12:00:00-03:00", "2026-04-04T00:00:00-03:00",
          "2026-04-04T23:59:59-03:00"},
         {"Asia/Beirut", "2026-10-24T12:00:00+03:00", "2026-10-24T00:00:00+03:00",
@@ -87,11 +75,11 @@ TEST(DateOperations, ADayWhoseLastHourComesTwiceEndsWithTheFirstOfThem) {
         {"America/Havana", "2026-11-01T12:00:00-05:00", "2026-11-01T00:00:00-04:00",
          "2026-11-01T23:59:59-05:00"},
     };
-    for (const Case& c : cases) {
-        const Calendar calendar = calendarIn(c.zone);
-        EXPECT_EQ(beginningOfDay(test::at(c.noon), calendar), test::at(c.begin)) << c.zone;
-        EXPECT_EQ(endOfDay(test::at(c.noon), calendar), test::at(c.end)) << c.zone;
-        EXPECT_EQ(endOfDay(test::at(c.end), calendar), test::at(c.end)) << c.zone;
+    for (const auto& [zoneName, noon, begin, end] : cases) {
+        const Calendar calendar = calendarIn(zoneName);
+        EXPECT_EQ(beginningOfDay(test::at(noon), calendar), test::at(begin)) << zoneName;
+        EXPECT_EQ(endOfDay(test::at(noon), calendar), test::at(end)) << zoneName;
+        EXPECT_EQ(endOfDay(test::at(end), calendar), test::at(end)) << zoneName;
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include <support/TextEnvironment.h>
@@ -46,21 +47,7 @@ TEST(Formatters, OccurrencesAreWrittenAlikeInEveryLocale) {
 }
 
 TEST(Formatters, ReadAsTheLocaleWrites) {
-    struct Case {
-        const char* locale;
-        const char* time;
-        const char* tomorrow;
-        const char* inNineDays;
-        const char* date;
-        const char* dayAndMonth;
-        const char* weekDay;
-        const char* countdown;
-        const char* duration;
-        const char* spoken;
-        const char* offset;
-        const char* relative;
-    };
-    const Case cases[] = {
+    const char* const cases[][12] = {
         {"en_US", "9:05_PM", "tomorrow, 9:05_PM", "Mar 13, 2026, 9:41_AM", "March 5, 2026", "Thu, Mar 5",
          "Thursday", "1d 2h", "1d 2h 3m", "1 day, 2 hours, 3 minutes", "26 hours, 3 minutes, 4 seconds",
          "2 hours ago"},
@@ -81,23 +68,24 @@ TEST(Formatters, ReadAsTheLocaleWrites) {
          "الخميس، ٥ مارس", "الخميس", "١d ٢h", "١d ٢h ٣m", "١ day, ٢ hours, ٣ minutes",
          "٢٦ hours, ٣ minutes, ٤ seconds", "٢ hours ago"},
     };
-    for (const Case& c : cases) {
-        const test::TextEnvironment world("2026-03-04T08:41:00Z", c.locale);
+    for (const auto& [locale, time, tomorrow, inNineDays, dateText, dayAndMonth, weekDay, countdown, duration,
+                      spoken, offset, relative] : cases) {
+        const test::TextEnvironment world("2026-03-04T08:41:00Z", locale);
         const Formatters& f = world.formatters;
         const platform::Date now = world->now();
         const platform::Date date = at("2026-03-05T21:05:07.9+01:00");
-        EXPECT_EQ(shown(f.timeOnly().string(date)), c.time);
-        EXPECT_EQ(shown(f.timeAndDateFormatter().string(date, now)), c.tomorrow);
-        EXPECT_EQ(shown(f.timeAndDateFormatter().string(now.addingTimeInterval(days(9)), now)), c.inNineDays);
-        EXPECT_EQ(f.dateOnly().string(date), c.date);
-        EXPECT_EQ(f.dateOnlyNoYearWeekDay().string(date), c.dayAndMonth);
-        EXPECT_EQ(f.weekDay().string(date), c.weekDay);
+        EXPECT_EQ(shown(f.timeOnly().string(date)), time);
+        EXPECT_EQ(shown(f.timeAndDateFormatter().string(date, now)), tomorrow);
+        EXPECT_EQ(shown(f.timeAndDateFormatter().string(now.addingTimeInterval(days(9)), now)), inNineDays);
+        EXPECT_EQ(f.dateOnly().string(date), dateText);
+        EXPECT_EQ(f.dateOnlyNoYearWeekDay().string(date), dayAndMonth);
+        EXPECT_EQ(f.weekDay().string(date), weekDay);
         EXPECT_EQ(shown(f.countdownFormatter().string(now, now.addingTimeInterval(93784)).value()),
-                  c.countdown);
-        EXPECT_EQ(shown(f.durationFormatter().string(93784).value()), c.duration);
-        EXPECT_EQ(f.durationFormatterForAccessibility().string(93784), c.spoken);
-        EXPECT_EQ(f.durationFormatterForTimeOffset().string(93784), c.offset);
-        EXPECT_EQ(formattedRelativeTime(now.addingTimeInterval(-7300), now, f), c.relative);
+                  countdown);
+        EXPECT_EQ(shown(f.durationFormatter().string(93784).value()), duration);
+        EXPECT_EQ(f.durationFormatterForAccessibility().string(93784), spoken);
+        EXPECT_EQ(f.durationFormatterForTimeOffset().string(93784), offset);
+        EXPECT_EQ(formattedRelativeTime(now.addingTimeInterval(-7300), now, f), relative);
     }
 }
 
@@ -105,52 +93,46 @@ TEST(Formatters, SpeakTheLanguageOfTheirOwnEnvironment) {
     constexpr double minute = 60;
     constexpr double hour = 3600;
     constexpr double day = 24 * hour;
-    struct Case {
-        double seconds;
-        const char* locale;
-        const char* length;
-        const char* remaining;
-        const char* in;
-        const char* ago;
-        const char* spoken;
-        const char* compact;
-    };
-    const Case cases[] = {
-        {minute, "en_US", "1m", "1m remaining", "in 1_m", "1_m ago", "1_minutes left", "1m"},
-        {hour + minute, "en_US", "1h 1m", "1h remaining", "in 1_h 1_m", "1_h 1_m ago",
-         "1_hours 1_minutes left", "1h01"},
-        {day + 15 * hour, "en_US", "1d 15h", "1d remaining", "in 1_d", "1_d ago", "1_days left", "1d"},
-        {2 * day, "en_US", "2d", "2d remaining", "in 2_d", "2_d ago", "2_days left", "2d"},
-        {minute, "de_DE", "1_min", "noch 1_min", "in 1_min", "vor 1_min", "noch 1_Minute", "1_min"},
-        {hour + minute, "de_DE", "1_h 1_min", "noch 1_h", "in 1_h 1_min", "vor 1_h 1_min",
-         "noch 1_Stunde 1_Minute", "1h01"},
-        {day, "de_DE", "1_Tag", "noch 1_Tag", "morgen 12:00", "vor 24_h 0_min", "noch 24_Stunden 0_Minuten",
-         "morgen 12:00"},
-        {day + 15 * hour, "de_DE", "1_Tag 15_h", "noch 1_Tag", "in 1_Tag", "vor 1_Tag", "noch 1_Tag", "1_T"},
-        {2 * day, "de_DE", "2_Tage", "noch 2_Tage", "in 2_Tagen", "vor 2_Tagen", "noch 2_Tage", "2_T"},
-        {minute, "he_IL", "דקה", "עוד דקה", "בעוד 1_דק׳", "לפני 1_דק׳", "עוד 1_דקה", "1_דק׳"},
-        {hour + minute, "he_IL", "שעה, דקה", "עוד שעה", "בעוד 1_שע׳ 1_דק׳", "לפני 1_שע׳ 1_דק׳",
-         "עוד 1_שעה 1_דקה", "1_שע׳_01"},
-        {day + 15 * hour, "he_IL", "יום, 15 שע׳", "עוד יום", "בעוד 1_יום", "לפני 1_יום", "עוד 1_יום",
-         "1_יום"},
-        {day, "he_IL", "יום", "עוד יום", "מחר 12:00", "לפני 24_שע׳ 0_דק׳", "עוד 24_שעות 0_דקות", "מחר 12:00"},
-        {2 * day, "he_IL", "יומיים", "עוד יומיים", "בעוד 2_ימים", "לפני 2_ימים", "עוד 2_ימים", "2_ימים"},
-    };
+    const std::tuple<double, const char*, const char*, const char*, const char*, const char*, const char*,
+                     const char*>
+        cases[] = {
+            {minute, "en_US", "1m", "1m remaining", "in 1_m", "1_m ago", "1_minutes left", "1m"},
+            {hour + minute, "en_US", "1h 1m", "1h remaining", "in 1_h 1_m", "1_h 1_m ago",
+             "1_hours 1_minutes left", "1h01"},
+            {day + 15 * hour, "en_US", "1d 15h", "1d remaining", "in 1_d", "1_d ago", "1_days left", "1d"},
+            {2 * day, "en_US", "2d", "2d remaining", "in 2_d", "2_d ago", "2_days left", "2d"},
+            {minute, "de_DE", "1_min", "noch 1_min", "in 1_min", "vor 1_min", "noch 1_Minute", "1_min"},
+            {hour + minute, "de_DE", "1_h 1_min", "noch 1_h", "in 1_h 1_min", "vor 1_h 1_min",
+             "noch 1_Stunde 1_Minute", "1h01"},
+            {day, "de_DE", "1_Tag", "noch 1_Tag", "morgen 12:00", "vor 24_h 0_min",
+             "noch 24_Stunden 0_Minuten", "morgen 12:00"},
+            {day + 15 * hour, "de_DE", "1_Tag 15_h", "noch 1_Tag", "in 1_Tag", "vor 1_Tag", "noch 1_Tag",
+             "1_T"},
+            {2 * day, "de_DE", "2_Tage", "noch 2_Tage", "in 2_Tagen", "vor 2_Tagen", "noch 2_Tage", "2_T"},
+            {minute, "he_IL", "דקה", "עוד דקה", "בעוד 1_דק׳", "לפני 1_דק׳", "עוד 1_דקה", "1_דק׳"},
+            {hour + minute, "he_IL", "שעה, דקה", "עוד שעה", "בעוד 1_שע׳ 1_דק׳", "לפני 1_שע׳ 1_דק׳",
+             "עוד 1_שעה 1_דקה", "1_שע׳_01"},
+            {day + 15 * hour, "he_IL", "יום, 15 שע׳", "עוד יום", "בעוד 1_יום", "לפני 1_יום", "עוד 1_יום",
+             "1_יום"},
+            {day, "he_IL", "יום", "עוד יום", "מחר 12:00", "לפני 24_שע׳ 0_דק׳", "עוד 24_שעות 0_דקות",
+             "מחר 12:00"},
+            {2 * day, "he_IL", "יומיים", "עוד יומיים", "בעוד 2_ימים", "לפני 2_ימים", "עוד 2_ימים", "2_ימים"},
+        };
     const char* noon = "2026-03-04T12:00:00+01:00";
     const test::TextEnvironment german(noon, "de_DE");
     const test::TextEnvironment hebrew(noon, "he_IL");
     const test::TextEnvironment english(noon);
     const platform::Date now = at(noon);
-    for (const Case& c : cases) {
-        const std::string locale = c.locale;
+    for (const auto& [seconds, identifier, length, remaining, in, ago, spoken, compact] : cases) {
+        const std::string locale = identifier;
         const Formatters& f = (locale == "de_DE" ? german : locale == "he_IL" ? hebrew : english).formatters;
-        const platform::Date date = now.addingTimeInterval(c.seconds);
-        EXPECT_EQ(shown(f.durationFormatter().string(c.seconds).value()), c.length) << locale;
-        EXPECT_EQ(shown(f.timeRemaining(c.seconds).value()), c.remaining) << locale;
-        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, false, f)), c.in) << locale;
-        EXPECT_EQ(shown(formattedShortRelativeTime(now, date, false, false, f)), c.ago) << locale;
-        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, true, true, f)), c.spoken) << locale;
-        EXPECT_EQ(shown(formattedCompactRelativeTime(date, now, false, f)), c.compact) << locale;
+        const platform::Date date = now.addingTimeInterval(seconds);
+        EXPECT_EQ(shown(f.durationFormatter().string(seconds).value()), length) << locale;
+        EXPECT_EQ(shown(f.timeRemaining(seconds).value()), remaining) << locale;
+        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, false, f)), in) << locale;
+        EXPECT_EQ(shown(formattedShortRelativeTime(now, date, false, false, f)), ago) << locale;
+        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, true, true, f)), spoken) << locale;
+        EXPECT_EQ(shown(formattedCompactRelativeTime(date, now, false, f)), compact) << locale;
     }
     const auto onAndAt = [](const test::TextEnvironment& world, const platform::DateFormatter& dayFormatter) {
         return formattedWithOnAndAt(at("2026-03-09T09:41:00+01:00"), dayFormatter,

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include <support/TextEnvironment.h>
 
@@ -13,14 +14,8 @@ using ::test::at;
 using test::shown;
 
 TEST(RelativeTimeTexts, AmountsChangeTheirUnitAfterTheBound) {
-    struct Case {
-        double seconds;  // before the other date
-        const char* ago;
-        const char* compact;
-        const char* left;
-        const char* spoken;
-    };
-    const Case cases[] = {
+    const std::tuple<double, const char*, const char*, const char*, const char*> cases[] = {
+        // Seconds before the other date.
         {0, "now", "now", "now", "now"},
         {29.4, "now", "now", "now", "now"},
         {29.5, "1_m ago", "1m ago", "1_m left", "1_minutes ago"},
@@ -38,28 +33,21 @@ TEST(RelativeTimeTexts, AmountsChangeTheirUnitAfterTheBound) {
     };
     const test::TextEnvironment world("2026-03-04T09:41:00Z");
     const platform::Date now = world->now();
-    for (const Case& c : cases) {
-        const platform::Date date = now.addingTimeInterval(-c.seconds);
-        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, false, world.formatters)), c.ago)
-            << c.seconds;
-        EXPECT_EQ(shown(formattedCompactRelativeTime(date, now, false, world.formatters)), c.compact)
-            << c.seconds;
-        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, true, world.formatters)), c.left)
-            << c.seconds;
-        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, true, false, world.formatters)), c.spoken)
-            << c.seconds;
+    for (const auto& [seconds, ago, compact, left, spoken] : cases) {
+        const platform::Date date = now.addingTimeInterval(-seconds);
+        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, false, world.formatters)), ago)
+            << seconds;
+        EXPECT_EQ(shown(formattedCompactRelativeTime(date, now, false, world.formatters)), compact)
+            << seconds;
+        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, true, world.formatters)), left)
+            << seconds;
+        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, true, false, world.formatters)), spoken)
+            << seconds;
     }
 }
 
 TEST(RelativeTimeTexts, TheNextDayIsNamedFromMoreThanFourHoursAway) {
-    struct Case {
-        const char* date;
-        const char* now;
-        const char* text;
-        const char* compact;
-        const char* currentShort;
-    };
-    const Case cases[] = {
+    const char* const cases[][5] = {
         {"2026-03-05T09:00:00+01:00", "2026-03-04T22:00:00+01:00", "tomorrow 9:00_AM", "tmr 9:00_AM",
          "11_h 0_m left"},
         {"2026-03-05T09:00:00+01:00", "2026-03-05T06:00:00+01:00", "in 3_h 0_m", "3h00", "3_h 0_m left"},
@@ -75,15 +63,15 @@ TEST(RelativeTimeTexts, TheNextDayIsNamedFromMoreThanFourHoursAway) {
         {"2026-03-29T03:00:00+02:00", "2026-03-28T22:30:00+01:00", "in 3_h 30_m", "3h30", "3_h 30_m left"},
     };
     const test::TextEnvironment world("2026-03-04T09:41:00Z");
-    for (const Case& c : cases) {
-        const auto date = at(c.date);
-        const auto now = at(c.now);
-        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, false, world.formatters)), c.text)
-            << c.date;
-        EXPECT_EQ(shown(formattedCompactRelativeTime(date, now, false, world.formatters)), c.compact)
-            << c.date;
-        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, true, world.formatters)), c.currentShort)
-            << c.date;
+    for (const auto& [dateText, nowText, text, compact, currentShort] : cases) {
+        const auto date = at(dateText);
+        const auto now = at(nowText);
+        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, false, world.formatters)), text)
+            << dateText;
+        EXPECT_EQ(shown(formattedCompactRelativeTime(date, now, false, world.formatters)), compact)
+            << dateText;
+        EXPECT_EQ(shown(formattedShortRelativeTime(date, now, false, true, world.formatters)), currentShort)
+            << dateText;
     }
 }
 

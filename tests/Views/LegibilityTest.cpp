@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <ostream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -29,12 +30,7 @@ TEST(Legibility, ARatioIsOneForEqualColoursAndTwentyOneForBlackOnWhite) {
 }
 
 TEST(Legibility, PillsHaveTheMeasuredContrasts) {
-    struct Case {
-        unsigned calendar;
-        Appearance appearance;
-        double title, secondary, bar, green, orange;
-    };
-    const std::vector<Case> cases = {
+    const std::tuple<unsigned, Appearance, double, double, double, double, double> cases[] = {
         {0xD50000, Appearance::light, 9.1, 4.8, 2.9, 2.8, 2.1},
         {0xFF7800, Appearance::light, 12.1, 5.7, 1.9, 3.3, 2.4},
         {0xF6BF26, Appearance::light, 13.9, 6.1, 1.4, 3.5, 2.6},
@@ -44,17 +40,17 @@ TEST(Legibility, PillsHaveTheMeasuredContrasts) {
         {0x3584E4, Appearance::dark, 10.0, 6.1, 2.9, 4.5, 4.4},
         {0xFFFFFF, Appearance::dark, 5.5, 3.8, 6.1, 3.3, 3.3},
     };
-    for (const auto& c : cases) {
-        const auto& palette = Palette::of(c.appearance);
-        const Color calendar = Color::hex(c.calendar);
+    for (const auto& [calendarText, appearance, title, secondary, bar, green, orange] : cases) {
+        const auto& palette = Palette::of(appearance);
+        const Color calendar = Color::hex(calendarText);
         const Color ground = pillGround(calendar, palette);
         const Color capsule = blended(palette.gray.withAlpha(0.5), ground);
         const auto name = calendar.hexString();
-        EXPECT_NEAR(contrastRatio(palette.primary, ground), c.title, 0.15) << name;
-        EXPECT_NEAR(contrastRatio(blended(palette.secondary, ground), ground), c.secondary, 0.15) << name;
-        EXPECT_NEAR(contrastRatio(calendar, ground), c.bar, 0.15) << name;
-        EXPECT_NEAR(contrastRatio(palette.green, capsule), c.green, 0.15) << name;
-        EXPECT_NEAR(contrastRatio(palette.orange, capsule), c.orange, 0.15) << name;
+        EXPECT_NEAR(contrastRatio(palette.primary, ground), title, 0.15) << name;
+        EXPECT_NEAR(contrastRatio(blended(palette.secondary, ground), ground), secondary, 0.15) << name;
+        EXPECT_NEAR(contrastRatio(calendar, ground), bar, 0.15) << name;
+        EXPECT_NEAR(contrastRatio(palette.green, capsule), green, 0.15) << name;
+        EXPECT_NEAR(contrastRatio(palette.orange, capsule), orange, 0.15) << name;
     }
 }
 
@@ -64,12 +60,7 @@ TEST(Legibility, AColourIsMovedOnlyAsFarAsItMust) {
     const auto capsule = [&](unsigned calendar) {
         return blended(light.gray.withAlpha(0.5), pillGround(Color::hex(calendar), light));
     };
-    struct Case {
-        Color color, backdrop;
-        double ratio;
-        unsigned expected;
-    };
-    const std::vector<Case> cases = {
+    const std::tuple<Color, Color, double, unsigned> cases[] = {
         {light.orange, capsule(0xD50000), 3.0, 0xB04C03},
         {light.orange, capsule(0xF6BF26), 3.0, 0xC65703},
         {Color::hex(0xF6BF26), pillGround(Color::hex(0xF6BF26), light), 1.8, 0xD9A60A},
@@ -79,10 +70,10 @@ TEST(Legibility, AColourIsMovedOnlyAsFarAsItMust) {
         {light.orange, light.container, 3.0, 0xD95F00},
         {dark.orange, dark.container, 3.0, 0xFF9F0A},
     };
-    for (const auto& c : cases) {
-        const Color moved = legible(c.color, c.backdrop, c.ratio);
-        EXPECT_LE(distance(moved, Color::hex(c.expected)), 11) << moved.hexString();
-        EXPECT_GE(contrastRatio(moved, c.backdrop), c.ratio) << moved.hexString();
+    for (const auto& [color, backdrop, ratio, expected] : cases) {
+        const Color moved = legible(color, backdrop, ratio);
+        EXPECT_LE(distance(moved, Color::hex(expected)), 11) << moved.hexString();
+        EXPECT_GE(contrastRatio(moved, backdrop), ratio) << moved.hexString();
     }
     EXPECT_EQ(legible(light.orange, light.container, 3.0), light.orange);
 }
