@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <support/TestEnvironment.h>
+#include <support/Threads.h>
 
 #include <sys/stat.h>
 #include <chrono>
@@ -261,17 +262,13 @@ TEST_F(CNContactStoreTest, SeveralThreadsMayAsk) {
     environment.home.write("contacts/all.vcf", text);
     open();
     std::atomic<int> found = 0;
-    std::vector<std::jthread> threads;
-    for (int thread = 0; thread < 4; ++thread) {
-        threads.emplace_back([&] {
-            for (int i = 0; i < 200; i += 5) {
-                if (i % 50 == 0) store->requestAccess(nullptr);
-                const auto contacts = find("P" + std::to_string(i) + "@x.org");
-                if (contacts.size() == 1 && contacts[0].thumbnailImageData) ++found;
-            }
-        });
-    }
-    threads.clear();
+    test::onThreads(4, [&](int) {
+        for (int i = 0; i < 200; i += 5) {
+            if (i % 50 == 0) store->requestAccess(nullptr);
+            const auto contacts = find("P" + std::to_string(i) + "@x.org");
+            if (contacts.size() == 1 && contacts[0].thumbnailImageData) ++found;
+        }
+    });
     EXPECT_EQ(found, 160);
 }
 

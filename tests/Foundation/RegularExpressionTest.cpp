@@ -2,9 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <support/Threads.h>
 
+#include <atomic>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace platform {
@@ -70,18 +71,13 @@ TEST(RegularExpression, ABadPatternSaysWhatIsWrong) {
 
 TEST(RegularExpression, IsSharedByThreads) {
     const RegularExpression expression("([a-z]+)\\.example/(\\d+)");
-    std::vector<std::thread> threads;
-    std::vector<int> wrong(4);
-    for (int& count : wrong) {
-        threads.emplace_back([&expression, &count] {
-            for (int i = 0; i < 500; ++i) {
-                if (expression.firstMatch("see zoom.example/123 now") != Range{4, 20}) ++count;
-            }
-        });
-    }
-    for (auto& thread : threads)
-        thread.join();
-    EXPECT_THAT(wrong, testing::Each(0));
+    std::atomic<int> wrong = 0;
+    test::onThreads(4, [&](int) {
+        for (int i = 0; i < 500; ++i) {
+            if (expression.firstMatch("see zoom.example/123 now") != Range{4, 20}) ++wrong;
+        }
+    });
+    EXPECT_EQ(wrong, 0);
 }
 
 }  // namespace

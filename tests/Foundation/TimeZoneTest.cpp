@@ -2,6 +2,7 @@
 #include <Foundation/TimeZone.h>
 
 #include <gtest/gtest.h>
+#include <support/Threads.h>
 
 #include <atomic>
 #include <cstdlib>
@@ -11,7 +12,6 @@
 #include <limits>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -195,18 +195,13 @@ TEST(TimeZone, ADamagedFileIsNoZone) {
 }
 
 TEST(TimeZone, MayBeAskedForFromSeveralThreads) {
-    std::vector<std::thread> threads;
     std::atomic<int> wrong{0};
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&wrong] {
-            for (const char* name : {"Asia/Tokyo", "Europe/Paris", "America/Chicago", "Asia/Dubai"}) {
-                const auto zone = TimeZone::named(name);
-                if (!zone || since1970(zone->date({.year = 2026})) == 0) ++wrong;
-            }
-        });
-    }
-    for (auto& thread : threads)
-        thread.join();
+    test::onThreads(4, [&wrong](int) {
+        for (const char* name : {"Asia/Tokyo", "Europe/Paris", "America/Chicago", "Asia/Dubai"}) {
+            const auto zone = TimeZone::named(name);
+            if (!zone || since1970(zone->date({.year = 2026})) == 0) ++wrong;
+        }
+    });
     EXPECT_EQ(wrong, 0);
 }
 

@@ -7,11 +7,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <support/Threads.h>
 
 #include <atomic>
 #include <cstdint>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -192,17 +192,13 @@ TEST_F(L10nTest, TextsAreReadByThreadsAtOnce) {
     start();
     constexpr int threadCount = 8;
     std::atomic<int> right = 0;
-    {
-        std::vector<std::jthread> threads;
-        for (int i = 1; i <= threadCount; ++i) {
-            threads.emplace_back([&right, i] {
-                const auto expected = i == 1   ? std::string("עוד משתתף אחד")
-                                      : i == 2 ? std::string("עוד שני משתתפים")
-                                               : "עוד " + std::to_string(i) + " משתתפים";
-                if (L10n::Alert::participantsOverflowToolTip(i) == expected) ++right;
-            });
-        }
-    }
+    test::onThreads(threadCount, [&right](int index) {
+        const int i = index + 1;
+        const auto expected = i == 1   ? std::string("עוד משתתף אחד")
+                              : i == 2 ? std::string("עוד שני משתתפים")
+                                       : "עוד " + std::to_string(i) + " משתתפים";
+        if (L10n::Alert::participantsOverflowToolTip(i) == expected) ++right;
+    });
     EXPECT_EQ(right, threadCount);
 }
 

@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <support/Threads.h>
 
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -81,14 +81,11 @@ TEST(CombineLatest, ValuesSentAtOnceByThreadsLoseNoLastValue) {
     Six from;
     std::tuple<int, int, int, int, int> last;
     const auto subscription = from.five().subscribe([&](const auto& value) { last = value; });
-    std::vector<std::thread> threads;
-    for (auto* subject : {&from.a, &from.b, &from.c, &from.d, &from.e})
-        threads.emplace_back([subject] {
-            for (int i = 1; i <= 200; ++i)
-                subject->send(i);
-        });
-    for (auto& thread : threads)
-        thread.join();
+    ValueSubject<int>* const subjects[] = {&from.a, &from.b, &from.c, &from.d, &from.e};
+    test::onThreads(5, [&](int index) {
+        for (int i = 1; i <= 200; ++i)
+            subjects[index]->send(i);
+    });
     EXPECT_EQ(last, std::tuple(200, 200, 200, 200, 200));
 }
 

@@ -2,11 +2,10 @@
 #include <HbrUtils/RelativeTimeTexts.h>
 #include <HbrUtils/TimeConstants.h>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <support/Threads.h>
 
 #include <string>
-#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -176,17 +175,11 @@ TEST(Formatters, AreMadeAndUsedByManyThreadsAtOnce) {
         for (int step = 0; step < steps; ++step)
             expected.push_back(everyText(dateOf(step), now, alone));
 
-        std::vector<std::thread> threads;
-        std::vector<std::vector<std::string>> texts(4);
-        for (auto& own : texts) {
-            threads.emplace_back([&own, &world, &dateOf, now] {
-                for (int step = 0; step < steps; ++step)
-                    own.push_back(everyText(dateOf(step), now, world.formatters));
-            });
-        }
-        for (auto& thread : threads)
-            thread.join();
-        EXPECT_THAT(texts, testing::Each(expected)) << locale;
+        test::onThreads(4, [&](int) {
+            for (int step = 0; step < steps; ++step)
+                EXPECT_EQ(everyText(dateOf(step), now, world.formatters),
+                          expected[static_cast<std::size_t>(step)]);
+        });
     }
 }
 

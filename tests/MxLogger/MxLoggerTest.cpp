@@ -3,12 +3,12 @@
 
 #include <gtest/gtest.h>
 #include <support/TestEnvironment.h>
+#include <support/Threads.h>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <thread>
 
 using namespace hbr;
 
@@ -130,15 +130,10 @@ TEST_F(MxLoggerTest, TheTargetGetsTheWholeTextOnTheMainThreadForEveryLineOfAnyTh
     auto target = std::make_shared<Target>();
     MxLogger::setLogTarget(target);
     MxLogger::start(true);
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([] {
-            for (int k = 0; k < 50; ++k)
-                MxLogger::info(LogCategory::eventKit, "line");
-        });
-    }
-    for (auto& each : threads)
-        each.join();
+    test::onThreads(4, [](int) {
+        for (int k = 0; k < 50; ++k)
+            MxLogger::info(LogCategory::eventKit, "line");
+    });
     EXPECT_EQ(MxLogger::logMessages().size(), 200u);
     EXPECT_TRUE(platform::MainQueue::shared().runUntil([&] { return target->texts.size() == 200; }, 20));
     EXPECT_EQ(target->texts.back(), MxLogger::logString());

@@ -9,9 +9,9 @@
 #include <cmath>
 #include <cstring>
 #include <string>
-#include <thread>
 
 #include <gtest/gtest.h>
+#include <support/Threads.h>
 
 using namespace platform;
 
@@ -202,14 +202,7 @@ TEST(Painters, ThreadsDrawTheSamePicture) {
         return paintPng(layOutWidget(text("Vendredi 12:30 会議 اجتماع").lineLimit(2), context), 2);
     };
     const auto expected = draw();
-    std::vector<std::string> results(4);
-    std::vector<std::thread> threads;
-    for (auto& result : results)
-        threads.emplace_back([&] { result = draw(); });
-    for (auto& thread : threads)
-        thread.join();
-    for (const auto& result : results)
-        EXPECT_EQ(result, expected);
+    test::onThreads(4, [&](int) { EXPECT_EQ(draw(), expected); });
 }
 
 }  // namespace

@@ -1,13 +1,15 @@
+#include <HbrUtils/BundleVersion.h>
 #include <HbrUtils/SemanticVersion.h>
 
 #include <gtest/gtest.h>
+#include <support/TestEnvironment.h>
 
 #include <string>
 #include <vector>
 
 namespace {
 
-using hbr::SemanticVersion;
+using namespace hbr;
 
 TEST(SemanticVersion, ReadsOneToThreeWholeNumbers) {
     const std::vector<std::pair<std::string, std::optional<SemanticVersion>>> cases = {
@@ -35,6 +37,24 @@ TEST(SemanticVersion, ComparesFromTheMajorNumberDown) {
     EXPECT_FALSE((SemanticVersion{2, 1, 5}.isNewerThan({2, 1, 5})));
     EXPECT_FALSE((SemanticVersion{2, 1, 5}.isNewerMajorOrMinorThan({2, 1, 0})));
     EXPECT_TRUE((SemanticVersion{3, 0, 0}.isNewerMajorOrMinorThan({2, 9, 9})));
+}
+
+TEST(BundleVersion, TheProgramsOwnBundleKnowsItsVersion) {
+    const test::TestEnvironment world;
+    const auto bundle = platform::Bundle::main(*world.ref());
+    ASSERT_TRUE(shortVersionString(bundle));
+    EXPECT_TRUE(SemanticVersion::parse(*shortVersionString(bundle)));
+    EXPECT_TRUE(bundleVersionString(bundle));
+}
+
+TEST(BundleVersion, OnlyATextCounts) {
+    const test::TemporaryDirectory folder;
+    folder.write(
+        "Info.plist",
+        R"(<plist version="1.0"><dict><key>CFBundleVersion</key><integer>7</integer></dict></plist>)");
+    EXPECT_EQ(bundleVersionString(platform::Bundle(folder.path())), std::nullopt);
+    EXPECT_EQ(shortVersionString(platform::Bundle(folder.path())), std::nullopt);
+    EXPECT_EQ(bundleVersionString(platform::Bundle(folder / "missing")), std::nullopt);
 }
 
 }  // namespace
