@@ -1,5 +1,6 @@
 #include "CommandContext.h"
 #include "CommandWithActions.h"
+#include "CompanionText.h"
 #include "MomentOptions.h"
 #include "ReminderText.h"
 #include "UnreadableRecords.h"
@@ -75,7 +76,8 @@ class RemindersCommand final : public CommandWithActions<RemindersCommand> {
             if (reminder.notes())
                 console.out() << console.faint("    " + onOneLine(*reminder.notes())) << "\n";
         }
-        if (reminders.empty()) console.err() << "No reminder of yours is to come.\n";
+        if (reminders.empty())
+            console.err() << companionText(*context.environment(), "Reminders.none") << "\n";
         return ExitCode::done;
     }
 
@@ -131,9 +133,13 @@ class RemindersCommand final : public CommandWithActions<RemindersCommand> {
             doomed.push_back(chosenReminder(name, context));
         for (const auto& reminder : doomed) {
             requireStored(store.removeReminder(reminder.id()), context);
-            context.console().out() << "removed: " << reminderLine(reminder, context, context.now()) << "\n";
+            const std::string line = reminderLine(reminder, context, context.now());
+            context.console().out() << companionText(*context.environment(), "Reminders.removed", {line})
+                                    << "\n";
         }
-        if (doomed.empty()) context.console().err() << "There is none to remove.\n";
+        if (doomed.empty())
+            context.console().err() << companionText(*context.environment(), "Reminders.noneToRemove")
+                                    << "\n";
         return ExitCode::done;
     }
 

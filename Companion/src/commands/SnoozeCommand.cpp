@@ -1,7 +1,9 @@
 #include "Command.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
 #include "DesktopProgram.h"
 #include "EventChoice.h"
+#include "EventName.h"
 #include "ReminderText.h"
 
 #include <HbrCore/DeepLinks/DesktopApplication.h>
@@ -12,11 +14,6 @@
 namespace hbr {
 
 namespace {
-
-std::string titleOf(const Event& event) {
-    const std::string title = onOneLine(event.title.value_or(""));
-    return title.empty() ? "(no title)" : title;
-}
 
 /// Puts an alert off. An own reminder is moved; other alerts live in the program of the desktop.
 class SnoozeCommand final : public Command {
@@ -49,36 +46,44 @@ class SnoozeCommand final : public Command {
         if (!desktop.isRunning()) {
             throw CommandFailure(
                 ExitCode::failed,
-                "\"" + titleOf(event) + "\" is put off by the program of the desktop, which is " +
+                quotedTitle(event) + " is put off by the program of the desktop, which is " +
                     (desktopProgram() ? "not running; start it with: heedbanner-desktop"
                                       : "not installed; it comes with the package heedbanner-desktop"));
         }
         if (untilStart_ && !isInFuture(event, context.now())) {
-            throw CommandFailure(ExitCode::nothingThere, "\"" + titleOf(event) + "\" has begun already");
+            throw CommandFailure(ExitCode::nothingThere, about(context, event, "Snooze.hasBegun"));
         }
         const std::string how = clear_        ? desktopApplication::clear
                                 : untilStart_ ? desktopApplication::untilStart
                                               : std::to_string(minutes_);
         if (const auto failure = desktop.activateAction(desktopApplication::action::snooze, {event.id, how}))
             throw CommandFailure(ExitCode::failed, *failure);
-        context.console().out() << titleOf(event)
-                                << (clear_        ? ": no longer put off"
-                                    : untilStart_ ? ": put off until it begins"
-                                                  : ": put off for " + std::to_string(minutes_) +
-                                                        (minutes_ == 1 ? " minute" : " minutes"))
+        const std::string title = titleOf(event, *context.environment());
+        const std::int64_t minutes = minutes_;
+        context.console().out() << (clear_ || untilStart_
+                                        ? companionText(*context.environment(),
+                                                        clear_ ? "Snooze.cleared" : "Snooze.untilStart",
+                                                        {title})
+                                        : companionText(*context.environment(), "Snooze.minutes",
+                                                        {title, minutes}))
                                 << "\n";
         return ExitCode::done;
     }
 
   private:
+    static std::string about(CommandContext& context, const Event& event, std::string_view key) {
+        const std::string title = quotedTitle(event);
+        return companionText(*context.environment(), key, {title});
+    }
+
     ExitCode move(CommandContext& context, const Event& event) const {
         CustomRemindersStore& store = context.core().reminders();
         const auto before = store.reminder(event.id);
-        if (!before) throw CommandFailure(ExitCode::nothingThere, "\"" + titleOf(event) + "\" is gone");
+        if (!before) throw CommandFailure(ExitCode::nothingThere, about(context, event, "Snooze.gone"));
         context.core().manager().snooze(event, minutes_);
         const auto after = store.reminder(event.id);
         if (!after || after->date() == before->date())
-            throw CommandFailure(ExitCode::failed, "\"" + titleOf(event) + "\" could not be moved");
+            throw CommandFailure(ExitCode::failed, about(context, event, "Snooze.notMoved"));
         context.console().out() << reminderLine(*after, context, context.now()) << "\n";
         return ExitCode::done;
     }
