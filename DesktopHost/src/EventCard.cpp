@@ -84,6 +84,9 @@ std::string callLabel(const VideoConferenceLink& link, const std::vector<VideoCo
     return link.service.name + ": " + truncated(address, longest, "…");
 }
 
+/// Rows of participants in a card; the others are counted in one row more.
+constexpr std::size_t mostPeople = 50;
+
 std::string peopleHeading(const platform::Environment& environment, std::size_t count) {
     const auto number = static_cast<std::int64_t>(count);
     return count == 1 ? L10n::Alert::Participants::participant(environment, number)
@@ -129,6 +132,11 @@ platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const
         card.notes = withoutCalls(removingVideoCallAnnotation(*event.notes).value_or(""), event, offersCall);
     card.people = peopleOf(core, event);
     if (!card.people.empty()) card.peopleHeading = peopleHeading(environment, card.people.size());
+    if (card.people.size() > mostPeople) {
+        const auto more = static_cast<std::int64_t>(card.people.size() - mostPeople);
+        card.people.resize(mostPeople);
+        card.people.emplace_back().name = L10n::Alert::participantsOverflowToolTip(environment, more);
+    }
 
     if (offersCall) {
         card.primary = {L10n::Alert::VideoConferenceMenu::join(environment),

@@ -104,6 +104,20 @@ TEST(EKEventStore, LinksAreFollowedAndOnlyRegularFilesOpened) {
     EXPECT_EQ(fixture.store().calendars(EKEntityType::event).size(), 1u);
 }
 
+TEST(EKEventStore, AFileIsReadUpToItsLimit) {
+    CalendarFixture fixture;
+    for (const std::uintmax_t above : {0U, 1U}) {
+        // Sparse: what follows the text is a hole.
+        const auto file = fixture.write("a.ics", test::calendar(test::event("DTSTART:20260304T090000Z")));
+        std::filesystem::resize_file(file, (std::uintmax_t{64} << 20U) + above);
+        fixture.restart();
+        EXPECT_EQ(fixture.list("2026-03-01T00:00:00Z", "2026-03-31T00:00:00Z").size(), 1 - above);
+        EXPECT_EQ(testing::Matches(testing::Contains(testing::HasSubstr("larger than 64 MB")))(
+                      fixture.diagnostics()),
+                  above == 1);
+    }
+}
+
 TEST(EKEventStore, AccessFollowsTheAccounts) {
     test::TestEnvironment environment;
     NotificationCenter center;

@@ -146,7 +146,7 @@ TEST(Occurrences, ManyHostileSeriesShareOneBudgetAndLeaveTheOthersComplete) {
     EXPECT_EQ(std::ranges::count_if(
                   reports, [](const auto& text) { return text.find("Nowhere") != std::string::npos; }),
               100);
-    EXPECT_LT(lines.size(), 140'000u);
+    EXPECT_LT(lines.size(), 80'000u);
 }
 
 }  // namespace

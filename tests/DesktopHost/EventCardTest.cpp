@@ -78,4 +78,21 @@ TEST(EventCard, LeavesOutLinesThatAreOnlyACallThatItsButtonJoins) {
     }
 }
 
+TEST(EventCard, ListsFiftyParticipantsAndCountsTheOthers) {
+    test::CoreFixture core;
+    const HeedbannerWidgetBundle bundle(core.environment,
+                                        [&core]() -> CoreServices& { return core.services(); });
+    const CardTexts texts(core.services(), bundle);
+    Event event;
+    for (int i = 1; i <= 51; ++i)
+        event.participantsData.push_back(
+            {.name = "P" + std::to_string(i), .email = {}, .contactPredicate = {}});
+    const auto card = eventCard(core.services(), texts, event, {});
+    ASSERT_EQ(card.people.size(), 51u);
+    EXPECT_EQ(card.people[49].name, "P50");
+    EXPECT_EQ(card.people[50].name, "1 more participant");
+    event.participantsData.pop_back();
+    EXPECT_EQ(eventCard(core.services(), texts, event, {}).people.back().name, "P50");
+}
+
 }  // namespace

@@ -21,7 +21,7 @@ class ExpansionBudget {
     static constexpr Amount maximum{400'000, 20'000};
     /// Enough for a daily rule counted from its start over decades, and for two years of its instances.
     static constexpr Amount share{20'000, 800};
-    static constexpr Amount reserve{2'000'000, 100'000};
+    static constexpr Amount reserve{1'000'000, 40'000};
     /// Instances that are kept of a series that exceeded its share when the reserve was used up.
     static constexpr std::size_t keptOfReduced = 50;
 
