@@ -14,10 +14,7 @@ using hbr::VideoConferenceLinkParser;
 using hbr::VideoConferenceService;
 
 /// Link as people send it, identifier of the service that takes it ("" for none).
-struct Case {
-    std::string text;
-    std::string service;
-};
+using Case = std::pair<std::string, std::string>;
 
 class ConferenceServices : public testing::Test {
   protected:
