@@ -41,7 +41,7 @@ void measure(benchmark::State& state, const std::string& language, const std::st
     }
 }
 
-#define IN_EACH_LANGUAGE(name, text)                       \
+#define IN_EACH_LANGUAGE(name, text)                         \
     BENCHMARK_CAPTURE(measure, name##_en, "en", "US", text); \
     BENCHMARK_CAPTURE(measure, name##_de, "de", "DE", text); \
     BENCHMARK_CAPTURE(measure, name##_he, "he", "IL", text)
