@@ -187,7 +187,7 @@ class GtkCardWindow final : public CardWindow {
 
     GtkWidget* makePerson(const Card::Person& person) const {
         GtkWidget* row = box(GTK_ORIENTATION_HORIZONTAL, spacing);
-        add(row, makePortrait(person));
+        if (person.picture || !person.initials.empty()) add(row, makePortrait(person));
         GtkWidget* texts = box(GTK_ORIENTATION_VERTICAL, 0);
         gtk_widget_set_valign(texts, GTK_ALIGN_CENTER);
         add(texts, makeLabel(person.name, TextRole::body));
