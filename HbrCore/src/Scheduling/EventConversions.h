@@ -15,7 +15,7 @@ class EventConversions {
         : parser_(parser), calendar_(calendar) {}
 
     EventRef of(const platform::EKEventRef& record);
-    /// nullptr for a task that is no event.
+    /// nullptr for a task that cannot be an event.
     EventRef of(const platform::EKReminderRef& record);
     /// Ends a round of questions: what was not asked for in it is dropped.
     void forgetUnused();

@@ -8,7 +8,7 @@
 
 namespace hbr {
 
-/// Reads the settings of a reload anew only after something was written. Safe from any thread.
+/// Reads the settings of a reload again only after something was written. Safe from any thread.
 class ReloadSettingsReader {
   public:
     ReloadSettingsReader(const UserSettingsStore& settings, const EventSettingsStore& eventSettings)

@@ -11,7 +11,7 @@
 namespace hbr {
 
 /// The extension's own texts, keys beginning with "Widget.", in the user's language. A missing
-/// text is English; a key that English lacks as well stands for itself. Safe from any thread.
+/// text is English; a key that English lacks as well is its own text. Safe from any thread.
 class WidgetStrings {
   public:
     static constexpr std::string_view bundleName = "HeedbannerWidgetExtension.bundle";

@@ -11,7 +11,7 @@ std::string accessibilityLabel(const Event& event, const EventViewInputs& inputs
                                const platform::ClockReading& clock) {
     std::string label;
     if (isAnyReminder(event)) {
-        // Its time is no sentence by itself and ends as one here.
+        // Its time is not a whole sentence; the full stop is added here.
         Event withoutCall = event;
         withoutCall.videoConferenceLinks.clear();
         label = accessibilityValue(withoutCall, inputs.formatters, clock) + ".";

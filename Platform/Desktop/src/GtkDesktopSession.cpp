@@ -73,7 +73,7 @@ GtkDesktopSession::GtkDesktopSession(SurfaceKind kind, GdkDisplay* display)
                     .canDrag = kind == SurfaceKind::x11Desktop},
       outputs_(display),
       appearance_(gtk_settings_get_default()) {
-    // A text that gets the keyboard would stand there selected.
+    // Otherwise a text that gets the keyboard is selected.
     g_object_set(gtk_settings_get_default(), "gtk-label-select-on-focus", FALSE, nullptr);
 }
 
