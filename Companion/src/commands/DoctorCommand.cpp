@@ -100,7 +100,7 @@ class DoctorCommand final : public Command {
             platform::Diagnostic::Severity::info, file, std::nullopt, "",
             std::to_string(missing.size()) + " conference " + (missing.size() == 1 ? "service" : "services") +
                 " of the shipped list " + (missing.size() == 1 ? "is" : "are") + " not in this copy: " +
-                names + "; to get the whole shipped list, move this file away, and it is copied anew"};
+                names + "; to get the whole shipped list, move this file away; it is then copied again"};
     }
 
     static std::vector<CollectionChoice> newCollections(CommandContext& context) {

@@ -19,7 +19,7 @@ std::error_code lastError() {
     return {errno, std::generic_category()};
 }
 
-/// The end of a file counts as a hole.
+/// SEEK_HOLE also reports the end of a file, which is not a hole here.
 bool hasHole(int descriptor, off_t size) {
     const off_t hole = lseek(descriptor, 0, SEEK_HOLE);
     return lseek(descriptor, 0, SEEK_SET) == 0 && hole >= 0 && hole < size;

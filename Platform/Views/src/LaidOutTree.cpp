@@ -31,7 +31,7 @@ void collectLabel(const LaidOutNode& node, std::string& label) {
     }
 }
 
-/// The first timer below `node` but not of links inside it; its text is no part of any label.
+/// The first timer below `node` but not of links inside it; its text is not in any label.
 std::string timerTextOf(const LaidOutNode& node) {
     for (const auto& child : node.children) {
         if (child.kind == LaidOutNode::Kind::link) continue;

@@ -103,7 +103,7 @@ class EKEventStore {
     std::vector<AccountReport> report() const;
 
     /// Another number after every change of what the store answers, before the change is announced. The first
-    /// reading is no change.
+    /// reading does not change it.
     std::uint64_t revision() const;
 
   private:

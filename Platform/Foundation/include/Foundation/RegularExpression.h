@@ -56,7 +56,7 @@ class RegularExpression {
     Outcome search(std::string_view text, std::size_t mostSteps) const;
     std::optional<Range> firstMatch(std::string_view text) const;
     std::vector<Range> allMatches(std::string_view text) const;
-    /// "$1" stands for the first group, "$0" for the match; a group that the pattern does not have is empty.
+    /// "$1" is the first group, "$0" the match; a group that the pattern does not have is empty.
     std::string replacingMatches(std::string_view text, std::string_view replacementTemplate,
                                  MatchingOptions options) const;
     std::string replacingMatches(std::string_view text, std::string_view replacementTemplate) const {
