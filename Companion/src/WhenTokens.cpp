@@ -1,6 +1,7 @@
 #include "WhenTokens.h"
 
 #include <Companion/WhenText.h>
+#include <Foundation/Ascii.h>
 #include <Foundation/NearestName.h>
 #include <Foundation/Text.h>
 
@@ -12,10 +13,7 @@ namespace hbr {
 namespace {
 
 using Kind = WhenToken::Kind;
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+using platform::isAsciiDigit;
 
 /// "12-01-2026" as its numbers, the marks between them and the number of digits of each.
 struct Digits {
@@ -31,7 +29,7 @@ std::optional<Digits> digitsOf(std::string_view text) {
         int value = 0;
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
         const auto length = static_cast<std::size_t>(end - text.data());
-        if (error != std::errc{} || length > mostDigits || !isDigit(text.front())) return std::nullopt;
+        if (error != std::errc{} || length > mostDigits || !isAsciiDigit(text.front())) return std::nullopt;
         result.numbers.push_back(value);
         result.lengths.push_back(length);
         text.remove_prefix(length);
@@ -88,12 +86,12 @@ std::vector<std::string> pieces(std::string_view text) {
     std::vector<std::string> list;
     for (std::string_view raw : platform::split(text, " ", false)) {
         while (!raw.empty()) {
-            const bool isNumeric = isDigit(raw.front());
+            const bool isNumeric = isAsciiDigit(raw.front());
             std::size_t end = 1;
             while (end < raw.size() &&
-                   (isNumeric ? isDigit(raw[end]) ||
+                   (isNumeric ? isAsciiDigit(raw[end]) ||
                                     std::string_view(":.-/").find(raw[end]) != std::string_view::npos
-                              : !isDigit(raw[end])))
+                              : !isAsciiDigit(raw[end])))
                 ++end;
             list.emplace_back(raw.substr(0, end));
             raw.remove_prefix(end);
@@ -145,7 +143,7 @@ std::vector<WhenToken> whenTokens(std::string_view text, const WhenWords& words)
             ++at;
             continue;
         }
-        if (isDigit(piece.front())) {
+        if (isAsciiDigit(piece.front())) {
             const auto token = numericToken(piece);
             if (!token) refuse(piece, words);
             tokens.push_back(*token);

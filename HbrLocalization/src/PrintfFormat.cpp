@@ -1,5 +1,6 @@
 #include <HbrLocalization/PrintfFormat.h>
 
+#include <Foundation/Ascii.h>
 #include <unicode/numberformatter.h>
 
 #include <charconv>
@@ -15,15 +16,11 @@ struct Placeholder {
     std::size_t length = 0;
 };
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 /// `rest` begins behind the percent sign.
 std::optional<Placeholder> parsePlaceholder(std::string_view rest) {
     Placeholder placeholder;
     std::size_t i = 0;
-    while (i < rest.size() && isDigit(rest[i]))
+    while (i < rest.size() && platform::isAsciiDigit(rest[i]))
         ++i;
     if (i > 0) {
         std::size_t number = 0;

@@ -1,5 +1,6 @@
 #include <HbrUtils/RelativeTimeTexts.h>
 
+#include <Foundation/Ascii.h>
 #include <HbrLocalization/L10n.h>
 #include <HbrLocalization/LocalizedString.h>
 #include <HbrUtils/DateOperations.h>
@@ -138,7 +139,7 @@ Phrase phraseFor(Date date, Date relativeTo, bool isCurrentEvent, Phrase ahead) 
 std::string withPreposition(std::string_view key, std::string_view english, const std::string& text,
                             const platform::Environment& environment) {
     constexpr std::string_view wordJoiner = "\u2060";
-    const bool isNumber = !text.empty() && text.front() >= '0' && text.front() <= '9';
+    const bool isNumber = !text.empty() && platform::isAsciiDigit(text.front());
     std::string preposition = localizedForm(environment, key, english, {.phrase = isNumber ? "number" : ""});
     if (!preposition.ends_with(wordJoiner)) return preposition + " " + text;
     preposition.resize(preposition.size() - wordJoiner.size());

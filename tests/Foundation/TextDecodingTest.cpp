@@ -1,3 +1,4 @@
+#include <Foundation/Base64.h>
 #include <Foundation/TextDecoding.h>
 
 #include <gtest/gtest.h>

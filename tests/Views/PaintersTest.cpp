@@ -1,5 +1,5 @@
+#include <Foundation/Base64.h>
 #include <Foundation/MainQueue.h>
-#include <Foundation/TextDecoding.h>
 #include <Views/Painters.h>
 #include <Views/PhotoDecoding.h>
 

@@ -1,8 +1,9 @@
 #include "PathExpansion.h"
 
+#include <Foundation/Ascii.h>
 #include <glob.h>
+
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 
 namespace hbr {
@@ -10,7 +11,7 @@ namespace hbr {
 namespace {
 
 bool isNameLetter(char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+    return platform::isAsciiAlphanumeric(c) || c == '_';
 }
 
 std::string withVariables(std::string_view text) {

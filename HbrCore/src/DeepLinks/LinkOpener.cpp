@@ -1,5 +1,6 @@
 #include <HbrCore/DeepLinks/LinkOpener.h>
 
+#include <Foundation/Ascii.h>
 #include <Foundation/Text.h>
 #include <HbrUtils/OpenURL.h>
 
@@ -22,7 +23,7 @@ bool isWebScheme(std::string_view scheme) {
 std::string_view literalScheme(std::string_view regex) {
     if (regex.starts_with('^')) regex.remove_prefix(1);
     const auto end = std::ranges::find_if(
-        regex, [](char c) { return !((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-'); });
+        regex, [](char c) { return !(platform::isAsciiLower(c) || platform::isAsciiDigit(c) || c == '-'); });
     if (end == regex.end() || *end != ':') return {};
     return {regex.begin(), end};
 }

@@ -1,5 +1,6 @@
 #include <HbrCore/Events/FilterRuleMatcher.h>
 
+#include <Foundation/Ascii.h>
 #include <Foundation/Normalization.h>
 #include <Foundation/RegularExpression.h>
 #include <Foundation/Text.h>
@@ -64,10 +65,6 @@ std::set<int> weekdays(std::string_view value) {
     return days;
 }
 
-bool isAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 /// Canonically composed, lower-cased when letter case does not matter.
 std::string folded(const std::string& text, bool isCaseSensitive) {
     return platform::canonicallyComposed(isCaseSensitive ? text : platform::lowercased(text));
@@ -77,7 +74,7 @@ std::string folded(const std::string& text, bool isCaseSensitive) {
 /// found inside "e" with a combining accent.
 class FoldedText {
   public:
-    explicit FoldedText(std::string text) : text_(std::move(text)), isAscii_(isAscii(text_)) {}
+    explicit FoldedText(std::string text) : text_(std::move(text)), isAscii_(platform::isAscii(text_)) {}
 
     bool equals(std::string_view value) const { return text_ == value; }
     bool beginsWith(std::string_view value) { return text_.starts_with(value) && isBoundary(value.size()); }

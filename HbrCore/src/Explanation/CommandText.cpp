@@ -1,5 +1,7 @@
 #include "CommandText.h"
 
+#include <Foundation/Ascii.h>
+
 #include <algorithm>
 
 namespace hbr {
@@ -8,8 +10,7 @@ namespace {
 
 bool isPlain(char c) {
     constexpr std::string_view plain = "_-./@:+=,%";
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-           plain.find(c) != std::string_view::npos;
+    return platform::isAsciiAlphanumeric(c) || plain.find(c) != std::string_view::npos;
 }
 
 std::string quoted(const std::string& word) {

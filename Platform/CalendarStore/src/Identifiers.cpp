@@ -1,5 +1,7 @@
 #include "Identifiers.h"
 
+#include <Foundation/Ascii.h>
+
 #include <array>
 
 namespace platform {
@@ -17,10 +19,8 @@ std::string hexadecimal(std::uint64_t value, int digits) {
 std::string slug(std::string_view text) {
     std::string result;
     for (const char c : text) {
-        const bool isUpper = c >= 'A' && c <= 'Z';
-        const bool stays = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-        if (isUpper || stays) {
-            result += isUpper ? static_cast<char>(c + 32) : c;
+        if (isAsciiAlphanumeric(c)) {
+            result += asciiLower(c);
         } else if (!result.empty() && result.back() != '-') {
             result += '-';
         }

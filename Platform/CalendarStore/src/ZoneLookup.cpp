@@ -16,7 +16,7 @@ std::string capitalised(std::string_view name) {
     auto result = asciiLower(name);
     bool isFirst = true;
     for (char& c : result) {
-        if (isFirst && c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+        if (isFirst) c = asciiUpper(c);
         isFirst = c == '/' || c == '_' || c == '-';
     }
     return result;

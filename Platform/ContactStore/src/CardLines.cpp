@@ -7,8 +7,7 @@ namespace {
 
 bool looksLikeBase64(std::string_view line) {
     return !line.empty() && std::all_of(line.begin(), line.end(), [](char c) {
-        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '+' ||
-               c == '/' || c == '=';
+        return isAsciiAlphanumeric(c) || c == '+' || c == '/' || c == '=';
     });
 }
 

@@ -1,4 +1,4 @@
-#include <Foundation/TextDecoding.h>
+#include <Foundation/Base64.h>
 
 #include <algorithm>
 

@@ -1,5 +1,6 @@
 #include "GtkAppearance.h"
 
+#include <Foundation/Ascii.h>
 #include <Views/Font.h>
 #include <pango/pango.h>
 
@@ -38,8 +39,8 @@ std::string textProperty(GtkSettings* settings, const char* name) {
     return value ? value.get() : "";
 }
 
-bool isDarkTheme(std::string name) {
-    std::ranges::transform(name, name.begin(), [](char c) { return g_ascii_tolower(c); });
+bool isDarkTheme(std::string_view theme) {
+    const auto name = asciiLower(theme);
     return name.ends_with("dark") || name.ends_with("inverse");
 }
 

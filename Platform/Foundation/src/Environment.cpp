@@ -2,13 +2,13 @@
 #include "ProcessLocale.h"
 #include "ProcessTimeZone.h"
 
+#include <Foundation/Ascii.h>
 #include <Foundation/Environment.h>
 
 #include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 #include <mutex>
 
@@ -36,9 +36,7 @@ fs::path baseDirectory(const char* name, const fs::path& standard) {
 std::vector<fs::path> resourceFolders(const std::string& productName, const fs::path& programPath,
                                       std::vector<fs::path> further) {
     std::vector<fs::path> directories;
-    std::string override = productName + "_RESOURCES";
-    std::ranges::transform(override, override.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    const std::string override = asciiUpper(productName) + "_RESOURCES";
     if (fs::path directory = variable(override.c_str()); directory.is_absolute())
         directories.push_back(directory);
     fs::path folder = programPath.parent_path();

@@ -1,5 +1,6 @@
 #include "PropertyListXml.h"
 
+#include <Foundation/Base64.h>
 #include <Foundation/Date.h>
 #include <Foundation/PropertyList.h>
 #include <Foundation/Text.h>
@@ -92,20 +93,6 @@ std::optional<PropertyValue> valueOf(plist_t node, std::size_t depth) {
     }
 }
 
-std::string base64(const Data& bytes) {
-    constexpr char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text;
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        std::size_t count = std::min<std::size_t>(3, bytes.size() - i);
-        std::uint32_t bits = 0;
-        for (std::size_t k = 0; k < 3; ++k)
-            bits = (bits << 8) | (k < count ? bytes[i + k] : 0u);
-        for (std::size_t k = 0; k < 4; ++k)
-            text += k <= count ? alphabet[(bits >> (18 - 6 * k)) & 63] : '=';
-    }
-    return text;
-}
-
 /// Writes the XML form itself: the library's writer cuts texts at a NUL and loses carriage returns.
 class XmlWriter {
   public:
@@ -123,7 +110,10 @@ class XmlWriter {
         line("<real>" + std::string(digits, end) + "</real>");
     }
     void put(const std::string& value) { line("<string>" + escaped(value) + "</string>"); }
-    void put(const Data& value) { line("<data>" + base64(value) + "</data>"); }
+    void put(const Data& value) {
+        line("<data>" + encodedBase64({reinterpret_cast<const char*>(value.data()), value.size()}) +
+             "</data>");
+    }
     void put(const PropertyArray& elements) {
         if (elements.empty()) return line("<array/>");
         line("<array>");

@@ -1,5 +1,7 @@
 #include "PropertyListXml.h"
 
+#include <Foundation/Ascii.h>
+#include <Foundation/Base64.h>
 #include <Foundation/Date.h>
 
 #include <glib.h>
@@ -11,16 +13,9 @@
 namespace platform {
 namespace {
 
-std::string_view withoutBlanks(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    auto start = text.find_first_not_of(blanks);
-    if (start == std::string_view::npos) return {};
-    return text.substr(start, text.find_last_not_of(blanks) - start + 1);
-}
-
 template <class Number, class... Format>
 std::optional<Number> numberOf(std::string_view text, Format... format) {
-    text = withoutBlanks(text);
+    text = trimmedAscii(text);
     if (text.starts_with('+')) text.remove_prefix(1);
     Number number{};
     auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, format...);
@@ -36,26 +31,9 @@ std::optional<PropertyValue> integerOf(std::string_view text) {
 }
 
 std::optional<PropertyValue> dataOf(std::string_view text) {
-    constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    Data bytes;
-    std::uint32_t bits = 0;
-    int count = 0;
-    bool isPadded = false;
-    for (char c : text) {
-        if (c == ' ' || c == '\t' || c == '\r' || c == '\n') continue;
-        auto digit = alphabet.find(c);
-        if (c == '=') {
-            isPadded = true;
-        } else if (digit == std::string_view::npos || isPadded) {
-            return std::nullopt;
-        } else {
-            bits = (bits << 6) | static_cast<std::uint32_t>(digit);
-            if (++count % 4 != 1)
-                bytes.push_back(static_cast<std::uint8_t>(bits >> (6 - 2 * ((count - 1) % 4))));
-        }
-    }
-    if (count % 4 == 1) return std::nullopt;
-    return bytes;
+    const auto bytes = decodedBase64(text);
+    if (!bytes) return std::nullopt;
+    return Data(bytes->begin(), bytes->end());
 }
 
 std::optional<PropertyValue> leafOf(std::string_view element, std::string& text) {
@@ -63,13 +41,13 @@ std::optional<PropertyValue> leafOf(std::string_view element, std::string& text)
     if (element == "integer") return integerOf(text);
     if (element == "data") return dataOf(text);
     if (element == "true" || element == "false") {
-        if (!withoutBlanks(text).empty()) return std::nullopt;
+        if (!trimmedAscii(text).empty()) return std::nullopt;
         return element == "true";
     }
     if (element == "real") {
         if (auto number = numberOf<double>(text, std::chars_format::general)) return *number;
     } else if (element == "date") {
-        if (auto date = parseRfc3339(withoutBlanks(text))) return date->timeIntervalSinceReferenceDate();
+        if (auto date = parseRfc3339(trimmedAscii(text))) return date->timeIntervalSinceReferenceDate();
     }
     return std::nullopt;
 }
@@ -102,7 +80,7 @@ class Builder {
             text_ += piece;
             return true;
         }
-        return withoutBlanks(piece).empty();
+        return trimmedAscii(piece).empty();
     }
 
     bool end(std::string_view element) {

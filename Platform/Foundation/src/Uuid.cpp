@@ -1,3 +1,4 @@
+#include <Foundation/Ascii.h>
 #include <Foundation/Uuid.h>
 
 #include <cstring>
@@ -8,13 +9,6 @@ namespace {
 
 bool isDash(std::size_t place) {
     return place == 8 || place == 13 || place == 18 || place == 23;
-}
-
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
 }
 
 }  // namespace
@@ -40,7 +34,7 @@ std::optional<Uuid> Uuid::parse(std::string_view text) {
             if (text[place] != '-') return std::nullopt;
             continue;
         }
-        int digit = hexDigit(text[place]);
+        const int digit = hexDigitValue(text[place]);
         if (digit < 0) return std::nullopt;
         auto& byte = uuid.bytes_[digits / 2];
         byte = static_cast<std::uint8_t>((byte << 4) | digit);
@@ -50,13 +44,12 @@ std::optional<Uuid> Uuid::parse(std::string_view text) {
 }
 
 std::string Uuid::uuidString() const {
-    constexpr char digits[] = "0123456789ABCDEF";
     std::string text;
     text.reserve(36);
     for (std::uint8_t byte : bytes_) {
         if (isDash(text.size())) text += '-';
-        text += digits[byte >> 4];
-        text += digits[byte & 0xF];
+        text += upperHexDigits[byte >> 4];
+        text += upperHexDigits[byte & 0xF];
     }
     return text;
 }

@@ -1,7 +1,8 @@
 #include <CalendarStore/EKParticipant.h>
 
+#include <Foundation/Ascii.h>
+
 #include <algorithm>
-#include <cctype>
 
 namespace platform {
 namespace {
@@ -11,9 +12,9 @@ std::size_t schemeLength(std::string_view address) {
     const auto colon = address.find(':');
     if (colon == std::string_view::npos || colon == 0) return 0;
     const auto scheme = address.substr(0, colon);
-    if (!std::isalpha(static_cast<unsigned char>(scheme.front()))) return 0;
-    const bool valid = std::all_of(scheme.begin(), scheme.end(), [](unsigned char c) {
-        return std::isalnum(c) || c == '+' || c == '-' || c == '.';
+    if (!isAsciiLetter(scheme.front())) return 0;
+    const bool valid = std::all_of(scheme.begin(), scheme.end(), [](char c) {
+        return isAsciiAlphanumeric(c) || c == '+' || c == '-' || c == '.';
     });
     return valid ? colon : 0;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Foundation/Ascii.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,10 +28,6 @@ struct ContentLine {
     bool hasType(std::string_view upperWord) const;
 };
 
-bool equalIgnoringCase(std::string_view a, std::string_view b);
-std::string asciiLower(std::string_view text);
-std::string asciiUpper(std::string_view text);
-std::string_view trimmedAscii(std::string_view text);
 /// Pieces between commas.
 std::vector<std::string_view> commaSeparated(std::string_view text);
 

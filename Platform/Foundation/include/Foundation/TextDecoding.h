@@ -20,7 +20,5 @@ std::string lineAsUtf8(std::string_view line);
 std::optional<std::string> utf8FromCharset(std::string_view text, const std::string& charset);
 /// Quoted-printable to bytes; what is no escape stays as it is.
 std::string decodedQuotedPrintable(std::string_view text);
-/// Base64, blanks and line ends passed over; nothing when anything else stands there.
-std::optional<std::string> decodedBase64(std::string_view text);
 
 }  // namespace platform

@@ -1,16 +1,8 @@
+#include <Foundation/Ascii.h>
 #include <Foundation/ContentLine.h>
-
-#include <algorithm>
 
 namespace platform {
 namespace {
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
-char upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-}
 
 std::size_t findOutsideQuotes(std::string_view text, char wanted, std::size_t from) {
     bool quoted = false;
@@ -56,29 +48,6 @@ void forEachParameter(std::string_view parameters, const Visit& visit) {
 }
 
 }  // namespace
-
-bool equalIgnoringCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
-}
-
-std::string asciiLower(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), lower);
-    return result;
-}
-
-std::string asciiUpper(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), upper);
-    return result;
-}
-
-std::string_view trimmedAscii(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
 
 std::vector<std::string_view> commaSeparated(std::string_view text) {
     std::vector<std::string_view> pieces;

@@ -1,5 +1,6 @@
 #include "CharacterReference.h"
 
+#include <Foundation/Ascii.h>
 #include <Foundation/LinkDetector.h>
 
 #include <charconv>
@@ -53,17 +54,15 @@ std::string withoutCharacterReferences(std::string_view link) {
 }
 
 bool isMarkup(std::string_view text) {
-    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-    const auto isInName = [&](char c) { return isLetter(c) || (c >= '0' && c <= '9'); };
     const auto lastEnd = text.rfind('>');
     if (lastEnd == std::string_view::npos) return false;
     for (auto at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
         auto name = at + 1;
         if (name < text.size() && text[name] == '/') ++name;
         auto end = name;
-        while (end < text.size() && isInName(text[end]))
+        while (end < text.size() && isAsciiAlphanumeric(text[end]))
             ++end;
-        const bool isTag = end > name && isLetter(text[name]) && end < text.size() &&
+        const bool isTag = end > name && isAsciiLetter(text[name]) && end < text.size() &&
                            std::string_view("/> \t\r\n").find(text[end]) != std::string_view::npos;
         if (isTag && end <= lastEnd) return true;
     }

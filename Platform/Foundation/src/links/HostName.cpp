@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <initializer_list>
-#include <string>
 
 namespace platform {
 
@@ -26,19 +25,12 @@ bool areLabels(std::string_view host) {
     return !host.empty() && host.back() != '.';
 }
 
-std::string lowercasedAscii(std::string_view text) {
-    std::string result(text);
-    std::ranges::transform(result, result.begin(), asciiLowercased);
-    return result;
-}
-
 bool isAlphabetic(std::string_view label) {
     return std::ranges::all_of(label, [](char c) { return !isAscii(c) || isAsciiLetter(c); });
 }
 
 bool hasMixedCase(std::string_view label) {
-    const auto isUpper = [](char c) { return c >= 'A' && c <= 'Z'; };
-    return std::ranges::any_of(label, isUpper) && !std::ranges::all_of(label, isUpper);
+    return std::ranges::any_of(label, isAsciiUpper) && !std::ranges::all_of(label, isAsciiUpper);
 }
 
 bool isOneOf(std::string_view domain, std::initializer_list<std::string_view> domains) {
@@ -50,15 +42,14 @@ bool isOneOf(std::string_view domain, std::initializer_list<std::string_view> do
 HostJudgement judgeHostWithoutScheme(std::string_view host) {
     const auto lastDot = host.rfind('.');
     if (lastDot == std::string_view::npos || !areLabels(host)) return HostJudgement::noHost;
-    const auto domain = lowercasedAscii(host.substr(lastDot + 1));
+    const auto domain = asciiLower(host.substr(lastDot + 1));
     const bool hasTwoLabels = host.find('.') == lastDot;
-    if (!hasTwoLabels && lowercasedAscii(host.substr(0, 4)) == "www." && domain.size() > 1 &&
-        isAlphabetic(domain))
+    if (!hasTwoLabels && asciiLower(host.substr(0, 4)) == "www." && domain.size() > 1 && isAlphabetic(domain))
         return HostJudgement::host;
 
     const auto known = topLevelDomain(domain);
     if (known == TopLevelDomain::unknown) return HostJudgement::noHost;
-    const auto first = lowercasedAscii(host.substr(0, host.find('.')));
+    const auto first = asciiLower(host.substr(0, host.find('.')));
     // "Co.KG"; a floor, a time or a date: "2.UG", "9.am".
     if (hasTwoLabels && (first == "co" || (first.size() < 3 && std::ranges::all_of(first, isAsciiDigit))))
         return HostJudgement::noHost;
@@ -81,7 +72,7 @@ bool isMailHost(std::string_view host) {
     const auto lastDot = host.rfind('.');
     if (lastDot == std::string_view::npos || !areLabels(host)) return false;
     const auto domain = host.substr(lastDot + 1);
-    return domain.size() > 1 && (isAlphabetic(domain) || lowercasedAscii(domain).starts_with("xn--"));
+    return domain.size() > 1 && (isAlphabetic(domain) || asciiLower(domain).starts_with("xn--"));
 }
 
 }  // namespace platform

@@ -1,25 +1,11 @@
 #pragma once
 
+#include <Foundation/Ascii.h>
+
 #include <cstddef>
 #include <string_view>
 
 namespace platform {
-
-inline bool isAsciiLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-inline bool isAsciiDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-inline bool isAsciiAlphanumeric(char c) {
-    return isAsciiLetter(c) || isAsciiDigit(c);
-}
-inline bool isAscii(char c) {
-    return static_cast<unsigned char>(c) < 0x80;
-}
-inline char asciiLowercased(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 /// The character that begins at an offset, as far as links care.
 struct LinkCharacter {

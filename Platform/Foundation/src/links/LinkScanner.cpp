@@ -42,9 +42,7 @@ constexpr auto characterTraits = [] {
     for (std::size_t c = 0; c <= 0x20; ++c)
         table[c] |= endsLink;
     table[0x7F] |= endsLink;
-    constexpr std::string_view alphanumeric =
-        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
-    give(alphanumeric, inWord | inUserInfo | plainInTail);
+    give(asciiAlphanumerics, inWord | inUserInfo | plainInTail);
     give(".-_+", inWord);
     give("<>\"`{}|\\^", endsLink);
     give(".,;:!?'([&", trailing);
@@ -69,7 +67,7 @@ bool isNumericEntity(std::string_view rest) {
     constexpr std::size_t mostDigits = 7;
     if (!rest.starts_with("&#")) return false;
     rest.remove_prefix(2);
-    const bool isHexadecimal = !rest.empty() && asciiLowercased(rest.front()) == 'x';
+    const bool isHexadecimal = !rest.empty() && asciiLower(rest.front()) == 'x';
     if (isHexadecimal) rest.remove_prefix(1);
     const auto end = std::min(rest.find(';'), rest.size());
     return end > 0 && end < rest.size() && end <= mostDigits &&
@@ -366,7 +364,7 @@ bool LinkScanner::beginsWebAddress(std::size_t position) const {
 }
 
 bool LinkScanner::beginsWww(std::size_t position) const {
-    return std::ranges::equal(text_.substr(position, 4), std::string_view("www."), {}, asciiLowercased);
+    return equalIgnoringCase(text_.substr(position, 4), "www.");
 }
 
 bool LinkScanner::isClosedLater(std::size_t bracket) {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <initializer_list>
-#include <string>
 
 namespace platform {
 
@@ -20,25 +19,19 @@ constexpr auto schemesWithoutSlashes = std::to_array<std::string_view>(
      "tel",    "ts3server", "webcal",         "xmpp",           "zoommtg", "zoomus"});
 static_assert(std::ranges::is_sorted(schemesWithoutSlashes));
 
-std::string lowercasedScheme(std::string_view scheme) {
-    std::string result(scheme);
-    std::ranges::transform(result, result.begin(), asciiLowercased);
-    return result;
-}
-
 bool isSchemeCharacter(char c) {
     return isAsciiAlphanumeric(c) || c == '+' || c == '-' || c == '.';
 }
 
 bool isKnown(std::string_view scheme) {
-    return isWebScheme(scheme) || std::ranges::binary_search(schemesWithoutSlashes, lowercasedScheme(scheme));
+    return isWebScheme(scheme) || std::ranges::binary_search(schemesWithoutSlashes, asciiLower(scheme));
 }
 
 }  // namespace
 
 bool isWebScheme(std::string_view scheme) {
     return (scheme.size() == 4 || scheme.size() == 5) &&
-           std::string_view("https").starts_with(lowercasedScheme(scheme));
+           std::string_view("https").starts_with(asciiLower(scheme));
 }
 
 std::optional<std::size_t> schemeStart(std::string_view word, bool hasSlashes) {
@@ -63,7 +56,7 @@ std::optional<std::size_t> schemeStart(std::string_view word, bool hasSlashes) {
 }
 
 bool takesNumbers(std::string_view scheme) {
-    const auto lower = lowercasedScheme(scheme);
+    const auto lower = asciiLower(scheme);
     return lower == "tel" || lower == "sms" || lower == "callto";
 }
 

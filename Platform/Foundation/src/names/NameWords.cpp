@@ -1,5 +1,6 @@
 #include "NameWords.h"
 
+#include <Foundation/Ascii.h>
 #include <Foundation/Text.h>
 
 #include <algorithm>
@@ -50,8 +51,7 @@ bool isTitle(std::string_view word) {
 
 bool isNameSuffix(std::string_view word) {
     const std::string text = plain(word);
-    const auto capitals =
-        std::count_if(word.begin(), word.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+    const auto capitals = std::count_if(word.begin(), word.end(), isAsciiUpper);
     return isAmong(numerals, word) || isAmong(suffixes, text) || (capitals >= 2 && isAmong(degrees, text));
 }
 

@@ -1,9 +1,8 @@
+#include <Foundation/Ascii.h>
 #include <Foundation/Normalization.h>
 
 #include <unicode/bytestream.h>
 #include <unicode/normalizer2.h>
-
-#include "Utf8.h"
 
 namespace platform {
 

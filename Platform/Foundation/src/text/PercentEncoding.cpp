@@ -1,11 +1,11 @@
 #include "PercentEncoding.h"
 
+#include <Foundation/Ascii.h>
+#include <Foundation/TextDecoding.h>
 #include <Foundation/Url.h>
 
 #include <array>
 #include <cstdint>
-
-#include "Utf8.h"
 
 namespace platform {
 namespace {
@@ -22,7 +22,8 @@ constexpr std::array<std::uint8_t, 256> makeAllowed() {
     };
     constexpr std::uint8_t path = bit(UrlPart::path) | bit(UrlPart::query) | bit(UrlPart::fragment);
     constexpr std::uint8_t all = path | bit(UrlPart::userInfo) | bit(UrlPart::host);
-    allow("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~!$&'()*+,;=", all);
+    allow(asciiAlphanumerics, all);
+    allow("-._~!$&'()*+,;=", all);
     allow(":", path | bit(UrlPart::userInfo));
     allow("@/", path);
     allow("?", bit(UrlPart::query) | bit(UrlPart::fragment));
@@ -31,13 +32,6 @@ constexpr std::array<std::uint8_t, 256> makeAllowed() {
 
 constexpr std::array<std::uint8_t, 256> allowedParts = makeAllowed();
 
-int hexadecimalValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
-}
-
 }  // namespace
 
 bool mayStandIn(UrlPart part, char byte) {
@@ -45,16 +39,15 @@ bool mayStandIn(UrlPart part, char byte) {
 }
 
 bool isPercentTriplet(std::string_view text, std::size_t at) {
-    return text.size() > at + 2 && text[at] == '%' && hexadecimalValue(text[at + 1]) >= 0 &&
-           hexadecimalValue(text[at + 2]) >= 0;
+    return text.size() > at + 2 && text[at] == '%' && hexDigitValue(text[at + 1]) >= 0 &&
+           hexDigitValue(text[at + 2]) >= 0;
 }
 
 void appendPercentEncoded(std::string& target, char byte) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     const auto value = static_cast<unsigned char>(byte);
     target += '%';
-    target += digits[value >> 4];
-    target += digits[value & 15];
+    target += upperHexDigits[value >> 4];
+    target += upperHexDigits[value & 15];
 }
 
 void appendEncoded(std::string& target, std::string_view text, UrlPart part, bool keepTriplets) {
@@ -76,10 +69,10 @@ std::optional<std::string> removingPercentEncoding(std::string_view text) {
             continue;
         }
         if (!isPercentTriplet(text, i)) return std::nullopt;
-        result += static_cast<char>(hexadecimalValue(text[i + 1]) * 16 + hexadecimalValue(text[i + 2]));
+        result += static_cast<char>(hexDigitValue(text[i + 1]) * 16 + hexDigitValue(text[i + 2]));
         i += 2;
     }
-    if (!isUtf8(result)) return std::nullopt;
+    if (!isWellFormedUtf8(result)) return std::nullopt;
     return result;
 }
 

@@ -1,3 +1,4 @@
+#include <Foundation/Ascii.h>
 #include <Foundation/RegularExpression.h>
 
 #include <unicode/regex.h>
@@ -72,13 +73,13 @@ std::string safeTemplate(std::string_view text, int groupCount) {
             if (next == '\0') break;
             result.append(text.substr(i, 2));
             ++i;
-        } else if (text[i] == '$' && next >= '0' && next <= '9') {
+        } else if (text[i] == '$' && isAsciiDigit(next)) {
             if (next - '0' <= groupCount) {
                 result += '$';
             } else {
                 ++i;
                 // The digits behind it are text.
-                if (i + 1 < text.size() && text[i + 1] >= '0' && text[i + 1] <= '9') result += '\\';
+                if (i + 1 < text.size() && isAsciiDigit(text[i + 1])) result += '\\';
             }
         } else if (text[i] == '$' && next != '{') {
             result += "\\$";

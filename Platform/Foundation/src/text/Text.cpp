@@ -1,4 +1,6 @@
+#include <Foundation/Ascii.h>
 #include <Foundation/Text.h>
+#include <Foundation/TextDecoding.h>
 
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
@@ -10,8 +12,6 @@
 #include <zlib.h>
 
 #include <memory>
-
-#include "Utf8.h"
 
 namespace platform {
 namespace {
@@ -79,7 +79,7 @@ Clusters clustersOf(std::string_view text, std::size_t limit) {
 }  // namespace
 
 std::string sanitizedUtf8(std::string_view text) {
-    if (isUtf8(text)) return std::string(text);
+    if (isWellFormedUtf8(text)) return std::string(text);
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     std::string result;
     result.reserve(text.size() + 8);
@@ -116,10 +116,7 @@ std::string trimmed(std::string_view text) {
 
 std::string lowercased(std::string_view text) {
     if (isAscii(text)) {
-        std::string result(text);
-        for (char& c : result)
-            c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-        return result;
+        return asciiLower(text);
     }
     return converted(text, [](auto input, auto& sink, UErrorCode& status) {
         icu::CaseMap::utf8ToLower("", 0, input, sink, nullptr, status);

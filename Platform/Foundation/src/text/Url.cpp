@@ -1,3 +1,4 @@
+#include <Foundation/Ascii.h>
 #include <Foundation/Url.h>
 
 #include <algorithm>
@@ -67,16 +68,9 @@ std::optional<Authority> authorityOf(std::string_view text) {
     return authority;
 }
 
-bool isLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool isScheme(std::string_view text) {
-    return !text.empty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), [](char c) {
-        return isLetter(c) || isDigit(c) || c == '+' || c == '-' || c == '.';
+    return !text.empty() && isAsciiLetter(text.front()) && std::all_of(text.begin(), text.end(), [](char c) {
+        return isAsciiAlphanumeric(c) || c == '+' || c == '-' || c == '.';
     });
 }
 

@@ -1,3 +1,4 @@
+#include <Foundation/Ascii.h>
 #include <Foundation/Date.h>
 #include <Foundation/TimeZone.h>
 
@@ -32,7 +33,7 @@ class Reader {
         if (rest_.size() < count) return std::nullopt;
         int value = 0;
         for (std::size_t i = 0; i < count; ++i) {
-            if (!isDigit(rest_[i])) return std::nullopt;
+            if (!isAsciiDigit(rest_[i])) return std::nullopt;
             value = value * 10 + (rest_[i] - '0');
         }
         rest_.remove_prefix(count);
@@ -45,7 +46,7 @@ class Reader {
         double value = 0;
         double weight = 0.1;
         std::size_t count = 0;
-        for (; count < rest_.size() && isDigit(rest_[count]); ++count, weight /= 10) {
+        for (; count < rest_.size() && isAsciiDigit(rest_[count]); ++count, weight /= 10) {
             value += weight * (rest_[count] - '0');
         }
         if (count == 0) return std::nullopt;
@@ -55,7 +56,6 @@ class Reader {
     }
 
   private:
-    static bool isDigit(char c) { return c >= '0' && c <= '9'; }
     std::string_view rest_;
 };
 

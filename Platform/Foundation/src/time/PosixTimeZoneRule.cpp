@@ -1,5 +1,7 @@
 #include "PosixTimeZoneRule.h"
 
+#include <Foundation/Ascii.h>
+
 #include <algorithm>
 
 #include "CivilDays.h"
@@ -32,7 +34,7 @@ class RuleReader {
     std::optional<int> number(int lowest, int highest) {
         int value = 0;
         std::size_t length = 0;
-        for (; length < rest_.size() && isDigit(rest_[length]); ++length) {
+        for (; length < rest_.size() && isAsciiDigit(rest_[length]); ++length) {
             if (length == 3) return std::nullopt;
             value = value * 10 + (rest_[length] - '0');
         }
@@ -90,10 +92,9 @@ class RuleReader {
     bool atOffset() const { return !rest_.empty() && rest_.front() != ','; }
 
   private:
-    static bool isDigit(char c) { return c >= '0' && c <= '9'; }
     static bool isNameCharacter(char c, bool quoted) {
-        if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')) return true;
-        return quoted && (isDigit(c) || c == '+' || c == '-');
+        if (isAsciiLetter(c)) return true;
+        return quoted && (isAsciiDigit(c) || c == '+' || c == '-');
     }
     std::string_view rest_;
 };
