@@ -30,6 +30,22 @@ std::vector<std::string> toWatch(CommandContext& context, platform::EKEntityType
 
 }  // namespace
 
+std::filesystem::path realPath(const std::filesystem::path& path) {
+    std::error_code error;
+    auto real = std::filesystem::canonical(path, error);
+    return error ? path : real;
+}
+
+bool isTooWide(const platform::Environment& environment, const std::filesystem::path& location) {
+    const auto real = realPath(location);
+    const auto home = realPath(environment.homeDirectory);
+    return real == real.root_path() || std::ranges::mismatch(real, home).in1 == real.end();
+}
+
+std::string tooWideText(const platform::Environment& environment, const std::filesystem::path& location) {
+    return location.string() + ": " + companionText(environment, "Location.tooWide");
+}
+
 void addMissing(std::vector<std::string>& texts, const std::vector<std::string>& more) {
     for (const auto& text : more) {
         if (std::find(texts.begin(), texts.end(), text) == texts.end()) {
@@ -85,6 +101,8 @@ AddedAccount addAccount(CommandContext& context, platform::Account account, bool
         if (!written) failAccountsWrite(context);
         return result;
     }
+    if (isTooWide(*context.environment(), account.location))
+        throw CommandFailure(ExitCode::failed, tooWideText(*context.environment(), account.location));
     account.name = uniqueAccountName(account.name, existing);
     AddedAccount result{account, examineLocation(*context.environment(), account), false};
     if (!result.examination.refusal.empty()) {

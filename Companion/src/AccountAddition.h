@@ -25,6 +25,13 @@ std::string uniqueAccountName(const std::string& name, const std::vector<platfor
 /// Whether both read the same things from the same place.
 bool isSameAccount(const platform::Account& a, const platform::Account& b);
 
+/// Without symbolic links; as it is where they cannot be resolved.
+std::filesystem::path realPath(const std::filesystem::path& path);
+
+/// Whether the location is the home folder or one around it: too much to read, and nobody's calendar folder.
+bool isTooWide(const platform::Environment& environment, const std::filesystem::path& location);
+std::string tooWideText(const platform::Environment& environment, const std::filesystem::path& location);
+
 /// Appends those texts that are not there yet.
 void addMissing(std::vector<std::string>& texts, const std::vector<std::string>& more);
 

@@ -26,12 +26,19 @@ TEST_F(BadInput, AWrongLocationIsRefusedByName) {
                                                                {"pipe", 1, "neither a file nor a folder"},
                                                                {"empty", 3, "no .ics or .vcf files"}};
     home.write("caf\xE9/a.ics", good);
+    const std::pair<std::string, std::string> refusedByBoth[] = {
+        {home / "caf\xE9", "caf\uFFFD: the name is not valid UTF-8"},
+        {"/", "/: too wide; name the folders"},
+        {home.path().parent_path(), "too wide"},
+        {home.path(), "too wide"}};
     for (const Arguments& adding : {Arguments{"setup"}, Arguments{"accounts", "add"}}) {
-        auto arguments = adding;
-        arguments.push_back((home / "caf\xE9").string());
-        const auto outcome = companion(arguments);
-        EXPECT_EQ(outcome.exitCode, 1);
-        EXPECT_THAT(outcome.err, HasSubstr("caf\uFFFD: the name is not valid UTF-8"));
+        for (const auto& [location, message] : refusedByBoth) {
+            auto arguments = adding;
+            arguments.push_back(location);
+            const auto outcome = companion(arguments);
+            EXPECT_EQ(outcome.exitCode, 1) << location;
+            EXPECT_THAT(outcome.err, HasSubstr(message));
+        }
     }
     for (const auto& [location, exitCode, message] : cases) {
         const auto outcome = companion({"setup", (home / location).string()});

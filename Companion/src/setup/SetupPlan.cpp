@@ -18,12 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 using platform::Account;
 
-fs::path realPath(const fs::path& path) {
-    std::error_code error;
-    auto real = fs::canonical(path, error);
-    return error ? path : real;
-}
-
 bool isBelow(const fs::path& path, const fs::path& folder) {
     return path.native().starts_with(folder.native() + "/");
 }
@@ -84,18 +78,11 @@ class Planner {
         return std::move(found.collections);
     }
 
-    /// The home folder as a whole, or one around it, is nobody's calendar folder.
-    bool isTooWide(const fs::path& location) const {
-        const fs::path home = realPath(context_.environment()->homeDirectory);
-        const fs::path real = realPath(location);
-        return real == home || real == real.root_path() || isBelow(home, real);
-    }
-
     /// Wider ones first, so that what lies in them is found to be part of them.
     std::vector<Examined> examinedFor(Account::Contents contents) const {
         std::vector<Examined> all;
         for (const auto& candidate : candidates_) {
-            if (isTooWide(candidate.location)) continue;
+            if (isTooWide(*context_.environment(), candidate.location)) continue;
             auto collections = collectionsOf(candidate.location, contents);
             if (!collections.empty()) all.push_back({&candidate, std::move(collections)});
         }
@@ -215,9 +202,9 @@ class Planner {
 
     void refuse(const LocationCandidate& candidate) {
         const std::string& name = candidate.location.native();
-        if (isTooWide(candidate.location)) {
-            plan_.refusals.emplace_back(
-                ExitCode::failed, name + ": " + companionText(*context_.environment(), "Location.tooWide"));
+        if (isTooWide(*context_.environment(), candidate.location)) {
+            plan_.refusals.emplace_back(ExitCode::failed,
+                                        tooWideText(*context_.environment(), candidate.location));
             return;
         }
         const auto known = std::ranges::find_if(existing_, [&](const Account& one) {
