@@ -6,9 +6,7 @@
 #include <atomic>
 #include <chrono>
 #include <filesystem>
-#include <functional>
 #include <future>
-#include <set>
 #include <thread>
 
 #include <sys/stat.h>

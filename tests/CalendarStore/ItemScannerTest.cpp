@@ -6,7 +6,6 @@
 #include <ItemScanner.h>
 
 #include <algorithm>
-#include <functional>
 
 namespace {
 

@@ -7,10 +7,7 @@
 #include <libical/ical.h>
 
 #include <algorithm>
-#include <memory>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 namespace platform {
 namespace {

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <string>
-#include <vector>
 
 namespace platform {
 namespace {

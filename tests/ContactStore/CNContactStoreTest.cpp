@@ -1,14 +1,12 @@
 #include <ContactStore/CNContactStore.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <support/TestEnvironment.h>
 #include <support/Threads.h>
 
 #include <sys/stat.h>
 #include <chrono>
 #include <thread>
-#include <tuple>
 
 namespace platform {
 namespace {

@@ -8,8 +8,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <map>
-#include <tuple>
 
 using namespace platform;
 

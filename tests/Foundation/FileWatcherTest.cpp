@@ -7,7 +7,6 @@
 #include <condition_variable>
 #include <fstream>
 #include <mutex>
-#include <set>
 
 using namespace platform;
 namespace fs = std::filesystem;

@@ -1,13 +1,8 @@
 #include <Foundation/FormatEngines.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <limits>
-#include <string>
 #include <thread>
-#include <tuple>
-#include <vector>
 
 namespace platform {
 namespace {

@@ -2,11 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <string_view>
-#include <tuple>
-#include <vector>
-
 namespace platform {
 namespace {
 

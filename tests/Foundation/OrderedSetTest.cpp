@@ -3,9 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace platform {
 namespace {

@@ -1,12 +1,9 @@
 #include <Foundation/RegularExpression.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <support/Threads.h>
 
 #include <atomic>
-#include <string>
-#include <vector>
 
 namespace platform {
 namespace {

@@ -1,8 +1,6 @@
 #include <Foundation/TextColumns.h>
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 namespace {
 
 TEST(TextColumns, WideLettersAndEmojiTakeTwo) {

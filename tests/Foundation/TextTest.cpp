@@ -1,9 +1,6 @@
 #include <Foundation/Text.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <string>
 
 namespace platform {
 namespace {

@@ -9,11 +9,6 @@
 #include <ctime>
 #include <fstream>
 #include <iterator>
-#include <limits>
-#include <string>
-#include <string_view>
-#include <tuple>
-#include <vector>
 
 #include "support/TemporaryDirectory.h"
 

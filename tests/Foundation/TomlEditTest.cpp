@@ -1,8 +1,6 @@
 #include <Foundation/TomlEdit.h>
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 namespace {
 
 using platform::PropertyArray;

@@ -6,14 +6,9 @@
 #include <support/TestEnvironment.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <support/Threads.h>
 
 #include <atomic>
-#include <cstdint>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace {
 

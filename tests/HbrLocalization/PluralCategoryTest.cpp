@@ -1,8 +1,6 @@
 #include <HbrLocalization/PluralCategory.h>
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 namespace hbr {
 namespace {
 

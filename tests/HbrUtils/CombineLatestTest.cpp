@@ -1,11 +1,7 @@
 #include <HbrUtils/CombineLatest.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <support/Threads.h>
-
-#include <string>
-#include <vector>
 
 namespace {
 

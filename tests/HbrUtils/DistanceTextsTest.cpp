@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include <support/TextEnvironment.h>
 
 namespace hbr {

@@ -5,10 +5,6 @@
 #include <gtest/gtest.h>
 #include <support/Threads.h>
 
-#include <string>
-#include <tuple>
-#include <vector>
-
 #include <support/TextEnvironment.h>
 
 namespace hbr {

@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
-#include <vector>
-
 namespace {
 
 using namespace hbr;

@@ -6,10 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <tuple>
-#include <utility>
-
 namespace {
 
 using namespace hbr;

@@ -4,9 +4,6 @@
 #include <gtest/gtest.h>
 #include <support/TestEnvironment.h>
 
-#include <string>
-#include <vector>
-
 namespace {
 
 using namespace hbr;

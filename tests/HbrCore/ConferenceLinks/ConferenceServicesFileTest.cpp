@@ -9,9 +9,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <string>
 #include <thread>
-#include <vector>
 
 namespace {
 

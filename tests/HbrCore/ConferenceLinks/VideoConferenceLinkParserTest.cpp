@@ -5,12 +5,9 @@
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
 #include <HbrCore/ConferenceLinks/OutlookSafeLinks.h>
 #include <support/TestEnvironment.h>
+#include <support/Threads.h>
 
 #include <gtest/gtest.h>
-
-#include <string>
-#include <thread>
-#include <vector>
 
 namespace {
 
@@ -76,33 +73,21 @@ TEST_F(Parser, FindsEachLinkOnceInTheOrderOfTheText) {
 
 TEST(ParserWithServicesOfTheUser, TakesTheFirstServiceWhosePatternMatches) {
     // Patterns of every construction, each on every URL, against a plain search in the order of the list.
-    const std::vector<std::string> patterns = {"(?i)CALL\\.EXAMPLE",
-                                               "CALL\\.EXAMPLE",
-                                               "call\\.exam(ple)?/x",
-                                               "https?://one\\.(a|b)\\.org",
-                                               "(two|2)\\.example",
-                                               "one|three\\.example",
-                                               "[\\c]/]four.example",
-                                               "[^]]five\\.example",
-                                               "x?si{0}x\\.example",
-                                               "seven+\\.example",
-                                               "(?:eight)*\\.example$",
-                                               "\\Qnine.\\E?",
-                                               "(?=ten)ten\\.",
-                                               "(?!ten)[a-z]+\\.ten",
-                                               "[[a-e]&&[d-z]]leven\\.",
-                                               "\\u0074welve",
-                                               "thirteen(?#note)\\.",
-                                               "((((fourteen))))",
-                                               "fift{1,}een{2}?\\.",
-                                               "sixteen\\.(example|test)/(a|bc)/x",
-                                               "ü",
-                                               "bücher",
-                                               "%c3%bc",
-                                               "a**",
-                                               "(",
-                                               ".*/join/[0-9]{3}",
-                                               ""};
+    std::vector<std::string> patterns = platform::words(R"re(
+        (?i)CALL\.EXAMPLE CALL\.EXAMPLE call\.exam(ple)?/x https?://one\.(a|b)\.org (two|2)\.example
+        one|three\.example [\c]/]four.example [^]]five\.example x?si{0}x\.example seven+\.example
+        (?:eight)*\.example$ \Qnine.\E? (?=ten)ten\. (?!ten)[a-z]+\.ten [[a-e]&&[d-z]]leven\. \u0074welve
+        thirteen(?#note)\. ((((fourteen)))) fift{1,}een{2}?\. sixteen\.(example|test)/(a|bc)/x ü bücher
+        %c3%bc a** ( .*/join/[0-9]{3})re");
+    patterns.emplace_back();
+    const auto texts = platform::words(R"(
+        https://call.example/x https://CALL.EXAMPLE/X https://call.exam/x https://one.a.org
+        https://2.example https://three.example https://four.example https://four-example.org/a
+        https://x.five.example https://s.example/six.example https://sevennn.example https://seve.example
+        https://a.example/eight.example https://nine.example https://ten.ten https://eleven.dleven.org
+        https://twelve.org https://thirteen.org https://fourteen.org https://fiftttee.org/fifteenn.x
+        https://sixteen.test/bc/x https://bücher.de https://example.org/join/123 mailto:ann@example.org
+        https://zoom.us/j/1)");
     test::TestEnvironment world;
     std::vector<VideoConferenceService> services;
     for (std::size_t i = 0; i < patterns.size(); ++i)
@@ -114,32 +99,7 @@ TEST(ParserWithServicesOfTheUser, TakesTheFirstServiceWhosePatternMatches) {
         world.home.write("data/heedbanner/ConferenceServices.plist",
                          platform::writeXmlPropertyList(encodeServices(list)));
         const VideoConferenceLinkParser parser(world.ref());
-        for (const std::string_view text : {"https://call.example/x",
-                                            "https://CALL.EXAMPLE/X",
-                                            "https://call.exam/x",
-                                            "https://one.a.org",
-                                            "https://2.example",
-                                            "https://three.example",
-                                            "https://four.example",
-                                            "https://four-example.org/a",
-                                            "https://x.five.example",
-                                            "https://s.example/six.example",
-                                            "https://sevennn.example",
-                                            "https://seve.example",
-                                            "https://a.example/eight.example",
-                                            "https://nine.example",
-                                            "https://ten.ten",
-                                            "https://eleven.dleven.org",
-                                            "https://twelve.org",
-                                            "https://thirteen.org",
-                                            "https://fourteen.org",
-                                            "https://fiftttee.org/fifteenn.x",
-                                            "https://sixteen.test/bc/x",
-                                            "https://b\xC3\xBC"
-                                            "cher.de",
-                                            "https://example.org/join/123",
-                                            "mailto:ann@example.org",
-                                            "https://zoom.us/j/1"}) {
+        for (const auto& text : texts) {
             const auto link = platform::Url::parse(text).value();
             std::string expected;
             for (const auto& service : parser.services()) {
@@ -185,35 +145,31 @@ TEST_F(Parser, TakesTextsThatAreNoText) {
 }
 
 TEST_F(Parser, AnswersManyThreadsAlike) {
-    std::vector<std::jthread> threads;
-    for (int thread = 0; thread < 4; ++thread) {
-        threads.emplace_back([this] {
-            for (int i = 0; i < 300; ++i) {
-                const auto text = "https://zoom.us/j/" + std::to_string(i % 50);
-                const auto links = parser_.parse(text);
-                ASSERT_EQ(links.size(), 1U);
-                ASSERT_EQ(links[0].url.absoluteString(), text);
-            }
-        });
-    }
+    test::onThreads(4, [this](int) {
+        for (int i = 0; i < 300; ++i) {
+            const auto link = "https://zoom.us/j/" + std::to_string(i % 50);
+            ASSERT_EQ(found(link), std::vector{"zoom " + link});
+        }
+    });
 }
 
 TEST_F(Parser, NativeUrlsOfZoomAndTeams) {
-    const auto native = [&](const VideoConferenceService& service, std::string_view text) {
-        const auto result = parser_.nativeUrl({service, url(text)});
-        return result ? result->absoluteString() : "none";
-    };
     const auto& zoom = VideoConferenceService::zoom();
     const auto& teams = VideoConferenceService::microsoftTeams();
-    EXPECT_EQ(native(zoom, "https://us02web.zoom.us/j/123456789?pwd=abc"),
-              "zoommtg://us02web.zoom.us/join?confno=123456789&pwd=abc");
-    EXPECT_EQ(native(zoom, "https://zoom.us/j/123"), "zoommtg://zoom.us/join?confno=123");
-    EXPECT_EQ(native(zoom, "https://zoom.us/my/ann/?pwd=a%2Bb"), "zoommtg://zoom.us/join?confno=ann&pwd=a+b");
-    EXPECT_EQ(native(zoom, "zoom:123"), "none");
-    EXPECT_EQ(native(teams, "https://teams.microsoft.com/l/meetup-join/19%3a/0?x=1"),
-              "msteams:/l/meetup-join/19%3a/0?x=1");
-    EXPECT_EQ(native(teams, safeLink), "msteams:/l/meetup-join/19%3ameeting/0");
-    EXPECT_EQ(native(VideoConferenceService::zoomNative(), "zoommtg://zoom.us/join?confno=1"), "none");
+    const std::tuple<VideoConferenceService, std::string, const char*> cases[] = {
+        {zoom, "https://us02web.zoom.us/j/123456789?pwd=abc",
+         "zoommtg://us02web.zoom.us/join?confno=123456789&pwd=abc"},
+        {zoom, "https://zoom.us/j/123", "zoommtg://zoom.us/join?confno=123"},
+        {zoom, "https://zoom.us/my/ann/?pwd=a%2Bb", "zoommtg://zoom.us/join?confno=ann&pwd=a+b"},
+        {zoom, "zoom:123", "none"},
+        {teams, "https://teams.microsoft.com/l/meetup-join/19%3a/0?x=1",
+         "msteams:/l/meetup-join/19%3a/0?x=1"},
+        {teams, safeLink, "msteams:/l/meetup-join/19%3ameeting/0"},
+        {VideoConferenceService::zoomNative(), "zoommtg://zoom.us/join?confno=1", "none"}};
+    for (const auto& [service, page, native] : cases) {
+        const auto result = parser_.nativeUrl({service, url(page)});
+        EXPECT_EQ(result ? result->absoluteString() : "none", native) << page;
+    }
 }
 
 TEST(VideoConferenceLink, LetsTheUserPickTheGoogleAccount) {

@@ -3,8 +3,6 @@
 #include <HbrCore/Events/EventLookup.h>
 #include <gmock/gmock.h>
 
-#include <set>
-
 namespace {
 
 using namespace hbr;

@@ -4,10 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <string>
-#include <string_view>
-#include <vector>
-
 namespace {
 
 using namespace hbr;

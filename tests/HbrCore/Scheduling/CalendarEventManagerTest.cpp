@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <map>
 #include <semaphore>
 #include <thread>
 
