@@ -2,66 +2,103 @@
 
 #include <Foundation/PropertyList.h>
 
-#include <fcntl.h>
-#include <poll.h>
-#include <spawn.h>
-#include <sys/syscall.h>
-#include <sys/wait.h>
-#include <unistd.h>
-#include <csignal>
+#include <gmock/gmock.h>
+#include <support/desktop/ChildProcess.h>
 
-extern char** environ;
+#include <fcntl.h>
+#include <csignal>
 
 namespace test {
 
 namespace {
 
-std::vector<char*> pointers(std::vector<std::string>& texts) {
-    std::vector<char*> result;
-    for (auto& text : texts)
-        result.push_back(text.data());
-    result.push_back(nullptr);
-    return result;
-}
-
-/// False when the process is still there after `milliseconds`.
-bool waitFor(pid_t process, int milliseconds) {
-    const int handle = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
-    if (handle < 0) return false;
-    pollfd ended{handle, POLLIN, 0};
-    const bool hasEnded = poll(&ended, 1, milliseconds) == 1;
-    close(handle);
-    return hasEnded;
+/// The value at the path, as JSON writes it but a string bare; "none" where there is nothing.
+std::string textOf(const platform::JsonValue* value) {
+    if (!value) return "none";
+    return value->asString() ? *value->asString() : writeJson(*value);
 }
 
 }  // namespace
+
+std::string valueAt(const platform::JsonValue& json, std::string_view path) {
+    const auto slash = path.find('/');
+    const std::string step(path.substr(0, slash));
+    const platform::JsonValue* next = json.find(step);
+    if (const auto* list = json.asArray()) {
+        const auto index = step == "last" ? list->size() - 1 : std::stoul(step);
+        next = index < list->size() ? &(*list)[index] : nullptr;
+    }
+    if (!next || slash == std::string_view::npos) return textOf(next);
+    return valueAt(*next, path.substr(slash + 1));
+}
+
+std::vector<std::string> valuesAt(const platform::JsonValue& json, std::string_view path) {
+    std::vector<std::string> values;
+    for (const auto& one : *json.asArray())
+        values.push_back(valueAt(one, path));
+    return values;
+}
+
+Journey::Arguments Journey::words(std::string_view command) const {
+    Arguments words;
+    for (std::size_t at = 0; (at = command.find_first_not_of(' ', at)) != std::string_view::npos;) {
+        const bool isQuoted = command[at] == '\'';
+        const auto end = command.find(isQuoted ? '\'' : ' ', at + 1);
+        std::string word(command.substr(at, end - at));
+        if (isQuoted) word.erase(0, 1);
+        if (word.starts_with("~/")) word.replace(0, 1, home.path().string());
+        words.push_back(std::move(word));
+        if (end == std::string_view::npos) break;
+        at = end + 1;
+    }
+    return words;
+}
+
+Outcome Journey::type(std::string_view command) {
+    auto arguments = words(command);
+    std::string program = "heedbanner";
+    if (!arguments.empty() && arguments.front().starts_with("heedbanner-")) {
+        program = arguments.front();
+        arguments.erase(arguments.begin());
+    }
+    if (!currentTime.empty() && command.find("--now ") == std::string_view::npos)
+        arguments.insert(std::ranges::find(arguments, "--"), {"--now", currentTime});
+    return run(program, arguments);
+}
+
+Outcome Journey::expect(std::string_view command, int exitCode, const std::vector<std::string>& texts) {
+    SCOPED_TRACE(command);
+    const Outcome outcome = type(command);
+    EXPECT_EQ(outcome.exitCode, exitCode) << outcome.out << outcome.err;
+    if (exitCode > 1) {
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_THAT(outcome.err, testing::StartsWith("heedbanner"));
+    }
+    const std::string said = outcome.out + outcome.err;
+    for (const auto& text : texts) {
+        if (text.starts_with('=')) {
+            EXPECT_EQ(said, text.substr(1));
+        } else if (text.starts_with('!')) {
+            EXPECT_THAT(said, testing::Not(testing::HasSubstr(text.substr(1))));
+        } else {
+            EXPECT_THAT(said, testing::HasSubstr(text));
+        }
+    }
+    return outcome;
+}
+
+void Journey::expectEach(const std::vector<Step>& steps) {
+    for (const auto& [command, exitCode, texts] : steps)
+        expect(command, exitCode, texts);
+}
 
 Journey::Started Journey::start(const std::string& program, const Arguments& arguments) {
     const std::string number = std::to_string(++count_);
     Started started{-1, home / ("out-" + number), home / ("err-" + number)};
 
-    std::map<std::string, std::string> values;
-    for (char** entry = environ; *entry; ++entry) {
-        // Of the tester's own environment only what the sanitizers want.
-        const std::string_view text(*entry);
-        const auto name = text.substr(0, text.find('='));
-        if (name.ends_with("SAN_OPTIONS")) values[std::string(name)] = text.substr(name.size() + 1);
-    }
-    values["HOME"] = home.path();
-    values["PATH"] = "/usr/bin:/bin";
-    values["XDG_CONFIG_HOME"] = home / "config";
-    values["XDG_DATA_HOME"] = home / "data";
-    values["XDG_CACHE_HOME"] = home / "cache";
-    values["XDG_STATE_HOME"] = home / "state";
-    values["TMPDIR"] = home / "tmp";
-    values["LANG"] = "C.UTF-8";
-    std::filesystem::create_directories(home / "tmp");
+    Variables values = variablesFor(home);
     for (const auto& [name, value] : variables)
         values[name] = value;
-
-    std::vector<std::string> environment;
-    for (const auto& [name, value] : values)
-        environment.push_back(name + "=" + value);
     std::vector<std::string> command = {(std::filesystem::path(PROGRAMS) / program).string()};
     command.insert(command.end(), arguments.begin(), arguments.end());
 
@@ -70,27 +107,22 @@ Journey::Started Journey::start(const std::string& program, const Arguments& arg
     posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 1, started.out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     posix_spawn_file_actions_addopen(&actions, 2, started.err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    const int failed = posix_spawn(&started.process, command[0].c_str(), &actions, nullptr,
-                                   pointers(command).data(), pointers(environment).data());
+    const auto process = spawned(command, values, actions);
     posix_spawn_file_actions_destroy(&actions);
-    if (failed != 0) {
-        started.process = -1;
-        ADD_FAILURE() << command[0] << " could not be started";
-    }
+    if (!process) ADD_FAILURE() << command[0] << " could not be started";
+    started.process = process.value_or(-1);
     return started;
 }
 
 Outcome Journey::finish(const Started& started) {
     if (started.process < 0) return {};
-    constexpr int patience = 60'000;
-    if (!waitFor(started.process, patience)) {
+    auto status = statusOf(started.process, ChildProcess::patience);
+    if (!status) {
         kill(started.process, SIGKILL);
         ADD_FAILURE() << "a program did not end";
+        status = statusOf(started.process, ChildProcess::patience);
     }
-    int status = 0;
-    waitpid(started.process, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), readFile(started.out),
-            readFile(started.err)};
+    return {status.value_or(-1), readFile(started.out), readFile(started.err)};
 }
 
 Outcome Journey::run(const std::string& program, const Arguments& arguments) {

@@ -29,6 +29,23 @@ class Journey : public ::testing::Test {
     Outcome run(const std::string& program, const Arguments& arguments);
     Outcome companion(const Arguments& arguments) { return run("heedbanner", arguments); }
     Outcome widgets(const Arguments& arguments) { return run("heedbanner-widgets", arguments); }
+    /// Runs a command line as it is typed: blanks part the words, 'quotes' keep them together, "~/" is the
+    /// home, and the program is `heedbanner` where no other one is named. `currentTime` is its clock.
+    Outcome type(std::string_view command);
+    /// Types it and looks for each text in what it prints; after "!" for what must not be there, after "="
+    /// for all of it. A refusal (exit code above 1) prints messages only.
+    Outcome expect(std::string_view command, int exitCode, const std::vector<std::string>& texts = {});
+    Outcome expect(std::string_view command, const std::vector<std::string>& texts = {}) {
+        return expect(command, 0, texts);
+    }
+    struct Step {
+        std::string command;
+        int exitCode = 0;
+        std::vector<std::string> texts = {};
+    };
+    void expectEach(const std::vector<Step>& steps);
+    /// What it prints, as JSON.
+    platform::JsonValue ask(std::string_view command) { return json(type(std::string(command) + " --json")); }
     /// Runs several at the same time.
     std::vector<Outcome> runTogether(const std::vector<std::pair<std::string, Arguments>>& programs);
 
@@ -59,15 +76,25 @@ class Journey : public ::testing::Test {
     void writeSettings(std::string_view name, const platform::PropertyDictionary& values) const;
 
     TemporaryDirectory home;
+    /// RFC 3339; without it the clock of the machine.
+    std::string currentTime;
     /// Added to the environment, or replacing parts of it.
     std::map<std::string, std::string> variables = {{"TZ", "Europe/Berlin"}};
 
   private:
+    Arguments words(std::string_view command) const;
+
     int count_ = 0;
 };
 
 inline const std::string sharedSettings = "group.com.quietlark.hbr.plist";
 inline const std::string standardSettings = "com.quietlark.hbr.plist";
+
+/// The value at a path such as "0/event/title" ("last" for the last of a list): a string bare, anything else
+/// as JSON, "none" where there is nothing.
+std::string valueAt(const platform::JsonValue& json, std::string_view path);
+/// That of each in a list.
+std::vector<std::string> valuesAt(const platform::JsonValue& json, std::string_view path);
 
 /// A calendar of one event; `lines` are added to it.
 std::string oneEvent(std::string_view title, std::string_view start, std::string_view end,

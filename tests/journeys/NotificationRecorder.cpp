@@ -67,7 +67,6 @@ struct NotificationRecorder::State {
         one.summary = summary;
         one.body = body;
         one.urgency = old == self.shown.end() ? urgency : old->urgency;
-        one.updates = old == self.shown.end() ? 0 : old->updates + 1;
         for (std::size_t i = 0; actions[i] && actions[i + 1]; i += 2) {
             one.actions.emplace_back(actions[i]);
             one.labels.emplace_back(actions[i + 1]);

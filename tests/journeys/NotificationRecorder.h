@@ -22,7 +22,6 @@ class NotificationRecorder {
         std::vector<std::string> labels;
         /// 0 low, 1 normal, 2 critical; of the first words.
         int urgency = -1;
-        int updates = 0;
         bool isClosed = false;
     };
     const std::vector<Notification>& shown() const;

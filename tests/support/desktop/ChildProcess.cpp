@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <algorithm>
+#include <cctype>
 #include <chrono>
 #include <csignal>
 #include <stdexcept>
@@ -30,16 +31,7 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
     return result;
 }
 
-}  // namespace
-
-double secondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
-void pauseBriefly() {
-    std::this_thread::sleep_for(std::chrono::milliseconds(15));
-}
-
+/// Those of the tester's own that sanitizers want.
 Variables sanitizerVariables() {
     Variables variables;
     for (char** entry = environ; *entry; ++entry) {
@@ -50,12 +42,59 @@ Variables sanitizerVariables() {
     return variables;
 }
 
-ChildProcess::ChildProcess(std::vector<std::string> command, const Variables& variables,
-                           const std::filesystem::path& errors)
-    : command_(std::move(command)), errors_(errors) {
+}  // namespace
+
+double secondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+void pauseBriefly() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(15));
+}
+
+Variables variablesFor(const TemporaryDirectory& home) {
+    Variables variables = sanitizerVariables();
+    variables["HOME"] = home.path();
+    variables["PATH"] = "/usr/bin:/bin";
+    for (const char* kind : {"CONFIG", "DATA", "CACHE", "STATE"}) {
+        std::string folder = kind;
+        std::ranges::transform(folder, folder.begin(), [](unsigned char c) { return std::tolower(c); });
+        variables["XDG_" + std::string(kind) + "_HOME"] = home / folder;
+    }
+    variables["TMPDIR"] = home / "tmp";
+    variables["LANG"] = "C.UTF-8";
+    variables["TZ"] = "Europe/Berlin";
+    std::filesystem::create_directories(home / "tmp");
+    return variables;
+}
+
+std::optional<pid_t> spawned(std::vector<std::string> command, const Variables& variables,
+                             const posix_spawn_file_actions_t& files) {
     std::vector<std::string> environment;
     for (const auto& [name, value] : variables)
         environment.push_back(name + "=" + value);
+    pid_t process = -1;
+    if (posix_spawnp(&process, command[0].c_str(), &files, nullptr, pointers(command).data(),
+                     pointers(environment).data()) != 0)
+        return std::nullopt;
+    return process;
+}
+
+std::optional<int> statusOf(pid_t process, double seconds) {
+    const int handle = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
+    if (handle < 0) return std::nullopt;
+    pollfd ended{handle, POLLIN, 0};
+    const bool hasEnded = poll(&ended, 1, static_cast<int>(seconds * 1000)) == 1;
+    close(handle);
+    if (!hasEnded) return std::nullopt;
+    int status = 0;
+    waitpid(process, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+ChildProcess::ChildProcess(std::vector<std::string> command, const Variables& variables,
+                           const std::filesystem::path& errors)
+    : command_(std::move(command)), errors_(errors) {
     // A write to a program that has ended is no reason to end too.
     std::signal(SIGPIPE, SIG_IGN);
     int toChild[2], fromChild[2];
@@ -66,15 +105,14 @@ ChildProcess::ChildProcess(std::vector<std::string> command, const Variables& va
     posix_spawn_file_actions_adddup2(&actions, toChild[0], 0);
     posix_spawn_file_actions_adddup2(&actions, fromChild[1], 1);
     posix_spawn_file_actions_addopen(&actions, 2, errors_.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
-    auto arguments = command_;
-    const int failed = posix_spawnp(&pid_, command_[0].c_str(), &actions, nullptr, pointers(arguments).data(),
-                                    pointers(environment).data());
+    const auto process = spawned(command_, variables, actions);
     posix_spawn_file_actions_destroy(&actions);
     close(toChild[0]);
     close(fromChild[1]);
     input_ = toChild[1];
     output_ = fromChild[0];
-    if (failed != 0) throw std::runtime_error(command_[0] + " could not be started");
+    if (!process) throw std::runtime_error(command_[0] + " could not be started");
+    pid_ = *process;
 }
 
 ChildProcess::~ChildProcess() {
@@ -130,16 +168,7 @@ void ChildProcess::order(const std::string& line) {
 }
 
 std::optional<int> ChildProcess::reap(double seconds) {
-    if (status_) return status_;
-    const int handle = static_cast<int>(syscall(SYS_pidfd_open, pid_, 0));
-    if (handle < 0) return std::nullopt;
-    pollfd ended{handle, POLLIN, 0};
-    const bool hasEnded = poll(&ended, 1, static_cast<int>(seconds * 1000)) == 1;
-    close(handle);
-    if (!hasEnded) return std::nullopt;
-    int status = 0;
-    waitpid(pid_, &status, 0);
-    status_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    if (!status_) status_ = statusOf(pid_, seconds);
     return status_;
 }
 
@@ -150,10 +179,6 @@ int ChildProcess::end(double seconds) {
     ADD_FAILURE() << command_[0] << " did not end";
     kill(pid_, SIGKILL);
     return reap(patience).value_or(-1);
-}
-
-bool ChildProcess::isRunning() {
-    return !reap(0);
 }
 
 std::string ChildProcess::errors() const {

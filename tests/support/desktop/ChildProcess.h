@@ -1,5 +1,7 @@
 #pragma once
 
+#include <spawn.h>
+#include <support/TemporaryDirectory.h>
 #include <sys/types.h>
 #include <filesystem>
 #include <map>
@@ -12,8 +14,14 @@ namespace test {
 
 using Variables = std::map<std::string, std::string>;
 
-/// Those of the tester's own that sanitizers want.
-Variables sanitizerVariables();
+/// The whole environment of a program in a home of its own, in Berlin; of the tester's environment only what
+/// sanitizers want.
+Variables variablesFor(const TemporaryDirectory& home);
+
+std::optional<pid_t> spawned(std::vector<std::string> command, const Variables& variables,
+                             const posix_spawn_file_actions_t& files);
+/// Waits for the end of a child: its exit code, or 128 + signal. Nothing when it still runs after `seconds`.
+std::optional<int> statusOf(pid_t process, double seconds);
 
 /// A program with a pipe to its input and from its output; its errors go to a file. Asked to end, then
 /// killed, when destroyed.
@@ -36,8 +44,6 @@ class ChildProcess {
     void order(const std::string& line);
     /// Closes its input and waits; fails the test and kills it when it does not end. Exit code, 128 + signal.
     int end(double seconds = patience);
-    bool isRunning();
-    pid_t pid() const { return pid_; }
     std::string errors() const;
 
     /// A machine may be busy.

@@ -51,21 +51,12 @@ std::filesystem::path awaited(const std::filesystem::path& folder, std::string_v
 }  // namespace
 
 TestDesktop::TestDesktop() {
-    for (const char* folder : {"config", "data", "cache", "state", "tmp", "run"})
+    for (const char* folder : {"config", "data", "cache", "state", "run"})
         std::filesystem::create_directories(home_ / folder);
     std::filesystem::permissions(home_ / "run", std::filesystem::perms::owner_all);
-    variables = sanitizerVariables();
-    variables["HOME"] = home_.path();
-    variables["PATH"] = "/usr/bin:/bin";
-    variables["XDG_CONFIG_HOME"] = home_ / "config";
-    variables["XDG_DATA_HOME"] = home_ / "data";
-    variables["XDG_CACHE_HOME"] = home_ / "cache";
-    variables["XDG_STATE_HOME"] = home_ / "state";
+    variables = variablesFor(home_);
     variables["XDG_RUNTIME_DIR"] = home_ / "run";
     variables["XDG_DATA_DIRS"] = "/usr/share";
-    variables["TMPDIR"] = home_ / "tmp";
-    variables["LANG"] = "C.UTF-8";
-    variables["TZ"] = "Europe/Berlin";
     variables["GSETTINGS_BACKEND"] = "memory";
     variables["GIO_USE_VFS"] = "local";
     variables["FONTCONFIG_FILE"] = fontConfiguration(home_);

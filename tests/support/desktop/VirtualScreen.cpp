@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <stdexcept>
 
 namespace test {
@@ -64,15 +63,6 @@ int Picture::differences(const Picture& other, int tolerance) const {
     for (std::size_t i = 0; i < pixels.size(); ++i)
         count += isNear(pixels[i], other.pixels[i], tolerance) ? 0 : 1;
     return count;
-}
-
-void Picture::writePpm(const std::filesystem::path& file) const {
-    std::ofstream out(file, std::ios::binary);
-    out << "P6\n" << width << ' ' << height << "\n255\n";
-    for (const std::uint32_t pixel : pixels) {
-        for (const int shift : {16, 8, 0})
-            out.put(static_cast<char>((pixel >> shift) & 0xFF));
-    }
 }
 
 struct VirtualScreen::Connection {

@@ -25,8 +25,6 @@ struct Picture {
     Picture part(int x, int y, int partWidth, int partHeight) const;
     /// How many pixels differ by more than `tolerance` in a channel.
     int differences(const Picture& other, int tolerance = 8) const;
-    /// For looking at.
-    void writePpm(const std::filesystem::path& file) const;
 };
 
 /// Whether two colours differ by no more than `tolerance` in each channel.
