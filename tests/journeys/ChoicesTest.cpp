@@ -1,7 +1,5 @@
 #include "Journey.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -12,237 +10,169 @@
 namespace {
 
 using ::test::Journey;
-using ::testing::HasSubstr;
-using ::testing::Not;
 
 class Choices : public Journey {
   protected:
     void SetUp() override {
+        // A Wednesday, 10:50 in Berlin.
+        currentTime = "2026-11-25T09:50:00Z";
         home.write("cal/team.ics", test::oneEvent("Standup", "20261125T100000Z", "20261125T101500Z"));
         home.write("cal/lunch.ics", test::oneEvent("Lunch", "20261125T110000Z", "20261125T120000Z"));
-        ASSERT_EQ(companion({"setup", home / "cal"}).exitCode, 0);
+        expect("setup ~/cal");
     }
 
-    /// The texts of the upcoming widget at `now`.
-    std::string upcoming() {
-        return widgets({"render", "upcoming", "--family", "large", "--format", "text", "--now", now}).out;
-    }
-    std::multiset<std::string> remindersTitles() {
-        std::multiset<std::string> titles;
-        const auto list = json(companion({"reminders", "list", "--all", "--json"}));
-        for (const auto& one : *list.asArray())
-            titles.insert(*one.find("title")->asString());
-        return titles;
+    std::multiset<std::string> reminders() {
+        const auto titles = valuesAt(ask("reminders list --all"), "title");
+        return {titles.begin(), titles.end()};
     }
 
-    /// A Wednesday, 10:50 in Berlin.
-    const std::string now = "2026-11-25T09:50:00Z";
+    const std::string upcoming = "heedbanner-widgets render upcoming --family large --format text";
 };
 
 TEST_F(Choices, AnOwnReminderIsShownMovedAndGone) {
-    const auto made = companion({"remind", "Call", "Anna", "--at", "today", "15:00", "--now", now});
-    EXPECT_EQ(made.exitCode, 0) << made.err;
-    EXPECT_EQ(made.out, "Wednesday, November 25, 2026 at 3:00\u202FPM (in 4 hours): Call Anna\n");
-    EXPECT_THAT(upcoming(), HasSubstr("Call Anna"));
-    EXPECT_EQ(companion({"remind", "--in", "20m", "Tea", "--now", now}).exitCode, 0);
-
-    const auto moved = companion({"reminders", "edit", "anna", "--at", "tomorrow 9:00", "--now", now});
-    EXPECT_THAT(moved.out, HasSubstr("Thursday, November 26, 2026 at 9:00"));
+    expectEach({{"remind Call Anna --at today 15:00",
+                 0,
+                 {"=Wednesday, November 25, 2026 at 3:00\u202FPM (in 4 hours): Call Anna\n"}},
+                {upcoming, 0, {"Call Anna"}},
+                {"remind --in 20m Tea"},
+                {"reminders edit anna --at 'tomorrow 9:00'", 0, {"Thursday, November 26, 2026 at 9:00"}}});
     variables["LANG"] = "de_DE.UTF-8";
-    const auto german =
-        companion({"remind", "Anrufen", "--at", "übermorgen um 14 Uhr 30", "--lead", "10m", "--now", now});
-    EXPECT_THAT(german.out, HasSubstr("Freitag, 27. November 2026"));
+    expect("remind Anrufen --at 'übermorgen um 14 Uhr 30' --lead 10m", {"Freitag, 27. November 2026"});
     variables["LANG"] = "C.UTF-8";
-    const auto list = json(companion({"reminders", "list", "--json", "--now", now}));
-    ASSERT_EQ(list.asArray()->size(), 3u);
-    EXPECT_EQ(*list.asArray()->at(1).find("date")->asString(), "2026-11-26T08:00:00.000Z");
-    EXPECT_EQ(list.asArray()->at(2).find("timeOffsetSeconds")->asInteger(), 600);
-
-    const auto several = companion({"reminders", "remove", "a", "--now", now});
-    EXPECT_EQ(several.exitCode, 3);
-    EXPECT_THAT(several.err, HasSubstr("Tea"));
-    EXPECT_EQ(companion({"reminders", "remove", "anna", "tea", "nothing", "--now", now}).exitCode, 3);
-    EXPECT_EQ(companion({"reminders", "remove", "anna", "tea", "--now", now}).exitCode, 0);
-    EXPECT_EQ(remindersTitles(), std::multiset<std::string>{"Anrufen"});
+    const auto list = ask("reminders list");
+    EXPECT_EQ(list.asArray()->size(), 3u);
+    EXPECT_EQ(valueAt(list, "1/date"), "2026-11-26T08:00:00.000Z");
+    EXPECT_EQ(valueAt(list, "2/timeOffsetSeconds"), "600");
+    expectEach({{"reminders remove a", 3, {"Tea"}},
+                {"reminders remove anna tea nothing", 3},
+                {"reminders remove anna tea"}});
+    EXPECT_EQ(reminders(), std::multiset<std::string>{"Anrufen"});
 }
 
 TEST_F(Choices, AReminderThatWouldNeverComeIsNotMade) {
-    const std::pair<Arguments, const char*> cases[] = {
-        {{"remind", "X"}, "say when"},
-        {{"remind", "--in", "5m"}, "say what of"},
-        {{"remind", " ", "--in", "5m"}, "say what of"},
-        {{"remind", "X", "--at", "9:00"}, "today is past"},
-        {{"remind", "X", "--at", "12/1/2026", "8:00"}, "type 2026-12-01 or 2026-01-12"},
-        {{"remind", "X", "--at", "2026-11-25T09:49:59Z"}, "is past"},
-        {{"remind", "X", "--in", "5m", "--lead", "10m"}, "take a shorter lead"},
-        {{"remind", "X", "--in", "5m", "--at", "15:00"}, "--at"},
-        {{"remind", "X", "--in", "tomorrow 9:00"}, "no length of time"}};
-    for (const auto& [arguments, reason] : cases) {
-        auto command = arguments;
-        command.insert(command.end(), {"--now", now});
-        const auto refused = companion(command);
-        EXPECT_EQ(refused.exitCode, 2) << reason;
-        EXPECT_THAT(refused.err, HasSubstr(reason));
-        EXPECT_EQ(refused.out, "");
-    }
-    EXPECT_TRUE(remindersTitles().empty());
+    expectEach({{"remind X", 2, {"say when"}},
+                {"remind --in 5m", 2, {"say what of"}},
+                {"remind ' ' --in 5m", 2, {"say what of"}},
+                {"remind X --at 9:00", 2, {"today is past"}},
+                {"remind X --at 12/1/2026 8:00", 2, {"type 2026-12-01 or 2026-01-12"}},
+                {"remind X --at 2026-11-25T09:49:59Z", 2, {"is past"}},
+                {"remind X --in 5m --lead 10m", 2, {"take a shorter lead"}},
+                {"remind X --in 5m --at 15:00", 2, {"--at"}},
+                {"remind X --in 'tomorrow 9:00'", 2, {"no length of time"}}});
+    EXPECT_TRUE(reminders().empty());
 }
 
 TEST_F(Choices, ARuleIsTestedThenLeavesOutThenIsRemoved) {
-    const Arguments lunch = {"title", "begins with", "lun", "--ignore-case"};
-    const auto with = [&](Arguments start) {
-        start.insert(start.end(), lunch.begin(), lunch.end());
-        start.insert(start.end(), {"--now", now});
-        return start;
-    };
-    const auto tested = companion(with({"rules", "test"}));
-    EXPECT_THAT(tested.out, HasSubstr("Lunch"));
-    EXPECT_THAT(tested.err, HasSubstr("1 of 2"));
-    EXPECT_THAT(upcoming(), HasSubstr("Lunch"));
-    EXPECT_EQ(companion(with({"rules", "add"})).exitCode, 0);
-    EXPECT_THAT(companion(with({"rules", "add"})).out, HasSubstr("was there already"));
-    EXPECT_THAT(upcoming(), Not(HasSubstr("Lunch")));
-    EXPECT_THAT(upcoming(), HasSubstr("Standup"));
-    EXPECT_EQ(companion({"rules", "add", "date", "wed"}).exitCode, 0);
-    EXPECT_THAT(upcoming(), Not(HasSubstr("Standup")));
-    const auto rules = json(companion({"rules", "list", "--json"}));
-    ASSERT_EQ(rules.asArray()->size(), 2u);
-    EXPECT_EQ(*rules.asArray()->at(1).find("value")->asString(), "4");
-    EXPECT_EQ(companion({"rules", "remove", "2", "1"}).exitCode, 0);
-    EXPECT_THAT(upcoming(), HasSubstr("Lunch"));
-
-    const std::pair<Arguments, const char*> wrong[] = {
-        {{"titel", "contains", "x"}, "did you mean \"title\"?"},
-        {{"title", "startsWith", "x"}, "beginsWith"},
-        {{"title", "isOnDayOfWeek", "1"}, "no comparison for title"},
-        {{"date", "contains", "1"}, "\"contains\" is no day of the week"},
-        {{"date", "isOnDayOfWeek", "1,8"}, "\"8\" is no day of the week"},
-        {{"title", "contains", ""}, "the value is missing"},
-        {{"title", "matches", "(a"}, "would never match"}};
-    for (const auto& [arguments, reason] : wrong) {
-        auto command = arguments;
-        command.insert(command.begin(), {"rules", "add"});
-        const auto refused = companion(command);
-        EXPECT_EQ(refused.exitCode, 2) << reason;
-        EXPECT_THAT(refused.err, HasSubstr(reason));
-    }
+    const std::string lunch = " title 'begins with' lun --ignore-case";
+    expectEach({{"rules test" + lunch, 0, {"Lunch", "1 of 2"}},
+                {upcoming, 0, {"Lunch"}},
+                {"rules add" + lunch},
+                {"rules add" + lunch, 0, {"was there already"}},
+                {upcoming, 0, {"!Lunch", "Standup"}},
+                {"rules add date wed"},
+                {upcoming, 0, {"!Standup"}}});
+    EXPECT_EQ(valuesAt(ask("rules list"), "value"), (std::vector<std::string>{"lun", "4"}));
+    expectEach({{"rules remove 2 1"},
+                {upcoming, 0, {"Lunch"}},
+                {"rules add titel contains x", 2, {"did you mean \"title\"?"}},
+                {"rules add title startsWith x", 2, {"beginsWith"}},
+                {"rules add title isOnDayOfWeek 1", 2, {"no comparison for title"}},
+                {"rules add date contains 1", 2, {"\"contains\" is no day of the week"}},
+                {"rules add date isOnDayOfWeek 1,8", 2, {"\"8\" is no day of the week"}},
+                {"rules add title contains ''", 2, {"the value is missing"}},
+                {"rules add title matches (a", 2, {"would never match"}}});
 }
 
 TEST_F(Choices, AnEventHasSettingsOfItsOwnUntilTheyAreReset) {
+    const std::string start = "20261125T130000Z", end = "20261125T140000Z";
     home.write(
         "cal/call.ics",
-        test::oneEvent("Review", "20261125T130000Z", "20261125T140000Z",
+        test::oneEvent("Review", start, end,
                        "DESCRIPTION:https://zoom.us/j/111 or https://meet.google.com/abc-defg-hij\r\n"));
-    const auto event = [&](Arguments arguments) {
-        arguments.insert(arguments.begin(), "event");
-        arguments.insert(arguments.end(), {"--now", now});
-        return companion(arguments);
-    };
-    const auto shown = event({"show", "review"});
-    EXPECT_EQ(shown.exitCode, 0) << shown.err;
-    EXPECT_THAT(shown.out, HasSubstr("as for every event"));
-    EXPECT_THAT(shown.out, HasSubstr("none is chosen"));
-    EXPECT_THAT(shown.out, HasSubstr("2. Google Meet"));
-    EXPECT_THAT(shown.out, Not(HasSubstr("none is planned")));
-    home.write("cal/off.ics",
-               test::oneEvent("Called off", "20261125T130000Z", "20261125T140000Z", "STATUS:CANCELLED\r\n"));
-    EXPECT_THAT(event({"show", "called off"}).out, HasSubstr("none is planned: it was cancelled"));
-
-    EXPECT_EQ(event({"set", "review", "--link", "https"}).exitCode, 3);
-    EXPECT_EQ(event({"set", "review", "--link", "https://example.org"}).exitCode, 3);
-    EXPECT_EQ(event({"set", "review", "--lead", "25h"}).exitCode, 2);
-    EXPECT_EQ(event({"set", "review"}).exitCode, 2);
-    EXPECT_EQ(event({"set", "nothing", "--exclude"}).exitCode, 3);
-    const auto long_ = event({"set", "review", "--lead", "90m", "--link", "meet"});
-    EXPECT_EQ(long_.exitCode, 0) << long_.err;
-    EXPECT_THAT(long_.err, HasSubstr("over an hour"));
-    const auto record = json(event({"show", "review", "--json"}));
-    EXPECT_EQ(*record.find("alertDate")->asString(), "2026-11-25T11:30:00.000Z");
-    EXPECT_EQ(*record.find("defaultConferenceUrl")->asString(), "https://meet.google.com/abc-defg-hij");
-
-    EXPECT_THAT(event({"set", "standup", "--exclude"}).out, HasSubstr("yes, by your choice"));
-    EXPECT_THAT(upcoming(), Not(HasSubstr("Standup")));
-    EXPECT_THAT(upcoming(), HasSubstr("Review"));
+    home.write("cal/off.ics", test::oneEvent("Called off", start, end, "STATUS:CANCELLED\r\n"));
+    expectEach({{"event show review",
+                 0,
+                 {"as for every event", "none is chosen", "2. Google Meet", "!none is planned"}},
+                {"event show 'called off'", 0, {"none is planned: it was cancelled"}},
+                {"event set review --link https", 3},
+                {"event set review --link https://example.org", 3},
+                {"event set review --lead 25h", 2},
+                {"event set review", 2},
+                {"event set nothing --exclude", 3},
+                {"event set review --lead 90m --link meet", 0, {"over an hour"}}});
+    const auto record = ask("event show review");
+    EXPECT_EQ(valueAt(record, "alertDate"), "2026-11-25T11:30:00.000Z");
+    EXPECT_EQ(valueAt(record, "defaultConferenceUrl"), "https://meet.google.com/abc-defg-hij");
+    expectEach(
+        {{"event set standup --exclude", 0, {"yes, by your choice"}}, {upcoming, 0, {"!Standup", "Review"}}});
     // Both at once change different fields of the same record.
-    const std::string id = *record.find("event")->find("id")->asString();
+    const std::string id = valueAt(record, "event/id");
     for (const auto& outcome :
-         runTogether({{"heedbanner", {"event", "set", id, "--exclude", "--now", now}},
-                      {"heedbanner", {"event", "set", id, "--link", "1", "--now", now}},
-                      {"heedbanner", {"event", "set", id, "--lead", "5m", "--now", now}}}))
+         runTogether({{"heedbanner", {"event", "set", id, "--exclude", "--now", currentTime}},
+                      {"heedbanner", {"event", "set", id, "--link", "1", "--now", currentTime}},
+                      {"heedbanner", {"event", "set", id, "--lead", "5m", "--now", currentTime}}}))
         EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
-    const auto settings = json(event({"show", id, "--json"}));
-    const auto* own = settings.find("settings");
-    ASSERT_TRUE(own);
-    EXPECT_EQ(*own->find("isExcluded")->asBool(), true);
-    EXPECT_EQ(own->find("timeOffsetSeconds")->asInteger(), 300);
-    EXPECT_EQ(*own->find("defaultConferenceUrl")->asString(), "https://zoom.us/j/111");
-    EXPECT_FALSE(settings.find("alertDate"));
+    const auto settings = ask("event show " + id);
+    EXPECT_EQ(valueAt(settings, "settings/isExcluded"), "true");
+    EXPECT_EQ(valueAt(settings, "settings/timeOffsetSeconds"), "300");
+    EXPECT_EQ(valueAt(settings, "settings/defaultConferenceUrl"), "https://zoom.us/j/111");
+    EXPECT_EQ(valueAt(settings, "alertDate"), "none");
 
     // Also when the event is gone.
     std::filesystem::remove(home / "cal/call.ics");
-    EXPECT_EQ(event({"reset", id}).exitCode, 0);
-    EXPECT_EQ(event({"reset", "standup"}).exitCode, 0);
-    EXPECT_THAT(upcoming(), HasSubstr("Standup"));
+    expectEach({{"event reset " + id}, {"event reset standup"}, {upcoming, 0, {"Standup"}}});
     EXPECT_TRUE(readSettings(test::sharedSettings).find("eventSettings")->asDictionary()->empty());
-
-    EXPECT_EQ(companion({"remind", "Tea", "--in", "20m", "--now", now}).exitCode, 0);
-    const auto reminder = event({"set", "tea", "--lead", "5m"});
-    EXPECT_EQ(reminder.exitCode, 2);
-    EXPECT_THAT(reminder.err, HasSubstr("reminders edit"));
+    expectEach({{"remind Tea --in 20m"}, {"event set tea --lead 5m", 2, {"reminders edit"}}});
 }
 
-TEST_F(Choices, RulesThatCannotBeReadAreNotReplacedByANewOne) {
-    auto settings = readSettings(test::sharedSettings);
-    const auto damaged = platform::dataOf(R"([{"id":"1","field":"title"}])");
-    settings.set("excludeRules", damaged);
-    writeSettings(test::sharedSettings, settings);
-    for (const Arguments& arguments : {Arguments{"rules", "add", "title", "contains", "x"},
-                                       Arguments{"rules", "remove", "--all"}, Arguments{"rules", "list"}}) {
-        const auto refused = companion(arguments);
-        EXPECT_EQ(refused.exitCode, 1);
-        EXPECT_THAT(refused.err, HasSubstr("settings reset excludeRules"));
+TEST_F(Choices, DataThatCannotBeReadIsNamedAndNotReplacedByNewData) {
+    struct Case {
+        const char* key;
+        const char* damaged;
+        std::vector<const char*> refused;
+        const char* reset;
+        const char* add;
+    };
+    for (const Case& c : {Case{"excludeRules",
+                               R"([{"id":"1","field":"title"}])",
+                               {"rules add title contains x", "rules remove --all", "rules list"},
+                               "settings reset excludeRules",
+                               "rules add title contains x"},
+                          Case{"customReminders",
+                               R"([{"id":"1","date":1e9,"timeOffsetSeconds":0},{"id":"2"}])",
+                               {"remind Tea --in 5m", "reminders remove --past", "reminders list", "doctor"},
+                               "reminders remove --all",
+                               "remind Tea --in 5m"}}) {
+        auto settings = readSettings(test::sharedSettings);
+        settings.set(c.key, platform::dataOf(c.damaged));
+        writeSettings(test::sharedSettings, settings);
+        for (const char* command : c.refused)
+            expect(command, 1, {c.key});
+        EXPECT_EQ(*readSettings(test::sharedSettings).find(c.key)->asData(), platform::dataOf(c.damaged));
+        expectEach({{c.reset}, {c.add}});
     }
-    EXPECT_EQ(*readSettings(test::sharedSettings).find("excludeRules")->asData(), damaged);
-    EXPECT_EQ(companion({"settings", "reset", "excludeRules"}).exitCode, 0);
-    EXPECT_EQ(companion({"rules", "add", "title", "contains", "x"}).exitCode, 0);
-}
-
-TEST_F(Choices, RemindersThatCannotBeReadAreToldAndNotReplacedByANewOne) {
-    auto settings = readSettings(test::sharedSettings);
-    const auto damaged = platform::dataOf(R"([{"id":"1","date":1e9,"timeOffsetSeconds":0},{"id":"2"}])");
-    settings.set("customReminders", damaged);
-    writeSettings(test::sharedSettings, settings);
-    for (const Arguments& arguments :
-         {Arguments{"remind", "Tea", "--in", "5m"}, Arguments{"reminders", "remove", "--past"},
-          Arguments{"reminders", "list"}, Arguments{"doctor"}}) {
-        const auto refused = companion(arguments);
-        EXPECT_EQ(refused.exitCode, 1);
-        EXPECT_THAT(refused.out + refused.err, HasSubstr("customReminders"));
-    }
-    EXPECT_EQ(*readSettings(test::sharedSettings).find("customReminders")->asData(), damaged);
-    EXPECT_EQ(companion({"reminders", "remove", "--all"}).exitCode, 0);
-    EXPECT_EQ(companion({"remind", "Tea", "--in", "5m"}).exitCode, 0);
 }
 
 TEST_F(Choices, AnImportTakesEverythingOrNothing) {
-    ASSERT_EQ(companion({"settings", "set", "timeOffsetSeconds", "1h30"}).exitCode, 0);
-    ASSERT_EQ(companion({"rules", "add", "title", "contains", "Lunch"}).exitCode, 0);
-    ASSERT_EQ(companion({"settings", "export", home / "all.json"}).exitCode, 0);
-    const auto exported = companion({"settings", "export"}).out;
-    ASSERT_EQ(companion({"settings", "reset", "--all"}).exitCode, 0);
-    EXPECT_NE(companion({"settings", "export"}).out, exported);
+    expectEach({{"settings set timeOffsetSeconds 1h30"},
+                {"rules add title contains Lunch"},
+                {"settings export ~/all.json"}});
+    const auto exported = type("settings export").out;
+    expect("settings reset --all");
+    EXPECT_NE(type("settings export").out, exported);
     const auto before = test::readFile(configFile(test::sharedSettings));
     for (const char* wrong : {R"({"defaultSnooze1": 3, "keyboardShortcutsDelay": 61})",
                               R"({"defaultSnooze1": 3, "nonsense": 1})", "[1]", "{"}) {
-        const auto refused = companion({"settings", "import", home.write("wrong.json", wrong)});
-        EXPECT_EQ(refused.exitCode, 1) << wrong;
+        home.write("wrong.json", wrong);
+        expect("settings import ~/wrong.json", 1);
         EXPECT_EQ(test::readFile(configFile(test::sharedSettings)), before) << wrong;
     }
-    EXPECT_EQ(companion({"settings", "import", home / "all.json"}).exitCode, 0);
-    EXPECT_EQ(companion({"settings", "export"}).out, exported);
+    expectEach({{"settings import ~/all.json"}, {"settings export", 0, {"=" + exported}}});
 }
 
 TEST_F(Choices, ProgramsThatWriteAtTheSameTimeLoseNothing) {
+    // The others too go by the machine's clock.
+    currentTime.clear();
     std::vector<std::pair<std::string, Arguments>> programs = {
         {"heedbanner", {"settings", "set", "timeOffsetSeconds", "120"}},
         {"heedbanner", {"settings", "set", "keyboardShortcutsDelay", "7"}},
@@ -258,14 +188,15 @@ TEST_F(Choices, ProgramsThatWriteAtTheSameTimeLoseNothing) {
     }
     for (const auto& outcome : runTogether(programs))
         EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
-    EXPECT_EQ(remindersTitles(), titles);
-    EXPECT_EQ(json(companion({"rules", "list", "--json"})).asArray()->size(), 8u);
-    EXPECT_EQ(companion({"settings", "get", "timeOffsetSeconds"}).out, "120\n");
-    EXPECT_EQ(companion({"settings", "get", "keyboardShortcutsDelay"}).out, "7\n");
-    EXPECT_EQ(companion({"settings", "get", "activeCalendarIdentifiers"}).out, "\n");
+    EXPECT_EQ(reminders(), titles);
+    EXPECT_EQ(ask("rules list").asArray()->size(), 8u);
+    expectEach({{"settings get timeOffsetSeconds", 0, {"=120\n"}},
+                {"settings get keyboardShortcutsDelay", 0, {"=7\n"}},
+                {"settings get activeCalendarIdentifiers", 0, {"=\n"}}});
 }
 
 TEST_F(Choices, AHundredWritersKilledAtAnyMomentLoseNothingThatTheyAcknowledged) {
+    currentTime.clear();
     const auto begin = std::chrono::steady_clock::now();
     companion({"remind", "first", "--in", "2h"});
     const std::chrono::duration<double> lifetime = std::chrono::steady_clock::now() - begin;
@@ -290,12 +221,12 @@ TEST_F(Choices, AHundredWritersKilledAtAnyMomentLoseNothingThatTheyAcknowledged)
             if (outcome.out.ends_with(name + "\n")) acknowledged.insert(name);
         }
     }
-    const auto stored = remindersTitles();
+    const auto stored = reminders();
     EXPECT_TRUE(std::ranges::includes(stored, acknowledged));
     EXPECT_GE(acknowledged.size(), static_cast<std::size_t>(rounds));
     const std::set<std::string> distinct(stored.begin(), stored.end());
     EXPECT_EQ(distinct.size(), stored.size());
-    EXPECT_EQ(companion({"doctor"}).exitCode, 0);
+    expect("doctor");
 }
 
 }  // namespace

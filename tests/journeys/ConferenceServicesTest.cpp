@@ -1,11 +1,6 @@
 #include "Journey.h"
 
-#include <gmock/gmock.h>
-
 namespace {
-
-using testing::HasSubstr;
-using testing::Not;
 
 class ConferenceServicesOfTheUser : public test::Journey {
   protected:
@@ -16,9 +11,9 @@ class ConferenceServicesOfTheUser : public test::Journey {
     void writeCopy(const std::string& entries) {
         home.write(copy, R"(<plist version="1.0"><array>)" + entries + "</array></plist>");
     }
-    std::string serviceOf(const std::string& link) {
+    void expectService(const std::string& link, const std::string& service) {
         home.write("notes.txt", "See you in " + link + ".");
-        return companion({"links", home / "notes.txt"}).out;
+        expect("links ~/notes.txt", {service});
     }
 
     const std::string copy = "data/heedbanner/ConferenceServices.plist";
@@ -26,17 +21,17 @@ class ConferenceServicesOfTheUser : public test::Journey {
 
 TEST_F(ConferenceServicesOfTheUser, AServiceOfTheirOwnIsFoundAfterTheBuiltInOnes) {
     writeCopy(entry("acmeRooms", "https://rooms\\.acme\\.example/[0-9]+") +
-              entry("mine", "https://zoom\\.us/"));
-    EXPECT_THAT(serviceOf("https://rooms.acme.example/42"), HasSubstr("\"acmeRooms\""));
-    EXPECT_THAT(serviceOf("https://zoom.us/j/1"), HasSubstr("\"zoom\""));
-    EXPECT_THAT(serviceOf("https://zoom.us/about"), HasSubstr("\"mine\""));
-    EXPECT_EQ(serviceOf("https://acme.example/42"), "[]\n");
+              entry("mine", "https://zoom\\.us/") + entry("bad", "https://("));
+    for (const auto& [link, service] : {std::pair("https://rooms.acme.example/42", "\"acmeRooms\""),
+                                        {"https://zoom.us/j/1", "\"zoom\""},
+                                        {"https://zoom.us/about", "\"mine\""},
+                                        {"https://acme.example/42", "[]\n"}})
+        expectService(link, service);
+    expectEach({{"setup " + examples()}, {"doctor", 1, {"the pattern of \"bad\" does not compile"}}});
 }
 
 TEST_F(ConferenceServicesOfTheUser, DoctorSaysWhatTheShippedListHasAndTheCopyHasNot) {
-    ASSERT_EQ(companion({"setup", examples()}).exitCode, 0);
-    EXPECT_THAT(companion({"doctor"}).out, Not(HasSubstr("shipped list")));
-
+    expectEach({{"setup " + examples()}, {"doctor", 0, {"!shipped list"}}});
     auto list = test::readFile(home / copy);
     const auto begin = list.find("<dict>", list.find("</dict>"));
     const auto end = list.find("</dict>", begin) + 7;
@@ -47,24 +42,11 @@ TEST_F(ConferenceServicesOfTheUser, DoctorSaysWhatTheShippedListHasAndTheCopyHas
     ASSERT_NE(regex, std::string::npos);
     list.insert(regex, "x?");
     home.write(copy, list);
-    const auto doctor = companion({"doctor"});
-    EXPECT_EQ(doctor.exitCode, 0) << doctor.out;
     const auto idStart = taken.find("<string>") + 8;
     const auto id = taken.substr(idStart, taken.find("</string>") - idStart);
-    EXPECT_THAT(doctor.out,
-                HasSubstr("1 conference service of the shipped list is not in this copy: " + id + ";"));
-
+    expect("doctor", {"1 conference service of the shipped list is not in this copy: " + id + ";"});
     std::filesystem::remove(home / copy);
-    EXPECT_THAT(companion({"doctor"}).out, Not(HasSubstr("shipped list")));
-}
-
-TEST_F(ConferenceServicesOfTheUser, DoctorNamesAPatternThatDoesNotCompile) {
-    ASSERT_EQ(companion({"setup", examples()}).exitCode, 0);
-    writeCopy(entry("bad", "https://(") + entry("good", "https://good\\.example/"));
-    EXPECT_THAT(serviceOf("https://good.example/1"), HasSubstr("\"good\""));
-    const auto doctor = companion({"doctor"});
-    EXPECT_EQ(doctor.exitCode, 1);
-    EXPECT_THAT(doctor.out, HasSubstr("the pattern of \"bad\" does not compile"));
+    expect("doctor", {"!shipped list"});
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ std::string textOf(const platform::JsonValue* value) {
 
 }  // namespace
 
-std::string valueAt(const platform::JsonValue& json, std::string_view path) {
+std::string Journey::valueAt(const platform::JsonValue& json, std::string_view path) {
     const auto slash = path.find('/');
     const std::string step(path.substr(0, slash));
     const platform::JsonValue* next = json.find(step);
@@ -32,7 +32,7 @@ std::string valueAt(const platform::JsonValue& json, std::string_view path) {
     return valueAt(*next, path.substr(slash + 1));
 }
 
-std::vector<std::string> valuesAt(const platform::JsonValue& json, std::string_view path) {
+std::vector<std::string> Journey::valuesAt(const platform::JsonValue& json, std::string_view path) {
     std::vector<std::string> values;
     for (const auto& one : *json.asArray())
         values.push_back(valueAt(one, path));

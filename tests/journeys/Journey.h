@@ -61,6 +61,12 @@ class Journey : public ::testing::Test {
     /// The answer as JSON; fails the test when it is none.
     platform::JsonValue json(const Outcome& outcome);
 
+    /// The value at a path such as "0/event/title" ("last" for the last of a list): a string bare, anything
+    /// else as JSON, "none" where there is nothing.
+    static std::string valueAt(const platform::JsonValue& json, std::string_view path);
+    /// That of each in a list.
+    static std::vector<std::string> valuesAt(const platform::JsonValue& json, std::string_view path);
+
     /// The calendars that the project ships, and those written for these journeys.
     static std::string examples();
     static std::string calendars();
@@ -89,12 +95,6 @@ class Journey : public ::testing::Test {
 
 inline const std::string sharedSettings = "group.com.quietlark.hbr.plist";
 inline const std::string standardSettings = "com.quietlark.hbr.plist";
-
-/// The value at a path such as "0/event/title" ("last" for the last of a list): a string bare, anything else
-/// as JSON, "none" where there is nothing.
-std::string valueAt(const platform::JsonValue& json, std::string_view path);
-/// That of each in a list.
-std::vector<std::string> valuesAt(const platform::JsonValue& json, std::string_view path);
 
 /// A calendar of one event; `lines` are added to it.
 std::string oneEvent(std::string_view title, std::string_view start, std::string_view end,
