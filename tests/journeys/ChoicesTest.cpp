@@ -129,17 +129,20 @@ TEST_F(Choices, DataThatCannotBeReadIsNamedAndNotReplacedByNewData) {
     struct Case {
         const char* key;
         const char* damaged;
+        const char* message;
         std::vector<const char*> refused;
         const char* reset;
         const char* add;
     };
     for (const Case& c : {Case{"excludeRules",
                                R"([{"id":"1","field":"title"}])",
+                               "settings reset excludeRules",
                                {"rules add title contains x", "rules remove --all", "rules list"},
                                "settings reset excludeRules",
                                "rules add title contains x"},
                           Case{"customReminders",
                                R"([{"id":"1","date":1e9,"timeOffsetSeconds":0},{"id":"2"}])",
+                               "customReminders",
                                {"remind Tea --in 5m", "reminders remove --past", "reminders list", "doctor"},
                                "reminders remove --all",
                                "remind Tea --in 5m"}}) {
@@ -147,7 +150,7 @@ TEST_F(Choices, DataThatCannotBeReadIsNamedAndNotReplacedByNewData) {
         settings.set(c.key, platform::dataOf(c.damaged));
         writeSettings(test::sharedSettings, settings);
         for (const char* command : c.refused)
-            expect(command, 1, {c.key});
+            expect(command, 1, {c.message});
         EXPECT_EQ(*readSettings(test::sharedSettings).find(c.key)->asData(), platform::dataOf(c.damaged));
         expectEach({{c.reset}, {c.add}});
     }
