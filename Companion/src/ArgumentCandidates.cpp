@@ -3,6 +3,7 @@
 #include "AgendaEvents.h"
 #include "CollectionChoices.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
 #include "SettingCatalogue.h"
 
 #include <HbrCore/Events/EventTexts.h>
@@ -22,7 +23,8 @@ CommandContext contextFor(const char* program) {
 }
 
 std::vector<Candidate> events(CommandContext context) {
-    std::vector<Candidate> candidates{{"now", "what is under way"}, {"next", "what comes next"}};
+    std::vector<Candidate> candidates{{"now", companionText(*context.environment(), "Completion.now")},
+                                      {"next", companionText(*context.environment(), "Completion.next")}};
     std::set<std::string> known;
     for (const auto& one : agendaEvents(context, {})) {
         const Event& event = *one.event;
@@ -36,7 +38,10 @@ std::vector<Candidate> events(CommandContext context) {
 std::vector<Candidate> collections(CommandContext context, platform::EKEntityType type) {
     std::vector<Candidate> candidates;
     for (const auto& one : collectionChoices(context, type)) {
-        candidates.push_back({onOneLine(one.qualifiedName()), one.active ? "watched" : "not watched"});
+        const std::string keys = type == platform::EKEntityType::event ? "Calendars" : "TaskLists";
+        candidates.push_back(
+            {onOneLine(one.qualifiedName()),
+             companionText(*context.environment(), keys + (one.active ? ".watched" : ".notWatched"))});
     }
     return candidates;
 }
@@ -48,10 +53,10 @@ std::vector<Candidate> accounts(const CommandContext& context) {
     return candidates;
 }
 
-std::vector<Candidate> settings() {
+std::vector<Candidate> settings(const CommandContext& context) {
     std::vector<Candidate> candidates;
     for (const auto& entry : settingCatalogue())
-        candidates.push_back({entry.name, entry.meaning});
+        candidates.push_back({entry.name, entry.meaning(*context.environment())});
     return candidates;
 }
 
@@ -60,7 +65,7 @@ std::vector<Candidate> settings() {
 std::vector<Candidate> ArgumentCandidates::of(std::string_view command, std::string_view argument) const {
     if (argument == "EVENT") return events(contextFor(program_));
     if (argument != "NAME") return {};
-    if (command == "settings") return settings();
+    if (command == "settings") return settings(contextFor(program_));
     if (command == "calendars") return collections(contextFor(program_), platform::EKEntityType::event);
     if (command == "reminder-lists")
         return collections(contextFor(program_), platform::EKEntityType::reminder);

@@ -22,7 +22,7 @@ std::string numbered(const std::vector<VideoConferenceLink>& links) {
 }  // namespace
 
 VideoConferenceLink chosenCall(CommandContext& context, const Event& event) {
-    const std::string title = quotedTitle(event);
+    const std::string title = quotedTitle(event, *context.environment());
     const auto text = [&](std::string_view key, std::initializer_list<L10n::FormatArgument> arguments) {
         return companionText(*context.environment(), key, arguments);
     };
@@ -51,7 +51,7 @@ void joinCall(CommandContext& context, const Event& event) {
     if (outcome.kind != DeepLinkOutcome::Kind::opened) {
         throw CommandFailure(ExitCode::failed, onOneLine(outcome.message));
     }
-    const std::string title = quotedTitle(event);
+    const std::string title = quotedTitle(event, *context.environment());
     const std::string address = onOneLine(outcome.url->absoluteString());
     context.console().out() << companionText(*context.environment(), "Call.joining", {title, address})
                             << "\n";

@@ -1,9 +1,9 @@
 #include "CollectionChoice.h"
 
 #include "CompanionText.h"
+#include "NameProposal.h"
 
 #include <Companion/ExitCode.h>
-#include <Foundation/NearestName.h>
 
 namespace hbr {
 
@@ -35,7 +35,8 @@ const CollectionChoice& chosen(const std::vector<CollectionChoice>& choices, con
         std::vector<std::string> names;
         for (const auto& choice : choices)
             names.push_back(choice.name);
-        throw CommandFailure(ExitCode::nothingThere, text(".unknown") + platform::proposal(wanted, names));
+        throw CommandFailure(ExitCode::nothingThere,
+                             text(".unknown") + nameProposal(environment, wanted, names));
     }
     std::string list;
     for (const auto* choice : found) {

@@ -4,9 +4,25 @@
 
 namespace hbr {
 
+namespace {
+
+constexpr std::string_view bundle = "Companion.bundle";
+
+}  // namespace
+
 std::string companionText(const platform::Environment& environment, std::string_view key,
                           std::initializer_list<L10n::FormatArgument> arguments) {
-    return tableText(environment, "Companion.bundle", key, arguments);
+    return tableText(environment, bundle, key, arguments);
+}
+
+std::string companionText(const platform::Environment& environment, std::string_view key,
+                          std::span<const L10n::FormatArgument> arguments) {
+    return tableText(environment, bundle, key, arguments);
+}
+
+std::string englishCompanionText(const platform::Environment& environment, std::string_view key,
+                                 std::span<const L10n::FormatArgument> arguments) {
+    return englishTableText(environment, bundle, key, arguments);
 }
 
 std::string companionCount(const platform::Environment& environment, std::string_view key,

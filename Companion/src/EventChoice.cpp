@@ -1,4 +1,5 @@
 #include "EventChoice.h"
+#include "NameProposal.h"
 
 #include "AgendaEvents.h"
 #include "CompanionText.h"
@@ -6,7 +7,6 @@
 
 #include <Companion/EventMatch.h>
 
-#include <Foundation/NearestName.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/Reminder.h>
 #include <HbrCore/Explanation/ListableItems.h>
@@ -108,7 +108,7 @@ Event chosenEvent(CommandContext& context, const std::string& wanted) {
         const auto stored = core.aggregatedEventStore().eventWithIdentifier(wanted);
         if (stored) return Event::fromCalendarEvent(*stored, core.parser());
         failNothing(companionText(*context.environment(), "Choice.noMatch", {wanted}) +
-                    platform::proposal(wanted, titles(candidates)));
+                    nameProposal(*context.environment(), wanted, titles(candidates)));
     }
     return onlyOne(context, found, companionText(*context.environment(), "Choice.severalMatch", {wanted}));
 }

@@ -1,13 +1,15 @@
 #include "EventExplanations.h"
 
 #include "AgendaText.h"
+#include "CompanionText.h"
 #include "EventChoice.h"
+#include "NameProposal.h"
 #include "ProgramDiagnostics.h"
+#include "ReasonText.h"
 #include "SkippedItems.h"
 
 #include <Companion/EventMatch.h>
 
-#include <Foundation/NearestName.h>
 #include <HbrCore/Explanation/ListableItems.h>
 
 #include <algorithm>
@@ -24,24 +26,24 @@ std::vector<SkippedItem> skippedNow(CommandContext& context) {
         std::static_pointer_cast<ProgramDiagnostics>(context.environment()->diagnostics)->all());
 }
 
-EventExplanation unread(ListingRule rule, std::string detail) {
+EventExplanation unread(ListingRule rule, Reason reason) {
     EventExplanation explanation;
-    explanation.verdicts.push_back({rule, RuleDecision::hides, std::move(detail)});
+    explanation.verdicts.push_back({rule, RuleDecision::hides, std::move(reason)});
     return explanation;
 }
 
 EventExplanation unread(const SkippedItem& item) {
-    return unread(ListingRule::file, (item.title.empty() ? "" : "\"" + item.title + "\": ") +
-                                         describe(item.diagnostic) + "; mended there, it would be read");
+    const std::string place = describe(item.diagnostic);
+    return unread(ListingRule::file, item.title.empty() ? Reason{"file.item", {place}}
+                                                        : Reason{"file.titledItem", {item.title, place}});
 }
 
 std::vector<EventExplanation> unreadAccounts(CommandContext& context) {
     std::vector<EventExplanation> list;
     for (const auto& report : context.core().aggregatedEventStore().report()) {
         if (report.readable) continue;
-        list.push_back(unread(ListingRule::account,
-                              "the account " + report.account.name +
-                                  " cannot be read, so none of its events is known: " + report.problem));
+        list.push_back(
+            unread(ListingRule::account, {"account.unreadable", {report.account.name, report.problem}}));
     }
     return list;
 }
@@ -62,11 +64,14 @@ std::vector<ListableItem> itemsOfDays(CommandContext& context, platform::Date da
 
 [[noreturn]] void failUnknown(CommandContext& context, const std::string& wanted,
                               std::optional<platform::Date> day, const std::vector<std::string>& titles) {
-    std::string text = "no event ";
-    if (day) text += "of " + context.core().formatters().dateOnly().string(*day) + " ";
-    text += "matches \"" + wanted + "\"" + platform::proposal(wanted, titles);
+    const platform::Environment& environment = *context.environment();
+    const Formatters& formatters = context.core().formatters();
+    const std::string date = day ? formatters.dateOnly().string(*day) : "";
+    std::string text = day ? companionText(environment, "Choice.noMatchOfDay", {date, wanted})
+                           : companionText(environment, "Choice.noMatch", {wanted});
+    text += nameProposal(environment, wanted, titles);
     for (const auto& account : unreadAccounts(context))
-        text += "\n  " + account.verdicts.front().detail;
+        text += "\n  " + reasonText(account.verdicts.front().reason, formatters, context.now());
     throw CommandFailure(ExitCode::nothingThere, text);
 }
 
@@ -102,10 +107,11 @@ std::string DayExplanations::heading(CommandContext& context, platform::Date day
     const auto hidden = static_cast<std::size_t>(
         std::ranges::count_if(notShown, [](const EventExplanation& one) { return one.event.has_value(); }));
     const std::size_t total = shownCount + hidden;
-    if (total == 0) return name + ": there is nothing in your calendars";
-    if (hidden == 0) return name + ": everything that is in your calendars is shown";
-    return name + ": " + std::to_string(hidden) + " of " + std::to_string(total) +
-           (hidden == 1 ? " is not shown" : " are not shown");
+    const platform::Environment& environment = *context.environment();
+    if (total == 0) return companionText(environment, "Why.day.empty", {name});
+    if (hidden == 0) return companionText(environment, "Why.day.complete", {name});
+    return companionText(environment, "Why.day.hidden",
+                         {name, static_cast<std::int64_t>(hidden), static_cast<std::int64_t>(total)});
 }
 
 EventExplanation chosenExplanation(CommandContext& context, const std::string& wanted,
@@ -125,7 +131,8 @@ EventExplanation chosenExplanation(CommandContext& context, const std::string& w
             found, {}, [](const Event& event) { return event.startDate.timeIntervalSinceReferenceDate(); });
         if (found.size() > 1) {
             throw CommandFailure(ExitCode::nothingThere,
-                                 "several events match \"" + wanted + "\":" + eventList(context, found));
+                                 companionText(*context.environment(), "Choice.severalMatch", {wanted}) +
+                                     eventList(context, found));
         }
         if (found.size() == 1) {
             const auto at = std::ranges::find(outlines, found.front());

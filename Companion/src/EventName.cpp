@@ -9,17 +9,18 @@
 
 namespace hbr {
 
+std::string titleText(const std::optional<std::string>& title, const platform::Environment& environment) {
+    const std::string text = onOneLine(title.value_or(""));
+    return text.empty() ? companionText(environment, "Event.untitled") : text;
+}
+
 std::string titleOf(const Event& event, const platform::Environment& environment) {
-    const std::string title = onOneLine(event.title.value_or(""));
-    return title.empty() ? companionText(environment, "Event.untitled") : title;
+    return titleText(event.title, environment);
 }
 
-std::string titleOf(const Event& event) {
-    return titleOf(event, *platform::Environment::current());
-}
-
-std::string quotedTitle(const Event& event) {
-    return companionText(*platform::Environment::current(), "Event.quoted", {titleOf(event)});
+std::string quotedTitle(const Event& event, const platform::Environment& environment) {
+    const std::string title = titleOf(event, environment);
+    return companionText(environment, "Event.quoted", {title});
 }
 
 std::string timesText(const Event& event, const Formatters& formatters, const platform::ClockReading& clock) {

@@ -1,8 +1,11 @@
 #include "EventSettingsText.h"
 
+#include "CompanionText.h"
 #include "EventExplanations.h"
+#include "EventName.h"
 #include "ExplanationText.h"
 #include "LeadText.h"
+#include "ReasonText.h"
 
 #include <HbrCore/Events/EventJson.h>
 #include <HbrCore/Events/EventTexts.h>
@@ -19,6 +22,7 @@ class SettingsWriter {
   public:
     SettingsWriter(CommandContext& context, const Event& event)
         : context_(context),
+          environment_(*context.environment()),
           event_(event),
           formatters_(context.core().formatters()),
           settings_(AlertSettings::of(context.core().settings())),
@@ -26,14 +30,20 @@ class SettingsWriter {
           now_(context.now()) {}
 
     std::string text() const {
-        const std::string title = onOneLine(event_.title.value_or(""));
-        std::string text = context_.console().bold(title.empty() ? "(no title)" : title) + "\n" +
+        const std::vector<std::pair<std::string, std::string>> lines = {
+            {word("EventSettings.leftOut"), excluded()},
+            {word("EventSettings.alert"), isExcluded() ? "" : alert()},
+            {word("EventSettings.call"), call()}};
+        std::size_t width = 0;
+        for (const auto& [name, value] : lines)
+            width = std::max(width, columns(name) + 2);
+        std::string text = context_.console().bold(titleOf(event_, environment_)) + "\n" +
                            formattedStartTimeAndDate(event_, formatters_, now_) +
                            context_.console().faint("  " + event_.id) + "\n";
-        text += line("left out", excluded());
-        if (!isExcluded()) text += line("alert", alert());
-        text += line("call", call());
-        if (own_ && event_.isRecurring) text += "These settings hold for the whole series.\n";
+        for (const auto& [name, value] : lines) {
+            if (!value.empty()) text += "  " + padded(name, width) + value + "\n";
+        }
+        if (own_ && event_.isRecurring) text += word("EventSettings.wholeSeries") + "\n";
         return text;
     }
 
@@ -57,8 +67,8 @@ class SettingsWriter {
     }
 
   private:
-    static std::string line(const std::string& name, const std::string& text) {
-        return "  " + padded(name, 10) + text + "\n";
+    std::string word(std::string_view key, std::initializer_list<L10n::FormatArgument> arguments = {}) const {
+        return companionText(environment_, key, arguments);
     }
 
     bool isExcluded() const { return own_ && own_->isExcluded; }
@@ -69,57 +79,57 @@ class SettingsWriter {
     }
 
     std::string excluded() const {
-        if (!isExcluded()) return "no";
-        return "yes, by your choice for it (to change it: --include)";
+        return word(isExcluded() ? "EventSettings.leftOut.yes" : "EventSettings.leftOut.no");
+    }
+
+    /// How long before the start, and who says so.
+    std::string lead() const {
+        if (const auto reminder = ownReminder()) {
+            return word("EventSettings.lead.reminder",
+                        {leadText(reminder->timeOffsetSeconds(), environment_)});
+        }
+        if (own_ && own_->usesCustomTimeOffset) {
+            return word("EventSettings.lead.chosen", {leadText(own_->timeOffsetSeconds, environment_)});
+        }
+        return word("EventSettings.lead.default", {leadText(settings_.timeOffsetSeconds, environment_)});
     }
 
     std::string alert() const {
-        std::string text;
-        if (const auto reminder = ownReminder()) {
-            text =
-                leadText(reminder->timeOffsetSeconds(), *context_.environment()) + ", as the reminder says";
-        } else if (own_ && own_->usesCustomTimeOffset) {
-            text = leadText(own_->timeOffsetSeconds, *context_.environment()) + ", by your choice for it";
-        } else {
-            text = leadText(settings_.timeOffsetSeconds, *context_.environment()) +
-                   ", as for every event (timeOffsetSeconds)";
-        }
+        std::string text = lead();
         const bool countsTravel = settings_.includeTravelTime && event_.travelTime > 0 && !ownReminder();
         if (countsTravel) {
-            const auto travel = formatters_.durationFormatter().string(event_.travelTime);
-            text += ", earlier by the travel time of " + travel.value_or("");
+            const auto travel = formatters_.durationFormatter().string(event_.travelTime).value_or("");
+            text += ", " + word("EventSettings.travelTime", {travel});
         }
         const auto moment = alertMoment();
-        if (!moment) return text + ": past";
+        if (!moment) return text + ": " + word("EventSettings.past");
         const std::string when = formatters_.timeAndDateFormatter().string(*moment, now_);
         const std::string cause = causeOfNone(*moment);
         if (cause.empty()) return text + ": " + when;
-        return text + ": would be " + when + ", but none is planned: " + cause + " (see: heedbanner why " +
-               event_.id + ")";
+        return text + ": " + word("EventSettings.notPlanned", {when, cause, event_.id});
     }
 
     /// Why no alert is planned at that moment; empty when one is. The event may be declined, all-day, beyond
     /// the days that are looked at and so on.
     std::string causeOfNone(platform::Date moment) const {
         const auto explanation = explanationOf(context_, event_);
-        if (!explanation) return "it is in none of your calendars";
+        if (!explanation) return word("EventSettings.inNoCalendar");
         if (explanation->alertDate == moment) return {};
-        if (explanation->isShown()) return "it is listed already";
-        return onOneLine(mainCause(*explanation).detail);
+        if (explanation->isShown()) return word("EventSettings.listedAlready");
+        return reasonText(mainCause(*explanation).reason, formatters_, now_);
     }
 
     std::string call() const {
         const auto& links = event_.videoConferenceLinks;
-        if (links.empty()) return "none";
+        if (links.empty()) return word("EventSettings.call.absent");
         const auto chosen = defaultVideoConferenceLink(event_, own_);
         std::string text;
         if (chosen) {
-            text = onOneLine(chosen->service.name) + " " + chosen->url.absoluteString() +
-                   (links.size() == 1 ? ", the only one" : ", by your choice for it");
+            text = onOneLine(chosen->service.name) + " " + chosen->url.absoluteString() + ", " +
+                   word(links.size() == 1 ? "EventSettings.call.only" : "EventSettings.call.chosen");
         } else {
-            text = own_ && own_->defaultConferenceUrl ? "the one that you chose is no longer in the event"
-                                                      : "none is chosen";
-            text += " (to choose one: --link)";
+            text = word(own_ && own_->defaultConferenceUrl ? "EventSettings.call.gone"
+                                                           : "EventSettings.call.notChosen");
         }
         if (links.size() == 1) return text;
         for (std::size_t i = 0; i < links.size(); ++i) {
@@ -130,6 +140,7 @@ class SettingsWriter {
     }
 
     CommandContext& context_;
+    const platform::Environment& environment_;
     const Event& event_;
     const Formatters& formatters_;
     AlertSettings settings_;

@@ -1,6 +1,9 @@
 #include "ExplanationText.h"
 
 #include "AgendaText.h"
+#include "CompanionText.h"
+#include "EventName.h"
+#include "ReasonText.h"
 
 #include <HbrCore/Events/EventTexts.h>
 
@@ -10,48 +13,8 @@ namespace hbr {
 
 namespace {
 
-std::string_view ruleName(ListingRule rule) {
-    switch (rule) {
-        case ListingRule::screenshotMode:
-            return "demonstration";
-        case ListingRule::account:
-            return "account";
-        case ListingRule::file:
-            return "file";
-        case ListingRule::calendar:
-            return "calendar";
-        case ListingRule::delegated:
-            return "delegated";
-        case ListingRule::duplicate:
-            return "same meeting";
-        case ListingRule::allDay:
-            return "all-day";
-        case ListingRule::cancelled:
-            return "cancelled";
-        case ListingRule::completed:
-            return "done";
-        case ListingRule::dueDate:
-            return "due date";
-        case ListingRule::answer:
-            return "your answer";
-        case ListingRule::alarm:
-            return "alarm";
-        case ListingRule::past:
-            return "time";
-        case ListingRule::days:
-            return "days ahead";
-        case ListingRule::excludeRules:
-            return "exclude rules";
-        case ListingRule::exclusion:
-            return "left out";
-        case ListingRule::call:
-            return "call";
-        case ListingRule::lead:
-            return "alert";
-        case ListingRule::travelTime:
-            return "travel time";
-    }
-    return "";
+std::string ruleName(const platform::Environment& environment, ListingRule rule) {
+    return companionText(environment, "Why.rule." + std::string(rawValue(rule)));
 }
 
 std::string_view marker(RuleDecision decision) {
@@ -66,27 +29,20 @@ std::string_view marker(RuleDecision decision) {
     return "·";
 }
 
+std::string text(CommandContext& context, const Reason& reason) {
+    return reasonText(reason, context.core().formatters(), context.now());
+}
+
 std::string shownText(CommandContext& context, const EventExplanation& explanation) {
     switch (*explanation.state) {
         case ListedState::current:
-            return "Shown as under way.";
+            return text(context, {"shown.current"});
         case ListedState::pending:
-            return "Shown as coming up; it is in its alert period.";
+            return text(context, {"shown.pending"});
         case ListedState::upcoming:
             break;
     }
-    const Formatters& formatters = context.core().formatters();
-    const platform::Date alert = *explanation.alertDate;
-    const bool isToday = context.environment()->calendar.isSameDay(alert, context.now());
-    return "Shown as coming up; its alert comes " +
-           (isToday ? "at " + formatters.timeOnly().string(alert)
-                    : formatters.timeAndDateFormatter().string(alert, context.now())) +
-           ".";
-}
-
-std::string titleOf(const EventExplanation& explanation) {
-    const std::string title = onOneLine(explanation.event->title.value_or(""));
-    return title.empty() ? "(no title)" : title;
+    return text(context, {"shown.upcoming", {ReasonMoment{*explanation.alertDate, true}}});
 }
 
 bool isHiddenBy(const EventExplanation& explanation, ListingRule rule) {
@@ -95,8 +51,10 @@ bool isHiddenBy(const EventExplanation& explanation, ListingRule rule) {
 }
 
 std::string timesOf(const EventExplanation& explanation, const Formatters& formatters) {
-    if (isHiddenBy(explanation, ListingRule::dueDate)) return "no date";
-    if (isHiddenBy(explanation, ListingRule::allDay)) return "all day";
+    if (isHiddenBy(explanation, ListingRule::dueDate))
+        return companionText(formatters.environment(), "Event.noDate");
+    if (isHiddenBy(explanation, ListingRule::allDay))
+        return companionText(formatters.environment(), "Event.allDay");
     return timeSpan(*explanation.event, formatters);
 }
 
@@ -118,7 +76,7 @@ bool isMerelyOver(const EventExplanation& explanation) {
 class ListWriter {
   public:
     ListWriter(CommandContext& context, const std::vector<EventExplanation>& explanations)
-        : console_(context.console()), formatters_(context.core().formatters()) {
+        : context_(context), console_(context.console()), formatters_(context.core().formatters()) {
         for (const auto& one : explanations) {
             if (one.event) width_ = std::max(width_, columns(timesOf(one, formatters_)));
         }
@@ -126,7 +84,8 @@ class ListWriter {
 
     std::string head(const EventExplanation& explanation) const {
         std::string text = "  " + padded(timesOf(explanation, formatters_), width_) + " " +
-                           console_.colored("▌", explanation.event->color) + " " + titleOf(explanation);
+                           console_.colored("▌", explanation.event->color) + " " +
+                           titleOf(*explanation.event, formatters_.environment());
         if (explanation.event->calendarName) {
             text += console_.faint("  [" + onOneLine(*explanation.event->calendarName) + "]");
         }
@@ -135,15 +94,16 @@ class ListWriter {
 
     std::string causes(const EventExplanation& explanation) const {
         const std::string indent(explanation.event ? width_ + 5 : 4, ' ');
-        std::string text;
+        std::string lines;
         for (const auto& cause : explanation.causes()) {
-            text += indent + onOneLine(cause.detail) + "\n";
-            if (cause.command) text += indent + console_.bold(onOneLine(*cause.command)) + "\n";
+            lines += indent + text(context_, cause.reason) + "\n";
+            if (cause.command) lines += indent + console_.bold(onOneLine(*cause.command)) + "\n";
         }
-        return text;
+        return lines;
     }
 
   private:
+    CommandContext& context_;
     const Console& console_;
     const Formatters& formatters_;
     std::size_t width_ = 0;
@@ -159,46 +119,47 @@ RuleVerdict mainCause(const EventExplanation& explanation) {
 
 std::string explanationText(CommandContext& context, const EventExplanation& explanation) {
     const Console& console = context.console();
+    const platform::Environment& environment = *context.environment();
     const Formatters& formatters = context.core().formatters();
-    std::string text;
+    std::string lines;
     if (explanation.event) {
         const Event& event = *explanation.event;
-        text += console.colored("▌", event.color) + " " + console.bold(titleOf(explanation));
-        if (event.calendarName) text += console.faint("  [" + onOneLine(*event.calendarName) + "]");
+        lines += console.colored("▌", event.color) + " " + console.bold(titleOf(event, environment));
+        if (event.calendarName) lines += console.faint("  [" + onOneLine(*event.calendarName) + "]");
         const std::string times = timesOf(explanation, formatters);
-        text += "\n  ";
+        lines += "\n  ";
         if (!isHiddenBy(explanation, ListingRule::dueDate)) {
-            text += dayHeading(event.startDate, context.now(), formatters) + ", ";
+            lines += dayHeading(event.startDate, context.now(), formatters) + ", ";
         }
-        text += times + console.faint("  " + event.id) + "\n";
+        lines += times + console.faint("  " + event.id) + "\n";
     }
     if (explanation.isShown()) {
-        text += "  " + shownText(context, explanation) + "\n\n";
+        lines += "  " + shownText(context, explanation) + "\n\n";
     } else {
-        text += "  Not shown: " + onOneLine(mainCause(explanation).detail) + ".\n";
+        lines += "  " + text(context, {"notShown", {}, {mainCause(explanation).reason}}) + "\n";
         const std::string command = remedy(explanation);
-        if (!command.empty()) text += "  To see it: " + console.bold(command) + "\n";
-        text += "\n";
+        if (!command.empty())
+            lines += "  " + companionText(environment, "Why.toSeeIt") + " " + console.bold(command) + "\n";
+        lines += "\n";
     }
     std::size_t width = 0;
     for (const auto& verdict : explanation.verdicts)
-        width = std::max(width, ruleName(verdict.rule).size());
+        width = std::max(width, columns(ruleName(environment, verdict.rule)));
     for (const auto& verdict : explanation.verdicts) {
-        const std::string line =
-            "  " + std::string(marker(verdict.decision)) + " " + padded(ruleName(verdict.rule), width) + "  ";
-        text += verdict.decision == RuleDecision::hides ? line + onOneLine(verdict.detail)
-                                                        : console.faint(line + onOneLine(verdict.detail));
-        text += "\n";
+        const std::string line = "  " + std::string(marker(verdict.decision)) + " " +
+                                 padded(ruleName(environment, verdict.rule), width) + "  " +
+                                 text(context, verdict.reason);
+        lines += (verdict.decision == RuleDecision::hides ? line : console.faint(line)) + "\n";
         if (verdict.command) {
-            text += std::string(width + 6, ' ') + console.faint(onOneLine(*verdict.command)) + "\n";
+            lines += std::string(width + 6, ' ') + console.faint(onOneLine(*verdict.command)) + "\n";
         }
     }
-    return text;
+    return lines;
 }
 
 std::string explanationsText(CommandContext& context, const std::vector<EventExplanation>& explanations) {
     const ListWriter writer(context, explanations);
-    std::string text;
+    std::string lines;
     std::string over;
     std::string unread;
     for (const auto& one : explanations) {
@@ -207,16 +168,17 @@ std::string explanationsText(CommandContext& context, const std::vector<EventExp
         } else if (isMerelyOver(one)) {
             over += writer.head(one);
         } else {
-            text += writer.head(one) + writer.causes(one);
+            lines += writer.head(one) + writer.causes(one);
         }
     }
     const auto add = [&](const char* heading, const std::string& part) {
         if (part.empty()) return;
-        text += (text.empty() ? "" : "\n") + context.console().bold(heading) + "\n" + part;
+        lines += (lines.empty() ? "" : "\n") +
+                 context.console().bold(companionText(*context.environment(), heading)) + "\n" + part;
     };
-    add("Over already", over);
-    add("What could not be read", unread);
-    return text;
+    add("Why.over", over);
+    add("Why.unread", unread);
+    return lines;
 }
 
 }  // namespace hbr

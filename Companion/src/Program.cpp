@@ -1,5 +1,6 @@
 #include "CommandContext.h"
 #include "CommandLine.h"
+#include "CompanionText.h"
 #include "Completion.h"
 #include "Console.h"
 #include "ProgramDiagnostics.h"
@@ -46,7 +47,7 @@ ExitCode run(Command& command, CommandContext& context, const ProgramDiagnostics
     }
     const bool tellsItself = command.name() == "doctor" || command.isLongLived();
     std::vector<std::string> remarks = context.remarks();
-    if (!tellsItself) remarks.push_back(diagnostics.summary());
+    if (!tellsItself) remarks.push_back(diagnostics.summary(*context.environment()));
     std::string line;
     for (const std::string& remark : remarks)
         line += (line.empty() || remark.empty() ? "" : "; ") + remark;
@@ -81,8 +82,9 @@ int runCompanion(int argc, char** argv) {
     environment->programName = "heedbanner";
     if (line.general.now) environment->clock = [now = *line.general.now] { return now; };
     platform::Environment::setCurrent(environment);
-    platform::FileLock::setPatience({.onLongWait = [](const std::filesystem::path& file) {
-        std::cerr << "heedbanner: waiting for another program to release " << onOneLine(file.native()) << "\n"
+    platform::FileLock::setPatience({.onLongWait = [environment](const std::filesystem::path& file) {
+        std::cerr << "heedbanner: "
+                  << companionText(*environment, "Program.waiting", {onOneLine(file.native())}) << "\n"
                   << std::flush;
     }});
 

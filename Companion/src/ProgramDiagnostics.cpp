@@ -1,5 +1,6 @@
 #include "ProgramDiagnostics.h"
 
+#include "CompanionText.h"
 #include "Console.h"
 
 #include <iostream>
@@ -17,7 +18,7 @@ void ProgramDiagnostics::report(platform::Diagnostic diagnostic) {
     collected_.report(std::move(diagnostic));
 }
 
-std::string ProgramDiagnostics::summary() const {
+std::string ProgramDiagnostics::summary(const platform::Environment& environment) const {
     if (verbose_) return {};
     std::size_t warnings = 0;
     std::set<std::filesystem::path> files;
@@ -27,9 +28,9 @@ std::string ProgramDiagnostics::summary() const {
         files.insert(diagnostic.file);
     }
     if (warnings == 0) return {};
-    return std::to_string(warnings) + (warnings == 1 ? " problem in " : " problems in ") +
-           std::to_string(files.size()) + (files.size() == 1 ? " file" : " files") +
-           ", which may hide something: heedbanner doctor";
+    const std::string problemCount = companionCount(environment, "Count.problems", warnings);
+    const std::string fileCount = companionCount(environment, "Count.files", files.size());
+    return companionText(environment, "Program.problems", {problemCount, fileCount});
 }
 
 std::string_view severityName(platform::Diagnostic::Severity severity) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Foundation/Diagnostics.h>
+#include <Foundation/Environment.h>
 
 #include <vector>
 
@@ -16,13 +17,14 @@ class ProgramDiagnostics final : public platform::DiagnosticsSink {
     std::vector<platform::Diagnostic> all() const { return collected_.all(); }
     /// One line that counts the warnings and points to `doctor`; empty when there are none or when they
     /// were written already.
-    std::string summary() const;
+    std::string summary(const platform::Environment& environment) const;
 
   private:
     bool verbose_;
     platform::CollectedDiagnostics collected_;
 };
 
+/// "note", "warning", "error": for the log and JSON.
 std::string_view severityName(platform::Diagnostic::Severity severity);
 
 }  // namespace hbr

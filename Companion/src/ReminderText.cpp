@@ -68,56 +68,58 @@ Reminder chosenReminder(const std::string& wanted, CommandContext& context) {
             matching([&](const Reminder& one) { return platform::lowercased(one.id()).starts_with(text); });
         // A word such as "fee" can begin an id, too.
         for (const auto& one : matching([&](const Reminder& other) {
-                 return platform::lowercased(other.localizedTitle()).find(text) != std::string::npos;
+                 return platform::lowercased(other.localizedTitle(*context.environment())).find(text) !=
+                        std::string::npos;
              })) {
             if (std::ranges::find(found, one) == found.end()) found.push_back(one);
         }
     }
     if (found.size() == 1) return found.front();
     if (found.empty()) {
-        throw CommandFailure(ExitCode::nothingThere, "no reminder of yours is called \"" + wanted +
-                                                         "\"; see them with: heedbanner reminders list");
+        throw CommandFailure(ExitCode::nothingThere,
+                             companionText(*context.environment(), "Reminders.unknown", {wanted}));
     }
-    throw CommandFailure(ExitCode::nothingThere,
-                         "several reminders of yours fit \"" + wanted + "\":" + listed(found, context));
+    throw CommandFailure(
+        ExitCode::nothingThere,
+        companionText(*context.environment(), "Reminders.several", {wanted}) + listed(found, context));
 }
 
-std::int64_t secondsOfOption(std::string_view option, const std::string& text) {
+std::int64_t secondsOfOption(std::string_view option, const std::string& text,
+                             const platform::Environment& environment) {
     const auto seconds = secondsOfDuration(text);
     if (seconds) return *seconds;
-    throw CommandFailure(
-        ExitCode::wrongUsage,
-        std::string(option) + " takes a length of time (90s, 5m, 1h30), not \"" + text + "\"");
+    throw CommandFailure(ExitCode::wrongUsage,
+                         companionText(environment, "Option.takesLength", {option, text}));
 }
 
-std::int64_t leadOfOption(std::string_view option, const std::string& text) {
+std::int64_t leadOfOption(std::string_view option, const std::string& text,
+                          const platform::Environment& environment) {
     constexpr std::int64_t longest = 24 * 3600;
-    const std::int64_t seconds = secondsOfOption(option, text);
+    const std::int64_t seconds = secondsOfOption(option, text, environment);
     if (seconds <= longest) return seconds;
     throw CommandFailure(ExitCode::wrongUsage,
-                         std::string(option) + " takes at most a day (24h), not \"" + text + "\"");
+                         companionText(environment, "Option.takesADay", {option, text}));
 }
 
 void requireAlertToCome(const Reminder& reminder, CommandContext& context) {
     const auto alert = reminder.addingTimeInterval(-static_cast<double>(reminder.timeOffsetSeconds())).date();
     if (alert > context.now()) return;
-    throw CommandFailure(ExitCode::wrongUsage, "the alert would be due at " +
-                                                   exactMoment(alert, *context.environment()) +
-                                                   ", which is past; take a shorter lead");
+    const std::string moment = exactMoment(alert, *context.environment());
+    throw CommandFailure(ExitCode::wrongUsage,
+                         companionText(*context.environment(), "Reminders.alertIsPast", {moment}));
 }
 
 void requireReadableReminders(CommandContext& context) {
     const auto& shared = *context.core().sharedDomain();
     if (hasReadableReminders(shared)) return;
-    throw CommandFailure(
-        ExitCode::failed,
-        shared.file().string() + ": your reminders (customReminders) cannot be read, see: heedbanner doctor");
+    throw CommandFailure(ExitCode::failed, shared.file().string() + ": " +
+                                               companionText(*context.environment(), "Reminders.unreadable"));
 }
 
 void requireStored(bool isStored, CommandContext& context) {
     if (isStored) return;
-    throw CommandFailure(ExitCode::failed,
-                         context.core().sharedDomain()->file().string() + ": could not be written");
+    throw CommandFailure(ExitCode::failed, context.core().sharedDomain()->file().string() + ": " +
+                                               companionText(*context.environment(), "Accounts.notWritten"));
 }
 
 }  // namespace hbr

@@ -23,10 +23,12 @@ platform::JsonValue reminderJson(const Reminder& reminder);
 Reminder chosenReminder(const std::string& wanted, CommandContext& context);
 
 /// Seconds of an option's length of time; throws CommandFailure (wrong usage).
-std::int64_t secondsOfOption(std::string_view option, const std::string& text);
+std::int64_t secondsOfOption(std::string_view option, const std::string& text,
+                             const platform::Environment& environment);
 
 /// Own reminders alert up to a day ahead.
-std::int64_t leadOfOption(std::string_view option, const std::string& text);
+std::int64_t leadOfOption(std::string_view option, const std::string& text,
+                          const platform::Environment& environment);
 
 /// Throws CommandFailure (wrong usage) when the lead puts the alert into the past: it would never come.
 void requireAlertToCome(const Reminder& reminder, CommandContext& context);

@@ -1,8 +1,9 @@
 #include "RuleText.h"
 
+#include "CompanionText.h"
+#include "NameProposal.h"
 #include "WhenWords.h"
 
-#include <Foundation/NearestName.h>
 #include <Foundation/RegularExpression.h>
 #include <Foundation/Text.h>
 #include <HbrCore/Events/FilterRuleMatcher.h>
@@ -21,6 +22,11 @@ using Comparison = FilterRule::ComparisonOperation;
 
 [[noreturn]] void refuse(const std::string& text) {
     throw CommandFailure(ExitCode::wrongUsage, "rules: " + text);
+}
+
+[[noreturn]] void refuse(const platform::Environment& environment, std::string_view key,
+                         std::initializer_list<L10n::FormatArgument> arguments = {}) {
+    refuse(companionText(environment, key, arguments));
 }
 
 /// "beginsWith", "begins with" and "begins-with" are the same.
@@ -69,8 +75,7 @@ std::string weekdayNumbers(const std::string& typed, const platform::Environment
         const auto number = wholeNumber(day);
         const auto named = number ? std::nullopt : words.weekday(day);
         if (!named && (!number || *number < 1 || *number > 7)) {
-            refuse("\"" + day + "\" is no day of the week; type 1 (Sunday) to 7 (Saturday) or names, " +
-                   "with commas between them");
+            refuse(environment, "Rules.noWeekday", {day});
         }
         days.insert(named ? *named : *number);
     }
@@ -80,13 +85,11 @@ std::string weekdayNumbers(const std::string& typed, const platform::Environment
     return value;
 }
 
-void requireWorkingPattern(const FilterRule& rule) {
+void requireWorkingPattern(const FilterRule& rule, const platform::Environment& environment) {
     try {
         platform::RegularExpression{wildcardPattern(rule.value)};
     } catch (const platform::RegularExpression::Error&) {
-        refuse("the pattern \"" + rule.value +
-               "\" would never match: brackets and backslashes have a meaning in patterns; " +
-               "put a backslash before one that is meant as it stands");
+        refuse(environment, "Rules.brokenPattern", {rule.value});
     }
 }
 
@@ -95,7 +98,8 @@ void requireWorkingPattern(const FilterRule& rule) {
 std::string ruleText(const FilterRule& rule, const platform::Environment& environment) {
     const std::string text = onOneLine(displayText(rule, environment));
     if (rule.comparison == Comparison::isOnDayOfWeek) return text;
-    return text + ", letter case " + (rule.isCaseSensitive ? "matters" : "does not matter");
+    return text + ", " +
+           companionText(environment, rule.isCaseSensitive ? "Rules.caseMatters" : "Rules.caseIgnored");
 }
 
 bool isFieldName(const std::string& word) {
@@ -105,11 +109,12 @@ bool isFieldName(const std::string& word) {
 FilterRule typedRule(const std::vector<std::string>& words, bool isCaseSensitive,
                      const platform::Environment& environment) {
     const std::span<const FilterRule::Field> fields = FilterRule::allFields;
-    if (words.empty()) refuse("say FIELD COMPARISON VALUE, for example: title contains Lunch");
+    if (words.empty()) refuse(environment, "Rules.sayRule");
     const auto field = namedCase(words[0], fields);
     if (!field) {
-        refuse("there is no field \"" + words[0] + "\"" + platform::proposal(words[0], namesOf(fields)) +
-               "; there are " + listed(namesOf(fields)));
+        refuse(companionText(environment, "Rules.noField", {words[0]}) +
+               nameProposal(environment, words[0], namesOf(fields)) + "; " +
+               companionText(environment, "Rules.thereAre", {listed(namesOf(fields))}));
     }
     FilterRule rule = FilterRule::makeDefault();
     rule.field = *field;
@@ -118,20 +123,22 @@ FilterRule typedRule(const std::vector<std::string>& words, bool isCaseSensitive
     const auto comparison = words.size() > 1 ? namedCase(words[1], allowed) : std::nullopt;
     if (!comparison && allowed.size() > 1) {
         const std::string word = words.size() > 1 ? words[1] : "";
-        refuse("\"" + word + "\" is no comparison for " + std::string(rawValue(*field)) +
-               platform::proposal(word, namesOf(allowed)) + "; there are " + listed(namesOf(allowed)));
+        refuse(companionText(environment, "Rules.noComparison", {word, rawValue(*field)}) +
+               nameProposal(environment, word, namesOf(allowed)) + "; " +
+               companionText(environment, "Rules.thereAre", {listed(namesOf(allowed))}));
     }
     rule.comparison = comparison.value_or(defaultComparisonOperation(*field));
     const bool isAboutDays = rule.comparison == Comparison::isOnDayOfWeek;
     for (std::size_t i = comparison ? 2 : 1; i < words.size(); ++i)
         rule.value += (rule.value.empty() ? "" : isAboutDays ? "," : " ") + words[i];
     if (isAboutDays) rule.value = weekdayNumbers(rule.value, environment);
-    if (rule.value.empty()) refuse("the value is missing; a rule without one leaves nothing out");
-    if (rule.comparison == Comparison::matches) requireWorkingPattern(rule);
+    if (rule.value.empty()) refuse(environment, "Rules.noValue");
+    if (rule.comparison == Comparison::matches) requireWorkingPattern(rule, environment);
     return rule;
 }
 
-FilterRule chosenRule(const std::string& wanted, const std::vector<FilterRule>& rules) {
+FilterRule chosenRule(const std::string& wanted, const std::vector<FilterRule>& rules,
+                      const platform::Environment& environment) {
     const auto number = wholeNumber(wanted);
     if (number && *number >= 1 && static_cast<std::size_t>(*number) <= rules.size()) {
         return rules[static_cast<std::size_t>(*number) - 1];
@@ -143,9 +150,9 @@ FilterRule chosenRule(const std::string& wanted, const std::vector<FilterRule>& 
             found.push_back(rule);
     }
     if (found.size() == 1) return found.front();
-    throw CommandFailure(ExitCode::nothingThere,
-                         (found.empty() ? "no rule is called \"" : "several rules are called \"") + wanted +
-                             "\"; see them with: heedbanner rules list");
+    throw CommandFailure(
+        ExitCode::nothingThere,
+        companionText(environment, found.empty() ? "Rules.unknown" : "Rules.several", {wanted}));
 }
 
 }  // namespace hbr

@@ -23,6 +23,7 @@ bool isFieldName(const std::string& word);
 
 /// The stored rule meant by its number in the list, its id or a beginning of it. Throws CommandFailure
 /// (nothing there to act on).
-FilterRule chosenRule(const std::string& wanted, const std::vector<FilterRule>& rules);
+FilterRule chosenRule(const std::string& wanted, const std::vector<FilterRule>& rules,
+                      const platform::Environment& environment);
 
 }  // namespace hbr

@@ -1,13 +1,15 @@
 #include "SettingCatalogue.h"
 
+#include "CompanionText.h"
+#include "NameProposal.h"
 #include "UnreadableRecords.h"
 
 #include <Companion/DurationText.h>
 
 #include <Companion/ExitCode.h>
-#include <Foundation/NearestName.h>
 #include <Foundation/Text.h>
 
+#include <algorithm>
 #include <charconv>
 
 namespace hbr {
@@ -16,10 +18,6 @@ namespace {
 
 using platform::JsonValue;
 using platform::PropertyValue;
-
-[[noreturn]] void refuse(const std::string& name, const std::string& takes, const std::string& value) {
-    throw SettingRefusal(name + " takes " + takes + ", not \"" + value + "\"");
-}
 
 std::string shown(const JsonValue& value) {
     const auto* text = value.asString();
@@ -33,58 +31,67 @@ std::optional<std::int64_t> wholeNumber(std::string_view text) {
     return value;
 }
 
-struct Range {
-    std::int64_t first = 0;
-    std::int64_t last = 0;
+using Form = SettingKind::Form;
 
-    bool contains(std::int64_t value) const { return value >= first && value <= last; }
-    std::string text() const { return "from " + std::to_string(first) + " to " + std::to_string(last); }
-};
+std::string_view formKey(Form form) {
+    switch (form) {
+        case Form::boolean:
+            return "Settings.takes.boolean";
+        case Form::seconds:
+            return "Settings.takes.seconds";
+        case Form::days:
+            return "Settings.takes.days";
+        case Form::minutes:
+            return "Settings.takes.minutes";
+        case Form::identifiers:
+            return "Settings.takes.identifiers";
+        case Form::listOfMinutes:
+            return "Settings.takes.listOfMinutes";
+        case Form::rules:
+            break;
+    }
+    return "Settings.takes.rules";
+}
+
+/// Stored under its own name.
+SettingEntry blank(std::string name, SettingKind kind) {
+    SettingEntry entry;
+    entry.key = name;
+    entry.name = std::move(name);
+    entry.kind = kind;
+    return entry;
+}
 
 template <class Get>
-SettingEntry boolean(std::string name, std::string key, std::string meaning, Get get) {
-    SettingEntry entry{
-        std::move(name), std::move(key), true, std::move(meaning), "true or false", {}, {}, {}, {}, {}};
+SettingEntry boolean(std::string name, Get get) {
+    SettingEntry entry = blank(std::move(name), {Form::boolean});
     entry.read = [get](const UserSettingsStore& settings) { return JsonValue((settings.*get)()); };
-    entry.parse = [name = entry.name, takes = entry.takes](const std::string& text) {
+    entry.parse = [name = entry.name](const std::string& text) {
         const std::string word = platform::lowercased(text);
         if (word == "true" || word == "yes" || word == "on" || word == "1") return JsonValue(true);
         if (word == "false" || word == "no" || word == "off" || word == "0") return JsonValue(false);
-        refuse(name, takes, text);
+        throw SettingRefusal(name, text);
     };
-    entry.check = [name = entry.name, takes = entry.takes](const JsonValue& value) {
-        if (!value.asBool()) refuse(name, takes, shown(value));
+    entry.check = [name = entry.name](const JsonValue& value) {
+        if (!value.asBool()) throw SettingRefusal(name, shown(value));
     };
     entry.stored = [](const JsonValue& value) { return PropertyValue(*value.asBool()); };
     entry.isReadable = [](const PropertyValue& value) { return value.asBool().has_value(); };
     return entry;
 }
 
-using ParseNumber = std::optional<std::int64_t> (*)(std::string_view);
-
 template <class Get>
-SettingEntry number(std::string name, std::string key, std::string meaning, const std::string& unit,
-                    Range range, ParseNumber parseNumber, Get get) {
-    SettingEntry entry{std::move(name),
-                       std::move(key),
-                       true,
-                       std::move(meaning),
-                       "a whole number of " + unit + " " + range.text(),
-                       {},
-                       {},
-                       {},
-                       {},
-                       {}};
-    if (parseNumber == secondsOfDuration) entry.takes += " (also as 90s, 5m, 1h)";
+SettingEntry number(std::string name, SettingKind kind, Get get) {
+    SettingEntry entry = blank(std::move(name), kind);
     entry.read = [get](const UserSettingsStore& settings) { return JsonValue((settings.*get)()); };
-    entry.parse = [name = entry.name, takes = entry.takes, range, parseNumber](const std::string& text) {
-        const auto value = parseNumber(text);
-        if (!value || !range.contains(*value)) refuse(name, takes, text);
+    entry.parse = [name = entry.name, kind](const std::string& text) {
+        const auto value = kind.form == Form::seconds ? secondsOfDuration(text) : wholeNumber(text);
+        if (!value || !kind.contains(*value)) throw SettingRefusal(name, text);
         return JsonValue(*value);
     };
-    entry.check = [name = entry.name, takes = entry.takes, range](const JsonValue& value) {
+    entry.check = [name = entry.name, kind](const JsonValue& value) {
         const auto whole = value.asInteger();
-        if (!whole || !range.contains(*whole)) refuse(name, takes, shown(value));
+        if (!whole || !kind.contains(*whole)) throw SettingRefusal(name, shown(value));
     };
     entry.stored = [](const JsonValue& value) { return PropertyValue(*value.asInteger()); };
     entry.isReadable = [](const PropertyValue& value) { return value.asInteger().has_value(); };
@@ -102,17 +109,8 @@ JsonValue parseList(const std::string& text, Element element) {
 }
 
 template <class Get>
-SettingEntry identifiers(std::string name, std::string key, std::string meaning, Get get) {
-    SettingEntry entry{std::move(name),
-                       std::move(key),
-                       true,
-                       std::move(meaning),
-                       "identifiers with commas between them",
-                       {},
-                       {},
-                       {},
-                       {},
-                       {}};
+SettingEntry identifiers(std::string name, Get get) {
+    SettingEntry entry = blank(std::move(name), {Form::identifiers});
     entry.read = [get](const UserSettingsStore& settings) {
         JsonValue list = JsonValue::array();
         for (const auto& identifier : (settings.*get)())
@@ -122,10 +120,10 @@ SettingEntry identifiers(std::string name, std::string key, std::string meaning,
     entry.parse = [](const std::string& text) {
         return parseList(text, [](const std::string& piece) { return JsonValue(piece); });
     };
-    entry.check = [name = entry.name, takes = entry.takes](const JsonValue& value) {
-        if (!value.asArray()) refuse(name, takes, shown(value));
+    entry.check = [name = entry.name](const JsonValue& value) {
+        if (!value.asArray()) throw SettingRefusal(name, shown(value));
         for (const auto& one : *value.asArray()) {
-            if (!one.asString() || one.asString()->empty()) refuse(name, takes, shown(one));
+            if (!one.asString() || one.asString()->empty()) throw SettingRefusal(name, shown(one));
         }
     };
     entry.stored = [](const JsonValue& value) {
@@ -138,33 +136,24 @@ SettingEntry identifiers(std::string name, std::string key, std::string meaning,
     return entry;
 }
 
-SettingEntry snoozeTimes(Range range) {
-    SettingEntry entry{"customSnoozeTimes",
-                       "customSnoozeTimes",
-                       true,
-                       "Snooze times of your own, in minutes",
-                       "whole numbers of minutes " + range.text() + " with commas between them",
-                       {},
-                       {},
-                       {},
-                       {},
-                       {}};
+SettingEntry snoozeTimes(SettingKind kind) {
+    SettingEntry entry = blank("customSnoozeTimes", kind);
     entry.read = [](const UserSettingsStore& settings) {
         JsonValue list = JsonValue::array();
         for (const std::int64_t minutes : settings.customSnoozeTimes())
             list.append(minutes);
         return list;
     };
-    entry.check = [name = entry.name, takes = entry.takes, range](const JsonValue& value) {
-        if (!value.asArray()) refuse(name, takes, shown(value));
+    entry.check = [name = entry.name, kind](const JsonValue& value) {
+        if (!value.asArray()) throw SettingRefusal(name, shown(value));
         for (const auto& one : *value.asArray()) {
-            if (!one.asInteger() || !range.contains(*one.asInteger())) refuse(name, takes, shown(one));
+            if (!one.asInteger() || !kind.contains(*one.asInteger())) throw SettingRefusal(name, shown(one));
         }
     };
-    entry.parse = [check = entry.check, name = entry.name, takes = entry.takes](const std::string& text) {
+    entry.parse = [check = entry.check, name = entry.name](const std::string& text) {
         JsonValue list = parseList(text, [&](const std::string& piece) {
             const auto minutes = wholeNumber(piece);
-            if (!minutes) refuse(name, takes, piece);
+            if (!minutes) throw SettingRefusal(name, piece);
             return JsonValue(*minutes);
         });
         check(list);
@@ -181,29 +170,20 @@ SettingEntry snoozeTimes(Range range) {
 }
 
 SettingEntry excludeRules() {
-    SettingEntry entry{"excludeRules",
-                       "excludeRules",
-                       true,
-                       "Rules that leave events out",
-                       "a JSON list of rules with id, field, comparison, value and isCaseSensitive",
-                       {},
-                       {},
-                       {},
-                       {},
-                       {}};
+    SettingEntry entry = blank("excludeRules", {Form::rules});
     entry.read = [](const UserSettingsStore& settings) {
         return JsonCoding<std::vector<FilterRule>>::encode(settings.excludeRules());
     };
-    entry.check = [name = entry.name, takes = entry.takes](const JsonValue& value) {
+    entry.check = [name = entry.name](const JsonValue& value) {
         try {
             JsonCoding<std::vector<FilterRule>>::decode(value);
         } catch (const platform::DecodingError& error) {
-            throw SettingRefusal(name + " takes " + takes + ": " + error.what());
+            throw SettingRefusal(name, shown(value), error.what());
         }
     };
-    entry.parse = [name = entry.name, takes = entry.takes](const std::string& text) {
+    entry.parse = [name = entry.name](const std::string& text) {
         const auto json = platform::parseJson(text);
-        if (!json) refuse(name, takes, text);
+        if (!json) throw SettingRefusal(name, text);
         return *json;
     };
     entry.stored = [](const JsonValue& value) {
@@ -224,47 +204,64 @@ SettingEntry excludeRules() {
 
 std::vector<SettingEntry> makeCatalogue() {
     using Store = UserSettingsStore;
-    constexpr Range leadSeconds{0, 24 * 3600};
-    constexpr Range days{0, 365};
-    constexpr Range minutes{1, 24 * 60};
-    constexpr Range delay{0, 60};
+    constexpr SettingKind leadSeconds{Form::seconds, 0, 24 * 3600};
+    constexpr SettingKind days{Form::days, 0, 365};
+    constexpr SettingKind minutes{Form::minutes, 1, 24 * 60};
+    constexpr SettingKind delay{Form::seconds, 0, 60};
     std::vector<SettingEntry> all;
-    all.push_back(identifiers("activeCalendarIdentifiers", "activeCalendarIdentifiers",
-                              "The calendars that are watched (see: heedbanner calendars)",
-                              &Store::activeCalendarIdentifiers));
-    all.push_back(identifiers("activeReminderListIdentifiers", "activeReminderListIdentifiers",
-                              "The task lists that are watched (see: heedbanner reminder-lists)",
-                              &Store::activeReminderListIdentifiers));
-    all.push_back(number("timeOffsetSeconds", "timeOffsetSeconds",
-                         "How long before its start an event alerts", "seconds", leadSeconds,
-                         secondsOfDuration, &Store::timeOffsetSeconds));
-    all.push_back(boolean("showOnlyEventsWithAlert", "showOnlyEventsWithAlert",
-                          "Only events that carry an alarm of their own", &Store::showOnlyEventsWithAlert));
-    all.push_back(boolean("showOnlyAcceptedEvents", "showTentativeEvents",
-                          "Only invitations that you accepted", &Store::showOnlyAcceptedEvents));
-    all.push_back(boolean("showOnlyEventsWithVideoConference", "showOnlyEventsWithVideoConference",
-                          "Only events with a conference link", &Store::showOnlyEventsWithVideoConference));
-    all.push_back(number("upcomingEventsDaysFilter", "upcomingEventsDaysFilter",
-                         "How many days after today are looked at", "days", days, wholeNumber,
-                         &Store::upcomingEventsDaysFilter));
-    all.push_back(boolean("includeTravelTime", "includeTravelTime", "Alert earlier by the travel time",
-                          &Store::includeTravelTime));
-    all.push_back(snoozeTimes(minutes));
-    all.push_back(number("defaultSnooze1", "defaultSnooze1", "The first snooze time that is offered",
-                         "minutes", minutes, wholeNumber, &Store::defaultSnooze1));
-    all.push_back(number("defaultSnooze2", "defaultSnooze2", "The second snooze time that is offered",
-                         "minutes", minutes, wholeNumber, &Store::defaultSnooze2));
+    all.push_back(identifiers("activeCalendarIdentifiers", &Store::activeCalendarIdentifiers));
+    all.push_back(identifiers("activeReminderListIdentifiers", &Store::activeReminderListIdentifiers));
+    all.push_back(number("timeOffsetSeconds", leadSeconds, &Store::timeOffsetSeconds));
+    all.push_back(boolean("showOnlyEventsWithAlert", &Store::showOnlyEventsWithAlert));
+    all.push_back(boolean("showOnlyAcceptedEvents", &Store::showOnlyAcceptedEvents));
+    all.back().key = "showTentativeEvents";
+    all.push_back(boolean("showOnlyEventsWithVideoConference", &Store::showOnlyEventsWithVideoConference));
+    all.push_back(number("upcomingEventsDaysFilter", days, &Store::upcomingEventsDaysFilter));
+    all.push_back(boolean("includeTravelTime", &Store::includeTravelTime));
+    all.push_back(snoozeTimes({Form::listOfMinutes, minutes.first, minutes.last}));
+    all.push_back(number("defaultSnooze1", minutes, &Store::defaultSnooze1));
+    all.push_back(number("defaultSnooze2", minutes, &Store::defaultSnooze2));
     all.push_back(excludeRules());
-    all.push_back(boolean("debugScreenshotMode", "debug_screenshotMode",
-                          "Show demonstration events in place of your own", &Store::debugScreenshotMode));
-    all.push_back(number("keyboardShortcutsDelay", "keyboardShortcutsDelay",
-                         "How long an alert waits before it takes keys", "seconds", delay, secondsOfDuration,
-                         &Store::keyboardShortcutsDelay));
+    all.push_back(boolean("debugScreenshotMode", &Store::debugScreenshotMode));
+    all.back().key = "debug_screenshotMode";
+    all.push_back(number("keyboardShortcutsDelay", delay, &Store::keyboardShortcutsDelay));
     all.back().isShared = false;
     return all;
 }
 
+const SettingEntry* entryNamed(std::string_view name) {
+    const auto& all = settingCatalogue();
+    const auto found = std::ranges::find_if(all, [&](const SettingEntry& one) { return one.name == name; });
+    return found == all.end() ? nullptr : &*found;
+}
+
+/// The bounds are values to type: plain digits.
+template <class Text>
+std::string takesText(const SettingKind& kind, const Text& text) {
+    const std::string first = std::to_string(kind.first);
+    const std::string last = std::to_string(kind.last);
+    const L10n::FormatArgument bounds[] = {first, last};
+    return text(formKey(kind.form), std::span(bounds));
+}
+
 }  // namespace
+
+std::string SettingRefusal::text(const platform::Environment& environment) const {
+    const SettingEntry* entry = entryNamed(setting);
+    const std::string takes = entry ? entry->takes(environment) : "";
+    return reason.empty() ? companionText(environment, "Settings.refused", {setting, takes, value})
+                          : companionText(environment, "Settings.refusedFor", {setting, takes, reason});
+}
+
+std::string SettingEntry::meaning(const platform::Environment& environment) const {
+    return companionText(environment, "Settings.meaning." + name);
+}
+
+std::string SettingEntry::takes(const platform::Environment& environment) const {
+    return takesText(kind, [&](std::string_view formName, std::span<const L10n::FormatArgument> bounds) {
+        return companionText(environment, formName, bounds);
+    });
+}
 
 bool SettingEntry::isStored(const UserSettingsStore& settings) const {
     return settings.domains().domain(isShared)->value(key).has_value();
@@ -296,17 +293,21 @@ const std::vector<SettingEntry>& settingCatalogue() {
     return catalogue;
 }
 
-const SettingEntry& settingNamed(const std::string& name) {
+const SettingEntry& settingNamed(const std::string& name, const platform::Environment& environment) {
+    if (const SettingEntry* entry = entryNamed(name)) return *entry;
     std::vector<std::string> names;
-    for (const auto& entry : settingCatalogue()) {
-        if (entry.name == name) return entry;
+    for (const auto& entry : settingCatalogue())
         names.push_back(entry.name);
-    }
-    throw CommandFailure(ExitCode::wrongUsage,
-                         "no setting is called \"" + name + "\"" + platform::proposal(name, names));
+    throw CommandFailure(ExitCode::wrongUsage, companionText(environment, "Settings.unknown", {name}) +
+                                                   nameProposal(environment, name, names));
 }
 
-std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& settings) {
+const SettingEntry& excludeRulesSetting() {
+    return *entryNamed("excludeRules");
+}
+
+std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& settings,
+                                                     const platform::Environment& environment) {
     std::vector<platform::Diagnostic> found;
     for (const auto& entry : settingCatalogue()) {
         const auto& domain = settings.domains().domain(entry.isShared);
@@ -315,11 +316,14 @@ std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& se
         platform::Diagnostic diagnostic;
         diagnostic.file = domain->file();
         diagnostic.field = entry.key;
-        diagnostic.text =
-            entry.name + " takes " + entry.takes +
-            "; what is stored is of another kind, so the default counts. Mend it with: heedbanner "
-            "settings reset " +
-            entry.name;
+        const std::string takes =
+            takesText(entry.kind, [&](std::string_view key, std::span<const L10n::FormatArgument> bounds) {
+                return englishCompanionText(environment, key, bounds);
+            });
+        diagnostic.text = entry.name + " takes " + takes +
+                          "; the stored value has the wrong type, so the default is used. Fix it with: "
+                          "heedbanner settings reset " +
+                          entry.name;
         found.push_back(std::move(diagnostic));
     }
     for (auto& diagnostic : unreadableRecords(*settings.domains().shared))

@@ -126,7 +126,7 @@ StatusTemplate::Values statusValues(const Status& status, const CoreServices& co
     const platform::ClockReading clock = status.clock();
     const bool isCurrent = isCurrentEvent(event, clock) && !isAnyReminder(event);
     const platform::Date bound = isCurrent ? event.endDate : event.startDate;
-    values["title"] = titleOf(event);
+    values["title"] = titleOf(event, *core.environment());
     values["when"] = shortRelativeText(bound, isCurrent, clock, formatters);
     values["compact"] = compactRelativeText(bound, isCurrent, clock, formatters);
     values["time"] = timesText(event, formatters, clock);
@@ -154,7 +154,7 @@ std::string statusTooltip(const Status& status, const CoreServices& core) {
     for (std::size_t i = 0; i < count; ++i) {
         const Event& event = *status.agenda[i].event;
         lines.push_back(timesText(event, core.formatters(), status.clock()) + "  " +
-                        shortened(titleOf(event), longestTitle));
+                        shortened(titleOf(event, *core.environment()), longestTitle));
     }
     if (count > 0 && status.agenda.size() > count)
         lines.push_back(companionText(*core.environment(), "Status.more",

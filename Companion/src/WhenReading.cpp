@@ -1,8 +1,7 @@
 #include "WhenReading.h"
 
+#include "WhenRefusing.h"
 #include "WhenTokens.h"
-
-#include <Companion/WhenText.h>
 
 #include <cstdio>
 
@@ -12,14 +11,11 @@ namespace {
 
 using Kind = WhenToken::Kind;
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw WhenRefusal(text, true);
-}
-
 /// Reads the pieces from the first to the last.
 class Reader {
   public:
-    Reader(std::string_view text, std::vector<WhenToken> tokens) : tokens_(std::move(tokens)) {
+    Reader(std::string_view text, const WhenWords& words)
+        : environment_(words.environment()), tokens_(whenTokens(text, words)) {
         reading_.text = text;
     }
 
@@ -31,6 +27,11 @@ class Reader {
     }
 
   private:
+    [[noreturn]] void refuse(std::string_view key,
+                             std::initializer_list<L10n::FormatArgument> arguments = {}) const {
+        refuseWhen(environment_, key, arguments);
+    }
+
     const WhenToken* peek(std::size_t ahead = 0) const {
         return at_ + ahead < tokens_.size() ? &tokens_[at_ + ahead] : nullptr;
     }
@@ -56,7 +57,7 @@ class Reader {
                 if (nextIs(WhenWord::oclock) || nextIs(WhenWord::am) || nextIs(WhenWord::pm)) {
                     return readTime(token.parts[0], token.parts[1], 0, token.text);
                 }
-                if (dotted_) refuse("\"" + token.text + "\" and \"" + dotted_->text + "\" are ambiguous");
+                if (dotted_) refuse("When.twoAmbiguous", {token.text, dotted_->text});
                 dotted_ = token;
                 return;
             case Kind::slashed:
@@ -73,8 +74,7 @@ class Reader {
             case WhenWord::dayAfterTomorrow:
                 return setDayOffset(2);
             case WhenWord::weekday:
-                if (reading_.weekday && *reading_.weekday != token.meaning.value)
-                    refuse("two days of the week are named");
+                if (reading_.weekday && *reading_.weekday != token.meaning.value) refuse("When.twoWeekdays");
                 reading_.weekday = token.meaning.value;
                 return;
             case WhenWord::month:
@@ -85,7 +85,7 @@ class Reader {
             case WhenWord::noon:
                 return setTime(12, 0, 0, token.text);
             case WhenWord::midnight:
-                refuse("\"" + token.text + "\" can begin or end a day: type 0:00 and the day that it begins");
+                refuse("When.midnight", {token.text});
             case WhenWord::half:
                 return readHalf(token);
             case WhenWord::one:
@@ -112,7 +112,7 @@ class Reader {
             --at_;
             return addLength(1);
         }
-        refuse("\"" + token.text + "\" says nothing here; type for example \"tomorrow 9:00\" or \"in 20m\"");
+        refuse("When.saysNothing", {token.text});
     }
 
     void readNumber(const WhenToken& token) {
@@ -127,11 +127,10 @@ class Reader {
         if (token.isOrdinal || !next ||
             !(next->is(WhenWord::am) || next->is(WhenWord::pm) || next->is(WhenWord::oclock))) {
             const std::string hour = std::to_string(value);
-            if (isAfterIn_) refuse("\"" + token.text + "\" has no unit; type " + hour + "m or " + hour + "h");
-            refuse("\"" + token.text + "\" alone is ambiguous" +
-                   (value < 13   ? "; type " + hour + ":00, " + hour + "am or " + hour + "pm"
-                    : value < 24 ? "; type " + hour + ":00"
-                                 : ""));
+            if (isAfterIn_) refuse("When.noUnit", {token.text, hour});
+            if (value < 13) refuse("When.alone.half", {token.text, hour});
+            if (value < 24) refuse("When.alone.hour", {token.text, hour});
+            refuse("When.alone", {token.text});
         }
         readTime(value, 0, 0, token.text);
     }
@@ -139,7 +138,7 @@ class Reader {
     /// A month's name, with its day after it.
     void readMonth(const WhenToken& token) {
         const WhenToken* next = peek();
-        if (!next || !next->is(Kind::number)) refuse("\"" + token.text + "\" needs its day: type 2026-12-01");
+        if (!next || !next->is(Kind::number)) refuse("When.needsDay", {token.text});
         const int day = next->parts[0];
         ++at_;
         setDate(takeYear(), token.meaning.value, day);
@@ -168,9 +167,9 @@ class Reader {
         }
         if (nextIs(WhenWord::am) && isDay(peek(1)) && hour >= noon) {
             // "um 14 Uhr am Freitag"; at twelve it could be midnight.
-            if (hour == noon) refuse("\"" + text + " am\" can be noon or midnight; type 12:00 or 0:00");
+            if (hour == noon) refuse("When.noonOrMidnight", {text});
         } else if (nextIs(WhenWord::am) || nextIs(WhenWord::pm)) {
-            if (hour < 1 || hour > noon) refuse("there is no time \"" + text + " " + peek()->text + "\"");
+            if (hour < 1 || hour > noon) refuse("When.noTime", {text + " " + peek()->text});
             hour = hour % noon + (nextIs(WhenWord::pm) ? noon : 0);
             isMarked = true;
         }
@@ -189,7 +188,7 @@ class Reader {
             ++at_;
             return addSeconds(1800);
         }
-        refuse("\"" + token.text + "\" is not understood; type the minutes, for example \"in 30m\" or 8:30");
+        refuse("When.half", {token.text});
     }
 
     void readSlashed(const WhenToken& token) {
@@ -199,14 +198,14 @@ class Reader {
         const int year = token.parts[2];
         if (a > months) return setDate(year, b, a);
         if (b > months || a == b) return setDate(year, a, b);
-        char text[120];
         if (year == 0) {
-            std::snprintf(text, sizeof text, "type %d.%d. for day %d of month %d, or %d.%d.", a, b, a, b, b,
-                          a);
-        } else {
-            std::snprintf(text, sizeof text, "type %04d-%02d-%02d or %04d-%02d-%02d", year, a, b, year, b, a);
+            refuse("When.slashedWithoutYear", {token.text, std::to_string(a), std::to_string(b)});
         }
-        refuse("\"" + token.text + "\" is ambiguous: " + text);
+        char first[40];
+        char second[40];
+        std::snprintf(first, sizeof first, "%04d-%02d-%02d", year, a, b);
+        std::snprintf(second, sizeof second, "%04d-%02d-%02d", year, b, a);
+        refuse("When.slashed", {token.text, std::string_view(first), std::string_view(second)});
     }
 
     /// "1.12" is the date when a time is named, the time when a day is named.
@@ -220,8 +219,9 @@ class Reader {
         const bool canBeTime = a < 24 && b < 60 && hasTwoDigits && !reading_.time;
         const bool canBeDate = a >= 1 && a <= 31 && b >= 1 && b <= 12 && !namesDay;
         if (canBeTime && canBeDate) {
-            refuse("\"" + dotted_->text + "\" can be a day or a time: type " + dotted_->text + ". or " +
-                   std::to_string(a) + dotted_->text.substr(dotted_->text.find('.')).replace(0, 1, ":"));
+            std::string time = dotted_->text;
+            time[time.find('.')] = ':';
+            refuse("When.dayOrTime", {dotted_->text, time});
         }
         if (canBeDate) return setDate(0, b, a);
         setTime(a, b, 0, dotted_->text);
@@ -229,18 +229,18 @@ class Reader {
 
     void setDate(int year, int month, int day) {
         const platform::LocalTime date{year, month, day, 0, 0, 0};
-        if (reading_.dayOffset || reading_.date) refuse("two days are named");
+        if (reading_.dayOffset || reading_.date) refuse("When.twoDays");
         reading_.date = date;
     }
 
     void setDayOffset(int days) {
-        if (reading_.dayOffset || reading_.date) refuse("two days are named");
+        if (reading_.dayOffset || reading_.date) refuse("When.twoDays");
         reading_.dayOffset = days;
     }
 
     void setTime(int hour, int minute, int second, const std::string& text) {
-        if (hour > 23 || minute > 59 || second > 59) refuse("there is no time \"" + text + "\"");
-        if (reading_.time) refuse("two times of day are named");
+        if (hour > 23 || minute > 59 || second > 59) refuse("When.noTime", {text});
+        if (reading_.time) refuse("When.twoTimes");
         reading_.time = {hour, minute, second};
     }
 
@@ -278,7 +278,7 @@ class Reader {
         const WhenToken* behind = peek(1);
         constexpr int minutes = 60;
         if (unit.seconds == 3600 && rest && rest->is(Kind::number) && !rest->isOrdinal && !behind) {
-            if (rest->parts[0] >= minutes) refuse("\"" + rest->text + "\" is too many minutes");
+            if (rest->parts[0] >= minutes) refuse("When.tooManyMinutes", {rest->text});
             ++at_;
             addSeconds(rest->parts[0] * 60.0);
         }
@@ -287,10 +287,11 @@ class Reader {
     void addSeconds(double seconds) { reading_.seconds = reading_.seconds.value_or(0) + seconds; }
     void addDays(double days) {
         constexpr double most = 1e6;
-        if (days > most) refuse("that is too far away");
+        if (days > most) refuse("When.tooFar");
         reading_.days = reading_.days.value_or(0) + static_cast<int>(days);
     }
 
+    const platform::Environment& environment_;
     std::vector<WhenToken> tokens_;
     std::size_t at_ = 0;
     WhenReading reading_;
@@ -301,7 +302,7 @@ class Reader {
 }  // namespace
 
 WhenReading readWhen(std::string_view text, const WhenWords& words) {
-    return Reader(text, whenTokens(text, words)).read();
+    return Reader(text, words).read();
 }
 
 }  // namespace hbr

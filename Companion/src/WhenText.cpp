@@ -1,6 +1,7 @@
 #include <Companion/WhenText.h>
 
 #include "WhenReading.h"
+#include "WhenRefusing.h"
 
 #include <Foundation/Text.h>
 
@@ -35,10 +36,6 @@ std::string typedOffset(int seconds) {
     return (seconds < 0 ? "-" : "+") + typedTime(minutes / 60, minutes % 60);
 }
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw WhenRefusal(text, true);
-}
-
 bool isReal(const LocalTime& time) {
     return platform::localTimeOf(platform::secondsOf(time)) == time;
 }
@@ -53,6 +50,7 @@ class Resolution {
   public:
     Resolution(const WhenReading& reading, const platform::Environment& environment)
         : reading_(reading),
+          environment_(environment),
           calendar_(environment.calendar),
           zone_(calendar_.timeZone()),
           now_(environment.now()),
@@ -62,24 +60,26 @@ class Resolution {
 
     Date moment() const {
         const Date moment = resolved();
-        if (moment <= now_) refuse(typedMoment(moment, calendar_) + " is past");
+        if (moment <= now_) refuse("When.past", {typedMoment(moment, calendar_)});
         return moment;
     }
 
   private:
+    [[noreturn]] void refuse(std::string_view key,
+                             std::initializer_list<L10n::FormatArgument> arguments = {}) const {
+        refuseWhen(environment_, key, arguments);
+    }
+
     Date resolved() const {
         const bool namesDay = reading_.date || reading_.weekday || reading_.dayOffset;
         const bool hasLength = reading_.seconds || reading_.days;
         if (hasLength && !namesDay && !reading_.time) return afterLength();
         if (hasLength) {
-            if (namesDay || reading_.seconds)
-                refuse("a length of time and a day or time of day do not go together");
+            if (namesDay || reading_.seconds) refuse("When.lengthAndDay");
             return at(daysLater(today_, *reading_.days));
         }
-        if (!namesDay && !reading_.time) refuse("no moment is named; type for example \"tomorrow 9:00\"");
-        if (!reading_.time) {
-            refuse("the time of day is missing; type for example \"" + reading_.text + " 9:00\"");
-        }
+        if (!namesDay && !reading_.time) refuse("When.noMoment");
+        if (!reading_.time) refuse("When.noTimeOfDay", {reading_.text});
         if (reading_.date) return atDate();
         if (reading_.dayOffset) return atDayOffset();
         if (reading_.weekday) return atWeekday();
@@ -89,16 +89,15 @@ class Resolution {
     Date afterLength() const {
         const double seconds = reading_.seconds.value_or(0);
         const int days = reading_.days.value_or(0);
-        if (days > furthestDays || seconds > furthestDays * secondsADay) refuse("that is too far away");
-        if (days == 0 && seconds == 0) refuse("a length of time must be longer than nothing");
+        if (days > furthestDays || seconds > furthestDays * secondsADay) refuse("When.tooFar");
+        if (days == 0 && seconds == 0) refuse("When.zero");
         return calendar_.addingDays(now_, days).addingTimeInterval(seconds);
     }
 
     Date atTimeAlone() const {
         const Date moment = at(today_);
         if (moment > now_) return moment;
-        const std::string time = timeText();
-        refuse(time + " today is past; type \"tomorrow " + time + "\" if that is meant");
+        refuse("When.pastToday", {timeText()});
     }
 
     Date atDayOffset() const {
@@ -110,7 +109,7 @@ class Resolution {
     Date atDate() const {
         LocalTime day = *reading_.date;
         if (day.year != 0) {
-            if (!isReal(day)) refuse("there is no " + typedDay(day));
+            if (!isReal(day)) refuse("When.noDay", {typedDay(day)});
             requireWeekday(day);
             return at(day);
         }
@@ -123,7 +122,7 @@ class Resolution {
                 return at(day);
             }
         }
-        refuse("there is no " + typedDay(day).substr(5));
+        refuse("When.noDay", {typedDay(day).substr(5)});
     }
 
     Date atWeekday() const {
@@ -132,12 +131,11 @@ class Resolution {
         const LocalTime weekLater = daysLater(coming, daysAWeek);
         if (away == 0) {
             if (reading_.isNext || at(today_) <= now_) return at(weekLater);
-            refuse("today is that day: type \"today " + timeText() + "\" or \"" + typedDay(weekLater) + " " +
-                   timeText() + "\"");
+            refuse("When.isToday", {timeText(), typedDay(weekLater) + " " + timeText()});
         }
         if (reading_.isNext && !isNextWeekInEveryCount(away)) {
-            refuse("that can be " + typedDay(coming) + " or " + typedDay(weekLater) +
-                   ": type one of them, \"" + typedDay(coming) + " " + timeText() + "\"");
+            refuse("When.twoWeeks",
+                   {typedDay(coming), typedDay(weekLater), typedDay(coming) + " " + timeText()});
         }
         return at(coming);
     }
@@ -157,7 +155,7 @@ class Resolution {
 
     void requireWeekday(const LocalTime& day) const {
         if (reading_.weekday && *reading_.weekday != weekdayOf(day))
-            refuse(typedDay(day) + " is another day of the week");
+            refuse("When.otherWeekday", {typedDay(day)});
     }
 
     std::string timeText() const { return typedTime(reading_.time->hour, reading_.time->minute); }
@@ -169,21 +167,21 @@ class Resolution {
         day.second = reading_.time->second;
         const std::string text = typedDay(day) + " " + timeText();
         if (zone_.isInGap(day)) {
-            refuse(text + " does not exist: the clocks go forward then; type an earlier or later time");
+            refuse("When.gap", {text});
         }
         const Date first = zone_.date(day);
         constexpr double longestShift = 3 * 3600;
         const int before = zone_.offsetAt(first);
         const int after = zone_.offsetAt(first.addingTimeInterval(longestShift));
         if (after < before && zone_.localTime(first.addingTimeInterval(before - after)) == day) {
-            const std::string start = "\"" + typedDay(day) + "T" + timeText() + ":00";
-            refuse(text + " comes twice: the clocks go back then; type " + start + typedOffset(before) +
-                   "\" or " + start + typedOffset(after) + "\"");
+            const std::string start = typedDay(day) + "T" + timeText() + ":00";
+            refuse("When.twice", {text, start + typedOffset(before), start + typedOffset(after)});
         }
         return first;
     }
 
     const WhenReading& reading_;
+    const platform::Environment& environment_;
     const platform::Calendar& calendar_;
     const platform::TimeZone& zone_;
     Date now_;
@@ -201,7 +199,7 @@ Date whenOf(std::string_view text, const platform::Environment& environment) {
     const std::string trimmed = platform::trimmed(text);
     if (const auto moment = platform::parseRfc3339(trimmed)) {
         if (*moment <= environment.now()) {
-            refuse(typedMoment(*moment, environment.calendar) + " is past");
+            refuseWhen(environment, "When.past", {typedMoment(*moment, environment.calendar)});
         }
         return *moment;
     }
@@ -214,7 +212,7 @@ Date afterLength(std::string_view text, const platform::Environment& environment
     const WhenReading reading = readWhen("in " + trimmed, WhenWords(environment));
     const bool isLength = (reading.seconds || reading.days) && !reading.time && !reading.date &&
                           !reading.weekday && !reading.dayOffset;
-    if (!isLength) refuse("\"" + trimmed + "\" is no length of time; type for example 20m, 1h30 or 3 days");
+    if (!isLength) refuseWhen(environment, "When.noLength", {trimmed});
     return Resolution(reading, environment).moment();
 }
 

@@ -1,8 +1,10 @@
 #include "WhenTokens.h"
 
+#include "CompanionText.h"
+#include "NameProposal.h"
+
 #include <Companion/WhenText.h>
 #include <Foundation/Ascii.h>
-#include <Foundation/NearestName.h>
 #include <Foundation/Text.h>
 
 #include <charconv>
@@ -125,9 +127,10 @@ std::optional<WhenToken> wordToken(const std::vector<std::string>& list, std::si
 }
 
 [[noreturn]] void refuse(const std::string& piece, const WhenWords& words) {
-    throw WhenRefusal("\"" + piece + "\" is not understood" + platform::proposal(piece, words.all()) +
-                          "; type for example \"tomorrow 9:00\", \"fri 14:30\", \"2026-12-01 08:00\" or "
-                          "\"in 20m\"",
+    const platform::Environment& environment = words.environment();
+    throw WhenRefusal(companionText(environment, "When.notUnderstood", {piece}) +
+                          nameProposal(environment, piece, words.all()) + "; " +
+                          companionText(environment, "When.examples"),
                       false);
 }
 

@@ -139,7 +139,7 @@ std::string plainWords(std::string_view text) {
     return plain;
 }
 
-WhenWords::WhenWords(const platform::Environment& environment) {
+WhenWords::WhenWords(const platform::Environment& environment) : environment_(environment) {
     for (const auto* table : tablesFor(environment.locale)) {
         languages_.emplace_back(table->language);
         for (const auto& prefix : platform::split(table->attachedPrefixes, "|", false))

@@ -47,13 +47,15 @@ struct WhenMeaning {
 };
 
 /// The words of moments in every shipped language, those of the user's languages winning. Names of weekdays
-/// and months are made on first use. Not for several threads.
+/// and months are made on first use. Not for several threads; the environment must outlive it.
 class WhenWords {
   public:
     explicit WhenWords(const platform::Environment& environment);
 
     /// Words are lower-case, without full stops at the end, one blank between them.
     std::optional<WhenMeaning> meaning(const std::string& words) const;
+    /// The one that it was made for.
+    const platform::Environment& environment() const { return environment_; }
     /// A weekday's full or short name, or a beginning of it of three letters and more.
     std::optional<int> weekday(std::string_view name) const;
     /// For proposals.
@@ -67,6 +69,7 @@ class WhenWords {
     const Words& names() const;
     std::optional<WhenMeaning> exactMeaning(const std::string& words) const;
 
+    const platform::Environment& environment_;
     std::vector<std::string> languages_;
     std::vector<std::string> attachedPrefixes_;
     Words words_;

@@ -7,8 +7,8 @@
 
 namespace hbr {
 
-ArgumentList::ArgumentList(std::initializer_list<L10n::FormatArgument> arguments, bool isRightToLeftSentence)
-    : arguments_(arguments) {
+ArgumentList::ArgumentList(std::span<const L10n::FormatArgument> arguments, bool isRightToLeftSentence)
+    : arguments_(arguments.begin(), arguments.end()) {
     // Reserved once: the arguments refer to these texts.
     isolated_.reserve(arguments_.size());
     for (auto& argument : arguments_) {

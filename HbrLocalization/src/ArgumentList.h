@@ -3,7 +3,6 @@
 #include <HbrLocalization/FormatArgument.h>
 
 #include <cstdint>
-#include <initializer_list>
 #include <optional>
 #include <span>
 #include <string>
@@ -14,7 +13,7 @@ namespace hbr {
 /// The arguments of a text, ready to be put in: those that run against the sentence are isolated.
 class ArgumentList {
   public:
-    ArgumentList(std::initializer_list<L10n::FormatArgument> arguments, bool isRightToLeftSentence);
+    ArgumentList(std::span<const L10n::FormatArgument> arguments, bool isRightToLeftSentence);
     ArgumentList(const ArgumentList&) = delete;
     ArgumentList& operator=(const ArgumentList&) = delete;
 

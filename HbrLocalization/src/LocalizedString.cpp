@@ -77,7 +77,7 @@ std::string L10n::accessorText(const platform::Environment& environment, std::st
                                std::string_view defaultText,
                                std::initializer_list<FormatArgument> arguments) {
     const auto& strings = stringsOf(environment);
-    const ArgumentList list(arguments, strings.isRightToLeft());
+    const ArgumentList list(std::span(arguments.begin(), arguments.size()), strings.isRightToLeft());
     return formattedText(strings.localizedString(key, localizable, defaultText, {.count = list.count()}),
                          list.arguments(), environment.locale);
 }

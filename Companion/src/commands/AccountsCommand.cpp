@@ -5,9 +5,9 @@
 #include "CommandContext.h"
 #include "CommandWithActions.h"
 #include "CompanionText.h"
+#include "NameProposal.h"
 
 #include <Foundation/Json.h>
-#include <Foundation/NearestName.h>
 #include <CLI/App.hpp>
 
 #include <algorithm>
@@ -176,7 +176,7 @@ class AccountsCommand final : public CommandWithActions<AccountsCommand> {
         if (std::find(names.begin(), names.end(), name_) != names.end()) return;
         throw CommandFailure(ExitCode::nothingThere,
                              companionText(*context.environment(), "Accounts.unknown", {name_}) +
-                                 platform::proposal(name_, names));
+                                 nameProposal(*context.environment(), name_, names));
     }
 
     std::string location_;

@@ -4,8 +4,8 @@
 #include "CommandWithActions.h"
 #include "CompanionText.h"
 #include "ContactAddition.h"
+#include "NameProposal.h"
 
-#include <Foundation/NearestName.h>
 #include <CLI/App.hpp>
 
 #include <algorithm>
@@ -119,7 +119,7 @@ class ContactsCommand final : public CommandWithActions<ContactsCommand> {
         if (!isThere) {
             throw CommandFailure(ExitCode::nothingThere,
                                  companionText(*context.environment(), "Contacts.unknown", {name_}) +
-                                     platform::proposal(name_, names));
+                                     nameProposal(*context.environment(), name_, names));
         }
         if (!written) failAccountsWrite(context);
         context.console().out() << companionText(*context.environment(), "Contacts.removed",

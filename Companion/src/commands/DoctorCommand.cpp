@@ -51,7 +51,7 @@ class DoctorCommand final : public Command {
         readEverything(context);
         core.contactCards().examinePictures();
         const auto reports = core.aggregatedEventStore().report();
-        const auto unreadable = unreadableSettings(core.settings());
+        const auto unreadable = unreadableSettings(core.settings(), *context.environment());
         for (const auto& diagnostic : unreadable)
             context.environment()->diagnostics->report(diagnostic);
         if (const auto missing = missingServices(context))

@@ -1,5 +1,6 @@
 #include "CommandContext.h"
 #include "CommandWithActions.h"
+#include "CompanionText.h"
 #include "EventChoice.h"
 #include "EventSettingsText.h"
 #include "ReminderText.h"
@@ -70,18 +71,19 @@ class EventCommand final : public CommandWithActions<EventCommand> {
     ExitCode set(CommandContext& context) {
         if (!exclude_ && !include_ && !lead_ && !link_) {
             throw CommandFailure(ExitCode::wrongUsage,
-                                 "event set: say what: --exclude, --include, --lead or --link");
+                                 companionText(*context.environment(), "Event.sayWhat"));
         }
         const bool usesLead = lead_ && *lead_ != "default";
-        const std::int64_t lead = usesLead ? leadOfOption("event set: --lead", *lead_) : 0;
+        const std::int64_t lead =
+            usesLead ? leadOfOption("event set: --lead", *lead_, *context.environment()) : 0;
         const Event event = chosenEvent(context, wanted_);
         if (event.type == Event::EventType::hbrReminder && (exclude_ || include_ || lead_)) {
-            throw CommandFailure(ExitCode::wrongUsage,
-                                 "event set: a reminder of your own has its lead in itself: heedbanner "
-                                 "reminders edit " +
-                                     event.id + " --lead 5m");
+            const std::string command = "heedbanner reminders edit " + event.id + " --lead 5m";
+            throw CommandFailure(
+                ExitCode::wrongUsage,
+                companionText(*context.environment(), "Event.leadOfReminder") + " " + command);
         }
-        const auto url = link_ ? chosenLink(event) : std::nullopt;
+        const auto url = link_ ? chosenLink(event, *context.environment()) : std::nullopt;
         EventSettingsStore& store = context.core().eventSettings();
         const auto change = [&](EventSettings& settings) {
             if (exclude_ || include_) settings.isExcluded = exclude_;
@@ -96,9 +98,7 @@ class EventCommand final : public CommandWithActions<EventCommand> {
         context.console().out() << eventSettingsText(context, event);
         if (static_cast<double>(lead) > AggregatedEventStore::pendingWindow) {
             context.console().out().flush();
-            context.console().complain(
-                "with a lead over an hour the event is in no list from its alert until an hour before its "
-                "start");
+            context.console().complain(companionText(*context.environment(), "Event.longLead"));
         }
         return ExitCode::done;
     }
@@ -106,17 +106,19 @@ class EventCommand final : public CommandWithActions<EventCommand> {
     ExitCode reset(CommandContext& context) {
         EventSettingsStore& store = context.core().eventSettings();
         if (wanted_.empty() != all_) {
-            throw CommandFailure(ExitCode::wrongUsage, "event reset: name an event, or --all");
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 companionText(*context.environment(), "Event.nameOne"));
         }
         if (all_) {
             requireStored(store.deleteAllCustomEventSettings(), context);
-            context.console().out() << "The settings of all events are forgotten.\n";
+            context.console().out() << companionText(*context.environment(), "Event.allForgotten") << "\n";
             return ExitCode::done;
         }
         // The event itself may be long gone.
         if (isStored(context)) {
             requireStored(store.deleteCustomSettings(wanted_), context);
-            context.console().out() << wanted_ << ": its settings are forgotten\n";
+            context.console().out() << companionText(*context.environment(), "Event.forgotten", {wanted_})
+                                    << "\n";
             return ExitCode::done;
         }
         const Event event = chosenEvent(context, wanted_);
@@ -135,14 +137,13 @@ class EventCommand final : public CommandWithActions<EventCommand> {
     /// An entry of another kind beside it makes none of them count.
     static void requireReadable(CommandContext& context, const Event& event) {
         if (context.core().eventSettings().customSettings(event.id)) return;
-        throw CommandFailure(ExitCode::failed,
-                             context.core().sharedDomain()->file().string() +
-                                 ": eventSettings holds an entry of a wrong kind, so that none of its "
-                                 "entries counts, see: heedbanner doctor");
+        throw CommandFailure(ExitCode::failed, context.core().sharedDomain()->file().string() + ": " +
+                                                   companionText(*context.environment(), "Event.unreadable"));
     }
 
     /// Nothing for "none".
-    std::optional<platform::Url> chosenLink(const Event& event) const {
+    std::optional<platform::Url> chosenLink(const Event& event,
+                                            const platform::Environment& environment) const {
         if (*link_ == "none") return std::nullopt;
         const auto& links = event.videoConferenceLinks;
         std::string list;
@@ -158,10 +159,10 @@ class EventCommand final : public CommandWithActions<EventCommand> {
             if (fits) found.push_back(links[i].url);
         }
         if (found.size() == 1) return found.front();
-        if (links.empty()) throw CommandFailure(ExitCode::nothingThere, "the event has no conference link");
-        throw CommandFailure(ExitCode::nothingThere, (found.empty() ? "no link" : "several links") +
-                                                         std::string(" of the event fit \"") + *link_ +
-                                                         "\"; there are:" + list);
+        if (links.empty())
+            throw CommandFailure(ExitCode::nothingThere, companionText(environment, "Event.noLink"));
+        const char* key = found.empty() ? "Event.noLinkFits" : "Event.severalLinksFit";
+        throw CommandFailure(ExitCode::nothingThere, companionText(environment, key, {*link_}) + list);
     }
 
     std::string wanted_;

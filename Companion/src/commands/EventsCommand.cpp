@@ -1,6 +1,8 @@
 #include <Companion/MomentText.h>
 #include "Command.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
+#include "EventName.h"
 #include "StoredEventTimes.h"
 
 #include <HbrCore/Events/EventJson.h>
@@ -62,7 +64,9 @@ class EventsCommand final : public Command {
     ExitCode run(CommandContext& context) override {
         const platform::Date from = moment(context, "--from", from_);
         const platform::Date to = moment(context, "--to", to_);
-        if (to < from) throw CommandFailure(ExitCode::wrongUsage, "events: --to lies before --from");
+        if (to < from)
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 companionText(*context.environment(), "Events.reversed"));
         context.requireReadableAccounts();
         CoreServices& core = context.core();
         const auto events = core.aggregatedEventStore().events(from, to);
@@ -78,9 +82,10 @@ class EventsCommand final : public Command {
         }
         for (const auto& event : events) {
             out << storedEventTimes(*event, core.formatters()) << "  "
-                << onOneLine(event->title.value_or("(no title)"))
+                << titleText(event->title, *context.environment())
                 << context.console().faint("  " + onOneLine(event->calendar ? event->calendar->title : ""));
-            if (event->status == platform::EKEventStatus::canceled) out << "  cancelled";
+            if (event->status == platform::EKEventStatus::canceled)
+                out << "  " << companionText(*context.environment(), "Card.status.cancelled");
             out << "\n";
         }
         return ExitCode::done;
@@ -91,9 +96,8 @@ class EventsCommand final : public Command {
                                  const std::string& text) {
         const auto date = momentOf(text, context.environment()->calendar, context.now());
         if (date) return *date;
-        throw CommandFailure(ExitCode::wrongUsage, "events: " + option + ": \"" + text +
-                                                       "\" is no time (such as 2026-03-04T09:00:00Z, "
-                                                       "2026-03-04 or today)");
+        throw CommandFailure(ExitCode::wrongUsage,
+                             companionText(*context.environment(), "Events.noTime", {option, text}));
     }
 
     std::string from_;

@@ -40,7 +40,8 @@ class JoinCommand final : public Command {
 
     ExitCode run(CommandContext& context) override {
         std::optional<double> within;
-        if (!within_.empty()) within = static_cast<double>(secondsOfOption("join: --within", within_));
+        if (!within_.empty())
+            within = static_cast<double>(secondsOfOption("join: --within", within_, *context.environment()));
         context.requireReadableAccounts();
         const Event event = shown_            ? eventShown(context, within)
                             : wanted_.empty() ? eventNow(context)
@@ -58,7 +59,7 @@ class JoinCommand final : public Command {
         reloadAndWait(context.core());
         const Status status = currentStatus(context.core(), within);
         if (status.event) return *status.event;
-        throw CommandFailure(ExitCode::nothingThere, "no meeting is shown");
+        throw CommandFailure(ExitCode::nothingThere, companionText(*context.environment(), "Join.noneShown"));
     }
 
     static Event eventNow(CommandContext& context) {
@@ -69,7 +70,7 @@ class JoinCommand final : public Command {
         if (!next) {
             throw CommandFailure(ExitCode::nothingThere, companionText(*context.environment(), "Join.none"));
         }
-        const std::string title = quotedTitle(*next);
+        const std::string title = quotedTitle(*next, *context.environment());
         const std::string times = timesText(*next, core.formatters(), context.now());
         throw CommandFailure(ExitCode::nothingThere,
                              companionText(*context.environment(), "Join.noneButLater", {title, times}));

@@ -60,7 +60,8 @@ class NextCommand final : public Command {
         const Formatters& formatters = context.core().formatters();
         const platform::Date now = context.now();
         const Console& console = context.console();
-        return console.bold(titleOf(*found.event)) + ", " + timesText(*found.event, formatters, now) + ", " +
+        return console.bold(titleOf(*found.event, *context.environment())) + ", " +
+               timesText(*found.event, formatters, now) + ", " +
                formatters.relativeDefault().string(found.event->startDate, now);
     }
 

@@ -1,5 +1,6 @@
 #include "Command.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
 #include "MomentOptions.h"
 #include "ReminderText.h"
 
@@ -38,14 +39,17 @@ class RemindCommand final : public Command {
     ExitCode run(CommandContext& context) override {
         if (!moment_.given()) {
             throw CommandFailure(ExitCode::wrongUsage,
-                                 "remind: say when, with --at tomorrow 9:00 or --in 20m");
+                                 companionText(*context.environment(), "Remind.sayWhen"));
         }
         // Before the moment is read, so that "in 20m" is not told as 19 minutes and some seconds.
         const platform::Date now = context.now();
-        const std::int64_t lead = leadOfOption("remind: --lead", lead_);
+        const std::int64_t lead = leadOfOption("remind: --lead", lead_, *context.environment());
         const auto moment = moment_.moment("remind", text_, context);
         const std::string title = platform::trimmed(platform::sanitizedUtf8(joinedWords(text_)));
-        if (title.empty()) throw CommandFailure(ExitCode::wrongUsage, "remind: say what of, in a few words");
+        if (title.empty()) {
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 companionText(*context.environment(), "Remind.sayWhat"));
+        }
         const std::string notes = platform::trimmed(platform::sanitizedUtf8(notes_));
         const Reminder reminder(platform::Uuid::random().uuidString(), *moment, title,
                                 notes.empty() ? std::nullopt : std::optional(notes), lead);

@@ -84,11 +84,11 @@ class RemindersCommand final : public CommandWithActions<RemindersCommand> {
     ExitCode edit(CommandContext& context) {
         if (names_.size() != 1) {
             throw CommandFailure(ExitCode::wrongUsage,
-                                 "reminders edit: name one; quote a text of several words");
+                                 companionText(*context.environment(), "Reminders.edit.nameOne"));
         }
         if (!moment_.given() && !title_ && !notes_ && !lead_) {
             throw CommandFailure(ExitCode::wrongUsage,
-                                 "reminders edit: say what to change: --at, --in, --text, --notes or --lead");
+                                 companionText(*context.environment(), "Reminders.edit.sayWhat"));
         }
         requireReadableReminders(context);
         const platform::Date now = context.now();
@@ -96,15 +96,19 @@ class RemindersCommand final : public CommandWithActions<RemindersCommand> {
         auto title = before.title();
         if (title_) {
             title = platform::trimmed(platform::sanitizedUtf8(*title_));
-            if (title->empty()) throw CommandFailure(ExitCode::wrongUsage, "reminders edit: --text is empty");
+            if (title->empty()) {
+                throw CommandFailure(ExitCode::wrongUsage,
+                                     companionText(*context.environment(), "Reminders.edit.emptyText"));
+            }
         }
         auto notes = before.notes();
         if (notes_) {
             const std::string text = platform::trimmed(platform::sanitizedUtf8(*notes_));
             notes = text.empty() ? std::nullopt : std::optional(text);
         }
-        const std::int64_t lead =
-            lead_ ? leadOfOption("reminders edit: --lead", *lead_) : before.timeOffsetSeconds();
+        const std::int64_t lead = lead_
+                                      ? leadOfOption("reminders edit: --lead", *lead_, *context.environment())
+                                      : before.timeOffsetSeconds();
         const auto moment = moment_.moment("reminders edit", names_, context);
         const Reminder after(before.id(), moment.value_or(before.date()), title, notes, lead);
         if (moment || lead_) requireAlertToCome(after, context);
@@ -115,7 +119,8 @@ class RemindersCommand final : public CommandWithActions<RemindersCommand> {
 
     ExitCode remove(CommandContext& context) {
         if ((names_.empty() ? 0 : 1) + (past_ ? 1 : 0) + (all_ ? 1 : 0) != 1) {
-            throw CommandFailure(ExitCode::wrongUsage, "reminders remove: name some, or --past, or --all");
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 companionText(*context.environment(), "Reminders.remove.nameSome"));
         }
         CustomRemindersStore& store = context.core().reminders();
         if (!all_) {

@@ -1,5 +1,7 @@
 #include "CommandContext.h"
 #include "CommandWithActions.h"
+#include "CompanionText.h"
+#include "EventName.h"
 #include "ReminderText.h"
 #include "RuleText.h"
 #include "SettingCatalogue.h"
@@ -72,7 +74,7 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
             console.out() << i + 1 << ". " << ruleText(rules[i], *context.environment())
                           << console.faint("  " + rules[i].id.uuidString()) << "\n";
         }
-        if (rules.empty()) console.err() << "There are no rules; nothing is left out by one.\n";
+        if (rules.empty()) console.err() << companionText(*context.environment(), "Rules.none") << "\n";
         return ExitCode::done;
     }
 
@@ -89,20 +91,22 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
                 if (!isThere) rules.push_back(rule);
             });
         requireStored(isStored, context);
-        context.console().out() << ruleText(rule, *context.environment())
-                                << (isThere ? ": was there already\n" : ": added\n");
+        const char* outcome = isThere ? "Rules.wasThere" : "Rules.added";
+        context.console().out() << ruleText(rule, *context.environment()) << ": "
+                                << companionText(*context.environment(), outcome) << "\n";
         return ExitCode::done;
     }
 
     ExitCode remove(CommandContext& context) {
         if (words_.empty() != all_) {
-            throw CommandFailure(ExitCode::wrongUsage, "rules remove: name rules, or --all");
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 companionText(*context.environment(), "Rules.nameSome"));
         }
         requireReadable(context);
         const auto before = storedRules(context);
         std::vector<FilterRule> doomed = all_ ? before : std::vector<FilterRule>{};
         for (const auto& word : words_)
-            doomed.push_back(chosenRule(word, before));
+            doomed.push_back(chosenRule(word, before, *context.environment()));
         const bool isStored =
             context.core().settings().updateExcludeRules([&](std::vector<FilterRule>& rules) {
                 std::erase_if(rules, [&](const FilterRule& rule) {
@@ -111,8 +115,10 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
             });
         requireStored(isStored, context);
         for (const auto& rule : doomed)
-            context.console().out() << ruleText(rule, *context.environment()) << ": removed\n";
-        if (doomed.empty()) context.console().err() << "There are no rules.\n";
+            context.console().out() << ruleText(rule, *context.environment()) << ": "
+                                    << companionText(*context.environment(), "Rules.removed") << "\n";
+        if (doomed.empty())
+            context.console().err() << companionText(*context.environment(), "Rules.noneToRemove") << "\n";
         return ExitCode::done;
     }
 
@@ -146,7 +152,7 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
         requireReadable(context);
         const auto stored = storedRules(context);
         if (words_.empty()) return stored;
-        return {chosenRule(words_.front(), stored)};
+        return {chosenRule(words_.front(), stored, *context.environment())};
     }
 
     static void printJson(CommandContext& context, const std::vector<Event>& leftOut) {
@@ -160,26 +166,28 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
         const Console& console = context.console();
         for (const auto& event : leftOut) {
             console.out() << formattedStartTimeAndDate(event, context.core().formatters(), context.now())
-                          << "  " << onOneLine(event.title.value_or("(no title)"))
+                          << "  " << titleOf(event, *context.environment())
                           << console.faint("  [" + onOneLine(event.calendarName.value_or("")) + "]") << "\n";
         }
         console.out().flush();
-        console.err() << leftOut.size() << " of " << count << " events and tasks would be left out.\n";
+        console.err() << companionText(
+                             *context.environment(), "Rules.wouldLeaveOut",
+                             {static_cast<std::int64_t>(leftOut.size()), static_cast<std::int64_t>(count)})
+                      << "\n";
     }
 
     static std::vector<FilterRule> storedRules(CommandContext& context) {
-        if (!settingNamed("excludeRules").isStored(context.core().settings())) return {};
+        if (!excludeRulesSetting().isStored(context.core().settings())) return {};
         return context.core().settings().excludeRules();
     }
 
     /// A list that cannot be read counts as empty; a change would replace it.
     static void requireReadable(CommandContext& context) {
-        const SettingEntry& entry = settingNamed("excludeRules");
+        const SettingEntry& entry = excludeRulesSetting();
         const auto stored = context.core().sharedDomain()->value(entry.key);
         if (!stored || entry.isReadable(*stored)) return;
-        throw CommandFailure(ExitCode::failed, context.core().sharedDomain()->file().string() +
-                                                   ": excludeRules cannot be read; start anew with: "
-                                                   "heedbanner settings reset excludeRules");
+        throw CommandFailure(ExitCode::failed, context.core().sharedDomain()->file().string() + ": " +
+                                                   companionText(*context.environment(), "Rules.unreadable"));
     }
 
     std::vector<std::string> words_;

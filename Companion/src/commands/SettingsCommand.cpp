@@ -1,5 +1,6 @@
 #include "CommandContext.h"
 #include "CommandWithActions.h"
+#include "CompanionText.h"
 #include "ProgramDiagnostics.h"
 #include "SettingCatalogue.h"
 
@@ -65,32 +66,38 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
         try {
             return CommandWithActions::run(context);
         } catch (const SettingRefusal& refusal) {
-            throw CommandFailure(ExitCode::wrongUsage, refusal.what());
+            throw CommandFailure(ExitCode::wrongUsage, refusal.text(*context.environment()));
         }
     }
 
   private:
     ExitCode list(CommandContext& context) {
         const Console& console = context.console();
+        const platform::Environment& environment = *context.environment();
         const UserSettingsStore& settings = context.core().settings();
         for (const auto& entry : settingCatalogue()) {
             console.out() << console.bold(entry.name) << " = " << onOneLine(shown(entry.read(settings)))
-                          << (entry.isStored(settings) ? "" : console.faint("  (default)")) << "\n"
-                          << console.faint("    " + entry.meaning + ": " + entry.takes) << "\n";
+                          << (entry.isStored(settings)
+                                  ? ""
+                                  : console.faint("  " + companionText(environment, "Settings.default")))
+                          << "\n"
+                          << console.faint("    " + entry.meaning(environment) + ": " +
+                                           entry.takes(environment))
+                          << "\n";
         }
         reportUnreadable(context);
         return ExitCode::done;
     }
 
     ExitCode get(CommandContext& context) {
-        const SettingEntry& entry = settingNamed(name_);
+        const SettingEntry& entry = settingNamed(name_, *context.environment());
         context.console().out() << shown(entry.read(context.core().settings())) << "\n";
         reportUnreadable(context);
         return ExitCode::done;
     }
 
     ExitCode set(CommandContext& context) {
-        const SettingEntry& entry = settingNamed(name_);
+        const SettingEntry& entry = settingNamed(name_, *context.environment());
         const auto value = entry.parse(value_);
         entry.check(value);
         apply(context, {{&entry, value}});
@@ -102,11 +109,13 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
 
     ExitCode reset(CommandContext& context) {
         if (names_.empty() != all_) {
-            throw CommandFailure(ExitCode::wrongUsage, "settings reset: give names, or --all");
+            throw CommandFailure(
+                ExitCode::wrongUsage,
+                companionText(*context.environment(), "Collections.giveNames", {"settings reset"}));
         }
         SettingChanges changes;
         for (const auto& name : names_)
-            changes.emplace_back(&settingNamed(name), std::nullopt);
+            changes.emplace_back(&settingNamed(name, *context.environment()), std::nullopt);
         for (const auto& entry : settingCatalogue()) {
             if (all_) changes.emplace_back(&entry, std::nullopt);
         }
@@ -119,8 +128,7 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
         }
         if (watchedAny && settings.activeCalendarIdentifiers().empty()) {
             context.console().out().flush();
-            context.console().complain(
-                "no calendar is watched now; choose some with: heedbanner calendars activate");
+            context.console().complain(companionText(*context.environment(), "Settings.noneWatched"));
         }
         return ExitCode::done;
     }
@@ -144,25 +152,36 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
     }
 
     ExitCode importAll(CommandContext& context) {
-        const std::string place = file_ == "-" ? "standard input" : file_;
+        const platform::Environment& environment = *context.environment();
+        const std::string place = file_ == "-" ? companionText(environment, "Settings.standardInput") : file_;
         const auto all = platform::parseJson(readInput());
         if (!all || !all->asObject())
-            throw CommandFailure(ExitCode::failed, place + ": no JSON object of settings");
+            throw CommandFailure(ExitCode::failed,
+                                 place + ": " + companionText(environment, "Settings.noObject"));
         SettingChanges changes;
         for (const auto& [name, value] : *all->asObject()) {
             try {
-                const SettingEntry& entry = settingNamed(name);
+                const SettingEntry& entry = settingNamed(name, environment);
                 entry.check(value);
                 changes.emplace_back(&entry, value);
-            } catch (const std::exception& refusal) {
-                throw CommandFailure(ExitCode::failed,
-                                     place + ": " + refusal.what() + "; nothing was changed");
+            } catch (const SettingRefusal& refusal) {
+                refuseImport(environment, place, refusal.text(environment));
+            } catch (const std::exception& failure) {
+                refuseImport(environment, place, failure.what());
             }
         }
         apply(context, changes);
-        context.console().out() << changes.size() << " settings were taken from " << place << "\n";
+        context.console().out() << companionText(environment, "Settings.imported",
+                                                 {static_cast<std::int64_t>(changes.size()), place})
+                                << "\n";
         warnAboutLongLead(context);
         return ExitCode::done;
+    }
+
+    [[noreturn]] static void refuseImport(const platform::Environment& environment, const std::string& place,
+                                          const std::string& reason) {
+        throw CommandFailure(ExitCode::failed,
+                             companionText(environment, "Settings.importRefused", {place, reason}));
     }
 
     std::string readInput() const {
@@ -176,7 +195,8 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
     static void apply(CommandContext& context, const SettingChanges& changes) {
         if (applyChanges(context.core().settings(), changes)) return;
         const auto folder = context.core().sharedDomain()->file().parent_path();
-        std::string reason = folder.string() + ": could not be written";
+        std::string reason =
+            folder.string() + ": " + companionText(*context.environment(), "Accounts.notWritten");
         const auto& sink = context.environment()->diagnostics;
         for (const auto& diagnostic : std::static_pointer_cast<ProgramDiagnostics>(sink)->all()) {
             if (diagnostic.file.parent_path() == folder) reason = describe(diagnostic);
@@ -188,13 +208,11 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
     static void warnAboutLongLead(CommandContext& context) {
         const UserSettingsStore& settings = context.core().settings();
         if (static_cast<double>(settings.timeOffsetSeconds()) <= AggregatedEventStore::pendingWindow) return;
-        context.console().complain(
-            "with timeOffsetSeconds over an hour an event is in no list from its alert until an hour before "
-            "its start");
+        context.console().complain(companionText(*context.environment(), "Settings.longLead"));
     }
 
     static void reportUnreadable(CommandContext& context) {
-        for (const auto& diagnostic : unreadableSettings(context.core().settings())) {
+        for (const auto& diagnostic : unreadableSettings(context.core().settings(), *context.environment())) {
             context.environment()->diagnostics->report(diagnostic);
         }
     }

@@ -44,11 +44,9 @@ class SnoozeCommand final : public Command {
 
         const platform::SessionApplicationClient desktop(desktopApplication::identifier);
         if (!desktop.isRunning()) {
-            throw CommandFailure(
-                ExitCode::failed,
-                quotedTitle(event) + " is put off by the program of the desktop, which is " +
-                    (desktopProgram() ? "not running; start it with: heedbanner-desktop"
-                                      : "not installed; it comes with the package heedbanner-desktop"));
+            throw CommandFailure(ExitCode::failed, about(context, event,
+                                                         desktopProgram() ? "Snooze.desktopNotRunning"
+                                                                          : "Snooze.desktopNotInstalled"));
         }
         if (untilStart_ && !isInFuture(event, context.now())) {
             throw CommandFailure(ExitCode::nothingThere, about(context, event, "Snooze.hasBegun"));
@@ -72,7 +70,7 @@ class SnoozeCommand final : public Command {
 
   private:
     static std::string about(CommandContext& context, const Event& event, std::string_view key) {
-        const std::string title = quotedTitle(event);
+        const std::string title = quotedTitle(event, *context.environment());
         return companionText(*context.environment(), key, {title});
     }
 

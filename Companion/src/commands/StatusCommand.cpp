@@ -45,7 +45,9 @@ class StatusCommand final : public Command {
     ExitCode run(CommandContext& context) override {
         if (!template_.empty()) readTemplate();
         std::optional<double> within;
-        if (!within_.empty()) within = static_cast<double>(secondsOfOption("status: --within", within_));
+        if (!within_.empty())
+            within =
+                static_cast<double>(secondsOfOption("status: --within", within_, *context.environment()));
         if (options_.follows) {
             followStatus(context, options_, within);
         } else {

@@ -2,9 +2,11 @@
 #include <Companion/MomentText.h>
 #include "Command.h"
 #include "CommandContext.h"
+#include "CompanionText.h"
 #include "EventChoice.h"
 #include "EventExplanations.h"
 #include "ExplanationText.h"
+#include "ReasonText.h"
 
 #include <CLI/App.hpp>
 
@@ -42,9 +44,8 @@ class WhyCommand final : public Command {
         if (day_) {
             const auto moment = momentOf(*day_, calendar, context.now());
             if (!moment) {
-                throw CommandFailure(ExitCode::wrongUsage, "why: --day: \"" + *day_ +
-                                                               "\" is no day (such as 2026-03-04, today or "
-                                                               "tomorrow)");
+                throw CommandFailure(ExitCode::wrongUsage,
+                                     companionText(*context.environment(), "Why.noDay", {*day_}));
             }
             day = calendar.startOfDay(*moment);
         }
@@ -54,7 +55,7 @@ class WhyCommand final : public Command {
         } else {
             const auto explanation = chosenExplanation(context, wanted_, day);
             if (json_) {
-                context.console().out() << writeJson(explanationJson(explanation), 2) << "\n";
+                context.console().out() << writeJson(json(context, explanation), 2) << "\n";
             } else {
                 context.console().out() << explanationText(context, explanation);
             }
@@ -63,13 +64,19 @@ class WhyCommand final : public Command {
     }
 
   private:
+    static platform::JsonValue json(CommandContext& context, const EventExplanation& explanation) {
+        return explanationJson(explanation, [&](const Reason& reason) {
+            return englishReasonText(reason, context.core().formatters(), context.now());
+        });
+    }
+
     void explainDay(CommandContext& context, platform::Date day) const {
         const Console& console = context.console();
         const DayExplanations explained = dayExplanations(context, day);
         if (json_) {
             auto array = platform::JsonValue::array();
             for (const auto& one : explained.notShown)
-                array.append(explanationJson(one));
+                array.append(json(context, one));
             console.out() << writeJson(array, 2) << "\n";
             return;
         }
@@ -81,10 +88,9 @@ class WhyCommand final : public Command {
         }
         console.out().flush();
         for (const auto& account : explained.delegatedAccounts) {
-            console.err()
-                << "The account " << onOneLine(account)
-                << " is delegated: heedbanner agenda, events and alerts list its events; the widgets do "
-                   "not show them, and neither do next, status and join.\n";
+            console.err() << companionText(*context.environment(), "Why.delegatedAccount",
+                                           {onOneLine(account)})
+                          << "\n";
         }
     }
 

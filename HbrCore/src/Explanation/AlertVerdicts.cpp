@@ -11,15 +11,15 @@ namespace {
 
 constexpr std::int64_t mostDays = 365;
 
-std::string_view frameName(TimeFrame frame) {
-    return frame == TimeFrame::current ? "while it is under way" : "in its alert period";
+ReasonMoment at(platform::Date date) {
+    return {date, true};
 }
 
 /// For rules that act on what is ahead only.
-RuleVerdict hidesAhead(ListingRule rule, TimeFrame frame, const std::string& detail, std::string command) {
-    if (frame == TimeFrame::ahead) return hides(rule, detail, std::move(command));
-    return {rule, RuleDecision::doesNotAct,
-            detail + ", which does not count " + std::string(frameName(frame)), std::move(command)};
+RuleVerdict hidesAhead(ListingRule rule, TimeFrame frame, Reason reason, std::string command) {
+    if (frame == TimeFrame::ahead) return hides(rule, std::move(reason), std::move(command));
+    const char* exemption = frame == TimeFrame::current ? "exempt.underWay" : "exempt.pending";
+    return {rule, RuleDecision::doesNotAct, {exemption, {}, {std::move(reason)}}, std::move(command)};
 }
 
 /// As far as the moment decides it.
@@ -43,28 +43,24 @@ TimeFrame timeFrame(const RuleContext& context, const Event& event) {
 
 RuleVerdict pastVerdict(const RuleContext& context, const Event& event) {
     if (timeFrame(context, event) == TimeFrame::over) {
-        const std::string verb = isAnyReminder(event) ? "it was due " : "it ended ";
-        return hides(ListingRule::past, verb + context.when(event.endDate));
+        return hides(ListingRule::past,
+                     {isAnyReminder(event) ? "past.wasDue" : "past.ended", {at(event.endDate)}});
     }
     if (event.startDate > context.now) {
-        const std::string verb = isAnyReminder(event) ? "it is due " : "it begins ";
-        return passes(ListingRule::past, verb + context.when(event.startDate));
+        return passes(ListingRule::past,
+                      {isAnyReminder(event) ? "past.isDue" : "past.begins", {at(event.startDate)}});
     }
-    return passes(ListingRule::past, "it is under way until " + context.moment(event.endDate));
+    return passes(ListingRule::past, {"past.underWay", {ReasonMoment{event.endDate}}});
 }
 
 RuleVerdict daysVerdict(const RuleContext& context, platform::Date start, TimeFrame frame) {
-    if (start <= context.window.end) return passes(ListingRule::days, "it lies within the days looked at");
+    if (start <= context.window.end) return passes(ListingRule::days, {"days.within"});
     const std::int64_t distance = context.calendar.daysBetween(context.now, start);
-    const std::string reach =
-        context.settings->days <= 0
-            ? "only the rest of today is looked at"
-            : "only today and " + countedDays(context.settings->days) + " after it are looked at";
-    const std::string detail = "it begins in " + countedDays(distance) + ", and " + reach;
-    if (distance > mostDays) {
-        return hides(ListingRule::days, detail + "; at most a year can be looked ahead");
-    }
-    return hidesAhead(ListingRule::days, frame, detail,
+    const std::int64_t days = context.settings->days;
+    const std::vector<Reason> parts = {{"days.beginsIn", {distance}},
+                                       days <= 0 ? Reason{"days.onlyToday"} : Reason{"days.only", {days}}};
+    if (distance > mostDays) return hides(ListingRule::days, {"days.beyondAYear", {}, parts});
+    return hidesAhead(ListingRule::days, frame, {"days.beyond", {}, parts},
                       commandText({"settings", "set", "upcomingEventsDaysFilter", std::to_string(distance)}));
 }
 
@@ -72,19 +68,21 @@ template <class Item>
 RuleVerdict excludeRulesVerdict(const RuleContext& context, const Item& item, TimeFrame frame) {
     if (!context.matcher.matchesAny(item)) {
         return passes(ListingRule::excludeRules,
-                      context.rules.empty() ? "there are no exclude rules" : "no exclude rule hits it");
+                      {context.rules.empty() ? "excludeRules.none" : "excludeRules.noneFits"});
     }
     std::vector<std::string> command = {"rules", "remove"};
-    std::string names;
+    Reason rules;
     for (std::size_t i = 0; i < context.rules.size(); ++i) {
         if (!matches(item, context.rules[i], context.calendar)) continue;
         const std::string number = std::to_string(i + 1);
-        names += (names.empty() ? "" : " and ") + ("rule " + number) + " (" +
-                 displayText(context.rules[i], *context.core.environment()) + ")";
+        Reason rule{"excludeRules.rule",
+                    {number, displayText(context.rules[i], *context.core.environment())}};
+        rules = command.size() == 2 ? std::move(rule)
+                                    : Reason{"excludeRules.and", {}, {std::move(rules), std::move(rule)}};
         command.push_back(number);
     }
-    const std::string verb = command.size() > 3 ? " leave it out" : " leaves it out";
-    return hidesAhead(ListingRule::excludeRules, frame, "exclude " + names + verb, commandText(command));
+    const char* name = command.size() > 3 ? "excludeRules.several" : "excludeRules.one";
+    return hidesAhead(ListingRule::excludeRules, frame, {name, {}, {std::move(rules)}}, commandText(command));
 }
 
 template RuleVerdict excludeRulesVerdict(const RuleContext&, const platform::EKEvent&, TimeFrame);
@@ -93,22 +91,22 @@ template RuleVerdict excludeRulesVerdict(const RuleContext&, const platform::EKR
 RuleVerdict exclusionVerdict(const RuleContext& context, const Event& event, TimeFrame frame) {
     const auto settings = context.settingsOf(event);
     if (!settings || !settings->isExcluded) {
-        return passes(ListingRule::exclusion, "you did not leave it out");
+        return passes(ListingRule::exclusion, {"exclusion.no"});
     }
-    const std::string detail = event.isRecurring ? "you left out its whole series" : "you left it out";
+    Reason reason{event.isRecurring ? "exclusion.series" : "exclusion.event"};
     std::string command = commandText({"event", "set", event.id, "--include"});
     // The one rule of these that the alert period knows.
-    if (frame == TimeFrame::pending) return hides(ListingRule::exclusion, detail, std::move(command));
-    return hidesAhead(ListingRule::exclusion, frame, detail, std::move(command));
+    if (frame == TimeFrame::pending)
+        return hides(ListingRule::exclusion, std::move(reason), std::move(command));
+    return hidesAhead(ListingRule::exclusion, frame, std::move(reason), std::move(command));
 }
 
 RuleVerdict callVerdict(const RuleContext& context, const Event& event, TimeFrame frame) {
-    if (!event.videoConferenceLinks.empty()) return passes(ListingRule::call, "it has a conference link");
+    if (!event.videoConferenceLinks.empty()) return passes(ListingRule::call, {"call.has"});
     if (hasWantedCall(event, context.alertSettings)) {
-        return passes(ListingRule::call, "it has no conference link, and needs none");
+        return passes(ListingRule::call, {"call.notNeeded"});
     }
-    return hidesAhead(ListingRule::call, frame,
-                      "it has no conference link, and only events with one are listed",
+    return hidesAhead(ListingRule::call, frame, {"call.missing"},
                       commandText({"settings", "set", "showOnlyEventsWithVideoConference", "false"}));
 }
 
@@ -120,14 +118,12 @@ void addLeadVerdicts(const RuleContext& context, const Event& event, TimeFrame f
     const double travel = context.alertSettings.includeTravelTime ? event.travelTime : 0;
     const platform::Date alert = event.startDate.addingTimeInterval(-lead - travel);
     if (alert >= context.now) {
-        verdicts.push_back(passes(
-            ListingRule::lead,
-            (isListable(verdicts) ? "its alert comes " : "its alert would come ") + context.when(alert)));
+        verdicts.push_back(
+            passes(ListingRule::lead, {isListable(verdicts) ? "lead.comes" : "lead.wouldCome", {at(alert)}}));
         return;
     }
     if (isInAlertPeriod(context, event, settings)) {
-        verdicts.push_back(passes(ListingRule::lead, "its alert was due " + context.when(alert) +
-                                                         "; its alert period runs until it begins"));
+        verdicts.push_back(passes(ListingRule::lead, {"lead.runs", {at(alert)}}));
         return;
     }
     constexpr double longestLead = AggregatedEventStore::pendingWindow;
@@ -135,24 +131,21 @@ void addLeadVerdicts(const RuleContext& context, const Event& event, TimeFrame f
     const bool isLeadTooLong = leadStart < context.now;
     if (isLeadTooLong) {
         const bool isOwn = settings && settings->usesCustomTimeOffset;
-        verdicts.push_back(hides(
-            ListingRule::lead,
-            "its alert, with a lead of " + context.duration(lead) + ", was due " + context.when(leadStart) +
-                "; with a lead over an hour it is in no list from then until an hour before its start",
-            isOwn ? commandText({"event", "set", event.id, "--lead", "1h"})
-                  : commandText({"settings", "set", "timeOffsetSeconds", "1h"})));
+        verdicts.push_back(hides(ListingRule::lead, {"lead.tooLong", {ReasonLength{lead}, at(leadStart)}},
+                                 isOwn ? commandText({"event", "set", event.id, "--lead", "1h"})
+                                       : commandText({"settings", "set", "timeOffsetSeconds", "1h"})));
     } else {
-        verdicts.push_back(passes(ListingRule::lead, "its lead begins " + context.when(leadStart)));
+        verdicts.push_back(passes(ListingRule::lead, {"lead.begins", {at(leadStart)}}));
     }
     const platform::Date listedFrom =
         isLeadTooLong ? event.startDate.addingTimeInterval(-longestLead) : leadStart;
     const platform::Date alertWithTravel = listedFrom.addingTimeInterval(-travel);
     if (travel > 0 && alertWithTravel < context.now) {
-        verdicts.push_back(hides(ListingRule::travelTime,
-                                 "its travel time of " + context.duration(travel) +
-                                     " brought the alert forward to " + context.moment(alertWithTravel) +
-                                     "; from then until " + context.moment(listedFrom) + " it is in no list",
-                                 commandText({"settings", "set", "includeTravelTime", "false"})));
+        verdicts.push_back(
+            hides(ListingRule::travelTime,
+                  {"travelTime.early",
+                   {ReasonLength{travel}, ReasonMoment{alertWithTravel}, ReasonMoment{listedFrom}}},
+                  commandText({"settings", "set", "includeTravelTime", "false"})));
     }
 }
 
@@ -160,11 +153,9 @@ RuleVerdict reminderLeadVerdict(const RuleContext& context, const Reminder& remi
     const double lead = static_cast<double>(reminder.timeOffsetSeconds());
     const platform::Date alert = reminder.date().addingTimeInterval(-lead);
     if (alert > context.now) {
-        return passes(ListingRule::lead, std::string("its alert comes ") + context.when(alert));
+        return passes(ListingRule::lead, {"lead.comes", {at(alert)}});
     }
-    return hides(ListingRule::lead,
-                 "its alert was due " + context.when(alert) +
-                     ", and a reminder of your own is in no list after its alert",
+    return hides(ListingRule::lead, {"lead.ownReminder", {at(alert)}},
                  commandText({"reminders", "edit", reminder.id(), "--lead", "0"}));
 }
 

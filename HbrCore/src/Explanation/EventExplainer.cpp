@@ -82,10 +82,11 @@ struct EventExplainer::State : RuleContext {
         auto& verdicts = result.verdicts;
         addScreenshotVerdict(*this, verdicts);
         if (reminder.date() <= now) {
-            verdicts.push_back(hides(ListingRule::past, "it was due " + when(reminder.date())));
+            verdicts.push_back(
+                hides(ListingRule::past, {"past.wasDue", {ReasonMoment{reminder.date(), true}}}));
             return result;
         }
-        verdicts.push_back(passes(ListingRule::past, "it is due " + when(reminder.date())));
+        verdicts.push_back(passes(ListingRule::past, {"past.isDue", {ReasonMoment{reminder.date(), true}}}));
         verdicts.push_back(daysVerdict(*this, reminder.date(), TimeFrame::ahead));
         verdicts.push_back(reminderLeadVerdict(*this, reminder));
         if (isListable(verdicts)) setState(*this, reminder, TimeFrame::ahead, result);

@@ -82,13 +82,14 @@ std::string_view rawValue(ListedState state) {
     return "";
 }
 
-platform::JsonValue explanationJson(const EventExplanation& explanation) {
+platform::JsonValue explanationJson(const EventExplanation& explanation,
+                                    const std::function<std::string(const Reason&)>& detail) {
     using platform::JsonValue;
     auto rules = JsonValue::array();
     for (const auto& verdict : explanation.verdicts) {
         auto rule = JsonValue::object();
         rule.set("rule", rawValue(verdict.rule)).set("decision", rawValue(verdict.decision));
-        if (!verdict.detail.empty()) rule.set("detail", verdict.detail);
+        rule.set("detail", detail(verdict.reason));
         rule.setIfPresent("command", verdict.command);
         rules.append(std::move(rule));
     }

@@ -8,50 +8,47 @@ namespace hbr {
 
 namespace {
 
-std::string_view answerText(platform::EKParticipantStatus answer) {
+std::string answerName(platform::EKParticipantStatus answer) {
     using enum platform::EKParticipantStatus;
     switch (answer) {
         case accepted:
-            return "you accepted it";
+            return "answer.accepted";
         case declined:
-            return "you declined it";
+            return "answer.declined";
         case tentative:
-            return "you answered \"maybe\"";
+            return "answer.tentative";
         case pending:
-            return "you have not answered it yet";
+            return "answer.pending";
         case delegated:
-            return "you passed it on to someone else";
+            return "answer.delegated";
         case completed:
-            return "your part in it is marked as completed";
+            return "answer.completed";
         case inProcess:
-            return "your part in it has begun";
+            return "answer.inProcess";
         case unknown:
             break;
     }
-    return "your answer to it is not known";
+    return "answer.unknown";
 }
 
 RuleVerdict answerVerdict(const RuleContext& context, const platform::EKEvent& event) {
     const auto* user = currentUser(event);
     if (!user) {
-        return passes(ListingRule::answer,
-                      event.attendees ? "you are not among those invited" : "it asks for no answer");
+        return passes(ListingRule::answer, {event.attendees ? "answer.notInvited" : "answer.notAsked"});
     }
-    const std::string answer(answerText(user->participantStatus));
+    const Reason answer{answerName(user->participantStatus)};
     if (isAttending(event, context.attendance)) return passes(ListingRule::answer, answer);
     if (isAttending(event, {context.attendance.showOnlyEventsWithAlert, false})) {
-        return hides(ListingRule::answer, answer + ", and only invitations that you accepted are listed",
+        return hides(ListingRule::answer, {"answer.onlyAccepted", {}, {answer}},
                      commandText({"settings", "set", "showOnlyAcceptedEvents", "false"}));
     }
-    return hides(ListingRule::answer, answer + "; only another answer in your calendar program changes that");
+    return hides(ListingRule::answer, {"answer.final", {}, {answer}});
 }
 
 RuleVerdict alarmVerdict(const RuleContext& context, const platform::EKEvent& event) {
-    if (hasAlerts(event)) return passes(ListingRule::alarm, "it carries an alarm");
-    if (!context.attendance.showOnlyEventsWithAlert) {
-        return passes(ListingRule::alarm, "it carries no alarm, and needs none");
-    }
-    return hides(ListingRule::alarm, "it carries no alarm, and only events with an alarm are listed",
+    if (hasAlerts(event)) return passes(ListingRule::alarm, {"alarm.has"});
+    if (!context.attendance.showOnlyEventsWithAlert) return passes(ListingRule::alarm, {"alarm.notNeeded"});
+    return hides(ListingRule::alarm, {"alarm.missing"},
                  commandText({"settings", "set", "showOnlyEventsWithAlert", "false"}));
 }
 
@@ -59,44 +56,28 @@ RuleVerdict alarmVerdict(const RuleContext& context, const platform::EKEvent& ev
 
 void addItemVerdicts(const RuleContext& context, const platform::EKEvent& event,
                      std::vector<RuleVerdict>& verdicts) {
-    verdicts.push_back(
-        event.isAllDay ? hides(ListingRule::allDay,
-                               "it is an all-day event, and those are never listed; with a time of day in "
-                               "your calendar program it would be")
-                       : passes(ListingRule::allDay, "it has a time of day"));
-    verdicts.push_back(
-        event.status == platform::EKEventStatus::canceled
-            ? hides(ListingRule::cancelled, "it was cancelled; only its calendar can change that")
-            : passes(ListingRule::cancelled, "it was not cancelled"));
+    verdicts.push_back(event.isAllDay ? hides(ListingRule::allDay, {"allDay.yes"})
+                                      : passes(ListingRule::allDay, {"allDay.no"}));
+    verdicts.push_back(event.status == platform::EKEventStatus::canceled
+                           ? hides(ListingRule::cancelled, {"cancelled.yes"})
+                           : passes(ListingRule::cancelled, {"cancelled.no"}));
     verdicts.push_back(answerVerdict(context, event));
     verdicts.push_back(alarmVerdict(context, event));
 }
 
 void addItemVerdicts(const RuleContext&, const platform::EKReminder& task,
                      std::vector<RuleVerdict>& verdicts) {
-    verdicts.push_back(
-        task.isCompleted
-            ? hides(ListingRule::completed, "it is done; reopened in your task program it would be listed")
-            : passes(ListingRule::completed, "it is not done yet"));
+    verdicts.push_back(task.isCompleted ? hides(ListingRule::completed, {"completed.yes"})
+                                        : passes(ListingRule::completed, {"completed.no"}));
     if (!task.dueDate) {
-        verdicts.push_back(
-            hides(ListingRule::dueDate,
-                  "it has no due date; with one, set in your task program, it would be listed"));
+        verdicts.push_back(hides(ListingRule::dueDate, {"dueDate.missing"}));
         return;
     }
     const bool hasTime = task.dueDateComponents && task.dueDateComponents->hour;
+    verdicts.push_back(passes(ListingRule::dueDate, {hasTime ? "dueDate.withTime" : "dueDate.withoutTime"}));
     verdicts.push_back(
-        passes(ListingRule::dueDate, hasTime ? "it has a due date and time" : "it has a due date"));
-    if (task.alarms) {
-        verdicts.push_back(passes(ListingRule::alarm, task.alarms->empty()
-                                                          ? "its due time stands for an alarm"
-                                                          : "it carries an alarm"));
-    } else {
-        verdicts.push_back(
-            hides(ListingRule::alarm,
-                  "it is due on a day without a time and carries no alarm; with either, set in "
-                  "your task program, it would be listed"));
-    }
+        task.alarms ? passes(ListingRule::alarm, {task.alarms->empty() ? "alarm.dueTime" : "alarm.has"})
+                    : hides(ListingRule::alarm, {"alarm.noDueTime"}));
 }
 
 }  // namespace hbr

@@ -22,7 +22,6 @@ struct RuleContext {
 
     const CoreServices& core;
     const platform::Calendar& calendar;
-    const Formatters& formatters;
     platform::Date now;
     /// What a reload goes by.
     std::shared_ptr<const ReloadSettings> settings;
@@ -40,21 +39,14 @@ struct RuleContext {
     std::optional<EventSettings> settingsOf(const Event& event) const {
         return EventSettingsStore::find(settings->eventSettings, event.id);
     }
-    /// "10:15 AM" of today, else with the day.
-    std::string moment(platform::Date date) const;
-    /// "at 10:15 AM" of today, else with the day.
-    std::string when(platform::Date date) const;
-    /// "1 hour, 30 minutes".
-    std::string duration(double seconds) const;
 };
 
-inline RuleVerdict passes(ListingRule rule, std::string detail) {
-    return {rule, RuleDecision::passes, std::move(detail)};
+inline RuleVerdict passes(ListingRule rule, Reason reason) {
+    return {rule, RuleDecision::passes, std::move(reason)};
 }
 
-inline RuleVerdict hides(ListingRule rule, std::string detail,
-                         std::optional<std::string> command = std::nullopt) {
-    return {rule, RuleDecision::hides, std::move(detail), std::move(command)};
+inline RuleVerdict hides(ListingRule rule, Reason reason, std::optional<std::string> command = std::nullopt) {
+    return {rule, RuleDecision::hides, std::move(reason), std::move(command)};
 }
 
 /// Whether none of the verdicts hides it.
@@ -62,8 +54,5 @@ inline bool isListable(const std::vector<RuleVerdict>& verdicts) {
     return std::ranges::none_of(
         verdicts, [](const RuleVerdict& verdict) { return verdict.decision == RuleDecision::hides; });
 }
-
-/// "1 day", "2 days".
-std::string countedDays(std::int64_t count);
 
 }  // namespace hbr

@@ -30,46 +30,35 @@ std::string nameForCommand(const RuleContext& context, const EKCalendar& calenda
 
 void addScreenshotVerdict(const RuleContext& context, std::vector<RuleVerdict>& verdicts) {
     if (!context.settings->isScreenshotMode) return;
-    verdicts.push_back(hides(ListingRule::screenshotMode,
-                             "demonstration events are shown in place of your own",
+    verdicts.push_back(hides(ListingRule::screenshotMode, {"demonstration"},
                              commandText({"settings", "set", "debugScreenshotMode", "false"})));
 }
 
 RuleVerdict watchedVerdict(const RuleContext& context, const EKCalendar& calendar) {
     const bool isEvents = calendar.entityType == EKEntityType::event;
     const auto& watched = isEvents ? context.watchedCalendars : context.watchedLists;
-    const std::string subject =
-        std::string(isEvents ? "the calendar " : "the task list ") + qualifiedName(calendar);
+    const auto reason = [&](const char* what) {
+        return Reason{std::string(isEvents ? "calendar." : "taskList.") + what, {qualifiedName(calendar)}};
+    };
     if (watched.contains(calendar.calendarIdentifier)) {
-        return passes(ListingRule::calendar, subject + " is watched");
+        return passes(ListingRule::calendar, reason("watched"));
     }
-    if (calendar.type == platform::EKCalendarType::birthday || isSubscribedHolidayCalendar(calendar)) {
-        return hides(ListingRule::calendar,
-                     subject + " holds " +
-                         (isSubscribedHolidayCalendar(calendar) ? "holidays" : "birthdays") +
-                         ", which are not offered for watching; adding its account anew with --kind ordinary "
-                         "changes that");
+    if (isSubscribedHolidayCalendar(calendar)) return hides(ListingRule::calendar, reason("holidays"));
+    if (calendar.type == platform::EKCalendarType::birthday) {
+        return hides(ListingRule::calendar, reason("birthdays"));
     }
     const std::string command = commandText(
         {isEvents ? "calendars" : "reminder-lists", "activate", nameForCommand(context, calendar)});
     const bool isDecided = context.decided.contains(calendar.calendarIdentifier);
-    return hides(ListingRule::calendar,
-                 subject + (isDecided ? " is not watched" : " is new and not watched yet"), command);
+    return hides(ListingRule::calendar, reason(isDecided ? "notWatched" : "new"), command);
 }
 
 void addDelegatedVerdict(const EKCalendar& calendar, std::vector<RuleVerdict>& verdicts) {
     if (!isDelegate(calendar)) return;
-    const std::string account = "the account " + (calendar.source ? calendar.source->title : "");
-    if (calendar.entityType == EKEntityType::reminder) {
-        verdicts.push_back(
-            hides(ListingRule::delegated,
-                  account + " is delegated, and tasks of delegated accounts are never listed"));
-    } else {
-        verdicts.push_back(passes(
-            ListingRule::delegated,
-            account + " is delegated: heedbanner agenda, events and alerts list it; the widgets do not show "
-                      "it, and neither do next, status and join"));
-    }
+    const std::string account = calendar.source ? calendar.source->title : "";
+    verdicts.push_back(calendar.entityType == EKEntityType::reminder
+                           ? hides(ListingRule::delegated, {"delegated.tasks", {account}})
+                           : passes(ListingRule::delegated, {"delegated.events", {account}}));
 }
 
 void addDuplicateVerdict(const RuleContext& context, const platform::EKEvent& event,
@@ -86,9 +75,10 @@ void addDuplicateVerdict(const RuleContext& context, const platform::EKEvent& ev
         return other->title == event.title && other->startDate == event.startDate &&
                other->endDate == event.endDate;
     });
-    const std::string where =
-        twin == listed.end() ? "another calendar" : "the calendar " + qualifiedName(*(*twin)->calendar);
-    verdicts.push_back(hides(ListingRule::duplicate, "the same meeting is taken from " + where));
+    verdicts.push_back(hides(ListingRule::duplicate,
+                             twin == listed.end()
+                                 ? Reason{"duplicate.somewhere"}
+                                 : Reason{"duplicate.calendar", {qualifiedName(*(*twin)->calendar)}}));
 }
 
 }  // namespace hbr

@@ -4,6 +4,7 @@
 #include <HbrLocalization/FormatArgument.h>
 
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -14,5 +15,11 @@ namespace hbr {
 /// (or the bundle is missing). Texts that run against the language are isolated. Any thread.
 std::string tableText(const platform::Environment& environment, std::string_view bundle, std::string_view key,
                       std::initializer_list<L10n::FormatArgument> arguments = {});
+std::string tableText(const platform::Environment& environment, std::string_view bundle, std::string_view key,
+                      std::span<const L10n::FormatArgument> arguments);
+/// The same in English whatever the user's language, for what other programs read: nothing is isolated, and
+/// numbers are plain digits.
+std::string englishTableText(const platform::Environment& environment, std::string_view bundle,
+                             std::string_view key, std::span<const L10n::FormatArgument> arguments);
 
 }  // namespace hbr

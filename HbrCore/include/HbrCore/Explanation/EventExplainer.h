@@ -16,7 +16,7 @@ namespace hbr {
 using ListableItem = std::variant<platform::EKEventRef, platform::EKReminderRef, Reminder>;
 
 /// Says why an item is listed or not, by the very rules of a reload. Settings, rules and the clock are those
-/// of the moment when it was made. Texts are English, times in the user's formats.
+/// of the moment when it was made.
 class EventExplainer {
   public:
     /// `decided`: identifiers of the calendars and lists that the user has decided about; what is neither

@@ -4,9 +4,12 @@
 #include <Foundation/Json.h>
 #include <HbrCore/Events/Event.h>
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace hbr {
@@ -42,11 +45,32 @@ enum class RuleDecision {
     doesNotAct
 };
 
+/// What is put into the text of a reason.
+struct ReasonMoment {
+    platform::Date date;
+    /// Whether the text says "at 10:15" or names the moment alone.
+    bool hasPreposition = false;
+};
+struct ReasonLength {
+    double seconds = 0;
+};
+using ReasonValue = std::variant<std::string, std::int64_t, ReasonMoment, ReasonLength>;
+
+/// Why a rule decided as it did, in no language yet: whoever shows it has a text for each name.
+struct Reason {
+    /// "call.missing".
+    std::string name;
+    /// In the order of the English text; of several numbers the first one counts something.
+    std::vector<ReasonValue> values = {};
+    /// Reasons that the text is made of; they are put in before the values.
+    std::vector<Reason> parts = {};
+};
+
 /// What one rule decided, and the command that changes it where there is one.
 struct RuleVerdict {
     ListingRule rule = ListingRule::calendar;
     RuleDecision decision = RuleDecision::passes;
-    std::string detail;
+    Reason reason;
     std::optional<std::string> command = std::nullopt;
 };
 
@@ -73,7 +97,8 @@ std::string_view rawValue(RuleDecision decision);
 std::string_view rawValue(ListedState state);
 
 /// {"event", "shown", "state", "alertDate", "rules": [{"rule", "decision", "detail", "command"}]}; "event" is
-/// null where there is none, other fields that do not apply are left out.
-platform::JsonValue explanationJson(const EventExplanation& explanation);
+/// null where there is none, other fields that do not apply are left out. `detail` words a reason.
+platform::JsonValue explanationJson(const EventExplanation& explanation,
+                                    const std::function<std::string(const Reason&)>& detail);
 
 }  // namespace hbr

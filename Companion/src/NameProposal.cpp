@@ -1,0 +1,15 @@
+#include "NameProposal.h"
+
+#include "CompanionText.h"
+
+#include <Foundation/NearestName.h>
+
+namespace hbr {
+
+std::string nameProposal(const platform::Environment& environment, std::string_view word,
+                         const std::vector<std::string>& candidates) {
+    const auto nearest = platform::nearestName(word, candidates);
+    return nearest ? " " + companionText(environment, "Choice.didYouMean", {*nearest}) : "";
+}
+
+}  // namespace hbr
