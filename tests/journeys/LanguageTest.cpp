@@ -5,8 +5,17 @@
 namespace {
 
 using ::test::Journey;
+using ::test::oneEvent;
 using ::testing::HasSubstr;
 using Language = Journey;
+
+std::string withoutIsolates(std::string text) {
+    for (const std::string_view mark : {"\u2068", "\u2069"}) {
+        for (auto at = text.find(mark); at != std::string::npos; at = text.find(mark))
+            text.erase(at, mark.size());
+    }
+    return text;
+}
 
 TEST_F(Language, TheWidgetsSpeakTheUsersLanguage) {
     struct Case {
@@ -40,18 +49,80 @@ TEST_F(Language, TheWidgetsSpeakTheUsersLanguage) {
 }
 
 TEST_F(Language, TheCompanionSpeaksTheUsersLanguage) {
+    home.write("cal/lunch.ics", oneEvent("Lunch", "20260304T110000Z", "20260304T120000Z"));
+    home.write("torn.ics", oneEvent("Torn", "2026XX", "2026XX"));
+    const std::string now = "2026-03-04T09:00:00Z";
     struct Case {
-        const char* language;
-        const char* noCalendars;
-        const char* inBar;
+        Arguments arguments;
+        /// In English, German and Hebrew; without marks of direction.
+        std::string texts[3];
     };
-    for (const auto& [language, noCalendars, inBar] :
-         {Case{"en", "no calendars yet; add them with: ", "No calendars yet"},
-          {"de", "noch keine Kalender; hinzufügen mit: ", "Noch keine Kalender"},
-          {"he", "עדיין אין לוחות שנה; הוספה: ", "עדיין אין לוחות שנה"}}) {
-        variables = {{"TZ", "Europe/Berlin"}, {"LANGUAGE", language}, {"LC_ALL", "en_US.UTF-8"}};
-        EXPECT_THAT(companion({"agenda"}).err, HasSubstr(std::string(noCalendars) + "heedbanner setup"));
-        EXPECT_THAT(companion({"status"}).out, HasSubstr(inBar)) << language;
+    const Case cases[] = {
+        {{"agenda"},
+         {"no calendars yet; add them with: heedbanner setup",
+          "noch keine Kalender; hinzufügen mit: ", "עדיין אין לוחות שנה; הוספה: "}},
+        {{"status"}, {"No calendars yet", "Noch keine Kalender", "עדיין אין לוחות שנה"}},
+        {{"setup", home / "cal"},
+         {"added, 1 calendar, 1 event", "hinzugefügt, 1 Kalender, 1 Termin", "נוסף, "}},
+        {{"doctor"}, {"Nothing was skipped.", "Es wurde nichts übersprungen.", "דבר לא דולג."}},
+        {{"reminders", "list"},
+         {"You have no upcoming reminders.", "Es steht keine eigene Erinnerung an.",
+          "אין תזכורות אישיות קרובות."}},
+        {{"remind", "Tea", "--at", "tomorow 9:00"},
+         {"\"tomorow\" is not understood (did you mean \"tomorrow\"?); type",
+          "„tomorow“ ist unverständlich (meinten Sie „tomorrow“?); geben Sie",
+          "לא ברור מהו \"tomorow\" (האם הכוונה הייתה \"tomorrow\"?); יש להקליד"}},
+        {{"remind", "Tea", "--at", "9:00"},
+         {"09:00 today is past; type \"tomorrow 09:00\"",
+          "heute 09:00 ist vorbei; geben Sie „morgen 09:00“ ein",
+          "השעה 09:00 היום כבר עברה; יש להקליד \"מחר 09:00\""}},
+        {{"remind", "Tea", "--in", "5m", "--lead", "48h"},
+         {"--lead takes at most a day (24h), not \"48h\"",
+          "--lead: erlaubt ist höchstens ein Tag (24h), nicht „48h“",
+          "--lead מקבל יממה לכל היותר (24h), לא \"48h\""}},
+        // What is typed keeps its plain digits.
+        {{"settings", "set", "timeOffsetSeconds", "x"},
+         {"timeOffsetSeconds takes a whole number of seconds from 0 to 86400 (also as 90s, 5m, 1h), not "
+          "\"x\"",
+          "timeOffsetSeconds: erlaubt ist eine ganze Zahl von Sekunden, 0 bis 86400 (auch als 90s, 5m, 1h), "
+          "nicht „x“",
+          "מספר שלם של שניות, מ־0 עד 86400"}},
+        {{"settings", "list"},
+         {"Only invitations that you accepted: true or false",
+          "Nur Einladungen, die Sie angenommen haben: true oder false", "רק הזמנות שאישרת: true או false"}},
+        {{"event", "show", "Lunch"},
+         {"1m before its start, as for every event", "1\u202Fmin vor Beginn, wie bei jedem Termin",
+          "לפני תחילתו, כמו בכל אירוע"}},
+        {{"rules", "add", "title", "contains", "Lunch"},
+         {"letter case matters: added", "Groß-/Kleinschreibung wird beachtet: hinzugefügt", ": נוסף"}},
+        {{"why", "Lunch"},
+         {"Not shown: exclude rule 1 (title contains \"Lunch\") leaves it out.\n  To see it: heedbanner "
+          "rules remove 1",
+          "Nicht angezeigt: ausgeschlossen durch Regel 1 (Titel enthält \"Lunch\").\n  Zum Anzeigen: "
+          "heedbanner "
+          "rules remove 1",
+          "לא מוצג: הוחרג לפי כלל 1 (כותרת מכיל את \"Lunch\").\n  כדי להציג: heedbanner rules remove 1"}},
+        // For other programs it is English.
+        {{"why", "Lunch", "--json"},
+         {"it begins at 12:00\u202FPM", "it begins at 12:00\u202FPM", "it begins at 12:00\u202FPM"}},
+        {{"snooze", "Dinner", "--minutes", "5"},
+         {"no event matches \"Dinner\"", "kein Termin passt zu „Dinner“", "אין אירוע שמתאים ל־\"Dinner\""}},
+        {{"accounts", "add", home / "torn.ics"}, {"torn", "torn", "torn"}},
+        {{"next"},
+         {"2 problems in 1 file, which", "2 Probleme in 1 Datei; womöglich", "שתי בעיות ב: קובץ אחד; "}},
+    };
+    const char* languages[] = {"en", "de", "he"};
+    for (std::size_t i = 0; i < std::size(languages); ++i) {
+        variables = {{"TZ", "Europe/Berlin"}, {"LANGUAGE", languages[i]}, {"LC_ALL", "en_US.UTF-8"}};
+        for (const char* folder : {"config", "data", "cache"})
+            std::filesystem::remove_all(home / folder);
+        for (const auto& [arguments, texts] : cases) {
+            Arguments all = arguments;
+            all.insert(all.end(), {"--now", now});
+            const auto outcome = companion(all);
+            EXPECT_THAT(withoutIsolates(outcome.out + outcome.err), HasSubstr(texts[i]))
+                << languages[i] << " " << arguments.front();
+        }
     }
 }
 
