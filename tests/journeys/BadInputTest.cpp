@@ -31,8 +31,8 @@ TEST_F(BadInput, AWrongLocationIsRefusedByName) {
                 {"accounts add ~/caf\xE9", 1, {"caf\uFFFD: the name is not valid UTF-8"}},
                 {"setup /", 1, {"/: too wide; name the folders"}},
                 {"accounts add /", 1, {"/: too wide; name the folders"}},
-                {"setup ~", 1, {"too wide"}},
-                {"accounts add ~", 1, {"too wide"}},
+                {"setup ~/", 1, {"too wide"}},
+                {"accounts add ~/", 1, {"too wide"}},
                 {"accounts add ~/..", 1, {"too wide"}}});
     EXPECT_FALSE(std::filesystem::exists(configFile("accounts.toml")));
     expect("setup ~/missing ~/calendars", 1);
