@@ -1,5 +1,6 @@
 #include <Foundation/Text.h>
 #include <Foundation/TimeZone.h>
+#include <Foundation/WindowsZone.h>
 
 #include <gtest/gtest.h>
 #include <support/Threads.h>
@@ -164,6 +165,31 @@ TEST(TimeZone, NamesDoNotLeaveTheDirectory) {
     }
     EXPECT_FALSE(TimeZone::named(std::string("UTC\0x", 5)));
     EXPECT_TRUE(TimeZone::named("UTC", "/nonexistent"));
+}
+
+TEST(TimeZone, AWindowsNameIsAZoneOfTheSystemUnderItsOldOrNewName) {
+    const std::filesystem::path system = "/usr/share/zoneinfo";
+    const test::TemporaryDirectory onlyNewNames;
+    std::filesystem::create_directory(onlyNewNames.path() / "Asia");
+    std::filesystem::copy(system / "Asia/Kolkata", onlyNewNames.path() / "Asia/Kolkata");
+    // 2026-07-01 00:00 UTC: hours of Almaty and Chihuahua, which left theirs, would differ.
+    const Date summer = Date::since1970(1782864000);
+    const std::tuple<const char*, std::filesystem::path, std::optional<double>> cases[] = {
+        {"W. Europe Standard Time", system, 2},
+        {"PACIFIC STANDARD TIME", system, -7},
+        {"India Standard Time", system, 5.5},
+        {"India Standard Time", onlyNewNames.path(), 5.5},
+        {"Central Asia Standard Time", system, 6},
+        {"Mountain Standard Time (Mexico)", system, -7},
+        {"Kamchatka Standard Time", system, 12},
+        {"UTC-11", system, -11},
+        {"Tokyo Standard Time", onlyNewNames.path(), std::nullopt},
+        {"Berlin", system, std::nullopt},
+    };
+    for (const auto& [name, directory, hours] : cases) {
+        const auto zone = zoneOfWindowsName(name, directory);
+        EXPECT_EQ(zone ? std::optional(zone->offsetAt(summer) / 3600.0) : std::nullopt, hours) << name;
+    }
 }
 
 TEST(TimeZone, ADamagedFileIsNoZone) {

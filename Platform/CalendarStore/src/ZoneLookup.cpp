@@ -1,5 +1,8 @@
 #include "ZoneLookup.h"
 
+#include <Foundation/Ascii.h>
+#include <Foundation/WindowsZone.h>
+
 #include "ItemLimits.h"
 
 namespace platform {
@@ -41,7 +44,7 @@ std::optional<TimeZone> ZoneLookup::systemZone(std::string_view tzid) const {
         if (auto zone = TimeZone::named(tzid, directory_)) return zone;
         if (auto zone = TimeZone::named(capitalised(tzid), directory_)) return zone;
     }
-    if (const auto name = zoneOfWindowsName(tzid); !name.empty()) return TimeZone::named(name, directory_);
+    if (auto zone = zoneOfWindowsName(tzid, directory_)) return zone;
     // A vendor's prefix: "/example.org/Europe/Berlin", "/example.org/20211207_1/America/Argentina/Ushuaia".
     for (auto slash = tzid.find('/'); slash != std::string_view::npos; slash = tzid.find('/', slash + 1)) {
         const auto rest = tzid.substr(slash + 1);

@@ -41,7 +41,4 @@ class ZoneLookup {
     std::map<std::string, std::optional<TimeZone>, std::less<>> found_;
 };
 
-/// "W. Europe Standard Time" → "Europe/Berlin"; empty when it is no Windows name. Letter case ignored.
-std::string_view zoneOfWindowsName(std::string_view name);
-
 }  // namespace platform
