@@ -1,10 +1,10 @@
 # Sourced by run.sh and test.sh: installs Debian packages that are missing.
 
-build_packages="g++ cmake ninja-build pkg-config libicu-dev libical-dev libcairo2-dev libpango1.0-dev
+build_packages="g++ cmake ninja-build pkg-config libicu-dev libcairo2-dev libpango1.0-dev
 librsvg2-dev libpng-dev libglib2.0-dev libplist-dev nlohmann-json3-dev libtomlplusplus-dev libcli11-dev
 zlib1g-dev libgtk-3-dev libgtk-layer-shell-dev libwayland-dev fonts-inter fonts-noto-cjk fonts-noto-color-emoji fonts-dejavu-core"
 
-test_packages="libgtest-dev libgmock-dev libbenchmark-dev clang-format-19 fonts-noto-core
+test_packages="libgtest-dev libgmock-dev libbenchmark-dev libical-dev clang-format-19 fonts-noto-core
 libx11-dev libxtst-dev xvfb openbox picom sway weston dbus-daemon at-spi2-core python3-pyatspi gir1.2-atspi-2.0
 desktop-file-utils appstream mandoc librsvg2-bin"
 

@@ -91,6 +91,15 @@ TEST(ItemDetails, AlarmsTravelTimeAndStatus) {
     EXPECT_EQ(read(fixture, "")->value("travelTime"), EKPropertyValue());
 }
 
+TEST(ItemDetails, LinesAgainstTheStandardKeepWhatTheySay) {
+    CalendarFixture fixture;
+    EXPECT_EQ(read(fixture, "DESCRIPTION:C:\\Users\\, a\\:b \\")->notes, "C:\\Users, a:b \\");
+    EXPECT_EQ(read(fixture, "ATTENDEE;CN=\"Ada:mailto:a@b.c")->attendees->front().url, "mailto:a@b.c");
+    EXPECT_EQ(read(fixture, "X-GOOGLE-CONFERENCE:https://a.example/1,2\\,3")->url, "https://a.example/1,2,3");
+    EXPECT_THAT(*read(fixture, "BEGIN:VALARM\nTRIGGER:20260304T080000Z\nEND:VALARM")->alarms,
+                ElementsAre(EKAlarm{test::at("2026-03-04T08:00:00Z"), 0}));
+}
+
 std::string task(const std::string& lines) {
     return "BEGIN:VTODO\nUID:t\n" + lines + "\nEND:VTODO\n";
 }

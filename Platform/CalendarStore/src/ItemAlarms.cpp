@@ -1,40 +1,25 @@
-#include "ICalComponent.h"
+#include "ItemAlarms.h"
+
 #include "WrittenTime.h"
 
-#include <Foundation/ContentLine.h>
-
 namespace platform {
-namespace {
 
-std::optional<ItemDetails::Alarm> alarmOf(icalcomponent* component, const TimeZone& zone) {
-    auto* action = icalcomponent_get_first_property(component, ICAL_ACTION_PROPERTY);
-    if (action && equalIgnoringCase(rawValue(action), "NONE")) return std::nullopt;
-    auto* trigger = icalcomponent_get_first_property(component, ICAL_TRIGGER_PROPERTY);
+std::optional<ItemDetails::Alarm> alarmOf(const std::vector<ContentLine>& lines, const TimeZone& zone) {
+    const auto* action = firstNamed(lines, "ACTION");
+    if (action && equalIgnoringCase(action->value, "NONE")) return std::nullopt;
+    const auto* trigger = firstNamed(lines, "TRIGGER");
     if (!trigger) return std::nullopt;
-    const auto value = rawValue(trigger);
     ItemDetails::Alarm alarm;
-    if (const auto duration = parseDuration(value)) {
+    if (const auto duration = parseDuration(trigger->value)) {
         alarm.offset = duration->approximateSeconds();
-        auto* related = icalproperty_get_first_parameter(trigger, ICAL_RELATED_PARAMETER);
-        alarm.fromEnd = related && icalparameter_get_related(related) == ICAL_RELATED_END;
+        const auto related = trigger->parameter("RELATED");
+        alarm.fromEnd = related && equalIgnoringCase(*related, "END");
         return alarm;
     }
-    const auto time = parseWrittenTime(value);
+    const auto time = parseWrittenTime(trigger->value);
     if (!time) return std::nullopt;
     alarm.absoluteDate = (time->isUtc ? TimeZone::utc() : zone).date(time->local);
     return alarm;
-}
-
-}  // namespace
-
-void readAlarms(icalcomponent* component, const TimeZone& zone, ItemDetails& details) {
-    for (auto* inner = icalcomponent_get_first_component(component, ICAL_VALARM_COMPONENT); inner;
-         inner = icalcomponent_get_next_component(component, ICAL_VALARM_COMPONENT)) {
-        auto alarm = alarmOf(inner, zone);
-        if (!alarm) continue;
-        if (!details.alarms) details.alarms.emplace();
-        details.alarms->push_back(std::move(*alarm));
-    }
 }
 
 }  // namespace platform

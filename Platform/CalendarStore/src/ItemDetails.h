@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace platform {
@@ -33,7 +34,7 @@ struct ItemDetails {
 
     /// `text` is one component; `ownAddresses` are the user's, in any letter case; floating alarm times are
     /// read in `zone`.
-    static ItemDetails parse(const std::string& text, const std::vector<std::string>& ownAddresses,
+    static ItemDetails parse(std::string_view text, const std::vector<std::string>& ownAddresses,
                              const TimeZone& zone);
 };
 

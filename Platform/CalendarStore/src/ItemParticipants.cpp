@@ -1,23 +1,18 @@
-#include "ICalComponent.h"
-
-#include <Foundation/ContentLine.h>
+#include "ItemParticipants.h"
 
 #include <algorithm>
 
 namespace platform {
 namespace {
 
-/// The parameter's word in upper case; the library's own enumeration does not know every word.
-std::optional<std::string> word(icalproperty* property, const char* parameter) {
-    char* text = icalproperty_get_parameter_as_string_r(property, parameter);
-    if (!text) return std::nullopt;
-    auto result = asciiUpper(trimmedAscii(text));
-    icalmemory_free_buffer(text);
-    return result;
+/// The parameter's word in upper case; nothing when it is absent or empty.
+std::optional<std::string> word(const ContentLine& line, std::string_view parameter) {
+    auto text = asciiUpper(trimmedAscii(line.parameter(parameter).value_or("")));
+    return text.empty() ? std::nullopt : std::optional(std::move(text));
 }
 
-EKParticipantStatus statusOf(icalproperty* property) {
-    const auto status = word(property, "PARTSTAT");
+EKParticipantStatus statusOf(const ContentLine& line) {
+    const auto status = word(line, "PARTSTAT");
     if (!status || status == "NEEDS-ACTION") return EKParticipantStatus::pending;
     if (status == "ACCEPTED") return EKParticipantStatus::accepted;
     if (status == "DECLINED") return EKParticipantStatus::declined;
@@ -28,8 +23,8 @@ EKParticipantStatus statusOf(icalproperty* property) {
     return EKParticipantStatus::unknown;
 }
 
-EKParticipantRole roleOf(icalproperty* property) {
-    const auto role = word(property, "ROLE");
+EKParticipantRole roleOf(const ContentLine& line) {
+    const auto role = word(line, "ROLE");
     if (!role || role == "REQ-PARTICIPANT") return EKParticipantRole::required;
     if (role == "CHAIR") return EKParticipantRole::chair;
     if (role == "OPT-PARTICIPANT") return EKParticipantRole::optional;
@@ -37,26 +32,20 @@ EKParticipantRole roleOf(icalproperty* property) {
     return EKParticipantRole::unknown;
 }
 
-std::string withLowerCaseScheme(std::string address) {
+std::string withLowerCaseScheme(std::string_view address) {
     const auto colon = address.find(':');
-    if (colon == std::string::npos) return address;
-    return asciiLower(std::string_view(address).substr(0, colon)) + address.substr(colon);
+    if (colon == std::string_view::npos) return std::string(address);
+    return asciiLower(address.substr(0, colon)).append(address.substr(colon));
 }
 
-EKParticipant participantOf(icalproperty* property, std::string address,
-                            const std::vector<std::string>& ownAddresses) {
+EKParticipant participantOf(const ContentLine& line, const std::vector<std::string>& ownAddresses) {
     EKParticipant participant;
-    participant.url = withLowerCaseScheme(std::move(address));
-    if (auto* p = icalproperty_get_first_parameter(property, ICAL_CN_PARAMETER)) {
-        participant.name = optionalText(icalparameter_get_cn(p));
-    }
-    if (auto* p = icalproperty_get_first_parameter(property, ICAL_EMAIL_PARAMETER)) {
-        if (auto email = optionalText(icalparameter_get_email(p)); email && !email->empty()) {
-            participant.email = std::move(email);
-        }
-    }
-    participant.participantRole = roleOf(property);
-    participant.participantStatus = statusOf(property);
+    participant.url = withLowerCaseScheme(line.value);
+    participant.name = line.parameter("CN");
+    participant.email = line.parameter("EMAIL");
+    if (participant.email && participant.email->empty()) participant.email.reset();
+    participant.participantRole = roleOf(line);
+    participant.participantStatus = statusOf(line);
     const auto isOwn = [&](const std::optional<std::string>& mail) {
         return mail && std::any_of(ownAddresses.begin(), ownAddresses.end(),
                                    [&](const std::string& own) { return equalIgnoringCase(own, *mail); });
@@ -73,19 +62,16 @@ bool sameAddress(const EKParticipant& a, const EKParticipant& b) {
 
 }  // namespace
 
-void readParticipants(icalcomponent* component, const std::vector<std::string>& ownAddresses,
+void readParticipants(const std::vector<ContentLine>& lines, const std::vector<std::string>& ownAddresses,
                       ItemDetails& details) {
-    for (auto* p = icalcomponent_get_first_property(component, ICAL_ATTENDEE_PROPERTY); p;
-         p = icalcomponent_get_next_property(component, ICAL_ATTENDEE_PROPERTY)) {
-        const auto address = optionalText(icalproperty_get_attendee(p));
-        if (!address) continue;
+    for (const auto& line : lines) {
+        if (!line.is("ATTENDEE")) continue;
         if (!details.attendees) details.attendees.emplace();
-        details.attendees->push_back(participantOf(p, *address, ownAddresses));
+        details.attendees->push_back(participantOf(line, ownAddresses));
     }
-    auto* p = icalcomponent_get_first_property(component, ICAL_ORGANIZER_PROPERTY);
-    const auto address = p ? optionalText(icalproperty_get_organizer(p)) : std::nullopt;
-    if (!address) return;
-    auto organizer = participantOf(p, *address, ownAddresses);
+    const auto* line = firstNamed(lines, "ORGANIZER");
+    if (!line) return;
+    auto organizer = participantOf(*line, ownAddresses);
     organizer.participantRole = EKParticipantRole::chair;
     organizer.participantStatus = EKParticipantStatus::unknown;
     if (details.attendees) {

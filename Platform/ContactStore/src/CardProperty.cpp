@@ -10,25 +10,6 @@
 namespace platform {
 namespace {
 
-/// "\n" and "\N" are line ends; a backslash in front of anything that does not need one stays.
-std::string unescaped(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char next = text[i] == '\\' && i + 1 < text.size() ? text[i + 1] : '\0';
-        if (next == 'n' || next == 'N') {
-            result += '\n';
-            ++i;
-        } else if (next == ',' || next == ';' || next == ':' || next == '\\') {
-            result += next;
-            ++i;
-        } else {
-            result += text[i];
-        }
-    }
-    return result;
-}
-
 std::vector<std::string_view> splitUnescaped(std::string_view text, char separator) {
     std::vector<std::string_view> pieces;
     std::size_t begin = 0;
@@ -77,7 +58,7 @@ std::string CardProperty::inUtf8(std::string_view bytes) const {
 
 std::vector<std::string> CardProperty::pieces(char separator) const {
     const auto text = [&](std::string_view piece) {
-        return unescaped(separator == ';' ? listAsWords(piece) : std::string(piece));
+        return unescapedText(separator == ';' ? listAsWords(piece) : std::string(piece));
     };
     std::vector<std::string> result;
     if (isQuotedPrintable(content_)) {

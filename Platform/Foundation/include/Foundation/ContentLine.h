@@ -30,5 +30,8 @@ struct ContentLine {
 
 /// Pieces between commas.
 std::vector<std::string_view> commaSeparated(std::string_view text);
+/// A TEXT value without its escapes: "\n" and "\N" are line ends, and a backslash before , ; : " or another
+/// backslash is taken away. Any other backslash stays, as in "C:\Users".
+std::string unescapedText(std::string_view text);
 
 }  // namespace platform

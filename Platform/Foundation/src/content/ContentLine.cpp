@@ -59,6 +59,24 @@ std::vector<std::string_view> commaSeparated(std::string_view text) {
     }
 }
 
+std::string unescapedText(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char next = text[i] == '\\' && i + 1 < text.size() ? text[i + 1] : '\0';
+        if (next == 'n' || next == 'N') {
+            result += '\n';
+            ++i;
+        } else if (next == ',' || next == ';' || next == ':' || next == '"' || next == '\\') {
+            result += next;
+            ++i;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
 std::optional<ContentLine> ContentLine::parse(std::string_view line) {
     const auto nameEnd = line.find_first_of(";:");
     if (nameEnd == std::string_view::npos || nameEnd == 0) return std::nullopt;
