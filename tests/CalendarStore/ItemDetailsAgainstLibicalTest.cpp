@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <memory>
 
 namespace platform {
@@ -15,35 +16,25 @@ namespace {
 /// One line a fact, in the same words on both sides.
 using Facts = std::vector<std::string>;
 
-std::string statusWord(EKEventStatus status) {
-    switch (status) {
-        case EKEventStatus::confirmed:
-            return "CONFIRMED";
-        case EKEventStatus::tentative:
-            return "TENTATIVE";
-        case EKEventStatus::canceled:
-            return "CANCELLED";
-        case EKEventStatus::none:
-            break;
-    }
-    return "";
+std::string number(auto value) {
+    return std::to_string(static_cast<int>(value));
 }
 
 Facts ours(const ScannedItem& item) {
     const auto details = ItemDetails::parse(item.text, {}, TimeZone::utc());
     Facts facts = {"title " + details.title.value_or("-"), "location " + details.location.value_or("-"),
-                   "notes " + details.notes.value_or("-"), "status " + statusWord(details.status)};
+                   "notes " + details.notes.value_or("-"), "status " + number(details.status)};
     const auto add = [&](const EKParticipant& participant) {
         facts.push_back(asciiLower(participant.url) + " " + participant.name.value_or("-") + " " +
-                        std::to_string(static_cast<int>(participant.participantStatus)));
+                        number(participant.participantStatus));
     };
     for (const auto& attendee : details.attendees.value_or(std::vector<EKParticipant>()))
         add(attendee);
     if (details.organizer) facts.push_back("by " + asciiLower(details.organizer->url));
     for (const auto& alarm : details.alarms.value_or(std::vector<ItemDetails::Alarm>())) {
-        facts.push_back(alarm.absoluteDate ? "at " + formatRfc3339(*alarm.absoluteDate)
-                                           : std::to_string(static_cast<int>(alarm.offset)) +
-                                                 (alarm.fromEnd ? " from the end" : " from the start"));
+        facts.push_back(alarm.absoluteDate
+                            ? "at " + formatRfc3339(*alarm.absoluteDate)
+                            : number(alarm.offset) + (alarm.fromEnd ? " from the end" : " from the start"));
     }
     return facts;
 }
@@ -53,38 +44,37 @@ std::string valueOf(icalcomponent* component, icalproperty_kind kind) {
     return property ? icalvalue_get_text(icalproperty_get_value(property)) : "-";
 }
 
-EKParticipantStatus statusOf(icalproperty* attendee) {
-    auto* parameter = icalproperty_get_first_parameter(attendee, ICAL_PARTSTAT_PARAMETER);
-    switch (parameter ? icalparameter_get_partstat(parameter) : ICAL_PARTSTAT_NEEDSACTION) {
-        case ICAL_PARTSTAT_NEEDSACTION:
-            return EKParticipantStatus::pending;
-        case ICAL_PARTSTAT_ACCEPTED:
-            return EKParticipantStatus::accepted;
-        case ICAL_PARTSTAT_DECLINED:
-            return EKParticipantStatus::declined;
-        case ICAL_PARTSTAT_TENTATIVE:
-            return EKParticipantStatus::tentative;
-        default:
-            return EKParticipantStatus::unknown;
-    }
+const std::map<icalproperty_status, EKEventStatus> statuses = {
+    {ICAL_STATUS_CONFIRMED, EKEventStatus::confirmed},
+    {ICAL_STATUS_TENTATIVE, EKEventStatus::tentative},
+    {ICAL_STATUS_CANCELLED, EKEventStatus::canceled}};
+const std::map<icalparameter_partstat, EKParticipantStatus> answers = {
+    {ICAL_PARTSTAT_NEEDSACTION, EKParticipantStatus::pending},
+    {ICAL_PARTSTAT_ACCEPTED, EKParticipantStatus::accepted},
+    {ICAL_PARTSTAT_DECLINED, EKParticipantStatus::declined},
+    {ICAL_PARTSTAT_TENTATIVE, EKParticipantStatus::tentative}};
+
+auto either(const auto& table, auto key, auto fallback) {
+    const auto known = table.find(key);
+    return known == table.end() ? fallback : known->second;
 }
 
 Facts libicals(const ScannedItem& item) {
     const std::unique_ptr<icalcomponent, void (*)(icalcomponent*)> component(
         icalparser_parse_string(item.text.c_str()), icalcomponent_free);
     auto* root = component.get();
-    auto* status = icalcomponent_get_first_property(root, ICAL_STATUS_PROPERTY);
-    const std::string word = status ? icalproperty_get_value_as_string(status) : "";
-    const bool isKnown = word == "CONFIRMED" || word == "TENTATIVE" || word == "CANCELLED";
     Facts facts = {"title " + valueOf(root, ICAL_SUMMARY_PROPERTY),
                    "location " + valueOf(root, ICAL_LOCATION_PROPERTY),
-                   "notes " + valueOf(root, ICAL_DESCRIPTION_PROPERTY), "status " + (isKnown ? word : "")};
+                   "notes " + valueOf(root, ICAL_DESCRIPTION_PROPERTY),
+                   "status " + number(either(statuses, icalcomponent_get_status(root), EKEventStatus::none))};
     for (auto* p = icalcomponent_get_first_property(root, ICAL_ATTENDEE_PROPERTY); p;
          p = icalcomponent_get_next_property(root, ICAL_ATTENDEE_PROPERTY)) {
         auto* name = icalproperty_get_first_parameter(p, ICAL_CN_PARAMETER);
+        auto* answer = icalproperty_get_first_parameter(p, ICAL_PARTSTAT_PARAMETER);
+        const auto word = answer ? icalparameter_get_partstat(answer) : ICAL_PARTSTAT_NEEDSACTION;
         facts.push_back(asciiLower(icalproperty_get_attendee(p)) + " " +
                         (name ? icalparameter_get_cn(name) : "-") + " " +
-                        std::to_string(static_cast<int>(statusOf(p))));
+                        number(either(answers, word, EKParticipantStatus::unknown)));
     }
     if (auto* p = icalcomponent_get_first_property(root, ICAL_ORGANIZER_PROPERTY))
         facts.push_back("by " + asciiLower(icalproperty_get_organizer(p)));
@@ -97,7 +87,7 @@ Facts libicals(const ScannedItem& item) {
         auto* related = icalproperty_get_first_parameter(p, ICAL_RELATED_PARAMETER);
         const bool fromEnd = related && icalparameter_get_related(related) == ICAL_RELATED_END;
         facts.push_back(icaltime_is_null_time(trigger.time)
-                            ? std::to_string(icaldurationtype_as_int(trigger.duration)) +
+                            ? number(icaldurationtype_as_int(trigger.duration)) +
                                   (fromEnd ? " from the end" : " from the start")
                             : "at " + formatRfc3339(Date::since1970(
                                           static_cast<double>(icaltime_as_timet(trigger.time)))));
