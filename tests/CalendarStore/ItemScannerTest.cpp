@@ -179,10 +179,11 @@ TEST(ItemScanner, OfManyParametersThoseOfTheRecordStay) {
     EXPECT_EQ(found[0]->notes, "Notes");
 }
 
-TEST(ZonePool, ADefinitionWithAMissingPartDoesNotStandForAnIntactOne) {
+TEST(ZonePool, ADefinitionIsNotChangedByBrokenOnesAndByPartsOutsideOfIt) {
     const std::string lines = "DTSTART:20000101T000000\nTZOFFSETFROM:-0500\nTZOFFSETTO:-0500\n";
     const auto file = [&](const std::string& uid, const std::string& begin, const std::string& end) {
         return test::calendar("BEGIN:VTIMEZONE\nTZID:Office\n" + begin + lines + end + "END:VTIMEZONE\n" +
+                              "BEGIN:STANDARD\nTZOFFSETTO:+0900\nEND:STANDARD\n" +
                               test::event("UID:" + uid + "\nDTSTART;TZID=Office:20260304T100000"));
     };
     for (const auto& [broken, intact] : {std::pair("a.ics", "b.ics"), std::pair("b.ics", "a.ics")}) {

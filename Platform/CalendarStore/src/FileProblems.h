@@ -9,7 +9,7 @@
 namespace platform {
 
 /// Reports the problems of one file as diagnostics: the first `limits::problems` one by one, then how many
-/// more there are.
+/// more there are. `file` and `diagnostics` outlive it.
 class FileProblems {
   public:
     FileProblems(const std::filesystem::path& file, DiagnosticsSink& diagnostics)
