@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
+#include <string_view>
+#include <type_traits>
 
 #include <sys/stat.h>
 
@@ -31,6 +34,12 @@ FileStamp FileStamp::of(const std::filesystem::path& file) {
 
 bool FileStamp::isFresh() const {
     return systemNanoseconds() - std::max(modifiedNanoseconds, changedNanoseconds) < clockTick;
+}
+
+std::optional<std::uint64_t> FileStamp::number() const {
+    static_assert(std::has_unique_object_representations_v<FileStamp>);
+    if (isFresh()) return std::nullopt;
+    return std::hash<std::string_view>{}({reinterpret_cast<const char*>(this), sizeof *this});
 }
 
 }  // namespace platform

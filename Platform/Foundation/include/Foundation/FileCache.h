@@ -3,6 +3,7 @@
 #include <Foundation/Diagnostics.h>
 #include <Foundation/FileStamp.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -17,7 +18,8 @@ namespace platform {
 /// user's, is reported and gives nothing.
 std::optional<std::string> readForCache(const std::filesystem::path& file, DiagnosticsSink& diagnostics);
 
-/// Files by path, each parsed once and again only when its content changed. Not for several threads.
+/// Texts by name, most often files by path. Each is parsed once, and again only when its content changed.
+/// Not for several threads.
 template <class Parsed>
 class FileCache {
   public:
@@ -28,23 +30,28 @@ class FileCache {
 
     /// nullptr for a file that cannot be read. The same object as long as the content stays the same.
     std::shared_ptr<const Parsed> read(const std::filesystem::path& file) {
-        Entry& entry = entries_[file.native()];
-        entry.used = true;
         // Stamped before reading: a change meanwhile shows in the next comparison.
-        const auto stamp = FileStamp::of(file);
-        if (entry.parsed && entry.stamp == stamp && !entry.wasFresh) return entry.parsed;
-        const bool isFresh = stamp.isFresh();
-        auto bytes = readForCache(file, *diagnostics_);
+        return read(file, FileStamp::of(file).number(), [&] { return readForCache(file, *diagnostics_); });
+    }
+
+    /// The same for a text that `readBytes` gives, an optional string. It is not called when the text was
+    /// read with an equal version before; a text without a version is read every time.
+    template <class ReadBytes>
+    std::shared_ptr<const Parsed> read(const std::filesystem::path& name,
+                                       std::optional<std::uint64_t> version, const ReadBytes& readBytes) {
+        Entry& entry = entries_[name.native()];
+        entry.used = true;
+        if (entry.parsed && version && entry.version == version) return entry.parsed;
+        auto bytes = readBytes();
         if (!bytes) {
             entry = {.used = true};
             return nullptr;
         }
         const auto hash = std::hash<std::string_view>{}(*bytes);
-        entry.stamp = stamp;
-        entry.wasFresh = isFresh;
+        entry.version = version;
         if (entry.parsed && entry.contentHash == hash) return entry.parsed;
         entry.contentHash = hash;
-        entry.parsed = std::make_shared<const Parsed>(parse_(file, *std::move(bytes)));
+        entry.parsed = std::make_shared<const Parsed>(parse_(name, *std::move(bytes)));
         return entry.parsed;
     }
 
@@ -57,9 +64,7 @@ class FileCache {
 
   private:
     struct Entry {
-        FileStamp stamp = {};
-        /// A further change could carry the same stamp.
-        bool wasFresh = false;
+        std::optional<std::uint64_t> version = {};
         bool used = false;
         std::size_t contentHash = 0;
         std::shared_ptr<const Parsed> parsed = nullptr;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 
 namespace platform {
 
@@ -18,6 +19,8 @@ struct FileStamp {
 
     /// Changed so shortly ago that a further change could carry the same stamp. By the system's clock.
     bool isFresh() const;
+    /// Made of all fields: states with equal numbers are the same. Nothing for a fresh stamp.
+    std::optional<std::uint64_t> number() const;
 
     friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
