@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CalendarStore/Account.h>
+#include <Accounts/AccountSources.h>
 #include <Foundation/Environment.h>
 #include <HbrCore/CoreServices.h>
 
@@ -85,6 +85,9 @@ class CalendarHome {
     }
 
     const EnvironmentRef& environment() const { return environment_; }
+    platform::CalendarSourcesRef sources() const {
+        return std::make_shared<platform::AccountSources>(environment_);
+    }
 
     std::filesystem::path file(int index) const {
         return home_ / "calendar" / (std::to_string(index) + ".ics");

@@ -43,7 +43,7 @@ void firstReading(benchmark::State& state) {
     for (auto _ : state) {
         reading += secondsOf([&] {
             platform::NotificationCenter center;
-            const platform::EKEventStore store(home.environment(), center);
+            const platform::EKEventStore store(home.environment(), center, home.sources());
             events = nextSevenDays(store, *home.environment());
         });
         state.PauseTiming();
@@ -58,7 +58,7 @@ BENCHMARK(firstReading)->Arg(10'000)->Arg(50'000)->Unit(benchmark::kMillisecond)
 void questionOnceRead(benchmark::State& state) {
     const auto& home = homeOf(state);
     platform::NotificationCenter center;
-    const platform::EKEventStore store(home.environment(), center);
+    const platform::EKEventStore store(home.environment(), center, home.sources());
     std::size_t events = nextSevenDays(store, *home.environment());
     for (auto _ : state)
         events = nextSevenDays(store, *home.environment());
@@ -70,7 +70,7 @@ BENCHMARK(questionOnceRead)->Arg(10'000)->Arg(50'000)->Unit(benchmark::kMicrosec
 void oneFileChanged(benchmark::State& state) {
     const auto& home = homeOf(state);
     platform::NotificationCenter center;
-    platform::EKEventStore store(home.environment(), center);
+    platform::EKEventStore store(home.environment(), center, home.sources());
     nextSevenDays(store, *home.environment());
     int edition = 0;
     for (auto _ : state) {

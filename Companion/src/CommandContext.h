@@ -4,7 +4,7 @@
 #include "Console.h"
 #include "GeneralOptions.h"
 
-#include <CalendarStore/Account.h>
+#include <Accounts/AccountsFile.h>
 #include <Companion/ExitCode.h>
 #include <Foundation/Environment.h>
 #include <HbrCore/CoreServices.h>

@@ -2,8 +2,8 @@
 
 #include "CompanionText.h"
 #include "Console.h"
-#include "TemporaryFolder.h"
 
+#include <CalendarStore/LocationSources.h>
 #include <Foundation/Files.h>
 #include <Foundation/Text.h>
 #include <Foundation/TextDecoding.h>
@@ -79,18 +79,14 @@ LocationExamination examineLocation(const platform::Environment& environment,
         return refused(ExitCode::failed, name + ": " + companionText(environment, "Location.neither"));
     }
 
-    const TemporaryFolder folder;
     const auto diagnostics = std::make_shared<platform::CollectedDiagnostics>();
     auto trial = std::make_shared<platform::Environment>(environment);
-    trial->configDirectory = folder.path();
-    trial->cacheDirectory = folder.path() / "cache";
     trial->diagnostics = diagnostics;
     platform::Account alone = account;
     alone.isDelegate = false;
-    platform::AccountsFile(trial).update(
-        [&](std::vector<platform::Account>& accounts) { accounts = {alone}; });
     platform::NotificationCenter center;
-    const platform::EKEventStore store(trial, center);
+    const platform::EKEventStore store(
+        trial, center, std::make_shared<platform::LocationSources>(std::vector{alone}, diagnostics));
 
     LocationExamination result;
     const auto reports = store.report();

@@ -1,6 +1,6 @@
 #include <HbrCore/CoreServices.h>
 
-#include <CalendarStore/Account.h>
+#include <Accounts/AccountSources.h>
 #include <Foundation/MainQueue.h>
 #include <HbrCore/Stores/SettingsMigration.h>
 
@@ -69,12 +69,13 @@ CoreServices::CoreServices(platform::EnvironmentRef environment, Options options
     parts.eventSettings = std::make_shared<EventSettingsStore>(parts.domains.shared, parts.center);
     parts.reminders =
         std::make_shared<CustomRemindersStore>(parts.domains.shared, parts.center, parts.environment);
-    parts.aggregatedEventStore = std::make_shared<AggregatedEventStore>(
-        AggregatedEventStore::Collaborators{.environment = parts.environment,
-                                            .center = parts.center,
-                                            .settings = parts.settings,
-                                            .eventSettings = parts.eventSettings,
-                                            .parser = parts.parser});
+    parts.aggregatedEventStore = std::make_shared<AggregatedEventStore>(AggregatedEventStore::Collaborators{
+        .environment = parts.environment,
+        .center = parts.center,
+        .sources = std::make_shared<platform::AccountSources>(parts.environment),
+        .settings = parts.settings,
+        .eventSettings = parts.eventSettings,
+        .parser = parts.parser});
     if (options.asksForAccess) {
         // Without access there is nothing to show; the lists are then empty and `doctor` says why.
         parts.aggregatedEventStore->requestCalendarAccess([](std::exception_ptr) {});

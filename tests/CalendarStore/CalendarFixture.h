@@ -1,6 +1,7 @@
 #pragma once
 
 #include <CalendarStore/EKEventStore.h>
+#include <CalendarStore/LocationSources.h>
 #include <support/TestEnvironment.h>
 
 #include <cstdio>
@@ -57,19 +58,21 @@ class CalendarFixture {
     std::filesystem::path write(std::string_view name, std::string_view content) const {
         return environment.home.write("calendars/" + std::string(name), content);
     }
+    /// Before the store is asked.
     void account(std::string name, std::filesystem::path location, bool isDelegate = false,
                  platform::Account::Kind kind = platform::Account::Kind::ordinary) {
-        platform::AccountsFile(environment).update([&](std::vector<platform::Account>& accounts) {
-            accounts.push_back({.name = std::move(name),
-                                .location = std::move(location),
-                                .addresses = {"Me@Example.org"},
-                                .isDelegate = isDelegate,
-                                .kind = kind});
-        });
+        accounts_.push_back({.name = std::move(name),
+                             .location = std::move(location),
+                             .addresses = {"Me@Example.org"},
+                             .isDelegate = isDelegate,
+                             .kind = kind});
+    }
+    platform::CalendarSourcesRef sources() const {
+        return std::make_shared<platform::LocationSources>(accounts_, environment.diagnostics);
     }
 
     platform::EKEventStore& store() {
-        if (!store_) store_ = std::make_unique<platform::EKEventStore>(environment, center);
+        if (!store_) store_ = std::make_unique<platform::EKEventStore>(environment, center, sources());
         return *store_;
     }
     /// A store that reads everything anew.
@@ -112,6 +115,7 @@ class CalendarFixture {
     platform::NotificationCenter center;
 
   private:
+    std::vector<platform::Account> accounts_;
     std::unique_ptr<platform::EKEventStore> store_;
 };
 

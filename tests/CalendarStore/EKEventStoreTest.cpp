@@ -2,11 +2,12 @@
 
 #include <Foundation/MainQueue.h>
 #include <gmock/gmock.h>
+#include <support/Threads.h>
 
 #include <atomic>
-#include <chrono>
 #include <filesystem>
 #include <future>
+#include <map>
 #include <thread>
 
 #include <sys/stat.h>
@@ -15,10 +16,10 @@ namespace {
 
 using namespace platform;
 using test::CalendarFixture;
+using test::eventually;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 const char* dayStart = "2026-03-04T00:00:00Z";
 const char* dayEnd = "2026-03-05T00:00:00Z";
@@ -33,15 +34,6 @@ std::vector<std::string> titles(const EKEventStore& store) {
     for (const auto& calendar : store.calendars(EKEntityType::event))
         result.push_back(calendar->title);
     return result;
-}
-
-bool eventually(const std::function<bool()>& condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline) return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return true;
 }
 
 TEST(EKEventStore, FindsTheCollectionsOfAnAccount) {
@@ -116,28 +108,6 @@ TEST(EKEventStore, AFileIsReadUpToItsLimit) {
     }
 }
 
-TEST(EKEventStore, AccessFollowsTheAccounts) {
-    test::TestEnvironment environment;
-    NotificationCenter center;
-    EKEventStore store(environment, center);
-    EXPECT_EQ(store.authorizationStatus(EKEntityType::event), EKAuthorizationStatus::notDetermined);
-    const auto add = [&](const char* name, std::filesystem::path location) {
-        AccountsFile(environment).update([&](auto& accounts) {
-            accounts.push_back({.name = name, .location = location});
-        });
-    };
-    add("gone", environment.home / "gone");
-    bool answer = true;
-    store.requestFullAccessToEvents([&](bool granted, const std::exception_ptr&) { answer = granted; });
-    EXPECT_FALSE(answer);
-    EXPECT_EQ(store.authorizationStatus(EKEntityType::event), EKAuthorizationStatus::denied);
-    EXPECT_EQ(store.report().at(0).problem, "there is no such file or folder");
-    add("there", environment.home.write("a.ics", meeting("x")));
-    store.requestFullAccessToReminders([&](bool granted, const std::exception_ptr&) { answer = granted; });
-    EXPECT_TRUE(answer);
-    EXPECT_EQ(store.report().at(1).collections.at(0).eventCount, 1u);
-}
-
 TEST(EKEventStore, DelegatedAccountsFormAStoreOfTheirOwn) {
     CalendarFixture fixture;
     fixture.write("a.ics", meeting("mine", "1"));
@@ -146,7 +116,8 @@ TEST(EKEventStore, DelegatedAccountsFormAStoreOfTheirOwn) {
                     Account::Kind::holidays);
     EXPECT_THAT(titles(fixture.store()), ElementsAre("Home", "Feasts"));
     EXPECT_TRUE(fixture.store().calendars(EKEntityType::event)[1]->isSubscribedHolidayCalendar);
-    EKEventStore delegates(fixture.environment, fixture.center, fixture.store().delegateSources());
+    EKEventStore delegates(fixture.environment, fixture.center, fixture.sources(),
+                           fixture.store().delegateSources());
     EXPECT_THAT(titles(delegates), ElementsAre("Boss"));
     const auto calendar = delegates.calendars(EKEntityType::event)[0];
     EXPECT_TRUE(calendar->source->isDelegate);
@@ -187,7 +158,7 @@ TEST(EKEventStore, EveryChangeIsSeenAndToldOnce) {
     expectChange(5, {});
 }
 
-TEST(EKEventStore, WatchingNoticesFilesFoldersAndAccounts) {
+TEST(EKEventStore, WatchingNoticesFilesAndNewFolders) {
     CalendarFixture fixture;
     fixture.write("a/a.ics", meeting("one"));
     std::atomic<int> told = 0;
@@ -203,9 +174,7 @@ TEST(EKEventStore, WatchingNoticesFilesFoldersAndAccounts) {
     EXPECT_TRUE(shows(3));
     fixture.write("new/d.ics", meeting("four", "4"));
     EXPECT_TRUE(shows(4)) << "a folder that came later is watched too";
-    fixture.account("More", fixture.environment.home.write("more.ics", meeting("five", "5")));
-    EXPECT_TRUE(shows(5));
-    EXPECT_TRUE(eventually([&] { return told >= 4; }));
+    EXPECT_TRUE(eventually([&] { return told >= 3; }));
 }
 
 TEST(EKEventStore, WatchingNoticesEveryWayInWhichFilesChange) {
@@ -244,6 +213,76 @@ TEST(EKEventStore, WatchingNoticesEveryWayInWhichFilesChange) {
         fixture.write("burst" + std::to_string(i) + ".ics", meeting("more", "more" + std::to_string(i)));
     EXPECT_TRUE(eventually([&] { return fixture.list(dayStart, dayEnd).size() == 101; }));
     EXPECT_LT(told - before, 10) << "a hundred files are not told one by one";
+}
+
+/// One account whose texts are in memory.
+class MemorySources final : public CalendarSources {
+  public:
+    std::vector<Account> accounts() const override { return {{.name = "Server"}}; }
+    std::string problem(const Account&) const override { return refusal; }
+    AccountContents load(const Account& account) const override {
+        AccountContents contents{problem(account), {}, {"subscription"}};
+        if (contents.problem.empty()) contents.collections = collections;
+        return contents;
+    }
+    std::optional<std::string> read(const CalendarText& text) const override {
+        ++reads;
+        const auto known = texts.find(text.name);
+        return known == texts.end() ? std::nullopt : std::optional(known->second);
+    }
+    std::shared_ptr<void> watch(const std::vector<std::filesystem::path>& watched,
+                                std::function<void()> changed) const override {
+        EXPECT_THAT(watched, ElementsAre("subscription"));
+        notify = std::move(changed);
+        return std::shared_ptr<void>(nullptr, [this](void*) { notify = nullptr; });
+    }
+
+    std::string refusal;
+    std::vector<CalendarCollection> collections;
+    std::map<std::filesystem::path, std::string> texts;
+    mutable std::atomic<int> reads = 0;
+    mutable std::function<void()> notify;
+};
+
+TEST(EKEventStore, ASourceNeedsNoFiles) {
+    test::TestEnvironment environment;
+    NotificationCenter center;
+    const auto server = std::make_shared<MemorySources>();
+    server->collections = {{"named", "server/named", "Title", "teal", {{"1", 1}, {"gone", 1}}},
+                           {"other", "server/other", {}, {}, {{"2", 1}, {"3", {}}}}};
+    server->texts = {{"1", "BEGIN:VCALENDAR\nX-WR-CALNAME:ignored\n" + meeting("one", "1").substr(17)},
+                     {"2", "BEGIN:VCALENDAR\nX-WR-CALNAME:Own\n" + meeting("two", "2").substr(17)},
+                     {"3", meeting("three", "3")}};
+    {
+        EKEventStore store(environment, center, server);
+        EXPECT_THAT(titles(store), ElementsAre("Title", "Own"));
+        const auto calendars = store.calendars(EKEntityType::event);
+        EXPECT_EQ(calendars[0]->color.hexString(), "#008080");
+        const auto count = [&] {
+            return store.events(store.predicateForEvents(test::at(dayStart), test::at(dayEnd), calendars))
+                .size();
+        };
+        EXPECT_EQ(count(), 3u);
+        EXPECT_EQ(store.report().at(0).collections.at(1).location, "server/other");
+
+        server->reads = 0;
+        store.refreshSourcesIfNecessary();
+        EXPECT_EQ(server->reads, 2) << "the text without a version and the missing one";
+
+        store.startWatching();
+        server->texts["1"] = meeting("later", "1");
+        server->collections[0].texts = {{"1", 2}};
+        server->collections[1].texts.clear();
+        server->notify();
+        EXPECT_TRUE(eventually([&] { return count() == 1; }));
+
+        server->refusal = "no answer";
+        server->notify();
+        EXPECT_TRUE(eventually(
+            [&] { return store.authorizationStatus(EKEntityType::event) == EKAuthorizationStatus::denied; }));
+        EXPECT_EQ(store.report().at(0).problem, "no answer");
+    }
+    EXPECT_FALSE(server->notify) << "the watch ended with the store";
 }
 
 TEST(EKEventStore, QuestionsFromManyThreadsWhileFilesChange) {
@@ -314,7 +353,7 @@ TEST(EKEventStore, ARecordStaysTheSameObjectUntilItsItemChanges) {
 
 TEST(EKEventStore, MayBeLetGoOfByWhatItTells) {
     CalendarFixture fixture;
-    auto store = std::make_shared<EKEventStore>(fixture.environment, fixture.center);
+    auto store = std::make_shared<EKEventStore>(fixture.environment, fixture.center, fixture.sources());
     std::promise<void> released;
     std::atomic<bool> isTold = false;
     const auto observation = fixture.center.observe(eventStoreChangedNotification, [&] {
@@ -367,101 +406,6 @@ TEST(EKEventStore, LaterQuestionsAgreeWithFreshOnes) {
         fresh.restart();
         EXPECT_EQ(ask(fixture), ask(fresh)) << from.description();
     }
-}
-
-TEST(AccountsFile, BadEntriesAreLeftOutAndABrokenFileIsSetAside) {
-    test::TestEnvironment environment;
-    AccountsFile file(environment);
-    environment.home.write(
-        "config/heedbanner/accounts.toml",
-        "[[account]]\nname = \"Work\"\nlocation = \"~/cal\"\naddresses = [\"mailto:a@b.c\", \"d@e.f\"]\n"
-        "kind = \"holidays\"\n[[account]]\nname = \"x\"\n[[account]]\nname = \"p\"\nlocation = \"/p\"\n"
-        "contents = \"people\"\n[[account]]\nname = \"q\"\nlocation = \"/q\"\ndelegate = \"yes\"\n");
-    const auto accounts = file.load();
-    ASSERT_EQ(accounts.size(), 2u);
-    EXPECT_EQ(accounts[0].location, environment.home / "cal");
-    EXPECT_EQ(accounts[0].addresses, (std::vector<std::string>{"a@b.c", "d@e.f"}));
-    EXPECT_EQ(accounts[0].kind, Account::Kind::holidays);
-    std::vector<std::string> fields;
-    for (const auto& diagnostic : environment.diagnostics->all())
-        fields.push_back(diagnostic.field);
-    EXPECT_THAT(fields, ElementsAre("account 2, location", "account 3, contents", "account 4, delegate"));
-
-    ASSERT_TRUE(file.update([](auto& list) { list[1].isDelegate = true; }));
-    EXPECT_TRUE(file.load()[1].isDelegate);
-    EXPECT_EQ(std::filesystem::status(file.path()).permissions(), std::filesystem::perms(0600));
-
-    environment.home.write("config/heedbanner/accounts.toml", "[[account\n");
-    EXPECT_THAT(file.load(), IsEmpty());
-    ASSERT_TRUE(file.update([](auto& list) { list.push_back({.name = "N", .location = "/n"}); }));
-    EXPECT_EQ(file.load().size(), 1u);
-    EXPECT_EQ(test::readFile(file.path().string() + ".unreadable-1"), "[[account\n");
-}
-
-TEST(AccountsFile, WritingKeepsWhatIsNotUnderstood) {
-    test::TestEnvironment environment;
-    AccountsFile file(environment);
-    const std::string written =
-        "# mine\nversion = 2\n\n[[account]]\nname = \"Work\"\nlocation = \"~/cal\"\nnote = \"hm\"\n\n"
-        "[[account]]\nname = \"Later\"\ncontents = \"mails\"\nlocation = \"/later\"\n";
-    environment.home.write("config/heedbanner/accounts.toml", written);
-    const auto add = [](auto& list) {
-        list.push_back({.name = "People", .location = "~/cal", .contents = Account::Contents::contacts});
-    };
-    ASSERT_TRUE(file.update(add));
-    EXPECT_THAT(test::readFile(file.path()), testing::StartsWith(written));
-    EXPECT_EQ(file.load().size(), 2u);
-    ASSERT_TRUE(file.update([](auto& list) { list[0].name = "Desk"; }));
-    ASSERT_TRUE(file.update([](auto& list) { list.erase(list.begin() + 1); }));
-    const auto text = test::readFile(file.path());
-    for (const char* kept : {"version = 2", "\"Desk\"", "note = ", "\"Later\"", "\"mails\""})
-        EXPECT_THAT(text, testing::HasSubstr(kept)) << kept;
-    EXPECT_THAT(text, testing::Not(testing::HasSubstr("People")));
-
-    environment.home.write("config/heedbanner/accounts.toml",
-                           "account = [{name = \"A\", location = \"/a\"}]\n");
-    ASSERT_TRUE(file.update(add));
-    EXPECT_EQ(file.load().size(), 2u);
-}
-
-TEST(AccountsFile, RenamingAndRemovingKeepComments) {
-    test::TestEnvironment environment;
-    AccountsFile file(environment);
-    environment.home.write(
-        "config/heedbanner/accounts.toml",
-        "# mine\n\n# old\n[[account]]\nname = \"A\"\nlocation = \"~/a\" # here\n\n"
-        "[[account]]\nname = \"B\"\n\n# new\n[[account]]\nname = \"C\"\nlocation = \"/c\"\n");
-    ASSERT_TRUE(file.update([](auto& list) {
-        list[0].name = "Z";
-        list[0].addresses = {"me@example.org"};
-        list.erase(list.begin() + 1);
-        list.push_back({.name = "D", .location = "/d"});
-    }));
-    EXPECT_EQ(test::readFile(file.path()),
-              "# mine\n\n# old\n[[account]]\nname = \"Z\"\nlocation = \"~/a\" # here\n"
-              "addresses = [ \"me@example.org\" ]\n\n[[account]]\nname = \"B\"\n\n"
-              "[[account]]\nname = \"D\"\nlocation = \"/d\"\n");
-    environment.home.write("config/heedbanner/accounts.toml",
-                           "[[account]]\nname = \"A\"\nlocation = \"/a\"\n");
-    ASSERT_TRUE(file.update([](auto& list) { list.clear(); }));
-    EXPECT_FALSE(std::filesystem::exists(file.path()));
-}
-
-TEST(AccountsFile, WritersNeverLoseEachOthersAccounts) {
-    test::TestEnvironment environment;
-    {
-        std::vector<std::jthread> writers;
-        for (int t = 0; t < 4; ++t) {
-            writers.emplace_back([&, t] {
-                for (int i = 0; i < 5; ++i) {
-                    AccountsFile(environment).update([&](auto& accounts) {
-                        accounts.push_back({.name = std::to_string(t * 5 + i), .location = "/x"});
-                    });
-                }
-            });
-        }
-    }
-    EXPECT_EQ(AccountsFile(environment).load().size(), 20u);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CalendarStore/Account.h>
+#include <Accounts/AccountsFile.h>
 #include <HbrCore/CoreServices.h>
 #include <support/TestEnvironment.h>
 

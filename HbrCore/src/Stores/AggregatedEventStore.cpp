@@ -78,14 +78,16 @@ struct AggregatedEventStore::State {
     explicit State(Collaborators given)
         : environment(std::move(given.environment)),
           center(given.center),
+          sources(std::move(given.sources)),
           settings(std::move(given.settings)),
           eventSettings(std::move(given.eventSettings)),
           parser(std::move(given.parser)),
-          eventStore(environment, center),
+          eventStore(environment, center, sources),
           storeChange(center.observe(platform::eventStoreChangedNotification, [this] { emptyCache(); })) {}
 
     platform::EnvironmentRef environment;
     platform::NotificationCenter& center;
+    platform::CalendarSourcesRef sources;
     std::shared_ptr<UserSettingsStore> settings;
     std::shared_ptr<EventSettingsStore> eventSettings;
     std::shared_ptr<const VideoConferenceLinkParser> parser;
@@ -120,7 +122,8 @@ struct AggregatedEventStore::State {
     }
 
     void replaceDelegates() {
-        auto store = std::make_shared<EKEventStore>(environment, center, eventStore.delegateSources());
+        auto store =
+            std::make_shared<EKEventStore>(environment, center, sources, eventStore.delegateSources());
         std::unique_lock lock(mutex);
         if (isWatching) store->startWatching();
         delegatesEventStore.swap(store);

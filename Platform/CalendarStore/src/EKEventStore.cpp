@@ -3,32 +3,33 @@
 #include "SerialWorker.h"
 #include "StoreLoader.h"
 
-#include <Foundation/FileWatcher.h>
 #include <Foundation/MainQueue.h>
 
 #include <algorithm>
 #include <atomic>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <tuple>
 
 namespace platform {
 
 struct EKEventStore::State {
-    State(EnvironmentRef world, NotificationCenter& notificationCenter,
-          std::optional<std::vector<std::shared_ptr<const EKSource>>> sources)
+    State(EnvironmentRef world, NotificationCenter& notificationCenter, CalendarSourcesRef from,
+          std::optional<std::vector<std::shared_ptr<const EKSource>>> delegates)
         : environment(std::move(world)),
           center(notificationCenter),
-          loader(environment, std::move(sources)) {}
+          sources(std::move(from)),
+          loader(environment, sources, std::move(delegates)) {}
 
-    /// The watcher hands work to the worker, whose work makes watchers: no new watcher, then the one there is
+    /// The watch hands work to the worker, whose work starts watches: no new watch, then the one there is
     /// stopped, then the worker.
     ~State() {
-        std::unique_ptr<FileWatcher> stopped;
+        std::shared_ptr<void> stopped;
         {
             std::lock_guard lock(watchMutex);
             closing = true;
-            stopped = std::move(watcher);
+            stopped = std::move(watching);
         }
         stopped.reset();
         worker.stop();
@@ -90,7 +91,7 @@ struct EKEventStore::State {
     }
 
     /// On the worker: looks again, and watches what there is to watch now. What changes in a new folder
-    /// before its watch stands is found by the next look.
+    /// before it is watched is found by the next look.
     void changedOutside() {
         do {
             if (reload()) center.post(eventStoreChangedNotification);
@@ -99,36 +100,40 @@ struct EKEventStore::State {
 
     /// True when something is watched that was not before.
     bool watch() {
-        auto paths = StoreLoader::watchedPaths(*environment, *snapshot());
+        std::vector<std::filesystem::path> wanted;
+        for (const auto& account : snapshot()->accounts)
+            wanted.insert(wanted.end(), account.watched.begin(), account.watched.end());
         std::lock_guard lock(watchMutex);
-        if (closing || (watcher && paths == watchedPaths)) return false;
-        watchedPaths = paths;
-        watcher.reset();
-        watcher = std::make_unique<FileWatcher>(
-            std::move(paths), [this](const auto&) { worker.async([this] { changedOutside(); }); });
+        if (closing || watched == wanted) return false;
+        watched = std::move(wanted);
+        watching.reset();
+        watching = sources->watch(*watched, [this] { worker.async([this] { changedOutside(); }); });
         return true;
     }
 
     EnvironmentRef environment;
     NotificationCenter& center;
+    CalendarSourcesRef sources;
     std::mutex loadMutex;
     StoreLoader loader;
     std::mutex snapshotMutex;
     std::shared_ptr<const StoreSnapshot> current;
     std::atomic<std::uint64_t> revision = 0;
     std::mutex watchMutex;
-    std::vector<std::filesystem::path> watchedPaths;
-    std::unique_ptr<FileWatcher> watcher;
+    std::optional<std::vector<std::filesystem::path>> watched;
+    /// What the sources gave for it.
+    std::shared_ptr<void> watching;
     bool closing = false;
     SerialWorker worker;
 };
 
-EKEventStore::EKEventStore(EnvironmentRef environment, NotificationCenter& center)
-    : state_(std::make_shared<State>(std::move(environment), center, std::nullopt)) {}
+EKEventStore::EKEventStore(EnvironmentRef environment, NotificationCenter& center, CalendarSourcesRef sources)
+    : state_(std::make_shared<State>(std::move(environment), center, std::move(sources), std::nullopt)) {}
 
-EKEventStore::EKEventStore(EnvironmentRef environment, NotificationCenter& center,
-                           const std::vector<std::shared_ptr<const EKSource>>& sources)
-    : state_(std::make_shared<State>(std::move(environment), center, sources)) {}
+EKEventStore::EKEventStore(EnvironmentRef environment, NotificationCenter& center, CalendarSourcesRef sources,
+                           std::vector<std::shared_ptr<const EKSource>> delegates)
+    : state_(std::make_shared<State>(std::move(environment), center, std::move(sources),
+                                     std::move(delegates))) {}
 
 EKEventStore::~EKEventStore() {
     // Let go of by what it tells, on its own worker, which cannot wait for itself.
@@ -143,7 +148,7 @@ EKAuthorizationStatus EKEventStore::authorizationStatus(EKEntityType) const {
 
 void EKEventStore::requestAccess(EKEntityType type, const AccessCompletion& completion) {
     const auto known = state_->snapshot();
-    if (!known->anyReadable() || !state_->loader.knowsAccountsOf(*known)) state_->reloadAndAnnounce();
+    if (!known->anyReadable() || state_->sources->accounts() != known->listed) state_->reloadAndAnnounce();
     if (completion) completion(authorizationStatus(type) == EKAuthorizationStatus::fullAccess, nullptr);
 }
 
@@ -288,11 +293,10 @@ void EKEventStore::fetchReminders(const EKPredicate& predicate,
 std::vector<AccountReport> EKEventStore::report() const {
     std::vector<AccountReport> reports;
     for (const auto& account : state_->snapshot()->accounts) {
-        AccountReport report{account.found.account, account.found.readable, account.found.problem, {}};
-        for (std::size_t i = 0; i < account.collections.size(); ++i) {
-            const auto& collection = account.collections[i];
-            report.collections.push_back({account.found.account.name, account.found.collections[i].location,
-                                          collection.events, collection.reminders, collection.files.size(),
+        AccountReport report{account.account, account.readable(), account.problem, {}};
+        for (const auto& collection : account.collections) {
+            report.collections.push_back({account.account.name, collection.location, collection.events,
+                                          collection.reminders, collection.files.size(),
                                           collection.index->eventCount(), collection.index->taskCount()});
         }
         reports.push_back(std::move(report));

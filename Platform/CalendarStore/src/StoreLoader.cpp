@@ -25,8 +25,8 @@ bool sameCalendar(const EKCalendarRef& a, const EKCalendarRef& b) {
 }  // namespace
 
 bool StoreSnapshot::anyReadable() const {
-    return std::any_of(accounts.begin(), accounts.end(), [](const auto& a) { return a.found.readable; }) ||
-           std::any_of(others.begin(), others.end(), [](const auto& a) { return a.readable; });
+    return std::any_of(accounts.begin(), accounts.end(), [](const auto& a) { return a.readable(); }) ||
+           std::any_of(others.begin(), others.end(), [](const auto& a) { return a.readable(); });
 }
 
 bool StoreSnapshot::shows(const StoreSnapshot& other) const {
@@ -34,50 +34,45 @@ bool StoreSnapshot::shows(const StoreSnapshot& other) const {
         return sameCalendar(a.events, b.events) && sameCalendar(a.reminders, b.reminders) &&
                a.files == b.files;
     };
-    const auto sameOther = [](const FoundAccount& a, const FoundAccount& b) {
-        return a.account == b.account && a.readable == b.readable;
+    const auto sameOther = [](const KnownAccount& a, const KnownAccount& b) {
+        return a.account == b.account && a.readable() == b.readable();
     };
     const auto sameAccount = [&](const SnapshotAccount& a, const SnapshotAccount& b) {
-        return sameOther(a.found, b.found) &&
-               std::equal(a.collections.begin(), a.collections.end(), b.collections.begin(),
-                          b.collections.end(), sameCollection);
+        return sameOther(a, b) && std::equal(a.collections.begin(), a.collections.end(),
+                                             b.collections.begin(), b.collections.end(), sameCollection);
     };
     return std::equal(accounts.begin(), accounts.end(), other.accounts.begin(), other.accounts.end(),
                       sameAccount) &&
            std::equal(others.begin(), others.end(), other.others.begin(), other.others.end(), sameOther);
 }
 
-StoreLoader::StoreLoader(EnvironmentRef environment,
-                         std::optional<std::vector<std::shared_ptr<const EKSource>>> sources)
+StoreLoader::StoreLoader(EnvironmentRef environment, CalendarSourcesRef sources,
+                         std::optional<std::vector<std::shared_ptr<const EKSource>>> delegates)
     : environment_(std::move(environment)),
       sources_(std::move(sources)),
-      accountsFile_(environment_),
+      delegates_(std::move(delegates)),
       files_(environment_->diagnostics,
              [this, sink = environment_->diagnostics](const auto& file, std::string bytes) {
                  return scanItems(file, std::move(bytes), *sink, zones_);
              }) {}
 
 bool StoreLoader::isMine(const Account& account) const {
-    if (!sources_) return !account.isDelegate;
+    if (!delegates_) return !account.isDelegate;
     const auto source = sourceOf(account);
-    return std::any_of(sources_->begin(), sources_->end(),
+    return std::any_of(delegates_->begin(), delegates_->end(),
                        [&](const auto& wanted) { return wanted && *wanted == *source; });
 }
 
 std::shared_ptr<const StoreSnapshot> StoreLoader::load(const StoreSnapshot* previous) {
     auto snapshot = std::make_shared<StoreSnapshot>();
     std::set<std::string> identifiers;
-    snapshot->listed = accountsFile_.load();
+    snapshot->listed = sources_->accounts();
     for (const auto& account : snapshot->listed) {
         if (account.contents != Account::Contents::calendars) continue;
-        const bool mine = isMine(account);
-        if (!mine && sources_) continue;
-        if (!mine && !account.isDelegate) continue;
-        if (mine) {
-            snapshot->accounts.push_back(
-                loadAccount(discover(account, *environment_->diagnostics), previous, identifiers));
-        } else {
-            snapshot->others.push_back(reach(account, *environment_->diagnostics));
+        if (isMine(account)) {
+            snapshot->accounts.push_back(loadAccount(account, previous, identifiers));
+        } else if (!delegates_) {
+            snapshot->others.push_back({account, sources_->problem(account)});
         }
     }
     files_.forgetUnused();
@@ -92,32 +87,33 @@ std::shared_ptr<const StoreSnapshot> StoreLoader::load(const StoreSnapshot* prev
     return snapshot;
 }
 
-SnapshotAccount StoreLoader::loadAccount(FoundAccount found, const StoreSnapshot* previous,
+SnapshotAccount StoreLoader::loadAccount(const Account& account, const StoreSnapshot* previous,
                                          std::set<std::string>& identifiers) {
-    SnapshotAccount account{std::move(found), nullptr, {}};
-    account.source = sourceOf(account.found.account);
+    auto contents = sources_->load(account);
+    SnapshotAccount loaded{
+        {account, std::move(contents.problem)}, sourceOf(account), {}, std::move(contents.watched)};
     std::set<std::string> colors;
-    for (const auto& collection : account.found.collections) {
-        account.collections.push_back(loadCollection(account, collection, previous, identifiers, colors));
-    }
-    return account;
+    for (const auto& collection : contents.collections)
+        loaded.collections.push_back(loadCollection(loaded, collection, previous, identifiers, colors));
+    return loaded;
 }
 
-Collection StoreLoader::loadCollection(const SnapshotAccount& account, const FoundCollection& found,
+Collection StoreLoader::loadCollection(const SnapshotAccount& account, const CalendarCollection& found,
                                        const StoreSnapshot* previous, std::set<std::string>& identifiers,
                                        std::set<std::string>& colors) {
     Collection collection;
+    collection.location = found.location;
     bool hasEvents = false;
     bool hasTasks = false;
-    for (const auto& path : found.files) {
-        auto file = files_.read(path);
+    for (const auto& text : found.texts) {
+        auto file = files_.read(text.name, text.version, [&] { return sources_->read(text); });
         if (!file) continue;
         for (const auto& item : file->items) {
             (item.kind == ScannedItem::Kind::event ? hasEvents : hasTasks) = true;
         }
         collection.files.push_back(std::move(file));
     }
-    const auto& settings = account.found.account;
+    const auto& settings = account.account;
     auto identifier = calendarIdentifier(settings.name, found.path);
     for (int n = 2; !identifiers.insert(identifier).second; ++n) {
         identifier = calendarIdentifier(settings.name, found.path) + "-" + std::to_string(n);
@@ -125,8 +121,7 @@ Collection StoreLoader::loadCollection(const SnapshotAccount& account, const Fou
     const auto naming = namingOf(found, collection.files);
     EKCalendar calendar;
     calendar.calendarIdentifier = identifier;
-    calendar.title =
-        naming.title.value_or(found.path.empty() ? settings.name : found.location.filename().string());
+    calendar.title = naming.title.value_or(settings.name);
     calendar.color = naming.color ? *naming.color : paletteColor(identifier, colors);
     if (naming.color) colors.insert(naming.color->hexString());
     if (settings.kind == Account::Kind::birthdays) calendar.type = EKCalendarType::birthday;
@@ -151,8 +146,8 @@ Collection StoreLoader::loadCollection(const SnapshotAccount& account, const Fou
             // The records of items that did not change keep their calendar, and so stay the same.
             if (sameCalendar(before.events, collection.events)) collection.events = before.events;
             if (sameCalendar(before.reminders, collection.reminders)) collection.reminders = before.reminders;
-            if (before.files == collection.files && before.events == collection.events &&
-                before.reminders == collection.reminders) {
+            if (before.location == collection.location && before.files == collection.files &&
+                before.events == collection.events && before.reminders == collection.reminders) {
                 return before;
             }
             former = before.index.get();
@@ -164,15 +159,6 @@ Collection StoreLoader::loadCollection(const SnapshotAccount& account, const Fou
                            environment_->diagnostics},
         former);
     return collection;
-}
-
-std::vector<std::filesystem::path> StoreLoader::watchedPaths(const Environment& environment,
-                                                             const StoreSnapshot& snapshot) {
-    std::vector<std::filesystem::path> paths = {environment.configDirectory / "accounts.toml"};
-    for (const auto& account : snapshot.accounts) {
-        paths.insert(paths.end(), account.found.watched.begin(), account.found.watched.end());
-    }
-    return paths;
 }
 
 }  // namespace platform

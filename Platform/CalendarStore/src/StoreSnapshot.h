@@ -1,10 +1,10 @@
 #pragma once
 
 #include "CollectionIndex.h"
-#include "FoundAccount.h"
 
 #include <CalendarStore/EKEventStore.h>
 
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
@@ -14,26 +14,34 @@ namespace platform {
 
 /// One collection as it was read.
 struct Collection {
+    std::filesystem::path location;
     EKCalendarRef events;
     EKCalendarRef reminders;
     std::vector<std::shared_ptr<const ScannedFile>> files;
     std::shared_ptr<const CollectionIndex> index;
 };
 
-struct SnapshotAccount {
-    FoundAccount found;
+struct KnownAccount {
+    Account account;
+    /// Why it cannot be read; empty when it can.
+    std::string problem;
+
+    bool readable() const { return problem.empty(); }
+};
+
+struct SnapshotAccount : KnownAccount {
     std::shared_ptr<const EKSource> source;
-    /// Beside `found.collections`.
     std::vector<Collection> collections;
+    std::vector<std::filesystem::path> watched;
 };
 
 /// Everything the store knows at one time. Constant once made; changes make a new one.
 struct StoreSnapshot {
-    /// Every account of `accounts.toml` at that time.
+    /// Every account of the sources at that time.
     std::vector<Account> listed;
     /// Those of this store; of the others only whether they can be read.
     std::vector<SnapshotAccount> accounts;
-    std::vector<FoundAccount> others;
+    std::vector<KnownAccount> others;
     std::map<std::string, const Collection*, std::less<>> byCalendar;
 
     StoreSnapshot() = default;

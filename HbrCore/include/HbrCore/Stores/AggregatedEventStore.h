@@ -43,6 +43,8 @@ class AggregatedEventStore {
     struct Collaborators {
         platform::EnvironmentRef environment;
         platform::NotificationCenter& center;
+        /// Of own and delegated accounts.
+        platform::CalendarSourcesRef sources;
         std::shared_ptr<UserSettingsStore> settings;
         std::shared_ptr<EventSettingsStore> eventSettings;
         std::shared_ptr<const VideoConferenceLinkParser> parser;

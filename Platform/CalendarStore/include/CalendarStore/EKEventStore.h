@@ -1,6 +1,6 @@
 #pragma once
 
-#include <CalendarStore/Account.h>
+#include <CalendarStore/CalendarSources.h>
 #include <CalendarStore/EKCalendarItem.h>
 #include <Foundation/Environment.h>
 #include <Foundation/NotificationCenter.h>
@@ -49,7 +49,7 @@ struct AccountReport {
     std::vector<CollectionReport> collections;
 };
 
-/// Calendars, events and tasks of the user's accounts, read from iCalendar files. A file is scanned once
+/// Calendars, events and tasks of the accounts that its sources list. A text is scanned once
 /// and again only when it changed; items are parsed when an interval touches them, so a query costs what
 /// it returns. All operations are safe from any thread. Every item of a calendar that cannot be read is
 /// skipped alone, with a diagnostic (file, line, reason) in the environment's sink.
@@ -58,11 +58,11 @@ struct AccountReport {
 /// calendar identifier, event identifier.
 class EKEventStore {
   public:
-    /// The user's own (not delegated) accounts of `accounts.toml`.
-    EKEventStore(EnvironmentRef environment, NotificationCenter& center);
-    /// A store over given sources, as `delegateSources()` of another store gives them.
-    EKEventStore(EnvironmentRef environment, NotificationCenter& center,
-                 const std::vector<std::shared_ptr<const EKSource>>& sources);
+    /// The user's own (not delegated) accounts of the sources.
+    EKEventStore(EnvironmentRef environment, NotificationCenter& center, CalendarSourcesRef sources);
+    /// Only the accounts that `delegates` name, as `delegateSources()` of another store gives them.
+    EKEventStore(EnvironmentRef environment, NotificationCenter& center, CalendarSourcesRef sources,
+                 std::vector<std::shared_ptr<const EKSource>> delegates);
     ~EKEventStore();
     EKEventStore(const EKEventStore&) = delete;
     EKEventStore& operator=(const EKEventStore&) = delete;
@@ -71,14 +71,15 @@ class EKEventStore {
     /// of delegates possible), denied when there are some and none can, not determined when there is none.
     EKAuthorizationStatus authorizationStatus(EKEntityType type) const;
     using AccessCompletion = std::function<void(bool granted, std::exception_ptr error)>;
-    /// Reads the accounts again, and their folders where the accounts changed or none could be read; then
+    /// Reads the accounts again, and what is in them where the accounts changed or none could be read; then
     /// completes (on the calling thread).
     void requestFullAccessToEvents(const AccessCompletion& completion);
     void requestFullAccessToReminders(const AccessCompletion& completion);
     void requestAccess(EKEntityType type, const AccessCompletion& completion);
-    /// Looks for changed files and accounts on the calling thread; what changed is told by the notification.
+    /// Looks for changed texts and accounts on the calling thread; posts the change notification when there
+    /// are some.
     void refreshSourcesIfNecessary();
-    /// Watches the accounts' files and folders from now on and posts the change notification; long-lived
+    /// Watches the sources from now on and posts the change notification; long-lived
     /// processes only.
     void startWatching();
 

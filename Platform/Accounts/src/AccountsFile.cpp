@@ -1,4 +1,4 @@
-#include <CalendarStore/Account.h>
+#include <Accounts/AccountsFile.h>
 
 #include <Foundation/ContentLine.h>
 #include <Foundation/FileLock.h>
