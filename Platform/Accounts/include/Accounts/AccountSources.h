@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// The accounts of `accounts.toml`, read again with every question for them. All are locations today; for an
-/// account that is not, this is where its source is chosen.
+/// The accounts of `accounts.toml`, which every call of `accounts` reads again. All of them are locations;
+/// the source of an account that is not would be chosen here.
 class AccountSources final : public CalendarSources {
   public:
     explicit AccountSources(const EnvironmentRef& environment);

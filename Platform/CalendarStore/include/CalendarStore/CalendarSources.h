@@ -51,11 +51,12 @@ struct AccountContents {
 /// announcing changes are the store's work, the same for every source.
 ///
 /// A new kind of source (a server, another program's store) implements the five functions:
-///  - Any thread may call them, several at once. They may block; the store never calls them on behalf of a
-///    drawing.
+///  - Any thread may call them, several at once: the one of the store's first question, of a refresh, and the
+///    store's worker. Own and delegated calendars are two stores over the same sources.
 ///  - They do not throw. What cannot be read is reported to the diagnostics that the source was made with,
-///    naming the account or the text, and leaves out only that part.
-///  - Identifiers last: names of accounts, paths of collections and names of texts do not change with time.
+///    naming the account or the text, and only that part is missing in the answer.
+///  - Names of accounts, paths of collections and names of texts are the same in every process, unless the
+///    user renames something.
 class CalendarSources {
   public:
     CalendarSources() = default;
@@ -64,10 +65,10 @@ class CalendarSources {
     CalendarSources& operator=(const CalendarSources&) = delete;
 
     /// The accounts at this moment, in the user's order, with delegated ones. The store skips those of
-    /// contacts. Accounts have different names.
+    /// contacts.
     virtual std::vector<Account> accounts() const = 0;
-    /// Access: why the account cannot be read, as in its contents; empty when it can. Cheap: this is all that
-    /// is asked about accounts of another store (own or delegated).
+    /// Access: why the account cannot be read, as in its contents; empty when it can. Cheap: a store of own
+    /// accounts asks no more about the delegated ones.
     virtual std::string problem(const Account& account) const = 0;
     /// The collections of an account and which texts they have. Reads no text.
     virtual AccountContents load(const Account& account) const = 0;
