@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
+#include <set>
 
 namespace hbr {
 
@@ -36,19 +38,23 @@ void replaceIn(std::vector<std::string>& identifiers, const Replacements& replac
     }
 }
 
-/// An event that has settings of its own, as it was called before.
+/// An event with a choice of its own, as it was called before.
 struct CustomizedEvent {
-    EventSettings settings;
+    std::optional<EventSettings> settings;
     platform::EKEventRef event;
 };
 
 std::vector<CustomizedEvent> customizedEvents(CoreServices& core) {
     std::vector<CustomizedEvent> found;
     const auto all = core.eventSettings().customSettings();
-    if (!all) return found;
-    for (const auto& [identifier, settings] : *all) {
+    std::set<std::string> identifiers;
+    for (const auto& [identifier, settings] : all.value_or(EventSettingsStore::Settings{}))
+        identifiers.insert(identifier);
+    for (const Occurrence& hidden : core.hiddenOccurrences().all().all())
+        identifiers.insert(hidden.eventIdentifier);
+    for (const std::string& identifier : identifiers) {
         const auto event = core.aggregatedEventStore().eventWithIdentifier(identifier);
-        if (event && event->calendar) found.push_back({settings, event});
+        if (event && event->calendar) found.push_back({EventSettingsStore::find(all, identifier), event});
     }
     return found;
 }
@@ -64,7 +70,9 @@ void moveEventSettings(CoreServices& core, const std::vector<CustomizedEvent>& c
                 after->calendar->calendarIdentifier == calendar->second &&
                 after->calendarItemExternalIdentifier == before->calendarItemExternalIdentifier;
             if (!isSame) continue;
-            if (core.eventSettings().storeCustomSettings(settings, after->eventIdentifier)) {
+            core.hiddenOccurrences().rename(before->eventIdentifier, after->eventIdentifier,
+                                            core.environment()->now());
+            if (settings && core.eventSettings().storeCustomSettings(*settings, after->eventIdentifier)) {
                 core.eventSettings().deleteCustomSettings(before->eventIdentifier);
             }
             break;

@@ -6,8 +6,10 @@
 #include "ExplanationText.h"
 #include "LeadText.h"
 #include "ReasonText.h"
+#include "ReminderText.h"
 
 #include <HbrCore/Events/EventJson.h>
+#include <HbrCore/Events/EventLookup.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrCore/Scheduling/AlertSchedule.h>
@@ -27,12 +29,14 @@ class SettingsWriter {
           formatters_(context.core().formatters()),
           settings_(AlertSettings::of(context.core().settings())),
           own_(context.core().eventSettings().customSettings(event.id)),
+          hidden_(context.core().hiddenOccurrences().of(event.id)),
+          occurrence_(hidden_.all().empty() ? std::nullopt : occurrenceOf(context.core(), event)),
           now_(context.now()) {}
 
     std::string text() const {
         const std::vector<std::pair<std::string, std::string>> lines = {
             {word("EventSettings.leftOut"), excluded()},
-            {word("EventSettings.alert"), isExcluded() ? "" : alert()},
+            {word("EventSettings.alert"), isExcluded() || isHidden() ? "" : alert()},
             {word("EventSettings.call"), call()}};
         std::size_t width = 0;
         for (const auto& [name, value] : lines)
@@ -44,6 +48,9 @@ class SettingsWriter {
             if (!value.empty()) text += "  " + padded(name, width) + value + "\n";
         }
         if (own_ && event_.isRecurring) text += word("EventSettings.wholeSeries") + "\n";
+        if (!hidden_.all().empty()) text += word("EventSettings.hidden") + "\n";
+        for (const Occurrence& one : hidden_.all())
+            text += "    " + exactMoment(one.originalStart, environment_) + "\n";
         return text;
     }
 
@@ -60,7 +67,14 @@ class SettingsWriter {
         auto object = platform::JsonValue::object();
         object.set("event", eventJson(event_));
         if (own_) object.set("settings", JsonCoding<EventSettings>::encode(*own_));
-        if (const auto alert = alertMoment()) object.set("alertDate", platform::formatRfc3339(*alert));
+        if (!hidden_.all().empty()) {
+            auto starts = platform::JsonValue::array();
+            for (const Occurrence& one : hidden_.all())
+                starts.append(platform::formatRfc3339(one.originalStart));
+            object.set("hiddenOccurrences", std::move(starts));
+        }
+        if (const auto alert = isHidden() ? std::nullopt : alertMoment())
+            object.set("alertDate", platform::formatRfc3339(*alert));
         if (const auto link = defaultVideoConferenceLink(event_, own_))
             object.set("defaultConferenceUrl", link->url.absoluteString());
         return object;
@@ -72,6 +86,7 @@ class SettingsWriter {
     }
 
     bool isExcluded() const { return own_ && own_->isExcluded; }
+    bool isHidden() const { return occurrence_ && hidden_.all().contains(*occurrence_); }
 
     std::optional<Reminder> ownReminder() const {
         if (event_.type != Event::EventType::hbrReminder) return std::nullopt;
@@ -79,7 +94,8 @@ class SettingsWriter {
     }
 
     std::string excluded() const {
-        return word(isExcluded() ? "EventSettings.leftOut.yes" : "EventSettings.leftOut.no");
+        if (isExcluded()) return word("EventSettings.leftOut.yes");
+        return word(isHidden() ? "EventSettings.leftOut.one" : "EventSettings.leftOut.no");
     }
 
     /// How long before the start, and who says so.
@@ -145,6 +161,9 @@ class SettingsWriter {
     const Formatters& formatters_;
     AlertSettings settings_;
     std::optional<EventSettings> own_;
+    /// Of its series.
+    HiddenOccurrences hidden_;
+    std::optional<Occurrence> occurrence_;
     platform::Date now_;
 };
 

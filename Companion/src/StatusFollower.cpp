@@ -67,6 +67,7 @@ class StatusFollower {
         for (const auto key : UserSettingsStore::keys)
             observe(key);
         observe(EventSettingsStore::storageKey);
+        observe(HiddenOccurrencesStore::storageKey);
         observe(CustomRemindersStore::storageKey);
         return observations;
     }

@@ -2,7 +2,9 @@
 
 #include <HbrCore/Stores/CustomRemindersStore.h>
 #include <HbrCore/Stores/EventSettingsStore.h>
+#include <HbrCore/Stores/HiddenOccurrencesStore.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -51,6 +53,14 @@ std::vector<platform::Diagnostic> unreadableRecords(const platform::DefaultsDoma
                                    "your own reminders cannot be read (" + *reason +
                                        ") and count as none. Start anew with: heedbanner reminders remove "
                                        "--all"));
+    }
+    if (const auto hidden = shared.value(HiddenOccurrencesStore::storageKey)) {
+        const auto texts = hidden->asStrings();
+        if (!texts ||
+            !std::ranges::all_of(*texts, [](const auto& one) { return Occurrence::parse(one).has_value(); }))
+            found.push_back(diagnostic(shared, HiddenOccurrencesStore::storageKey,
+                                       "some of the left out occurrences cannot be read; they are ignored. "
+                                       "Remove them with: heedbanner event reset --all"));
     }
     const auto stored = shared.value(EventSettingsStore::storageKey);
     if (!stored) return found;

@@ -141,23 +141,43 @@ void CardDeck::replace(const Event& event, platform::Card card) {
     show(nameOf(event), std::move(card), {});
 }
 
-bool CardDeck::setHidden(const Event& event, bool isHidden) {
-    const bool isStored = core_.eventSettings().updateCustomSettings(
-        event.id, event.type, [isHidden](EventSettings& settings) { settings.isExcluded = isHidden; });
+bool CardDeck::setHidden(const Event& event, HiddenPart part, bool isHidden) {
+    bool isStored = false;
+    if (part == HiddenPart::occurrence) {
+        const HiddenOccurrencesStore store = core_.hiddenOccurrences();
+        const platform::Date now = core_.environment()->now();
+        if (const auto one = occurrenceOf(core_, event))
+            isStored = isHidden ? store.hide(*one, now) : store.show(*one, now);
+    } else {
+        isStored = core_.eventSettings().updateCustomSettings(
+            event.id, event.type, [isHidden](EventSettings& settings) { settings.isExcluded = isHidden; });
+    }
+    if (isStored && isHidden) forgetSnoozes(event, part);
     core_.manager().reloadEvents(true);
     return isStored;
 }
 
-void CardDeck::askAboutSeries(const Event& event) {
-    replace(event, hidingQuestionCard(
-                       texts_, event, [this, event] { hide(event); }, [this, event] { preview(event); }));
+void CardDeck::forgetSnoozes(const Event& event, HiddenPart part) {
+    for (const AlertInvocation& snooze : core_.manager().snoozedInvocations()) {
+        if (snooze.event.id != event.id) continue;
+        if (part == HiddenPart::all || snooze.event.startDate == event.startDate)
+            core_.manager().didHandleAlertInvocation(snooze);
+    }
 }
 
-void CardDeck::hide(const Event& event) {
-    if (!setHidden(event, true)) return replace(event, notHiddenCard(texts_, event));
+void CardDeck::askAboutSeries(const Event& event) {
+    std::function<void()> hideOne;
+    if (occurrenceOf(core_, event)) hideOne = [this, event] { hide(event, HiddenPart::occurrence); };
+    replace(event, hidingQuestionCard(
+                       texts_, event, std::move(hideOne), [this, event] { hide(event, HiddenPart::all); },
+                       [this, event] { preview(event); }));
+}
+
+void CardDeck::hide(const Event& event, HiddenPart part) {
+    if (!setHidden(event, part, true)) return replace(event, notHiddenCard(texts_, event));
     if (answered_) answered_(event);
-    replace(event, hiddenCard(core_, texts_, event, [this, event] {
-                setHidden(event, false);
+    replace(event, hiddenCard(core_, texts_, event, part, [this, event, part] {
+                setHidden(event, part, false);
                 preview(event);
             }));
     setChange(nameOf(event), core_.environment()->now().addingTimeInterval(undoPeriod),
@@ -201,11 +221,11 @@ EventCardActions CardDeck::actions() {
             .hide =
                 [this](const Event& event) {
                     if (event.isRecurring) return askAboutSeries(event);
-                    hide(event);
+                    hide(event, HiddenPart::all);
                 },
             .showAgain =
                 [this](const Event& event) {
-                    setHidden(event, false);
+                    setHidden(event, hiddenPart(core_, event), false);
                     preview(event);
                 }};
 }

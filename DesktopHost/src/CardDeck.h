@@ -64,8 +64,11 @@ class CardDeck {
     /// In the window of the event's card, which opens if there is none.
     void replace(const Event& event, platform::Card card);
     void askAboutSeries(const Event& event);
-    void hide(const Event& event);
-    bool setHidden(const Event& event, bool isHidden);
+    void hide(const Event& event, HiddenPart part);
+    /// False when it cannot be stored.
+    bool setHidden(const Event& event, HiddenPart part, bool isHidden);
+    /// A put-off alert of what is hidden does not come.
+    void forgetSnoozes(const Event& event, HiddenPart part);
     void close(const std::string& name);
 
     CoreServices& core_;

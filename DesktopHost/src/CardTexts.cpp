@@ -53,7 +53,8 @@ std::string CardTexts::distance(const Event& event, const platform::ClockReading
     return sentence(relativeText(event.startDate, clock, formatters));
 }
 
-std::string CardTexts::hidden(const Event& event) const {
+std::string CardTexts::hidden(const Event& event, HiddenPart part) const {
+    if (part == HiddenPart::occurrence) return text("hiddenOne");
     return text(event.isRecurring ? "hiddenSeries" : "hidden");
 }
 

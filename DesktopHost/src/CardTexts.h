@@ -11,6 +11,9 @@
 
 namespace hbr {
 
+/// What of an event's series is hidden.
+enum class HiddenPart { none, occurrence, all };
+
 /// The sentences of an event's card, in the bundle's language.
 class CardTexts {
   public:
@@ -24,8 +27,8 @@ class CardTexts {
     std::string times(const Event& event, const platform::ClockReading& clock) const;
     /// "In 5 minutes.", "20 minutes remaining.", "This event is over; it ended 20 minutes ago."
     std::string distance(const Event& event, const platform::ClockReading& clock) const;
-    /// That it is hidden, or with it the other occurrences of its series.
-    std::string hidden(const Event& event) const;
+    /// That it is hidden, by itself or with all of its series.
+    std::string hidden(const Event& event, HiddenPart part) const;
 
   private:
     std::string day(platform::Date date, const platform::ClockReading& clock) const;

@@ -3,6 +3,7 @@
 #include "AlertMessage.h"
 
 #include <Foundation/Text.h>
+#include <HbrCore/Events/EventLookup.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
@@ -50,11 +51,6 @@ std::string withoutCalls(std::string_view text, const Event& event, bool offersC
     return platform::trimmed(rest);
 }
 
-bool isHidden(const CoreServices& core, const Event& event) {
-    const auto settings = core.eventSettings().customSettings(event.id);
-    return settings && settings->isExcluded;
-}
-
 /// In the event's order; the organizer, who often stands among the attendees too, once.
 std::vector<platform::Card::Person> peopleOf(const CoreServices& core, const Event& event) {
     std::vector<platform::Card::Person> people;
@@ -95,6 +91,15 @@ std::string peopleHeading(const platform::Environment& environment, std::size_t 
 
 }  // namespace
 
+HiddenPart hiddenPart(const CoreServices& core, const Event& event) {
+    const auto settings = core.eventSettings().customSettings(event.id);
+    if (settings && settings->isExcluded) return HiddenPart::all;
+    const auto hidden = core.hiddenOccurrences().of(event.id);
+    if (hidden.all().empty()) return HiddenPart::none;
+    const auto occurrence = occurrenceOf(core, event);
+    return occurrence && hidden.all().contains(*occurrence) ? HiddenPart::occurrence : HiddenPart::none;
+}
+
 std::vector<std::int64_t> snoozeTimes(const UserSettingsStore& settings) {
     std::vector<std::int64_t> times = {settings.defaultSnooze1(), settings.defaultSnooze2()};
     const auto custom = settings.customSnoozeTimes();
@@ -116,12 +121,12 @@ platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const
     card.title = titleOf(environment, event);
     const bool isPast = isOver(event, clock);
     const bool offersCall = !event.videoConferenceLinks.empty() && !isPast;
-    const bool isLeftOut = isHidden(core, event);
+    const HiddenPart hidden = hiddenPart(core, event);
     for (std::string& line :
          std::vector<std::string>{texts.times(event, clock), texts.distance(event, clock)}) {
         if (!line.empty()) card.lines.push_back(std::move(line));
     }
-    if (isLeftOut) card.lines.push_back(texts.hidden(event));
+    if (hidden != HiddenPart::none) card.lines.push_back(texts.hidden(event, hidden));
     if (event.travelTime > 0) {
         if (const auto length = formatters.durationFormatter().string(event.travelTime))
             card.lines.push_back(L10n::General::travelTime(environment, *length));
@@ -145,11 +150,12 @@ platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const
     if (event.type != Event::EventType::hbrReminder) {
         card.buttons.push_back({L10n::Alert::showInCalendarTooltip(environment),
                                 [show = actions.showInCalendar, event] { show(event); }});
-        if (isLeftOut) {
-            card.aside = {texts.text(event.isRecurring ? "showSeriesAgain" : "showAgain"),
+        if (hidden != HiddenPart::none) {
+            const bool isSeries = event.isRecurring && hidden == HiddenPart::all;
+            card.aside = {texts.text(isSeries ? "showSeriesAgain" : "showAgain"),
                           [show = actions.showAgain, event] { show(event); }, true};
         } else {
-            card.aside = {event.isRecurring ? texts.text("hideSeries")
+            card.aside = {event.isRecurring ? texts.text("hideOneOrAll")
                                             : L10n::EventCustomization::excludeEvent(environment),
                           [hide = actions.hide, event] { hide(event); }, true};
         }
@@ -184,27 +190,29 @@ platform::Card callChoiceCard(const platform::Environment& environment, const Ev
     return card;
 }
 
-platform::Card hidingQuestionCard(const CardTexts& texts, const Event& event, std::function<void()> hide,
-                                  std::function<void()> cancel) {
+platform::Card hidingQuestionCard(const CardTexts& texts, const Event& event, std::function<void()> hideOne,
+                                  std::function<void()> hideAll, std::function<void()> cancel) {
     const platform::Environment& environment = texts.environment();
     platform::Card card;
     card.color = event.color;
     card.title = titleOf(environment, event);
-    card.lines = {texts.text("askSeries")};
-    card.buttons = {{L10n::General::cancel(environment), std::move(cancel), true},
-                    {texts.text("hideAll"), std::move(hide), true}};
+    card.lines = {texts.text(hideOne ? "askOneOrAll" : "askSeries")};
+    card.buttons = {{L10n::General::cancel(environment), std::move(cancel), true}};
+    if (hideOne) card.buttons.push_back({texts.text("hideOne"), std::move(hideOne), true});
+    card.buttons.push_back({texts.text("hideAll"), std::move(hideAll), true});
     return card;
 }
 
 platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, const Event& event,
-                          std::function<void()> undo) {
+                          HiddenPart part, std::function<void()> undo) {
     const platform::Environment& environment = texts.environment();
     platform::Card card;
     card.color = event.color;
     card.title = titleOf(environment, event);
-    card.lines = {texts.hidden(event)};
+    card.lines = {texts.hidden(event, part)};
     const platform::Date now = core.environment()->now();
-    if (isCurrentEvent(event, now) && !isAnyReminder(event)) {
+    // One occurrence leaves every list at once; a series stays there while it is under way.
+    if (part == HiddenPart::all && isCurrentEvent(event, now) && !isAnyReminder(event)) {
         const Formatters& formatters = core.formatters();
         const bool endsToday = core.environment()->calendar.isSameDay(event.endDate, now);
         card.lines.push_back(texts.text(

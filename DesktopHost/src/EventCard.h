@@ -22,18 +22,21 @@ struct EventCardActions {
     std::function<void(const Event&)> snoozeUntilEvent;
     /// Asks first where that hides more than the event.
     std::function<void(const Event&)> hide;
+    /// The series where that is hidden, else the one occurrence.
     std::function<void(const Event&)> showAgain;
 };
 
 /// Everything about one event. Looks the participants up in the contacts.
 platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const Event& event,
                          const EventCardActions& actions);
-/// Says what hiding an event of a series hides.
-platform::Card hidingQuestionCard(const CardTexts& texts, const Event& event, std::function<void()> hide,
-                                  std::function<void()> cancel);
-/// Says that the event is hidden, or why it could not be, and takes that back.
+HiddenPart hiddenPart(const CoreServices& core, const Event& event);
+
+/// Asks what of a series to hide. Without `hideOne` there is only the series.
+platform::Card hidingQuestionCard(const CardTexts& texts, const Event& event, std::function<void()> hideOne,
+                                  std::function<void()> hideAll, std::function<void()> cancel);
+/// Says what is hidden, and takes that back.
 platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, const Event& event,
-                          std::function<void()> undo);
+                          HiddenPart part, std::function<void()> undo);
 platform::Card notHiddenCard(const CardTexts& texts, const Event& event);
 /// Asks which of several calls is meant.
 platform::Card callChoiceCard(const platform::Environment& environment, const Event& event,

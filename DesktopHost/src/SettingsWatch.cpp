@@ -3,6 +3,7 @@
 #include <Foundation/MainQueue.h>
 #include <HbrCore/Stores/CustomRemindersStore.h>
 #include <HbrCore/Stores/EventSettingsStore.h>
+#include <HbrCore/Stores/HiddenOccurrencesStore.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
 
 #include <utility>
@@ -28,7 +29,8 @@ SettingsWatch::SettingsWatch(const DefaultsDomains& domains, std::function<void(
     };
     for (const std::string_view key : UserSettingsStore::keys)
         observations_.push_back(domains.shared->observe(key, tell));
-    observations_.push_back(domains.shared->observe(EventSettingsStore::storageKey, tell));
+    for (const auto key : {EventSettingsStore::storageKey, HiddenOccurrencesStore::storageKey})
+        observations_.push_back(domains.shared->observe(key, tell));
     observations_.push_back(domains.shared->observe(CustomRemindersStore::storageKey, tell));
 }
 

@@ -118,6 +118,26 @@ TEST_F(Choices, AnEventHasSettingsOfItsOwnUntilTheyAreReset) {
     EXPECT_EQ(valueAt(settings, "settings/defaultConferenceUrl"), "https://zoom.us/j/111");
     EXPECT_EQ(valueAt(settings, "alertDate"), "none");
 
+    // One occurrence of a series by itself.
+    home.write("cal/daily.ics", test::oneEvent("Daily", "20261125T150000Z", "20261125T160000Z",
+                                               "RRULE:FREQ=DAILY;COUNT=3\r\n"));
+    expectEach({{"event set daily --exclude --on soon", 2},
+                {"event set daily --on 2026-11-26", 2},
+                {"event set standup --exclude --on 2026-11-25", 2, {"does not recur"}},
+                {"event set daily --exclude --on '2026-11-26 15:30'", 3, {"; there are:"}},
+                {"event set daily --include --on 2026-11-26", 3, {"no left out occurrence"}},
+                {"event set daily --exclude --on 2026-11-26", 0, {"Occurrences that you left out"}},
+                {"why daily --day 2026-11-26", 0, {"--include --on 2026-11-26T15:00:00.000Z"}}});
+    const auto listed = [&] {
+        const auto titles = valuesAt(ask("agenda --days 3"), "title");
+        return std::ranges::count(titles, "Daily");
+    };
+    EXPECT_EQ(listed(), 2);
+    EXPECT_EQ(valueAt(ask("event show daily"), "hiddenOccurrences/0"), "2026-11-26T15:00:00.000Z");
+    expect("event set daily --include --on 2026-11-26T15:00:00.000Z");
+    EXPECT_EQ(valueAt(ask("event show daily"), "hiddenOccurrences"), "none");
+    EXPECT_EQ(listed(), 3);
+
     // Also when the event is gone.
     std::filesystem::remove(home / "cal/call.ics");
     expectEach({{"event reset " + id}, {"event reset standup"}, {upcoming, 0, {"Standup"}}});

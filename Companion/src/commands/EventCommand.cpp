@@ -3,6 +3,7 @@
 #include "CompanionText.h"
 #include "EventChoice.h"
 #include "EventSettingsText.h"
+#include "OccurrenceChoice.h"
 #include "ReminderText.h"
 
 #include <Foundation/Text.h>
@@ -28,6 +29,7 @@ class EventCommand final : public CommandWithActions<EventCommand> {
     std::string_view examples() const override {
         return "  heedbanner event show next\n"
                "  heedbanner event set Standup --lead 10m --link zoom\n"
+               "  heedbanner event set Standup --exclude --on 2026-03-11   only that occurrence\n"
                "  heedbanner event reset Standup                 back to what holds for all events";
     }
 
@@ -41,6 +43,9 @@ class EventCommand final : public CommandWithActions<EventCommand> {
         addEventArgument(*set)->required();
         auto* exclude = set->add_flag("--exclude", exclude_, "Never alert, never pending");
         set->add_flag("--include", include_, "Alert again")->excludes(exclude);
+        set->add_option("--on", on_,
+                        "With --exclude or --include: only the occurrence that begins then, a day or a time")
+            ->type_name("WHEN");
         set->add_option("--lead", lead_, "Alert that long before the start (90s, 5m, 1h), or \"default\"")
             ->type_name("DURATION");
         set->add_option("--link", link_,
@@ -73,6 +78,10 @@ class EventCommand final : public CommandWithActions<EventCommand> {
             throw CommandFailure(ExitCode::wrongUsage,
                                  companionText(*context.environment(), "Event.sayWhat"));
         }
+        if (on_ && ((!exclude_ && !include_) || lead_ || link_)) {
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 companionText(*context.environment(), "Event.on.alone"));
+        }
         const bool usesLead = lead_ && *lead_ != "default";
         const std::int64_t lead =
             usesLead ? leadOfOption("event set: --lead", *lead_, *context.environment()) : 0;
@@ -83,6 +92,7 @@ class EventCommand final : public CommandWithActions<EventCommand> {
                 ExitCode::wrongUsage,
                 companionText(*context.environment(), "Event.leadOfReminder") + " " + command);
         }
+        if (on_) return setOccurrence(context, event);
         const auto url = link_ ? chosenLink(event, *context.environment()) : std::nullopt;
         EventSettingsStore& store = context.core().eventSettings();
         const auto change = [&](EventSettings& settings) {
@@ -103,32 +113,49 @@ class EventCommand final : public CommandWithActions<EventCommand> {
         return ExitCode::done;
     }
 
+    ExitCode setOccurrence(CommandContext& context, const Event& event) {
+        if (!event.isRecurring || event.type != Event::EventType::calendarEvent)
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 companionText(*context.environment(), "Event.on.notRecurring"));
+        const Occurrence occurrence = chosenOccurrence(context, event, *on_, include_);
+        const HiddenOccurrencesStore store = context.core().hiddenOccurrences();
+        requireStored(
+            exclude_ ? store.hide(occurrence, context.now()) : store.show(occurrence, context.now()),
+            context);
+        context.console().out() << eventSettingsText(context, event);
+        return ExitCode::done;
+    }
+
     ExitCode reset(CommandContext& context) {
+        const HiddenOccurrencesStore hidden = context.core().hiddenOccurrences();
         EventSettingsStore& store = context.core().eventSettings();
         if (wanted_.empty() != all_) {
             throw CommandFailure(ExitCode::wrongUsage,
                                  companionText(*context.environment(), "Event.nameOne"));
         }
         if (all_) {
-            requireStored(store.deleteAllCustomEventSettings(), context);
+            requireStored(store.deleteAllCustomEventSettings() && hidden.showAll(), context);
             context.console().out() << companionText(*context.environment(), "Event.allForgotten") << "\n";
             return ExitCode::done;
         }
         // The event itself may be long gone.
         if (isStored(context)) {
-            requireStored(store.deleteCustomSettings(wanted_), context);
+            requireStored(store.deleteCustomSettings(wanted_) && hidden.showAll(wanted_, context.now()),
+                          context);
             context.console().out() << companionText(*context.environment(), "Event.forgotten", {wanted_})
                                     << "\n";
             return ExitCode::done;
         }
         const Event event = chosenEvent(context, wanted_);
-        requireStored(store.deleteCustomSettings(event.id), context);
+        requireStored(store.deleteCustomSettings(event.id) && hidden.showAll(event.id, context.now()),
+                      context);
         context.console().out() << eventSettingsText(context, event);
         return ExitCode::done;
     }
 
     /// Whether there is an entry of just that id, readable or not.
     bool isStored(CommandContext& context) const {
+        if (!context.core().hiddenOccurrences().of(wanted_).all().empty()) return true;
         const auto stored = context.core().sharedDomain()->value(EventSettingsStore::storageKey);
         const auto* entries = stored ? stored->asDictionary() : nullptr;
         return entries && entries->find(wanted_);
@@ -170,6 +197,7 @@ class EventCommand final : public CommandWithActions<EventCommand> {
     bool include_ = false;
     bool all_ = false;
     bool json_ = false;
+    std::optional<std::string> on_;
     std::optional<std::string> lead_;
     std::optional<std::string> link_;
 };

@@ -10,6 +10,7 @@
 #include <HbrCore/Stores/ContactsStore.h>
 #include <HbrCore/Stores/CustomRemindersStore.h>
 #include <HbrCore/Stores/EventSettingsStore.h>
+#include <HbrCore/Stores/HiddenOccurrencesStore.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
 #include <HbrUtils/DefaultsDomains.h>
 #include <HbrUtils/Formatters.h>
@@ -49,6 +50,7 @@ class CoreServices {
     const DemoEvents& demoEvents() const;
     UserSettingsStore& settings() const;
     EventSettingsStore& eventSettings() const;
+    HiddenOccurrencesStore hiddenOccurrences() const { return HiddenOccurrencesStore(sharedDomain()); }
     CustomRemindersStore& reminders() const;
     AggregatedEventStore& aggregatedEventStore() const;
     CalendarEventManager& manager() const;

@@ -1,5 +1,6 @@
 #include <HbrCore/Events/Attendance.h>
 
+#include <HbrCore/Stores/HiddenOccurrencesStore.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
 #include <HbrUtils/CalendarItemReaders.h>
 
@@ -29,7 +30,8 @@ bool counts(EKParticipantStatus answer, bool showOnlyAcceptedEvents) {
 
 AttendanceSettings::AttendanceSettings(const UserSettingsStore& settings)
     : showOnlyEventsWithAlert(settings.showOnlyEventsWithAlert()),
-      showOnlyAcceptedEvents(settings.showOnlyAcceptedEvents()) {}
+      showOnlyAcceptedEvents(settings.showOnlyAcceptedEvents()),
+      hiddenOccurrences(HiddenOccurrencesStore(settings.domains().shared).all()) {}
 
 const platform::EKParticipant* currentUser(const platform::EKEvent& event) {
     if (!event.attendees) return nullptr;
@@ -44,7 +46,7 @@ bool isAttending(const platform::EKEvent& event, const AttendanceSettings& setti
 
 bool shouldSchedule(const platform::EKEvent& event, const AttendanceSettings& settings) {
     if (event.isAllDay || event.status == platform::EKEventStatus::canceled) return false;
-    if (!isAttending(event, settings)) return false;
+    if (!isAttending(event, settings) || settings.hiddenOccurrences.contains(event)) return false;
     return !settings.showOnlyEventsWithAlert || hasAlerts(event);
 }
 

@@ -85,6 +85,17 @@ std::optional<Event> eventWithIdentifier(const CoreServices& core, std::string_v
                                [now](const Event& a, const Event& b) { return isNearer(a, b, now); });
 }
 
+std::optional<Occurrence> occurrenceOf(const CoreServices& core, const Event& event) {
+    if (!event.isRecurring || event.type != Event::EventType::calendarEvent) return std::nullopt;
+    for (const auto& record :
+         core.aggregatedEventStore().eventsOfAllCalendars(event.startDate, event.startDate)) {
+        if (record->eventIdentifier == event.id && record->startDate == event.startDate &&
+            record->endDate == event.endDate)
+            return Occurrence::of(*record);
+    }
+    return std::nullopt;
+}
+
 std::optional<Event> asItNowStands(const CoreServices& core, const Event& event) {
     auto found = firstWithIdentifier(core, event.id, [&event](const Event& a, const Event& b) {
         return distance(a, event) < distance(b, event);

@@ -101,6 +101,15 @@ RuleVerdict exclusionVerdict(const RuleContext& context, const Event& event, Tim
     return hidesAhead(ListingRule::exclusion, frame, std::move(reason), std::move(command));
 }
 
+RuleVerdict exclusionVerdict(const RuleContext& context, const platform::EKEvent& record, const Event& event,
+                             TimeFrame frame) {
+    if (!context.attendance.hiddenOccurrences.contains(record))
+        return exclusionVerdict(context, event, frame);
+    return hides(ListingRule::exclusion, {"exclusion.occurrence"},
+                 commandText({"event", "set", event.id, "--include", "--on",
+                              platform::formatRfc3339(*record.originalStart)}));
+}
+
 RuleVerdict callVerdict(const RuleContext& context, const Event& event, TimeFrame frame) {
     if (!event.videoConferenceLinks.empty()) return passes(ListingRule::call, {"call.has"});
     if (hasWantedCall(event, context.alertSettings)) {

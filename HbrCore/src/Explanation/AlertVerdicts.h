@@ -18,8 +18,15 @@ RuleVerdict daysVerdict(const RuleContext& context, platform::Date start, TimeFr
 /// Which exclude rules hit it.
 template <class Item>
 RuleVerdict excludeRulesVerdict(const RuleContext& context, const Item& item, TimeFrame frame);
-/// Whether the user left out this very event.
+/// Whether the user left out this very event or its series.
 RuleVerdict exclusionVerdict(const RuleContext& context, const Event& event, TimeFrame frame);
+/// The same of one occurrence, which can be left out by itself.
+RuleVerdict exclusionVerdict(const RuleContext& context, const platform::EKEvent& record, const Event& event,
+                             TimeFrame frame);
+inline RuleVerdict exclusionVerdict(const RuleContext& context, const platform::EKReminder&,
+                                    const Event& event, TimeFrame frame) {
+    return exclusionVerdict(context, event, frame);
+}
 RuleVerdict callVerdict(const RuleContext& context, const Event& event, TimeFrame frame);
 /// Whether its alert is still to come or its alert period runs. In between it is in no list: when the lead
 /// is over an hour, or when travel time is counted.

@@ -103,7 +103,7 @@ struct EventExplainer::State : RuleContext {
         if (frame == TimeFrame::over) return;
         verdicts.push_back(daysVerdict(*this, event.startDate, frame));
         verdicts.push_back(excludeRulesVerdict(*this, item, frame));
-        verdicts.push_back(exclusionVerdict(*this, event, frame));
+        verdicts.push_back(exclusionVerdict(*this, item, event, frame));
         addOwn(frame);
         addLeadVerdicts(*this, event, frame, verdicts);
     }

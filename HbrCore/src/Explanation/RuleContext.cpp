@@ -19,7 +19,7 @@ RuleContext::RuleContext(const CoreServices& services, std::set<std::string> dec
       settings(services.manager().reloadSettings()),
       window(settings->window(calendar, now)),
       alertSettings(settings->alerts),
-      attendance(settings->attendance()),
+      attendance(alertSettings.attendance()),
       rules(settings->excludeRules),
       matcher(rules, calendar),
       schedule(alertSettings, settings->eventSettings, services.parser(), calendar, now),

@@ -1,9 +1,9 @@
 #include <HbrCore/Scheduling/AlertSchedule.h>
 
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
-#include <HbrCore/Events/Attendance.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrCore/Stores/EventSettingsStore.h>
+#include <HbrCore/Stores/HiddenOccurrencesStore.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
 
 #include <utility>
@@ -17,7 +17,8 @@ AlertSettings AlertSettings::of(const UserSettingsStore& settings) {
             .includeTravelTime = settings.includeTravelTime(),
             .showOnlyEventsWithAlert = settings.showOnlyEventsWithAlert(),
             .showOnlyAcceptedEvents = settings.showOnlyAcceptedEvents(),
-            .showOnlyEventsWithVideoConference = settings.showOnlyEventsWithVideoConference()};
+            .showOnlyEventsWithVideoConference = settings.showOnlyEventsWithVideoConference(),
+            .hiddenOccurrences = HiddenOccurrencesStore(settings.domains().shared).all()};
 }
 
 bool hasWantedCall(const Event& event, const AlertSettings& settings) {
@@ -60,7 +61,7 @@ std::optional<platform::Date> AlertSchedule::dateOf(const Event& event) const {
 
 void AlertSchedule::append(const std::vector<platform::EKEventRef>& events,
                            std::vector<ScheduledAlert>& alerts, EventRefs* insideLead) const {
-    const AttendanceSettings attendance(settings_.showOnlyEventsWithAlert, settings_.showOnlyAcceptedEvents);
+    const AttendanceSettings attendance = settings_.attendance();
     for (const auto& record : events) {
         if (!shouldSchedule(*record, attendance)) continue;
         EventRef event = conversions_

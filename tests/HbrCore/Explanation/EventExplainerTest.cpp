@@ -1,5 +1,6 @@
 #include <HbrCore/Explanation/EventExplainer.h>
 #include <HbrCore/Explanation/ListableItems.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -29,6 +30,8 @@ void writeItems(test::CoreFixture& core) {
             meeting("a minute", "20260304T090100Z") + meeting("20 min", "20260304T092000Z", alarm) +
             meeting("travel", "20260304T094000Z", "X-APPLE-TRAVEL-DURATION:PT30M\n") +
             meeting("an hour", "20260304T100000Z") + meeting("90 min", "20260304T103000Z") +
+            meeting("hidden under way", "20260304T084000Z", "RRULE:FREQ=DAILY;COUNT=1\n") +
+            meeting("hidden later", "20260304T110000Z", "RRULE:FREQ=DAILY;COUNT=1\n") +
             meeting("far travel", "20260304T110000Z", "X-APPLE-TRAVEL-DURATION:PT3H\n") +
             meeting("declined", "20260304T120000Z", me + "DECLINED" + address) +
             meeting("maybe", "20260304T130000Z", me + "TENTATIVE" + address + alarm) +
@@ -91,7 +94,7 @@ TEST(EventExplainer, SaysOfEverythingWhatTheListsSayWhateverTheSettings) {
         std::ranges::move(undatedTasks(core.services()), std::back_inserter(all));
         return all;
     }();
-    ASSERT_EQ(items.size(), 31u);
+    ASSERT_EQ(items.size(), 33u);
 
     const std::pair<const char*, std::function<void()>> changes[] = {
         {"as delivered", [] {}},
@@ -100,6 +103,16 @@ TEST(EventExplainer, SaysOfEverythingWhatTheListsSayWhateverTheSettings) {
         {"no travel time", [&] { settings.setIncludeTravelTime(false); }},
         {"no lead", [&] { settings.setTimeOffsetSeconds(0); }},
         {"a lead of a quarter", [&] { settings.setTimeOffsetSeconds(900); }},
+        {"occurrences left out by themselves",
+         [&] {
+             for (const auto& item : items) {
+                 const auto* event = std::get_if<platform::EKEventRef>(&item);
+                 if (!event || !(*event)->title->starts_with("hidden")) continue;
+                 core.services().hiddenOccurrences().hide(*Occurrence::of(**event), core.environment->now());
+                 EXPECT_THAT(EventExplainer(core.services(), {}).explain(item).causes().front().command,
+                             testing::Optional(testing::HasSubstr("--include --on 2026-03-04T")));
+             }
+         }},
         {"a rule", [&] { settings.setExcludeRules({rule}); }},
         {"only calls", [&] { settings.setShowOnlyEventsWithVideoConference(true); }},
         {"only alarms", [&] { settings.setShowOnlyEventsWithAlert(true); }},

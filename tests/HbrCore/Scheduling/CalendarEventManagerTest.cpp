@@ -1,6 +1,7 @@
 #include <Foundation/FileStamp.h>
 #include <Foundation/MainQueue.h>
 #include <HbrCore/CoreFixture.h>
+#include <HbrCore/Events/EventLookup.h>
 #include <gmock/gmock.h>
 
 #include <atomic>
@@ -53,6 +54,55 @@ TEST(CalendarEventManager, ExcludeRulesActOnAlertsOnly) {
     EXPECT_THAT(titles(manager.allCachedUpcomingEvents()), ElementsAre("Hidden pending", "Kept"));
     ASSERT_EQ(manager.invocations().size(), 1u);
     EXPECT_EQ(manager.invocations()[0].date, at("2026-03-04T12:59:00Z"));
+}
+
+TEST(CalendarEventManager, AHiddenOccurrenceIsInNoListAndTheOthersOfItsSeriesAre) {
+    // Under way, pending and later; the last one's second occurrence was moved into its first hour.
+    const std::string daily = "RRULE:FREQ=DAILY;COUNT=2\n";
+    test::CoreFixture core;
+    core.write("calendars/work.ics",
+               meeting("Now", "20260304T083000Z", daily) + meeting("Soon", "20260304T090030Z", daily) +
+                   meeting("Later", "20260304T120000Z", daily) +
+                   meeting("Later", "20260304T123000Z", "RECURRENCE-ID:20260305T120000Z\n"));
+    core.services().settings().setUpcomingEventsDaysFilter(1);
+    const auto& manager = core.reloaded();
+    const HiddenOccurrencesStore store = core.services().hiddenOccurrences();
+    const platform::Date now = core.environment->now();
+    const auto listed = [&] {
+        reloadAndWait(core.services());
+        std::multiset<std::string> starts;
+        for (const Event& event : manager.allCachedEvents())
+            starts.insert(platform::formatRfc3339(event.startDate));
+        return starts;
+    };
+    const auto all = listed();
+    ASSERT_EQ(all.size(), 6u);
+    for (const EventRef& event : manager.lists()->all()) {
+        const auto occurrence = occurrenceOf(core.services(), *event);
+        ASSERT_TRUE(occurrence);
+        ASSERT_TRUE(store.hide(*occurrence, now));
+        auto others = all;
+        others.erase(others.find(platform::formatRfc3339(event->startDate)));
+        EXPECT_EQ(listed(), others) << *event->title;
+        store.show(*occurrence, now);
+    }
+    EXPECT_EQ(listed(), all);
+    EXPECT_FALSE(core.services().sharedDomain()->value(HiddenOccurrencesStore::storageKey));
+
+    // What cannot be read stays, what is long past goes with the next change.
+    const Occurrence old{"series", now.addingTimeInterval(-401 * 86400.0)};
+    const Occurrence recent{"series", now.addingTimeInterval(-399 * 86400.0)};
+    using platform::PropertyArray;
+    core.services().sharedDomain()->setValue(HiddenOccurrencesStore::storageKey,
+                                             PropertyArray{old.text(), recent.text(), "series later", 5});
+    EXPECT_EQ(store.all().all(), (std::set{old, recent}));
+    store.hide({"other", now}, now);
+    store.rename("series", "renamed", now);
+    EXPECT_EQ(core.services().sharedDomain()->value(HiddenOccurrencesStore::storageKey),
+              (PropertyArray{"series later", 5, Occurrence{"other", now}.text(),
+                             Occurrence{"renamed", recent.originalStart}.text()}));
+    store.showAll("renamed", now);
+    EXPECT_EQ(store.all().all().size(), 1u);
 }
 
 TEST(CalendarEventManager, TheWindowEndsWithTheLastDay) {

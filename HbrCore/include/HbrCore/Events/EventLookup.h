@@ -2,6 +2,7 @@
 
 #include <Foundation/Date.h>
 #include <HbrCore/Events/Event.h>
+#include <HbrCore/Events/HiddenOccurrences.h>
 
 #include <optional>
 #include <string_view>
@@ -18,6 +19,9 @@ bool isNearer(const Event& a, const Event& b, platform::Date now);
 /// in the watched calendars of the last week and the next two months, among own reminders and at last in
 /// every calendar and task list. Main thread.
 std::optional<Event> eventWithIdentifier(const CoreServices& core, std::string_view identifier);
+
+/// Which occurrence of its series a calendar event is; nothing if it does not recur or is gone. Main thread.
+std::optional<Occurrence> occurrenceOf(const CoreServices& core, const Event& event);
 
 /// The event, which was read earlier, with what its calendar says of it by now; of a series the same
 /// occurrence, if it was not moved by half a day. Nothing when it is gone. Main thread.

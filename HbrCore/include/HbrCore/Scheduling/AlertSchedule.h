@@ -2,6 +2,7 @@
 
 #include <CalendarStore/EKCalendarItem.h>
 #include <Foundation/Calendar.h>
+#include <HbrCore/Events/Attendance.h>
 #include <HbrCore/Events/EventRef.h>
 #include <HbrCore/Events/EventSettings.h>
 #include <HbrCore/Events/Reminder.h>
@@ -24,8 +25,12 @@ struct AlertSettings {
     bool showOnlyEventsWithAlert = false;
     bool showOnlyAcceptedEvents = false;
     bool showOnlyEventsWithVideoConference = false;
+    HiddenOccurrences hiddenOccurrences = {};
 
     static AlertSettings of(const UserSettingsStore& settings);
+    AttendanceSettings attendance() const {
+        return {showOnlyEventsWithAlert, showOnlyAcceptedEvents, hiddenOccurrences};
+    }
 };
 
 /// When the alert of a calendar event or task is due; nothing for an excluded event and for a moment

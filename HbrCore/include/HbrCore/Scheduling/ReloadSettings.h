@@ -1,6 +1,5 @@
 #pragma once
 
-#include <HbrCore/Events/Attendance.h>
 #include <HbrCore/Events/FilterRule.h>
 #include <HbrCore/Scheduling/AlertSchedule.h>
 #include <HbrCore/Scheduling/ReloadWindow.h>
@@ -33,11 +32,8 @@ struct ReloadSettings {
     ReloadWindow window(const platform::Calendar& calendar, platform::Date now) const {
         return ReloadWindow::of(calendar, now, days);
     }
-    AttendanceSettings attendance() const {
-        return {alerts.showOnlyEventsWithAlert, alerts.showOnlyAcceptedEvents};
-    }
     AggregatedEventStore::Choices choices() const {
-        return {.attendance = attendance(),
+        return {.attendance = alerts.attendance(),
                 .timeOffset = static_cast<double>(alerts.timeOffsetSeconds),
                 .eventSettings = eventSettings};
     }
