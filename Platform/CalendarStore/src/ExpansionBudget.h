@@ -44,8 +44,8 @@ class ExpansionBudget {
     std::int64_t stepsTaken() const { return total_ + used_.steps; }
 
   private:
-    static std::int64_t limitOf(std::int64_t share, std::int64_t left, std::int64_t maximum) {
-        return std::min(share + std::max<std::int64_t>(left, 0), maximum);
+    static std::int64_t limitOf(std::int64_t ownShare, std::int64_t left, std::int64_t atMost) {
+        return std::min(ownShare + std::max<std::int64_t>(left, 0), atMost);
     }
 
     Amount left_ = reserve;
