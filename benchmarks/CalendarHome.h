@@ -1,8 +1,8 @@
 #pragma once
 
 #include <Accounts/AccountSources.h>
-#include <Foundation/Environment.h>
 #include <HbrCore/CoreServices.h>
+#include <System/Environment.h>
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -4,7 +4,7 @@
 #include "CalendarHome.h"
 
 #include <CalendarStore/EKEventStore.h>
-#include <Foundation/NotificationCenter.h>
+#include <System/NotificationCenter.h>
 
 #include <chrono>
 

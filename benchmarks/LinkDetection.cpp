@@ -1,10 +1,10 @@
 // What finding conference links costs: over the notes of invitations, over texts made to be slow, and over a
 // text that was seen before; below it the floor: looking once at every byte.
 
-#include <Foundation/Environment.h>
-#include <Foundation/LinkDetector.h>
-#include <Foundation/Text.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
+#include <System/Environment.h>
+#include <TimeAndText/LinkDetector.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <array>

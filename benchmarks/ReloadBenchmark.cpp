@@ -4,7 +4,7 @@
 
 #include "CalendarHome.h"
 
-#include <Foundation/MainQueue.h>
+#include <System/MainQueue.h>
 
 #include <chrono>
 #include <functional>

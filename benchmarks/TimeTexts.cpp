@@ -1,11 +1,11 @@
 // What the texts of one row of a widget cost: how far away an event is, how much of it remains, when it is.
 // Formatters are made once, as in the programs; each text is asked for as of a clock that goes on.
 
-#include <Foundation/ClockReading.h>
-#include <Foundation/Environment.h>
 #include <HbrUtils/DistanceTexts.h>
 #include <HbrUtils/Formatters.h>
 #include <HbrUtils/RelativeTimeTexts.h>
+#include <System/Environment.h>
+#include <TimeAndText/ClockReading.h>
 
 #include <memory>
 #include <string>

@@ -1,8 +1,8 @@
 // What it takes to draw a large list widget at two device pixels a point, and below it the floor: the same
 // texts shaped by Pango and painted by Cairo with nothing around them.
 
-#include <Foundation/Environment.h>
 #include <HeedbannerWidgetExtension/Views/EventListViews.h>
+#include <System/Environment.h>
 #include <Views/DrawingWork.h>
 #include <Views/Painters.h>
 

@@ -1,7 +1,7 @@
 #include "Expect.h"
 
 #include <CollectionIndex.h>
-#include <Foundation/Date.h>
+#include <TimeAndText/Date.h>
 
 #include <cstddef>
 #include <cstdint>

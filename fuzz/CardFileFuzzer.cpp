@@ -1,7 +1,7 @@
 #include "Expect.h"
 
 #include <Card.h>
-#include <Foundation/TextDecoding.h>
+#include <TimeAndText/Text.h>
 
 #include <cstddef>
 #include <cstdint>

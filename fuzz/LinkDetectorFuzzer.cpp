@@ -1,8 +1,8 @@
 #include "Expect.h"
 
-#include <Foundation/LinkDetector.h>
-#include <Foundation/Text.h>
-#include <Foundation/Url.h>
+#include <TimeAndText/LinkDetector.h>
+#include <TimeAndText/Text.h>
+#include <TimeAndText/Url.h>
 
 #include <cstddef>
 #include <cstdint>

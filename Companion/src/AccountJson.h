@@ -2,7 +2,7 @@
 
 #include <CalendarStore/EKEventStore.h>
 #include <ContactStore/CNContactStore.h>
-#include <Foundation/Json.h>
+#include <Values/JsonValue.h>
 
 #include <string_view>
 #include <vector>

@@ -3,9 +3,9 @@
 #include "CompanionText.h"
 #include "EventName.h"
 
-#include <Foundation/TextColumns.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
+#include <TimeAndText/TextColumns.h>
 
 #include <algorithm>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Color.h>
-#include <Foundation/Environment.h>
+#include <System/Environment.h>
+#include <Values/Color.h>
 
 #include <string>
 #include <string_view>

@@ -6,8 +6,8 @@
 
 #include <Accounts/AccountsFile.h>
 #include <Companion/ExitCode.h>
-#include <Foundation/Environment.h>
 #include <HbrCore/CoreServices.h>
+#include <System/Environment.h>
 
 #include <memory>
 #include <string>

@@ -3,7 +3,7 @@
 #include <CommandLine/CommandParts.h>
 #include <CommandLine/HelpStyle.h>
 #include <Companion/MomentText.h>
-#include <Foundation/NearestName.h>
+#include <TimeAndText/NearestName.h>
 #include <CLI/CLI.hpp>
 
 #include <iostream>

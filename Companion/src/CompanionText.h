@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Environment.h>
 #include <HbrLocalization/FormatArgument.h>
+#include <System/Environment.h>
 
 #include <cstddef>
 #include <initializer_list>

@@ -1,7 +1,7 @@
 #include "Console.h"
 
-#include <Foundation/Text.h>
-#include <Foundation/TextColumns.h>
+#include <TimeAndText/Text.h>
+#include <TimeAndText/TextColumns.h>
 
 #include <sys/ioctl.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 #include "DesktopProgram.h"
 
-#include <Foundation/Environment.h>
+#include <System/Environment.h>
 
 #include <unistd.h>
 

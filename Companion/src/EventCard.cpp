@@ -4,11 +4,11 @@
 #include "EventName.h"
 #include "StoredEventTimes.h"
 
-#include <Foundation/Text.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 

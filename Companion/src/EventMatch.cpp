@@ -1,8 +1,8 @@
 #include <Companion/EventMatch.h>
 
-#include <Foundation/Normalization.h>
-#include <Foundation/Text.h>
 #include <HbrCore/Events/EventLookup.h>
+#include <TimeAndText/Normalization.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/ClockReading.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrUtils/Formatters.h>
+#include <TimeAndText/ClockReading.h>
 
 #include <optional>
 #include <string>

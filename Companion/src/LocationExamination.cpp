@@ -4,9 +4,8 @@
 #include "Console.h"
 
 #include <CalendarStore/LocationSources.h>
-#include <Foundation/Files.h>
-#include <Foundation/Text.h>
-#include <Foundation/TextDecoding.h>
+#include <System/Files.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include <CalendarStore/Account.h>
 #include <CalendarStore/EKEventStore.h>
 #include <Companion/ExitCode.h>
-#include <Foundation/Environment.h>
+#include <System/Environment.h>
 
 #include <string>
 #include <vector>

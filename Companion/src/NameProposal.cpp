@@ -2,7 +2,7 @@
 
 #include "CompanionText.h"
 
-#include <Foundation/NearestName.h>
+#include <TimeAndText/NearestName.h>
 
 namespace hbr {
 

@@ -6,8 +6,8 @@
 #include "ProgramDiagnostics.h"
 
 #include <Companion/Program.h>
-#include <Foundation/FileLock.h>
 #include <MxLogger/MxLogger.h>
+#include <System/FileLock.h>
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Diagnostics.h>
-#include <Foundation/Environment.h>
+#include <System/Diagnostics.h>
+#include <System/Environment.h>
 
 #include <vector>
 

@@ -4,7 +4,8 @@
 #include "UnreadableRecords.h"
 
 #include <Companion/DurationText.h>
-#include <Foundation/Text.h>
+#include <TimeAndText/DateFormatter.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 

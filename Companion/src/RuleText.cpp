@@ -4,10 +4,10 @@
 #include "NameProposal.h"
 #include "WhenWords.h"
 
-#include <Foundation/RegularExpression.h>
-#include <Foundation/Text.h>
 #include <HbrCore/Events/FilterRuleMatcher.h>
 #include <HbrCore/Events/FilterRuleNames.h>
+#include <TimeAndText/RegularExpression.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <charconv>

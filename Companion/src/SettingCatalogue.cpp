@@ -7,7 +7,9 @@
 #include <Companion/DurationText.h>
 
 #include <Companion/ExitCode.h>
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
+#include <Values/JsonText.h>
+#include <Values/KeyedDecoder.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Diagnostics.h>
-#include <Foundation/Json.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
+#include <System/Diagnostics.h>
+#include <Values/JsonValue.h>
 
 #include <cstdint>
 #include <functional>

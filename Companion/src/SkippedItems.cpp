@@ -1,6 +1,6 @@
 #include "SkippedItems.h"
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <fstream>

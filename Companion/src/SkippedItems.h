@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Diagnostics.h>
+#include <System/Diagnostics.h>
 
 #include <string>
 #include <vector>

@@ -3,7 +3,7 @@
 #include "AgendaEvents.h"
 
 #include <Companion/StatusTemplate.h>
-#include <Foundation/ClockReading.h>
+#include <TimeAndText/ClockReading.h>
 
 #include <memory>
 #include <optional>

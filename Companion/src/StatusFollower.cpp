@@ -1,12 +1,13 @@
 #include "StatusFollower.h"
 
-#include <Foundation/MainQueue.h>
-#include <Foundation/ReaderWatch.h>
-#include <Foundation/TerminationRequest.h>
-#include <Foundation/Text.h>
-#include <Foundation/WakeSchedule.h>
-#include <Foundation/ZoneChange.h>
 #include <HbrUtils/DateOperations.h>
+#include <System/MainQueue.h>
+#include <System/ReaderWatch.h>
+#include <System/TerminationRequest.h>
+#include <System/WakeSchedule.h>
+#include <System/WallClockTimer.h>
+#include <System/ZoneChange.h>
+#include <TimeAndText/Text.h>
 
 #include <unistd.h>
 #include <fstream>

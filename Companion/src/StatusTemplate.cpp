@@ -1,7 +1,7 @@
 #include <Companion/StatusTemplate.h>
 
-#include <Foundation/NearestName.h>
-#include <Foundation/Text.h>
+#include <TimeAndText/NearestName.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/DefaultsDomain.h>
-#include <Foundation/Diagnostics.h>
+#include <System/DefaultsDomain.h>
+#include <System/Diagnostics.h>
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #include "WatchedTasks.h"
 
-#include <Foundation/MainQueue.h>
+#include <System/MainQueue.h>
 
 namespace hbr {
 

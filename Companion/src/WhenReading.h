@@ -2,7 +2,7 @@
 
 #include "WhenWords.h"
 
-#include <Foundation/TimeZone.h>
+#include <TimeAndText/TimeZone.h>
 
 #include <optional>
 #include <string>

@@ -3,7 +3,7 @@
 #include "WhenReading.h"
 #include "WhenRefusing.h"
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 
 #include <cstdio>
 #include <vector>

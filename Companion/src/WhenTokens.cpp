@@ -4,8 +4,8 @@
 #include "NameProposal.h"
 
 #include <Companion/WhenText.h>
-#include <Foundation/Ascii.h>
-#include <Foundation/Text.h>
+#include <TimeAndText/Ascii.h>
+#include <TimeAndText/Text.h>
 
 #include <charconv>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "WhenWords.h"
 
-#include <Foundation/FormatEngines.h>
-#include <Foundation/Normalization.h>
-#include <Foundation/Text.h>
+#include <TimeAndText/DateFormatter.h>
+#include <TimeAndText/Normalization.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <array>

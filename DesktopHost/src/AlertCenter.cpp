@@ -2,9 +2,9 @@
 
 #include "AlertMessage.h"
 
-#include <Foundation/ShortenedText.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrCore/Scheduling/OverdueAlerts.h>
+#include <TimeAndText/ShortenedText.h>
 
 #include <algorithm>
 #include <set>

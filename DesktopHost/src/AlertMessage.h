@@ -1,9 +1,9 @@
 #pragma once
 
 #include <DesktopHost/PlacementsFile.h>
-#include <Foundation/ClockReading.h>
 #include <HbrCore/CoreServices.h>
 #include <HbrCore/Scheduling/AlertInvocation.h>
+#include <TimeAndText/ClockReading.h>
 #include <Workspace/DesktopNotifications.h>
 
 #include <cstdint>

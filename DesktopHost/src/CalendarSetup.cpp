@@ -3,8 +3,8 @@
 #include "EventCard.h"
 
 #include <Desktop/FolderChooser.h>
-#include <Foundation/Environment.h>
-#include <Foundation/Text.h>
+#include <System/Environment.h>
+#include <TimeAndText/Text.h>
 
 #include <utility>
 

@@ -1,9 +1,9 @@
 #include "CardDeck.h"
 
-#include <Foundation/MainQueue.h>
 #include <HbrCore/DeepLinks/LinkOpener.h>
 #include <HbrCore/Events/EventLookup.h>
 #include <HbrLocalization/L10n.h>
+#include <System/MainQueue.h>
 
 #include <utility>
 

@@ -4,8 +4,8 @@
 
 #include <Desktop/CardWindow.h>
 #include <Desktop/DesktopSession.h>
-#include <Foundation/WakeSchedule.h>
 #include <HbrCore/DeepLinks/DeepLinkActions.h>
+#include <System/WakeSchedule.h>
 
 #include <functional>
 #include <map>

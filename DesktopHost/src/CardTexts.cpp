@@ -2,12 +2,12 @@
 
 #include "AlertMessage.h"
 
-#include <Foundation/Text.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
 #include <HbrLocalization/PrintfFormat.h>
 #include <HbrUtils/DateOperations.h>
 #include <HbrUtils/DistanceTexts.h>
+#include <TimeAndText/Text.h>
 
 #include <vector>
 

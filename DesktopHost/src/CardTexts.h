@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/ClockReading.h>
 #include <HbrCore/CoreServices.h>
 #include <HbrCore/Events/Event.h>
+#include <TimeAndText/ClockReading.h>
 #include <WidgetHost/WidgetBundle.h>
 
 #include <initializer_list>

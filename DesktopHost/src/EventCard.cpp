@@ -2,12 +2,12 @@
 
 #include "AlertMessage.h"
 
-#include <Foundation/Text.h>
 #include <HbrCore/Events/EventLookup.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
 #include <HbrUtils/Truncation.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <optional>

@@ -1,6 +1,8 @@
 #include <DesktopHost/HandledAlerts.h>
 
-#include <Foundation/Files.h>
+#include <System/Files.h>
+#include <Values/JsonText.h>
+#include <Values/KeyedDecoder.h>
 
 #include <utility>
 

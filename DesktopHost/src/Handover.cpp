@@ -1,7 +1,8 @@
 #include "Handover.h"
 
-#include <Foundation/Json.h>
 #include <HbrCore/Events/EventLookup.h>
+#include <Values/JsonText.h>
+#include <Values/JsonValue.h>
 
 #include <fcntl.h>
 #include <linux/close_range.h>

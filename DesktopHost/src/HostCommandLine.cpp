@@ -2,7 +2,7 @@
 
 #include <CommandLine/CommandParts.h>
 #include <CommandLine/HelpStyle.h>
-#include <Foundation/NearestName.h>
+#include <TimeAndText/NearestName.h>
 #include <CLI/CLI.hpp>
 
 #include <algorithm>

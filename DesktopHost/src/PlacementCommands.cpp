@@ -1,6 +1,7 @@
 #include "PlacementCommands.h"
 
-#include <Foundation/Json.h>
+#include <Values/JsonText.h>
+#include <Values/JsonValue.h>
 
 #include <algorithm>
 #include <charconv>

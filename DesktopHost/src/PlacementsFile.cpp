@@ -1,9 +1,9 @@
 #include <DesktopHost/PlacementsFile.h>
 
-#include <Foundation/FileLock.h>
-#include <Foundation/Files.h>
-#include <Foundation/Toml.h>
-#include <Foundation/TomlEdit.h>
+#include <System/FileLock.h>
+#include <System/Files.h>
+#include <Values/Toml.h>
+#include <Values/TomlEdit.h>
 
 #include <algorithm>
 #include <array>

@@ -5,10 +5,10 @@
 #include "RunningHost.h"
 #include "WidgetCatalogue.h"
 
-#include <Foundation/FileLock.h>
-#include <Foundation/MainQueue.h>
 #include <HbrCore/DeepLinks/DesktopApplication.h>
 #include <MxLogger/MxLogger.h>
+#include <System/FileLock.h>
+#include <System/MainQueue.h>
 #include <Workspace/SessionApplication.h>
 
 #include <fcntl.h>

@@ -11,17 +11,18 @@
 #include "WidgetMenus.h"
 
 #include <Desktop/DesktopSession.h>
-#include <Foundation/ClockChange.h>
-#include <Foundation/ClockFormatChange.h>
-#include <Foundation/FileWatcher.h>
-#include <Foundation/TerminationRequest.h>
-#include <Foundation/WakeSchedule.h>
-#include <Foundation/ZoneChange.h>
 #include <HbrCore/DeepLinks/DesktopApplication.h>
 #include <HbrCore/Events/EventLookup.h>
 #include <HbrCore/Scheduling/ListChanges.h>
 #include <HbrUtils/DateOperations.h>
 #include <MxLogger/MxLogger.h>
+#include <System/ClockChange.h>
+#include <System/DesktopClock.h>
+#include <System/FileWatcher.h>
+#include <System/MainQueue.h>
+#include <System/TerminationRequest.h>
+#include <System/WakeSchedule.h>
+#include <System/ZoneChange.h>
 #include <WidgetHost/WidgetScheduler.h>
 
 #include <algorithm>

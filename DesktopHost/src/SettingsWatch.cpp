@@ -1,10 +1,10 @@
 #include "SettingsWatch.h"
 
-#include <Foundation/MainQueue.h>
 #include <HbrCore/Stores/CustomRemindersStore.h>
 #include <HbrCore/Stores/EventSettingsStore.h>
 #include <HbrCore/Stores/HiddenOccurrencesStore.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
+#include <System/MainQueue.h>
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/MainQueue.h>
+#include <System/WallClockTimer.h>
 
 #include <functional>
 #include <optional>

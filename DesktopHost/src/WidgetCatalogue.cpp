@@ -2,7 +2,7 @@
 
 #include "HostFailure.h"
 
-#include <Foundation/NearestName.h>
+#include <TimeAndText/NearestName.h>
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include <HbrCore/CoreServices.h>
 
 #include <Accounts/AccountSources.h>
-#include <Foundation/MainQueue.h>
 #include <HbrCore/Stores/SettingsMigration.h>
+#include <System/MainQueue.h>
 
 #include <mutex>
 #include <utility>

@@ -218,7 +218,7 @@ void writeAll(const std::vector<std::string>& arguments) {
     std::ofstream source(arguments[2]);
     std::ofstream table(arguments[3]);
     header << "// Generated from the catalogue of texts; edit that.\n#pragma once\n\n"
-              "#include <Foundation/Environment.h>\n#include <HbrLocalization/FormatArgument.h>\n\n"
+              "#include <System/Environment.h>\n#include <HbrLocalization/FormatArgument.h>\n\n"
               "#include <string>\n\n"
               "/// Two accessors per text: in the language of an environment, and in that of\n"
               "/// Environment::current(). Numbers are in the user's digits. Any thread.\n"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Environment.h>
 #include <HbrLocalization/FormatArgument.h>
+#include <System/Environment.h>
 
 #include <initializer_list>
 #include <string>

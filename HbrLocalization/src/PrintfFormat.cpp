@@ -1,6 +1,6 @@
 #include <HbrLocalization/PrintfFormat.h>
 
-#include <Foundation/Ascii.h>
+#include <TimeAndText/Ascii.h>
 #include <unicode/numberformatter.h>
 
 #include <charconv>

@@ -1,9 +1,9 @@
 #include <HbrLocalization/StringBundle.h>
 
-#include <Foundation/Files.h>
-#include <Foundation/Json.h>
-#include <Foundation/ResourceBundle.h>
 #include <HbrLocalization/PluralCategory.h>
+#include <System/Files.h>
+#include <System/ResourceBundle.h>
+#include <Values/JsonText.h>
 
 #include "LanguageMatch.h"
 

@@ -1,6 +1,6 @@
 #include <HbrUtils/Crc32.h>
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 
 namespace hbr {
 

@@ -1,6 +1,6 @@
 #include <HbrUtils/Prefixes.h>
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 
 namespace hbr {
 

@@ -1,10 +1,11 @@
 #include <HbrUtils/RelativeTimeTexts.h>
 
-#include <Foundation/Ascii.h>
 #include <HbrLocalization/L10n.h>
 #include <HbrLocalization/LocalizedString.h>
 #include <HbrUtils/DateOperations.h>
 #include <HbrUtils/TimeConstants.h>
+#include <TimeAndText/Ascii.h>
+#include <TimeAndText/DateFormatter.h>
 
 #include <cmath>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include <HbrUtils/SemanticVersion.h>
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 
 #include <array>
 #include <charconv>

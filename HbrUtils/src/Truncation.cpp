@@ -1,6 +1,6 @@
 #include <HbrUtils/Truncation.h>
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 
 namespace hbr {
 

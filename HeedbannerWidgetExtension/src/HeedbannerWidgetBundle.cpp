@@ -1,12 +1,12 @@
 #include <HeedbannerWidgetExtension/HeedbannerWidgetBundle.h>
 
-#include <Foundation/MainQueue.h>
-#include <Foundation/NotificationCenter.h>
 #include <HeedbannerWidgetExtension/TimelineProviders.h>
 #include <HeedbannerWidgetExtension/Views/EventCountdownView.h>
 #include <HeedbannerWidgetExtension/Views/EventListViews.h>
 #include <HeedbannerWidgetExtension/WidgetKinds.h>
 #include <HeedbannerWidgetExtension/WidgetStrings.h>
+#include <System/MainQueue.h>
+#include <System/NotificationCenter.h>
 
 #include <initializer_list>
 #include <utility>

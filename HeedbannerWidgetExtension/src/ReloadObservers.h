@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/NotificationCenter.h>
+#include <System/NotificationCenter.h>
 
 namespace hbr {
 

@@ -1,8 +1,8 @@
 #include <HeedbannerWidgetExtension/WidgetEntries.h>
 
-#include <Foundation/FormatEngines.h>
 #include <HbrCore/Events/EventJson.h>
 #include <HbrLocalization/L10n.h>
+#include <TimeAndText/DateFormatter.h>
 
 #include <span>
 

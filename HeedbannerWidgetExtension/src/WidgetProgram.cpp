@@ -1,7 +1,7 @@
 #include <HeedbannerWidgetExtension/WidgetProgram.h>
 
-#include <Foundation/Environment.h>
 #include <HeedbannerWidgetExtension/HeedbannerWidgetBundle.h>
+#include <System/Environment.h>
 #include <WidgetHost/WidgetCommandLine.h>
 
 #include <filesystem>

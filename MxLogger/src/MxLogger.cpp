@@ -1,7 +1,7 @@
-#include <Foundation/Environment.h>
-#include <Foundation/FormatEngines.h>
-#include <Foundation/MainQueue.h>
 #include <MxLogger/MxLogger.h>
+#include <System/Environment.h>
+#include <System/MainQueue.h>
+#include <TimeAndText/DateFormatter.h>
 
 #include <unistd.h>
 

@@ -1,6 +1,6 @@
 #include "CalendarFixture.h"
 
-#include <Foundation/MainQueue.h>
+#include <System/MainQueue.h>
 #include <gmock/gmock.h>
 #include <support/Threads.h>
 

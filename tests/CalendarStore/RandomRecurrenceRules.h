@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/TimeZone.h>
+#include <TimeAndText/TimeZone.h>
 
 #include <array>
 #include <cstdint>

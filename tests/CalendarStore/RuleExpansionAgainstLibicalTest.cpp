@@ -1,7 +1,7 @@
 #include "RandomRecurrenceRules.h"
 #include "RecurrenceSet.h"
 
-#include <Foundation/Diagnostics.h>
+#include <System/Diagnostics.h>
 
 #include <gtest/gtest.h>
 #include <libical/ical.h>

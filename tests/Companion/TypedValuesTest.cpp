@@ -1,7 +1,7 @@
 #include <Companion/DurationText.h>
 #include <Companion/MomentText.h>
-#include <Foundation/NearestName.h>
-#include <Foundation/TimeZone.h>
+#include <TimeAndText/NearestName.h>
+#include <TimeAndText/TimeZone.h>
 #include <gtest/gtest.h>
 
 namespace {

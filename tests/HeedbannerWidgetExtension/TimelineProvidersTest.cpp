@@ -1,8 +1,8 @@
-#include <Foundation/MainQueue.h>
 #include <HbrCore/CoreFixture.h>
 #include <HeedbannerWidgetExtension/HeedbannerWidgetBundle.h>
 #include <HeedbannerWidgetExtension/TimelineProviders.h>
 #include <HeedbannerWidgetExtension/WidgetKinds.h>
+#include <System/MainQueue.h>
 #include <WidgetHost/WidgetCenter.h>
 #include <gmock/gmock.h>
 

@@ -1,10 +1,11 @@
-#include <Foundation/MainQueue.h>
-#include <Foundation/WakeSchedule.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrCore/Scheduling/ListChanges.h>
 #include <HeedbannerWidgetExtension/TimelineProviders.h>
 #include <HeedbannerWidgetExtension/Views/EventCountdownView.h>
 #include <HeedbannerWidgetExtension/Views/EventListViews.h>
+#include <System/MainQueue.h>
+#include <System/WakeSchedule.h>
+#include <Values/JsonText.h>
 #include <Views/Painters.h>
 #include <WidgetHost/LiveDrawing.h>
 #include <WidgetHost/WidgetScheduler.h>

@@ -1,6 +1,6 @@
-#include <Foundation/Json.h>
 #include <HbrCore/CoreFixture.h>
 #include <HeedbannerWidgetExtension/HeedbannerWidgetBundle.h>
+#include <Values/JsonText.h>
 #include <WidgetHost/WidgetCommandLine.h>
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
-#include <Foundation/MainQueue.h>
 #include <MxLogger/MxLogger.h>
+#include <System/MainQueue.h>
 
 #include <gtest/gtest.h>
 #include <support/TestEnvironment.h>

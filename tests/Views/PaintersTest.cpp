@@ -1,5 +1,5 @@
-#include <Foundation/Base64.h>
-#include <Foundation/MainQueue.h>
+#include <System/MainQueue.h>
+#include <Values/Base64.h>
 #include <Views/Painters.h>
 #include <Views/PhotoDecoding.h>
 

@@ -1,6 +1,6 @@
 #include <WidgetHost/WidgetScheduler.h>
 
-#include <Foundation/MainQueue.h>
+#include <System/MainQueue.h>
 #include <gmock/gmock.h>
 #include <support/TestEnvironment.h>
 

@@ -1,7 +1,7 @@
 #include "Journey.h"
 
-#include <Foundation/Date.h>
-#include <Foundation/TimeZone.h>
+#include <TimeAndText/Date.h>
+#include <TimeAndText/TimeZone.h>
 #include <gmock/gmock.h>
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "Journey.h"
 
-#include <Foundation/Date.h>
+#include <TimeAndText/Date.h>
+#include <Values/PropertyValue.h>
 #include <gmock/gmock.h>
 
 namespace {

@@ -1,6 +1,7 @@
 #include "Journey.h"
 
-#include <Foundation/PropertyList.h>
+#include <Values/JsonText.h>
+#include <Values/PropertyList.h>
 
 #include <gmock/gmock.h>
 #include <support/desktop/ChildProcess.h>

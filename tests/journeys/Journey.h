@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Json.h>
-#include <Foundation/PropertyValue.h>
+#include <Values/JsonValue.h>
+#include <Values/PropertyValue.h>
 #include <gtest/gtest.h>
 #include <support/TemporaryDirectory.h>
 

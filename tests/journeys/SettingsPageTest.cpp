@@ -1,6 +1,7 @@
 #include "Journey.h"
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
+#include <Values/JsonText.h>
 #include <gmock/gmock.h>
 
 namespace {

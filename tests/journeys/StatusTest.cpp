@@ -1,6 +1,6 @@
 #include "Journey.h"
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 #include <gmock/gmock.h>
 #include <support/desktop/ChildProcess.h>
 

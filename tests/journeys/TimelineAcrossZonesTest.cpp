@@ -1,6 +1,6 @@
 #include "Journey.h"
 
-#include <Foundation/Date.h>
+#include <TimeAndText/Date.h>
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <Foundation/Date.h>
+#include <TimeAndText/Date.h>
 
 namespace {
 

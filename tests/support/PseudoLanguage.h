@@ -1,6 +1,7 @@
 #pragma once
 
-#include <Foundation/Json.h>
+#include <Values/JsonText.h>
+#include <Values/JsonValue.h>
 #include <support/BuildResources.h>
 #include <support/StringTables.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Json.h>
 #include <HbrLocalization/PluralCategory.h>
+#include <Values/JsonText.h>
 #include <support/TemporaryDirectory.h>
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Calendar.h>
-#include <Foundation/Date.h>
+#include <TimeAndText/Calendar.h>
+#include <TimeAndText/Date.h>
 
 #include <optional>
 #include <string_view>

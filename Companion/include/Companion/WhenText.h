@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Date.h>
-#include <Foundation/Environment.h>
+#include <System/Environment.h>
+#include <TimeAndText/Date.h>
 
 #include <stdexcept>
 #include <string>

@@ -7,7 +7,8 @@
 #include "CompanionText.h"
 #include "NameProposal.h"
 
-#include <Foundation/Json.h>
+#include <Values/JsonText.h>
+#include <Values/JsonValue.h>
 #include <CLI/App.hpp>
 
 #include <algorithm>

@@ -4,7 +4,8 @@
 #include "CommandContext.h"
 #include "CompanionText.h"
 
-#include <Foundation/Json.h>
+#include <Values/JsonText.h>
+#include <Values/JsonValue.h>
 #include <CLI/App.hpp>
 
 #include <algorithm>

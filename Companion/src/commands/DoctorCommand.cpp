@@ -7,8 +7,9 @@
 #include "ProgramDiagnostics.h"
 #include "SettingCatalogue.h"
 
-#include <Foundation/MainQueue.h>
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
+#include <System/MainQueue.h>
+#include <Values/JsonText.h>
 #include <CLI/App.hpp>
 
 #include <algorithm>

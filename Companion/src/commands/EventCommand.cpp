@@ -6,8 +6,9 @@
 #include "OccurrenceChoice.h"
 #include "ReminderText.h"
 
-#include <Foundation/Text.h>
 #include <HbrCore/Events/EventJson.h>
+#include <TimeAndText/Text.h>
+#include <Values/JsonText.h>
 #include <CLI/App.hpp>
 
 #include <charconv>

@@ -1,11 +1,12 @@
 #include "Command.h"
 #include "CommandContext.h"
 
-#include <Foundation/Files.h>
-#include <Foundation/Json.h>
-#include <Foundation/LinkDetector.h>
-#include <Foundation/Text.h>
-#include <Foundation/Url.h>
+#include <System/Files.h>
+#include <TimeAndText/LinkDetector.h>
+#include <TimeAndText/Text.h>
+#include <TimeAndText/Url.h>
+#include <Values/JsonText.h>
+#include <Values/JsonValue.h>
 #include <CLI/App.hpp>
 
 #include <iostream>

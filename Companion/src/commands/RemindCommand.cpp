@@ -4,8 +4,9 @@
 #include "MomentOptions.h"
 #include "ReminderText.h"
 
-#include <Foundation/Text.h>
-#include <Foundation/Uuid.h>
+#include <TimeAndText/Text.h>
+#include <Values/JsonText.h>
+#include <Values/Uuid.h>
 #include <CLI/App.hpp>
 
 namespace hbr {

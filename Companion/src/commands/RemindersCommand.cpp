@@ -5,7 +5,8 @@
 #include "ReminderText.h"
 #include "UnreadableRecords.h"
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
+#include <Values/JsonText.h>
 #include <CLI/App.hpp>
 
 #include <algorithm>

@@ -4,7 +4,8 @@
 #include "ProgramDiagnostics.h"
 #include "SettingCatalogue.h"
 
-#include <Foundation/Files.h>
+#include <System/Files.h>
+#include <Values/JsonText.h>
 #include <CLI/App.hpp>
 
 #include <algorithm>

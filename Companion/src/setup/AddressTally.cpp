@@ -2,10 +2,10 @@
 
 #include "../CompanionText.h"
 
-#include <Foundation/ContentLine.h>
-#include <Foundation/Files.h>
-#include <Foundation/LogicalLines.h>
-#include <Foundation/TextDecoding.h>
+#include <CalendarFiles/ContentLine.h>
+#include <CalendarFiles/LogicalLines.h>
+#include <CalendarFiles/TextDecoding.h>
+#include <System/Files.h>
 
 #include <algorithm>
 #include <map>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/CollectionDiscovery.h>
-#include <Foundation/Environment.h>
+#include <CalendarFiles/CollectionDiscovery.h>
+#include <System/Environment.h>
 
 #include <cstddef>
 #include <string>

@@ -3,8 +3,8 @@
 #include "PathExpansion.h"
 #include "SectionedConfiguration.h"
 
-#include <Foundation/Files.h>
-#include <Foundation/Text.h>
+#include <System/Files.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <cstdlib>

@@ -3,7 +3,7 @@
 #include "../CompanionText.h"
 #include "../DesktopProgram.h"
 
-#include <Foundation/Files.h>
+#include <System/Files.h>
 #include <Workspace/SessionApplication.h>
 
 #include <array>

@@ -1,6 +1,6 @@
 #include "PathExpansion.h"
 
-#include <Foundation/Ascii.h>
+#include <TimeAndText/Ascii.h>
 #include <glob.h>
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "SectionedConfiguration.h"
 
-#include <Foundation/ContentLine.h>
-#include <Foundation/LogicalLines.h>
+#include <CalendarFiles/ContentLine.h>
+#include <CalendarFiles/LogicalLines.h>
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 #include "../CompanionText.h"
 #include "PathExpansion.h"
 
-#include <Foundation/ContentLine.h>
-#include <Foundation/Text.h>
+#include <CalendarFiles/ContentLine.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <charconv>

@@ -4,8 +4,8 @@
 #include "../CompanionText.h"
 #include "PathExpansion.h"
 
-#include <Foundation/Files.h>
-#include <Foundation/Text.h>
+#include <System/Files.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <map>

@@ -2,7 +2,7 @@
 
 #include "LocationCandidate.h"
 
-#include <Foundation/Environment.h>
+#include <System/Environment.h>
 
 namespace hbr {
 

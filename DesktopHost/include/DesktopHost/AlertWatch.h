@@ -1,8 +1,8 @@
 #pragma once
 
 #include <DesktopHost/HandledAlerts.h>
-#include <Foundation/Date.h>
 #include <HbrCore/Scheduling/CalendarEventManager.h>
+#include <TimeAndText/Date.h>
 
 #include <functional>
 #include <optional>

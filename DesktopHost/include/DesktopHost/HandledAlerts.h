@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Environment.h>
-#include <Foundation/Json.h>
 #include <HbrCore/Scheduling/AlertInvocation.h>
+#include <System/Environment.h>
+#include <Values/JsonValue.h>
 
 #include <filesystem>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Desktop/WidgetPlacement.h>
-#include <Foundation/Environment.h>
+#include <System/Environment.h>
 #include <Views/WidgetFamily.h>
 
 #include <cstddef>

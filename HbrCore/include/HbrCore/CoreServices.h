@@ -1,7 +1,5 @@
 #pragma once
 
-#include <Foundation/Environment.h>
-#include <Foundation/NotificationCenter.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 #include <HbrCore/Events/DemoEvents.h>
 #include <HbrCore/Scheduling/CalendarEventManager.h>
@@ -14,6 +12,8 @@
 #include <HbrCore/Stores/UserSettingsStore.h>
 #include <HbrUtils/DefaultsDomains.h>
 #include <HbrUtils/Formatters.h>
+#include <System/Environment.h>
+#include <System/NotificationCenter.h>
 
 #include <memory>
 

@@ -1,10 +1,10 @@
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
 
-#include <Foundation/Files.h>
-#include <Foundation/PropertyList.h>
-#include <Foundation/ResourceBundle.h>
-#include <Foundation/Uuid.h>
 #include <MxLogger/MxLogger.h>
+#include <System/Files.h>
+#include <System/ResourceBundle.h>
+#include <Values/PropertyList.h>
+#include <Values/Uuid.h>
 
 #include "ServicePatterns.h"
 

@@ -1,6 +1,6 @@
 #include "LinksCache.h"
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 
 #include <utility>
 

@@ -1,9 +1,9 @@
 #include "ServicePatterns.h"
 
-#include <Foundation/Text.h>
 #include <HbrCore/ConferenceLinks/OutlookSafeLinks.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceService.h>
 #include <MxLogger/MxLogger.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/RegularExpression.h>
-#include <Foundation/Url.h>
+#include <TimeAndText/RegularExpression.h>
+#include <TimeAndText/Url.h>
 
 #include <atomic>
 #include <string>

@@ -1,8 +1,8 @@
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 
-#include <Foundation/LinkDetector.h>
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
 #include <MxLogger/MxLogger.h>
+#include <TimeAndText/LinkDetector.h>
 
 #include "GoogleRedirect.h"
 #include "LinksCache.h"

@@ -1,6 +1,7 @@
 #include <HbrCore/ConferenceLinks/VideoConferenceService.h>
 
-#include <Foundation/Uuid.h>
+#include <Values/KeyedDecoder.h>
+#include <Values/Uuid.h>
 
 #include "ServicePatterns.h"
 

@@ -1,6 +1,6 @@
 #include <HbrCore/DeepLinks/DeepLink.h>
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 
 #include <array>
 #include <utility>

@@ -1,8 +1,8 @@
 #include <HbrCore/DeepLinks/LinkOpener.h>
 
-#include <Foundation/Ascii.h>
-#include <Foundation/Text.h>
 #include <HbrUtils/OpenURL.h>
+#include <TimeAndText/Ascii.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,10 +1,10 @@
 #include <HbrCore/Events/Event.h>
 
-#include <Foundation/OrderedSet.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 #include <HbrCore/Events/Reminder.h>
 #include <HbrUtils/CalendarItemReaders.h>
 #include <HbrUtils/Colors.h>
+#include <Values/OrderedSet.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,9 +1,10 @@
 #include <HbrCore/Events/EventTexts.h>
 
-#include <Foundation/Text.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
 #include <HbrUtils/RelativeTimeTexts.h>
+#include <TimeAndText/DateFormatter.h>
+#include <TimeAndText/Text.h>
 
 namespace hbr {
 

@@ -1,9 +1,9 @@
 #include <HbrCore/Events/FilterRuleMatcher.h>
 
-#include <Foundation/Ascii.h>
-#include <Foundation/Normalization.h>
-#include <Foundation/RegularExpression.h>
-#include <Foundation/Text.h>
+#include <TimeAndText/Ascii.h>
+#include <TimeAndText/Normalization.h>
+#include <TimeAndText/RegularExpression.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #include <HbrCore/Events/FilterRuleNames.h>
 
-#include <Foundation/FormatEngines.h>
-#include <Foundation/Text.h>
 #include <HbrLocalization/LocalizedString.h>
+#include <TimeAndText/DateFormatter.h>
+#include <TimeAndText/Text.h>
 
 #include <charconv>
 

@@ -1,8 +1,8 @@
 #include <HbrCore/Events/Participant.h>
 
-#include <Foundation/PersonName.h>
-#include <Foundation/Text.h>
 #include <HbrLocalization/L10n.h>
+#include <TimeAndText/PersonName.h>
+#include <TimeAndText/Text.h>
 
 namespace hbr {
 

@@ -1,6 +1,6 @@
 #include "CommandText.h"
 
-#include <Foundation/Ascii.h>
+#include <TimeAndText/Ascii.h>
 
 #include <algorithm>
 

@@ -1,6 +1,5 @@
 #include <HbrCore/Scheduling/CalendarEventManager.h>
 
-#include <Foundation/MainQueue.h>
 #include <HbrCore/Scheduling/UserCalendar.h>
 #include <HbrCore/Stores/AggregatedEventStore.h>
 #include <HbrCore/Stores/CustomRemindersStore.h>
@@ -8,6 +7,8 @@
 #include <HbrUtils/CalendarItemReaders.h>
 #include <HbrUtils/DateOperations.h>
 #include <MxLogger/MxLogger.h>
+#include <System/MainQueue.h>
+#include <System/WallClockTimer.h>
 
 #include <algorithm>
 #include <string>

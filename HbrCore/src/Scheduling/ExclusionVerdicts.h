@@ -1,8 +1,8 @@
 #pragma once
 
 #include <CalendarStore/EKCalendarItem.h>
-#include <Foundation/Calendar.h>
 #include <HbrCore/Events/FilterRuleMatcher.h>
+#include <TimeAndText/Calendar.h>
 
 #include <optional>
 #include <vector>

@@ -1,11 +1,11 @@
 #include <HbrCore/Scheduling/OverdueAlerts.h>
 
-#include <Foundation/MainQueue.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrCore/Events/FilterRuleMatcher.h>
 #include <HbrCore/Scheduling/AlertSchedule.h>
 #include <HbrCore/Scheduling/ReloadWindow.h>
 #include <HbrUtils/CalendarItemReaders.h>
+#include <System/MainQueue.h>
 
 #include <algorithm>
 #include <limits>

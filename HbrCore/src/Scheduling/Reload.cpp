@@ -1,12 +1,12 @@
 #include "Reload.h"
 
-#include <Foundation/MainQueue.h>
 #include <HbrCore/Events/DemoEvents.h>
 #include <HbrCore/Scheduling/AlertSchedule.h>
 #include <HbrCore/Stores/AggregatedEventStore.h>
 #include <HbrCore/Stores/CustomRemindersStore.h>
 #include <HbrCore/Stores/UserSettingsStore.h>
 #include <MxLogger/MxLogger.h>
+#include <System/MainQueue.h>
 
 #include <initializer_list>
 #include <utility>

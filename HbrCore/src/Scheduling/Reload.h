@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Atomic.h>
 #include <HbrCore/Scheduling/CalendarEventManager.h>
+#include <Values/Atomic.h>
 
 #include <atomic>
 #include <cstdint>

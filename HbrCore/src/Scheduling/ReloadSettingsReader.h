@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/PropertyValue.h>
 #include <HbrCore/Scheduling/ReloadSettings.h>
+#include <Values/PropertyValue.h>
 
 #include <memory>
 #include <mutex>

@@ -1,6 +1,6 @@
 #include "ReloadSharing.h"
 
-#include <Foundation/MainQueue.h>
+#include <System/MainQueue.h>
 
 #include <cmath>
 #include <utility>

@@ -1,9 +1,9 @@
 #include <HbrCore/Stores/ContactsStore.h>
 
-#include <Foundation/Text.h>
-#include <Foundation/Uuid.h>
 #include <HbrLocalization/L10n.h>
 #include <MxLogger/MxLogger.h>
+#include <TimeAndText/Text.h>
+#include <Values/Uuid.h>
 
 #include <algorithm>
 #include <unordered_map>

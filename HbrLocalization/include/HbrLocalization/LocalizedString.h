@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Environment.h>
 #include <HbrLocalization/StringBundle.h>
+#include <System/Environment.h>
 
 #include <optional>
 #include <string>

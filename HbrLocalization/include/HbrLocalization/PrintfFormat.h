@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Locale.h>
 #include <HbrLocalization/FormatArgument.h>
+#include <TimeAndText/Locale.h>
 
 #include <span>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Bundle.h>
+#include <System/Bundle.h>
 
 #include <optional>
 #include <string>

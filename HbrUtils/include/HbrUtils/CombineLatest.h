@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/CombinedStream.h>
+#include <Values/CombinedStream.h>
 
 #include <functional>
 #include <tuple>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Calendar.h>
+#include <TimeAndText/Calendar.h>
 
 // Questions about dates and steps between them, by the days and clock of the calendar's zone. Pure. Where a
 // reading of the clock does not exist or exists twice, the rules of platform::TimeZone hold.

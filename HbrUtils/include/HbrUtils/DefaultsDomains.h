@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/DefaultsDomain.h>
-#include <Foundation/Environment.h>
+#include <System/DefaultsDomain.h>
+#include <System/Environment.h>
 
 #include <string_view>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/ClockReading.h>
 #include <HbrUtils/Formatters.h>
+#include <TimeAndText/ClockReading.h>
 
 #include <optional>
 #include <string>

@@ -1,7 +1,9 @@
 #pragma once
 
-#include <Foundation/Environment.h>
-#include <Foundation/FormatEngines.h>
+#include <System/Environment.h>
+#include <TimeAndText/DateFormatter.h>
+#include <TimeAndText/DurationFormatter.h>
+#include <TimeAndText/RelativeDateTimeFormatter.h>
 
 #include <memory>
 

@@ -1,6 +1,9 @@
 #pragma once
 
-#include <Foundation/Json.h>
+#include <Values/JsonText.h>
+#include <Values/JsonValue.h>
+#include <Values/KeyedDecoder.h>
+#include <Values/PropertyValue.h>
 
 #include <vector>
 

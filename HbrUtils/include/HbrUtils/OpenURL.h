@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Url.h>
 #include <HbrUtils/AppURL.h>
+#include <TimeAndText/Url.h>
 #include <Workspace/Workspace.h>
 
 #include <optional>

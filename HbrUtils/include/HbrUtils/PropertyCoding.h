@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/PropertyValue.h>
+#include <Values/PropertyValue.h>
 
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/RegularExpression.h>
+#include <TimeAndText/RegularExpression.h>
 
 #include <string>
 #include <string_view>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Environment.h>
 #include <HbrCore/Events/EventRef.h>
 #include <HeedbannerWidgetExtension/WidgetEntries.h>
+#include <System/Environment.h>
 #include <WidgetHost/TimelineProvider.h>
 
 #include <cstddef>

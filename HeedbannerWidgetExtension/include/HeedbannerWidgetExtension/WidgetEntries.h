@@ -1,9 +1,9 @@
 #pragma once
 
-#include <Foundation/Date.h>
-#include <Foundation/Environment.h>
-#include <Foundation/Json.h>
 #include <HbrCore/Events/Event.h>
+#include <System/Environment.h>
+#include <TimeAndText/Date.h>
+#include <Values/JsonValue.h>
 
 #include <optional>
 #include <string>

@@ -1,9 +1,9 @@
 #include <HeedbannerWidgetExtension/Views/CameraButton.h>
 
-#include <Foundation/Text.h>
 #include <HbrCore/DeepLinks/DeepLink.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
+#include <TimeAndText/Text.h>
 #include <Views/Legibility.h>
 
 #include <string>

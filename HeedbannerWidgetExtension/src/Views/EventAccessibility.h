@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/ClockReading.h>
 #include <HbrCore/Events/Event.h>
 #include <HeedbannerWidgetExtension/Views/EventViewSettings.h>
+#include <TimeAndText/ClockReading.h>
 
 #include <string>
 

@@ -1,12 +1,12 @@
 #include <HeedbannerWidgetExtension/Views/EventDetailView.h>
 
-#include <Foundation/Text.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrLocalization/L10n.h>
 #include <HbrLocalization/LocalizedString.h>
 #include <HbrUtils/DistanceTexts.h>
 #include <HeedbannerWidgetExtension/Views/CameraButton.h>
 #include <HeedbannerWidgetExtension/Views/ConditionalStack.h>
+#include <TimeAndText/Text.h>
 
 namespace hbr {
 

@@ -1,6 +1,6 @@
 #include "WidgetHeadline.h"
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 
 namespace hbr {
 

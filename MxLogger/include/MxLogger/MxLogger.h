@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/DefaultsDomain.h>
 #include <MxLogger/LogCategory.h>
+#include <System/DefaultsDomain.h>
 
 #include <memory>
 #include <optional>

@@ -1,10 +1,10 @@
 #include <Accounts/AccountsFile.h>
 
-#include <Foundation/ContentLine.h>
-#include <Foundation/FileLock.h>
-#include <Foundation/Files.h>
-#include <Foundation/Toml.h>
-#include <Foundation/TomlEdit.h>
+#include <CalendarFiles/ContentLine.h>
+#include <System/FileLock.h>
+#include <System/Files.h>
+#include <Values/Toml.h>
+#include <Values/TomlEdit.h>
 
 #include <algorithm>
 

@@ -4,8 +4,8 @@
 #include "Series.h"
 
 #include <CalendarStore/EKCalendarItem.h>
-#include <Foundation/Calendar.h>
-#include <Foundation/Diagnostics.h>
+#include <System/Diagnostics.h>
+#include <TimeAndText/Calendar.h>
 
 #include <filesystem>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "CssColorNames.h"
 
-#include <Foundation/ContentLine.h>
+#include <CalendarFiles/ContentLine.h>
 
 #include <array>
 #include <utility>

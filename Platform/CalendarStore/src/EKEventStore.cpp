@@ -3,7 +3,7 @@
 #include "SerialWorker.h"
 #include "StoreLoader.h"
 
-#include <Foundation/MainQueue.h>
+#include <System/MainQueue.h>
 
 #include <algorithm>
 #include <atomic>

@@ -2,7 +2,7 @@
 
 #include "ItemLimits.h"
 
-#include <Foundation/ShortenedText.h>
+#include <TimeAndText/ShortenedText.h>
 
 #include <optional>
 #include <utility>

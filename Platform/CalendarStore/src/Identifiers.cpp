@@ -1,6 +1,6 @@
 #include "Identifiers.h"
 
-#include <Foundation/Ascii.h>
+#include <TimeAndText/Ascii.h>
 
 #include <array>
 

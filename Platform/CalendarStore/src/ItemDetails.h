@@ -2,8 +2,8 @@
 
 #include <CalendarStore/EKEnums.h>
 #include <CalendarStore/EKParticipant.h>
-#include <Foundation/Date.h>
-#include <Foundation/TimeZone.h>
+#include <TimeAndText/Date.h>
+#include <TimeAndText/TimeZone.h>
 
 #include <optional>
 #include <string>

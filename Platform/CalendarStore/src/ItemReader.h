@@ -3,7 +3,7 @@
 #include "FileProblems.h"
 #include "ScannedItem.h"
 
-#include <Foundation/ContentLine.h>
+#include <CalendarFiles/ContentLine.h>
 
 #include <cstddef>
 #include <memory>

@@ -5,8 +5,9 @@
 #include "ItemReader.h"
 #include "ZoneReader.h"
 
-#include <Foundation/LogicalLines.h>
-#include <Foundation/TextDecoding.h>
+#include <CalendarFiles/LogicalLines.h>
+#include <CalendarFiles/TextDecoding.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <utility>

@@ -3,7 +3,7 @@
 #include "ScannedItem.h"
 #include "ZonePool.h"
 
-#include <Foundation/Diagnostics.h>
+#include <System/Diagnostics.h>
 
 #include <filesystem>
 #include <optional>

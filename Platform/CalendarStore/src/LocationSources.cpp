@@ -1,11 +1,11 @@
 #include <CalendarStore/LocationSources.h>
 
-#include <Foundation/CollectionDiscovery.h>
-#include <Foundation/ContentLine.h>
-#include <Foundation/FileCache.h>
-#include <Foundation/FileStamp.h>
-#include <Foundation/FileWatcher.h>
-#include <Foundation/Files.h>
+#include <CalendarFiles/CollectionDiscovery.h>
+#include <CalendarFiles/ContentLine.h>
+#include <CalendarFiles/FileCache.h>
+#include <System/FileStamp.h>
+#include <System/FileWatcher.h>
+#include <System/Files.h>
 
 #include <utility>
 

@@ -3,7 +3,7 @@
 #include "ExpansionBudget.h"
 #include "RecurrenceRule.h"
 
-#include <Foundation/TimeZone.h>
+#include <TimeAndText/TimeZone.h>
 
 #include <cstdint>
 #include <functional>

@@ -2,7 +2,7 @@
 
 #include "Series.h"
 
-#include <Foundation/Diagnostics.h>
+#include <System/Diagnostics.h>
 
 #include <filesystem>
 #include <memory>

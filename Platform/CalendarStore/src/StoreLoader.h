@@ -3,9 +3,9 @@
 #include "ItemScanner.h"
 #include "StoreSnapshot.h"
 
+#include <CalendarFiles/FileCache.h>
 #include <CalendarStore/CalendarSources.h>
-#include <Foundation/Environment.h>
-#include <Foundation/FileCache.h>
+#include <System/Environment.h>
 
 #include <memory>
 #include <optional>

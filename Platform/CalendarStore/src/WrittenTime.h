@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/ContentLine.h>
-#include <Foundation/TimeZone.h>
+#include <CalendarFiles/ContentLine.h>
+#include <TimeAndText/TimeZone.h>
 
 #include <cstdint>
 #include <memory>

@@ -2,7 +2,7 @@
 
 #include "WrittenTime.h"
 
-#include <Foundation/TimeZone.h>
+#include <TimeAndText/TimeZone.h>
 
 #include <memory>
 #include <optional>

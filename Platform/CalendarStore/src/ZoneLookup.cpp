@@ -1,7 +1,7 @@
 #include "ZoneLookup.h"
 
-#include <Foundation/Ascii.h>
-#include <Foundation/WindowsZone.h>
+#include <TimeAndText/Ascii.h>
+#include <TimeAndText/WindowsZone.h>
 
 #include "ItemLimits.h"
 

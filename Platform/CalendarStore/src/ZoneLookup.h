@@ -2,7 +2,7 @@
 
 #include "ZoneDefinition.h"
 
-#include <Foundation/TimeZone.h>
+#include <TimeAndText/TimeZone.h>
 
 #include <filesystem>
 #include <map>

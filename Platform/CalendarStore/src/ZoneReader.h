@@ -3,7 +3,7 @@
 #include "FileProblems.h"
 #include "ZoneDefinition.h"
 
-#include <Foundation/ContentLine.h>
+#include <CalendarFiles/ContentLine.h>
 
 #include <cstddef>
 #include <string_view>

@@ -3,9 +3,9 @@
 #include "ScannedItem.h"
 #include "ZoneLookup.h"
 
-#include <Foundation/Date.h>
-#include <Foundation/Diagnostics.h>
-#include <Foundation/TimeZone.h>
+#include <System/Diagnostics.h>
+#include <TimeAndText/Date.h>
+#include <TimeAndText/TimeZone.h>
 
 #include <cstdint>
 #include <filesystem>

@@ -1,8 +1,8 @@
+#include <CalendarFiles/CollectionDiscovery.h>
+#include <CalendarFiles/FileCache.h>
+#include <CalendarFiles/TextDecoding.h>
 #include <ContactStore/CNContactStore.h>
-#include <Foundation/CollectionDiscovery.h>
-#include <Foundation/FileCache.h>
-#include <Foundation/FileWatcher.h>
-#include <Foundation/TextDecoding.h>
+#include <System/FileWatcher.h>
 
 #include <algorithm>
 #include <atomic>

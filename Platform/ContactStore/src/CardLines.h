@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/ContentLine.h>
-#include <Foundation/LogicalLines.h>
+#include <CalendarFiles/ContentLine.h>
+#include <CalendarFiles/LogicalLines.h>
 
 #include <optional>
 #include <string>

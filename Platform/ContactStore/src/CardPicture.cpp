@@ -1,4 +1,4 @@
-#include <Foundation/Base64.h>
+#include <Values/Base64.h>
 
 #include <algorithm>
 

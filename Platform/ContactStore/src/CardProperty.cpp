@@ -1,7 +1,7 @@
 #include "CardProperty.h"
 
-#include <Foundation/Text.h>
-#include <Foundation/TextDecoding.h>
+#include <CalendarFiles/TextDecoding.h>
+#include <TimeAndText/Text.h>
 
 #include <charconv>
 

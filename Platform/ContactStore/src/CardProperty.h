@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/ContentLine.h>
+#include <CalendarFiles/ContentLine.h>
 
 #include <string>
 #include <string_view>

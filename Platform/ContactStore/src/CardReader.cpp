@@ -1,5 +1,5 @@
-#include <Foundation/PersonName.h>
-#include <Foundation/Text.h>
+#include <TimeAndText/PersonName.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <limits>

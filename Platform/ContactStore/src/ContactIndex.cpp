@@ -1,8 +1,8 @@
 #include "ContactIndex.h"
 
-#include <Foundation/Normalization.h>
-#include <Foundation/PersonName.h>
-#include <Foundation/Text.h>
+#include <TimeAndText/Normalization.h>
+#include <TimeAndText/PersonName.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 

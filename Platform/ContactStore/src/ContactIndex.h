@@ -2,7 +2,7 @@
 
 #include "Card.h"
 
-#include <Foundation/ContactPredicate.h>
+#include <Values/ContactPredicate.h>
 
 #include <cstdint>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "PictureReader.h"
 
-#include <Foundation/FileCache.h>
-#include <Foundation/TextDecoding.h>
+#include <CalendarFiles/FileCache.h>
+#include <CalendarFiles/TextDecoding.h>
 
 #include <algorithm>
 

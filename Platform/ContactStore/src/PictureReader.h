@@ -2,9 +2,9 @@
 
 #include "ContactIndex.h"
 
-#include <Foundation/Diagnostics.h>
-#include <Foundation/FileStamp.h>
-#include <Foundation/ImageBytes.h>
+#include <System/Diagnostics.h>
+#include <System/FileStamp.h>
+#include <Values/ImageBytes.h>
 
 #include <deque>
 #include <memory>

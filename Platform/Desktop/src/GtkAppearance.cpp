@@ -1,6 +1,6 @@
 #include "GtkAppearance.h"
 
-#include <Foundation/Ascii.h>
+#include <TimeAndText/Ascii.h>
 #include <Views/Font.h>
 #include <pango/pango.h>
 

@@ -1,5 +1,5 @@
 #include <Desktop/CardWindow.h>
-#include <Foundation/ShortenedText.h>
+#include <TimeAndText/ShortenedText.h>
 #include <Views/PhotoDecoding.h>
 #include <Views/View.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/WakeSchedule.h>
+#include <System/WakeSchedule.h>
 #include <Views/LaidOutTree.h>
 #include <gtk/gtk.h>
 

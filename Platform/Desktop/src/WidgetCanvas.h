@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Desktop/WidgetWindow.h>
-#include <Foundation/WakeSchedule.h>
+#include <System/WakeSchedule.h>
 #include <WidgetHost/LiveDrawing.h>
 #include <gtk/gtk.h>
 

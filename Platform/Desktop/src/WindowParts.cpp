@@ -1,7 +1,7 @@
 #include "WindowParts.h"
 
-#include <Foundation/LinkDetector.h>
-#include <Foundation/ShortenedText.h>
+#include <TimeAndText/LinkDetector.h>
+#include <TimeAndText/ShortenedText.h>
 
 #include <algorithm>
 #include <optional>

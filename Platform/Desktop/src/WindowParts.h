@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Desktop/DesktopSession.h>
-#include <Foundation/Url.h>
+#include <TimeAndText/Url.h>
 #include <gtk/gtk.h>
 
 #include <functional>

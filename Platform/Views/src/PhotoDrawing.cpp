@@ -2,7 +2,7 @@
 
 #include "PixelDecoder.h"
 
-#include <Foundation/MainQueue.h>
+#include <System/MainQueue.h>
 #include <Views/PhotoDecoding.h>
 
 #include <algorithm>

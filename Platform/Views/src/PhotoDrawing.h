@@ -2,7 +2,7 @@
 
 #include "PictureState.h"
 
-#include <Foundation/ImageBytes.h>
+#include <Values/ImageBytes.h>
 
 #include <memory>
 

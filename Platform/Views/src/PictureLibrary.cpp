@@ -1,8 +1,8 @@
 #include "PictureState.h"
 #include "WorkCounters.h"
 
-#include <Foundation/Diagnostics.h>
-#include <Foundation/ResourceBundle.h>
+#include <System/Diagnostics.h>
+#include <System/ResourceBundle.h>
 
 #include <array>
 #include <cstdio>

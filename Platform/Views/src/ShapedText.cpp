@@ -3,7 +3,7 @@
 #include "InterfaceFont.h"
 #include "WorkCounters.h"
 
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Date.h>
-#include <Foundation/Locale.h>
+#include <TimeAndText/Date.h>
+#include <TimeAndText/Locale.h>
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include <Foundation/Text.h>
+#include <TimeAndText/Text.h>
 #include <Views/Painters.h>
 
 #include <array>

@@ -1,6 +1,7 @@
 #include "RenderCommand.h"
 
-#include <Foundation/Files.h>
+#include <System/Files.h>
+#include <Values/JsonText.h>
 #include <Views/LaidOutTree.h>
 #include <Views/Painters.h>
 #include <Views/PictureLibrary.h>

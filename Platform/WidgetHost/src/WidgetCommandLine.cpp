@@ -1,7 +1,8 @@
 #include <WidgetHost/WidgetCommandLine.h>
 
 #include <CommandLine/HelpStyle.h>
-#include <Foundation/NearestName.h>
+#include <TimeAndText/NearestName.h>
+#include <Values/JsonText.h>
 #include <CLI/CLI.hpp>
 
 #include <algorithm>

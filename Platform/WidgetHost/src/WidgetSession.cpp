@@ -1,7 +1,7 @@
 #include "WidgetSession.h"
 
-#include <Foundation/MainQueue.h>
-#include <Foundation/NearestName.h>
+#include <System/MainQueue.h>
+#include <TimeAndText/NearestName.h>
 
 #include <optional>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Environment.h>
+#include <System/Environment.h>
 #include <WidgetHost/WidgetBundle.h>
 #include <WidgetHost/WidgetCommandLine.h>
 

@@ -1,4 +1,4 @@
-#include <Foundation/ShortenedText.h>
+#include <TimeAndText/ShortenedText.h>
 #include <Workspace/DesktopNotifications.h>
 
 #include "GObjectRef.h"

@@ -3,7 +3,7 @@
 #include "GObjectRef.h"
 #include "SessionBus.h"
 
-#include <Foundation/MainQueue.h>
+#include <System/MainQueue.h>
 
 #include <cstdlib>
 

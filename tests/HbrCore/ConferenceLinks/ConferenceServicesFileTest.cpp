@@ -1,7 +1,7 @@
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
 
-#include <Foundation/PropertyList.h>
 #include <MxLogger/MxLogger.h>
+#include <Values/PropertyList.h>
 #include <support/TestEnvironment.h>
 
 #include <gmock/gmock.h>

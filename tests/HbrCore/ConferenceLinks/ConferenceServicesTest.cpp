@@ -1,5 +1,5 @@
-#include <Foundation/Text.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
+#include <TimeAndText/Text.h>
 #include <support/TestEnvironment.h>
 
 #include <gtest/gtest.h>

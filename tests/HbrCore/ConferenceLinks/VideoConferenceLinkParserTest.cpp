@@ -1,9 +1,11 @@
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 
-#include <Foundation/PropertyList.h>
-#include <Foundation/Text.h>
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
 #include <HbrCore/ConferenceLinks/OutlookSafeLinks.h>
+#include <TimeAndText/Text.h>
+#include <Values/JsonText.h>
+#include <Values/KeyedDecoder.h>
+#include <Values/PropertyList.h>
 #include <support/TestEnvironment.h>
 #include <support/Threads.h>
 

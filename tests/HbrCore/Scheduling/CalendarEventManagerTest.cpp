@@ -1,7 +1,7 @@
-#include <Foundation/FileStamp.h>
-#include <Foundation/MainQueue.h>
 #include <HbrCore/CoreFixture.h>
 #include <HbrCore/Events/EventLookup.h>
+#include <System/FileStamp.h>
+#include <System/MainQueue.h>
 #include <gmock/gmock.h>
 
 #include <atomic>

@@ -1,5 +1,5 @@
-#include <Foundation/MainQueue.h>
 #include <HbrCore/CoreFixture.h>
+#include <System/MainQueue.h>
 #include <gmock/gmock.h>
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include <Foundation/MainQueue.h>
 #include <HbrCore/CoreFixture.h>
 #include <HbrCore/Scheduling/OverdueAlerts.h>
+#include <System/MainQueue.h>
 #include <gmock/gmock.h>
 
 namespace {

@@ -1,6 +1,6 @@
-#include <Foundation/MainQueue.h>
 #include <HbrCore/CoreFixture.h>
 #include <MxLogger/MxLogger.h>
+#include <System/MainQueue.h>
 #include <gmock/gmock.h>
 
 #include <fcntl.h>

@@ -4,7 +4,7 @@
 #include <Desktop/CardWindow.h>
 #include <Desktop/GalleryWindow.h>
 #include <Desktop/WidgetDesk.h>
-#include <Foundation/MainQueue.h>
+#include <System/MainQueue.h>
 #include <glib-unix.h>
 #include <unistd.h>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <Foundation/Environment.h>
-#include <Foundation/PropertyValue.h>
-#include <Foundation/Url.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceService.h>
+#include <System/Environment.h>
+#include <TimeAndText/Url.h>
+#include <Values/PropertyValue.h>
 
 #include <optional>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Url.h>
 #include <HbrUtils/JsonCoding.h>
+#include <TimeAndText/Url.h>
 
 #include <cstddef>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Url.h>
+#include <TimeAndText/Url.h>
 
 #include <memory>
 #include <optional>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <Foundation/Url.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLink.h>
 #include <HbrCore/DeepLinks/DeepLink.h>
 #include <HbrCore/DeepLinks/LinkOpener.h>
 #include <HbrCore/Events/Event.h>
+#include <TimeAndText/Url.h>
 #include <Workspace/Workspace.h>
 
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Environment.h>
 #include <HbrCore/Events/Event.h>
+#include <System/Environment.h>
 
 #include <memory>
 #include <optional>

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <CalendarStore/EKCalendarItem.h>
-#include <Foundation/Color.h>
-#include <Foundation/ContactPredicate.h>
-#include <Foundation/Date.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLink.h>
 #include <HbrCore/Events/ParticipantStatus.h>
 #include <HbrCore/RawValue.h>
+#include <TimeAndText/Date.h>
+#include <Values/Color.h>
+#include <Values/ContactPredicate.h>
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Json.h>
 #include <HbrCore/Events/Event.h>
+#include <Values/JsonValue.h>
 
 namespace hbr {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Date.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrCore/Events/HiddenOccurrences.h>
+#include <TimeAndText/Date.h>
 
 #include <optional>
 #include <string_view>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Url.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrUtils/JsonCoding.h>
+#include <TimeAndText/Url.h>
 
 #include <cstdint>
 #include <optional>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <Foundation/Calendar.h>
-#include <Foundation/ClockReading.h>
-#include <Foundation/OrderedDictionary.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrUtils/Formatters.h>
+#include <TimeAndText/Calendar.h>
+#include <TimeAndText/ClockReading.h>
+#include <Values/OrderedDictionary.h>
 
 #include <cstddef>
 #include <functional>

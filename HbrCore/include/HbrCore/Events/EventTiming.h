@@ -1,9 +1,9 @@
 #pragma once
 
-#include <Foundation/ClockReading.h>
-#include <Foundation/Date.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrCore/Events/EventSettings.h>
+#include <TimeAndText/ClockReading.h>
+#include <TimeAndText/Date.h>
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Uuid.h>
 #include <HbrCore/RawValue.h>
 #include <HbrUtils/JsonCoding.h>
+#include <Values/Uuid.h>
 
 #include <array>
 #include <cstddef>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <CalendarStore/EKCalendarItem.h>
-#include <Foundation/Calendar.h>
 #include <HbrCore/Events/FilterRule.h>
+#include <TimeAndText/Calendar.h>
 
 #include <memory>
 #include <string>

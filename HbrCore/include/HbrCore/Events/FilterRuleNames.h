@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Environment.h>
 #include <HbrCore/Events/FilterRule.h>
+#include <System/Environment.h>
 
 #include <string>
 

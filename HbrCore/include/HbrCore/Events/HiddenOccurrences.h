@@ -1,7 +1,7 @@
 #pragma once
 
 #include <CalendarStore/EKCalendarItem.h>
-#include <Foundation/Date.h>
+#include <TimeAndText/Date.h>
 
 #include <compare>
 #include <memory>

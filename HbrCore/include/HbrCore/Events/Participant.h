@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Environment.h>
-#include <Foundation/ImageBytes.h>
 #include <HbrCore/Events/ParticipantStatus.h>
+#include <System/Environment.h>
+#include <Values/ImageBytes.h>
 
 #include <cstddef>
 #include <functional>

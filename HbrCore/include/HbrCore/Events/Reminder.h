@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Date.h>
 #include <HbrUtils/Formatters.h>
 #include <HbrUtils/JsonCoding.h>
+#include <TimeAndText/Date.h>
 
 #include <cstddef>
 #include <cstdint>

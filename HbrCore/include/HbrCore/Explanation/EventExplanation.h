@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Date.h>
-#include <Foundation/Json.h>
 #include <HbrCore/Events/Event.h>
+#include <TimeAndText/Date.h>
+#include <Values/JsonValue.h>
 
 #include <cstdint>
 #include <functional>

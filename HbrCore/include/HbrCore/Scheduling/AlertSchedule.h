@@ -1,13 +1,13 @@
 #pragma once
 
 #include <CalendarStore/EKCalendarItem.h>
-#include <Foundation/Calendar.h>
 #include <HbrCore/Events/Attendance.h>
 #include <HbrCore/Events/EventRef.h>
 #include <HbrCore/Events/EventSettings.h>
 #include <HbrCore/Events/Reminder.h>
 #include <HbrCore/Scheduling/AlertInvocation.h>
 #include <HbrCore/Stores/EventSettingsStore.h>
+#include <TimeAndText/Calendar.h>
 
 #include <cstdint>
 #include <optional>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <Foundation/Environment.h>
-#include <Foundation/NotificationCenter.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrCore/Scheduling/AlertInvocation.h>
 #include <HbrCore/Scheduling/EventLists.h>
 #include <HbrCore/Scheduling/UserCalendar.h>
+#include <System/Environment.h>
+#include <System/NotificationCenter.h>
 
 #include <cstdint>
 #include <functional>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Date.h>
 #include <HbrCore/Events/Event.h>
+#include <TimeAndText/Date.h>
 
 #include <optional>
 #include <vector>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Calendar.h>
+#include <TimeAndText/Calendar.h>
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Color.h>
+#include <Values/Color.h>
 
 #include <string>
 

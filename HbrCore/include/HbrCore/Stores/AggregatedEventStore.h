@@ -1,12 +1,12 @@
 #pragma once
 
 #include <CalendarStore/EKEventStore.h>
-#include <Foundation/Environment.h>
-#include <Foundation/NotificationCenter.h>
 #include <HbrCore/Events/Attendance.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrCore/Events/EventRef.h>
 #include <HbrCore/Stores/EventSettingsStore.h>
+#include <System/Environment.h>
+#include <System/NotificationCenter.h>
 
 #include <cstdint>
 #include <exception>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <ContactStore/CNContactStore.h>
-#include <Foundation/Environment.h>
 #include <HbrCore/Events/Event.h>
 #include <HbrCore/Events/Participant.h>
+#include <System/Environment.h>
 
 #include <atomic>
 #include <exception>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <Foundation/DefaultsDomain.h>
-#include <Foundation/Environment.h>
-#include <Foundation/NotificationCenter.h>
 #include <HbrCore/Events/Reminder.h>
+#include <System/DefaultsDomain.h>
+#include <System/Environment.h>
+#include <System/NotificationCenter.h>
 
 #include <functional>
 #include <memory>

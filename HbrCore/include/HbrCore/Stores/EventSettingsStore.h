@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/DefaultsDomain.h>
-#include <Foundation/NotificationCenter.h>
 #include <HbrCore/Events/EventSettings.h>
+#include <System/DefaultsDomain.h>
+#include <System/NotificationCenter.h>
 
 #include <functional>
 #include <map>

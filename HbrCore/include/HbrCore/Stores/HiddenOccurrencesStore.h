@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/DefaultsDomain.h>
 #include <HbrCore/Events/HiddenOccurrences.h>
+#include <System/DefaultsDomain.h>
 
 #include <functional>
 #include <string>

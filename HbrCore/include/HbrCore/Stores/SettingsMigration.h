@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Diagnostics.h>
 #include <HbrUtils/DefaultsDomains.h>
+#include <System/Diagnostics.h>
 
 #include <string_view>
 

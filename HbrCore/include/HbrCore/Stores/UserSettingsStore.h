@@ -1,10 +1,10 @@
 #pragma once
 
-#include <Foundation/Diagnostics.h>
 #include <HbrCore/Events/FilterRule.h>
 #include <HbrUtils/CodableUserDefault.h>
 #include <HbrUtils/DefaultsDomains.h>
 #include <HbrUtils/UserDefault.h>
+#include <System/Diagnostics.h>
 
 #include <array>
 #include <cstdint>

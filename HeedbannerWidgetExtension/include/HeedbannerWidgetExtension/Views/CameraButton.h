@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Date.h>
-#include <Foundation/Environment.h>
 #include <HbrCore/Events/Event.h>
+#include <System/Environment.h>
+#include <TimeAndText/Date.h>
 #include <Views/View.h>
 #include <Views/ViewContext.h>
 

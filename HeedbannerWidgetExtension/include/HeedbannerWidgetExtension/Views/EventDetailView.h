@@ -1,9 +1,9 @@
 #pragma once
 
-#include <Foundation/Date.h>
 #include <HbrCore/Events/Event.h>
 #include <HeedbannerWidgetExtension/Views/EventPillColors.h>
 #include <HeedbannerWidgetExtension/Views/EventViewSettings.h>
+#include <TimeAndText/Date.h>
 #include <Views/View.h>
 #include <Views/ViewContext.h>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <Foundation/Date.h>
 #include <HbrCore/Events/Event.h>
 #include <HeedbannerWidgetExtension/Views/EventViewSettings.h>
 #include <HeedbannerWidgetExtension/WidgetEntries.h>
+#include <TimeAndText/Date.h>
 #include <Views/View.h>
 #include <Views/ViewContext.h>
 

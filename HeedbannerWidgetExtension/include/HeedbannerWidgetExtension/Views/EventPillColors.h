@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Color.h>
 #include <HbrCore/Events/Event.h>
+#include <Values/Color.h>
 #include <Views/Palette.h>
 
 namespace hbr {

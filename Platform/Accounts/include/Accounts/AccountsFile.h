@@ -1,7 +1,7 @@
 #pragma once
 
 #include <CalendarStore/Account.h>
-#include <Foundation/Environment.h>
+#include <System/Environment.h>
 
 #include <filesystem>
 #include <functional>

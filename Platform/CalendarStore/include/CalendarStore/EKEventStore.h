@@ -2,8 +2,8 @@
 
 #include <CalendarStore/CalendarSources.h>
 #include <CalendarStore/EKCalendarItem.h>
-#include <Foundation/Environment.h>
-#include <Foundation/NotificationCenter.h>
+#include <System/Environment.h>
+#include <System/NotificationCenter.h>
 
 #include <cstdint>
 #include <exception>

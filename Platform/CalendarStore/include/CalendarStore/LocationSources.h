@@ -1,7 +1,7 @@
 #pragma once
 
 #include <CalendarStore/CalendarSources.h>
-#include <Foundation/Diagnostics.h>
+#include <System/Diagnostics.h>
 
 namespace platform {
 

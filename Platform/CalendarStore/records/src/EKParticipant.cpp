@@ -1,6 +1,6 @@
 #include <CalendarStore/EKParticipant.h>
 
-#include <Foundation/Ascii.h>
+#include <TimeAndText/Ascii.h>
 
 #include <algorithm>
 

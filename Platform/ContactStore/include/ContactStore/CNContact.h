@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/ImageBytes.h>
+#include <Values/ImageBytes.h>
 
 #include <optional>
 #include <string>

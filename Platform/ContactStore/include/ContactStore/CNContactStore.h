@@ -1,8 +1,8 @@
 #pragma once
 
 #include <ContactStore/CNContact.h>
-#include <Foundation/ContactPredicate.h>
-#include <Foundation/Environment.h>
+#include <System/Environment.h>
+#include <Values/ContactPredicate.h>
 
 #include <exception>
 #include <filesystem>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <Desktop/DesktopSession.h>
-#include <Foundation/Color.h>
-#include <Foundation/Date.h>
-#include <Foundation/ImageBytes.h>
-#include <Foundation/Url.h>
+#include <TimeAndText/Date.h>
+#include <TimeAndText/Url.h>
+#include <Values/Color.h>
+#include <Values/ImageBytes.h>
 
 #include <functional>
 #include <memory>

@@ -2,8 +2,8 @@
 
 #include <Desktop/DesktopSession.h>
 #include <Desktop/WidgetWindow.h>
-#include <Foundation/Environment.h>
-#include <Foundation/WakeSchedule.h>
+#include <System/Environment.h>
+#include <System/WakeSchedule.h>
 #include <Views/PictureLibrary.h>
 
 #include <memory>

@@ -2,7 +2,7 @@
 
 #include <Desktop/MenuItem.h>
 #include <Desktop/WidgetPlacement.h>
-#include <Foundation/Url.h>
+#include <TimeAndText/Url.h>
 #include <Views/View.h>
 #include <Views/ViewContext.h>
 #include <Views/WidgetFamily.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Json.h>
+#include <Values/JsonValue.h>
 #include <Views/LaidOutTree.h>
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Environment.h>
+#include <System/Environment.h>
 #include <Views/Geometry.h>
 
 #include <memory>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <Foundation/Color.h>
-#include <Foundation/Date.h>
-#include <Foundation/ImageBytes.h>
-#include <Foundation/Url.h>
+#include <TimeAndText/Date.h>
+#include <TimeAndText/Url.h>
+#include <Values/Color.h>
+#include <Values/ImageBytes.h>
 #include <Views/Font.h>
 #include <Views/Geometry.h>
 

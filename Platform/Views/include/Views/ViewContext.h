@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/ClockReading.h>
-#include <Foundation/Date.h>
-#include <Foundation/Locale.h>
+#include <TimeAndText/ClockReading.h>
+#include <TimeAndText/Date.h>
+#include <TimeAndText/Locale.h>
 #include <Views/Palette.h>
 #include <Views/PictureLibrary.h>
 #include <Views/WidgetFamily.h>

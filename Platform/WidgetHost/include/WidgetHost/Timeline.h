@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Foundation/Date.h>
-#include <Foundation/Environment.h>
-#include <Foundation/Json.h>
+#include <System/Environment.h>
+#include <TimeAndText/Date.h>
+#include <Values/JsonValue.h>
 #include <Views/View.h>
 #include <Views/ViewContext.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Foundation/Environment.h>
-#include <Foundation/Json.h>
+#include <System/Environment.h>
+#include <Values/JsonValue.h>
 #include <WidgetHost/WidgetBundle.h>
 
 #include <functional>

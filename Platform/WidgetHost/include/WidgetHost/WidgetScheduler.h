@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Date.h>
+#include <TimeAndText/Date.h>
 #include <WidgetHost/StaticConfiguration.h>
 #include <WidgetHost/WidgetCenter.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Foundation/Date.h>
+#include <TimeAndText/Date.h>
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <CalendarStore/EKEnums.h>
-#include <Foundation/Color.h>
+#include <Values/Color.h>
 
 #include <memory>
 #include <string>

@@ -3,8 +3,8 @@
 #include <CalendarStore/EKAlarm.h>
 #include <CalendarStore/EKCalendar.h>
 #include <CalendarStore/EKParticipant.h>
-#include <Foundation/Calendar.h>
-#include <Foundation/Date.h>
+#include <TimeAndText/Calendar.h>
+#include <TimeAndText/Date.h>
 
 #include <memory>
 #include <optional>

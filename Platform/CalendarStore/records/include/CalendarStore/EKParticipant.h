@@ -1,7 +1,7 @@
 #pragma once
 
 #include <CalendarStore/EKEnums.h>
-#include <Foundation/ContactPredicate.h>
+#include <Values/ContactPredicate.h>
 
 #include <optional>
 #include <string>

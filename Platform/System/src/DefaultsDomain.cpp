@@ -1,0 +1,174 @@
+#include "DefaultsFile.h"
+
+#include <System/DefaultsDomain.h>
+#include <System/FileWatcher.h>
+#include <System/MainQueue.h>
+
+#include <algorithm>
+#include <mutex>
+
+namespace platform {
+namespace {
+
+/// Settings shall show soon after a change, and a write is one rename anyway.
+constexpr double quietSeconds = 0.02;
+
+std::optional<PropertyValue> valueIn(const PropertyDictionary& values, std::string_view key) {
+    const PropertyValue* found = values.find(key);
+    return found ? std::optional(*found) : std::nullopt;
+}
+
+}  // namespace
+
+class DefaultsDomain::Observation : public std::enable_shared_from_this<Observation> {
+  public:
+    Observation(std::shared_ptr<State> state, std::string_view key, std::function<void()> observer)
+        : state_(std::move(state)), key_(key), observer_(std::move(observer)) {}
+
+    /// Gives the value that the first comparison starts from.
+    void remember(const PropertyDictionary& values) {
+        std::lock_guard lock(mutex_);
+        last_ = valueIn(values, key_);
+    }
+    void compare(const PropertyDictionary& values) {
+        std::lock_guard lock(mutex_);
+        auto value = valueIn(values, key_);
+        if (value == last_) return;
+        last_ = std::move(value);
+        MainQueue::shared().async([weak = weak_from_this()] {
+            if (auto self = weak.lock()) self->observer_();
+        });
+    }
+
+  private:
+    std::shared_ptr<State> state_;
+    const std::string key_;
+    const std::function<void()> observer_;
+    std::mutex mutex_;
+    std::optional<PropertyValue> last_;
+};
+
+struct DefaultsDomain::State {
+    State(std::filesystem::path path, std::shared_ptr<DiagnosticsSink> sink)
+        : diagnostics(std::move(sink)), file(std::move(path), diagnostics) {}
+
+    void tellObservers() {
+        auto values = file.read();
+        std::vector<std::shared_ptr<Observation>> living;
+        {
+            std::lock_guard lock(mutex);
+            for (const auto& observation : observations) {
+                if (auto each = observation.lock()) living.push_back(std::move(each));
+            }
+        }
+        for (const auto& observation : living)
+            observation->compare(*values);
+    }
+
+    const std::shared_ptr<DiagnosticsSink> diagnostics;
+    DefaultsFile file;
+    std::mutex mutex;
+    std::vector<std::weak_ptr<Observation>> observations;
+    /// Made with the first observation. Last member: its thread ends before the rest goes.
+    std::unique_ptr<FileWatcher> watcher;
+};
+
+DefaultsDomain::DefaultsDomain(std::filesystem::path file, std::shared_ptr<DiagnosticsSink> diagnostics)
+    : state_(std::make_shared<State>(std::move(file), std::move(diagnostics))) {}
+DefaultsDomain::~DefaultsDomain() = default;
+
+const std::filesystem::path& DefaultsDomain::file() const {
+    return state_->file.path();
+}
+
+std::optional<PropertyValue> DefaultsDomain::value(std::string_view key) const {
+    return valueIn(*state_->file.read(), key);
+}
+
+PropertyDictionary DefaultsDomain::values() const {
+    return *state_->file.read();
+}
+
+std::shared_ptr<const PropertyDictionary> DefaultsDomain::snapshot() const {
+    return state_->file.read();
+}
+
+bool DefaultsDomain::exists() const {
+    return state_->file.exists();
+}
+
+bool DefaultsDomain::setValue(std::string_view key, std::optional<PropertyValue> value) {
+    // Asked without the lock first: most repeated writes change nothing, and a read-only folder has no lock.
+    if (auto values = state_->file.readIfPossible(); values && valueIn(*values, key) == value) return true;
+    return update(key, [&value](const std::optional<PropertyValue>&) { return std::move(value); });
+}
+
+bool DefaultsDomain::update(std::string_view key, const Change& change) {
+    auto lock = state_->file.lock();
+    if (!lock) return false;
+    auto stored = state_->file.readForChange(*lock);
+    if (!stored) return false;
+    auto before = valueIn(*stored, key);
+    auto after = change(before);
+    if (after == before) return true;
+    PropertyDictionary values = *stored;
+    if (after) {
+        values.set(key, std::move(*after));
+    } else {
+        values.remove(key);
+    }
+    return state_->file.write(*lock, values, key);
+}
+
+bool DefaultsDomain::updateTogether(DefaultsDomain& first, DefaultsDomain& second,
+                                    const Transaction& transaction) {
+    DefaultsFile* a = &first.state_->file;
+    DefaultsFile* b = &second.state_->file;
+    auto isFirstLower = a->path() < b->path();
+    if (a->path() == b->path()) return false;  // the second lock would wait for the first for ever
+    auto lower = (isFirstLower ? a : b)->lock();
+    auto higher = lower ? (isFirstLower ? b : a)->lock() : std::nullopt;
+    if (!lower || !higher) return false;
+    auto& firstLock = isFirstLower ? *lower : *higher;
+    auto& secondLock = isFirstLower ? *higher : *lower;
+    auto storedFirst = a->readForChange(firstLock);
+    auto storedSecond = b->readForChange(secondLock);
+    if (!storedFirst || !storedSecond) return false;
+
+    PropertyDictionary firstValues = *storedFirst;
+    PropertyDictionary secondValues = *storedSecond;
+    transaction(firstValues, secondValues);
+    if (secondValues != *storedSecond && !b->write(secondLock, secondValues, "")) return false;
+    return firstValues == *storedFirst || a->write(firstLock, firstValues, "");
+}
+
+std::shared_ptr<DefaultsDomain::Observation> DefaultsDomain::observe(std::string_view key,
+                                                                     std::function<void()> observer) {
+    auto observation = std::make_shared<Observation>(state_, key, std::move(observer));
+    {
+        std::lock_guard lock(state_->mutex);
+        if (!state_->watcher) {
+            state_->watcher = std::make_unique<FileWatcher>(
+                std::vector{state_->file.path()},
+                [weak = std::weak_ptr(state_)](const auto&) {
+                    if (auto state = weak.lock()) state->tellObservers();
+                },
+                quietSeconds, state_->diagnostics);
+        }
+        // Read after watching began, known to the watcher only then: no change falls between.
+        observation->remember(*state_->file.read());
+        std::erase_if(state_->observations, [](const auto& each) { return each.expired(); });
+        state_->observations.push_back(observation);
+    }
+    // A change told to the others before this one was known to them.
+    observation->compare(*state_->file.read());
+    return observation;
+}
+
+std::int64_t DefaultsDomain::integer(std::string_view key) const {
+    auto values = state_->file.read();
+    const PropertyValue* found = values->find(key);
+    return found ? found->asInteger().value_or(0) : 0;
+}
+
+}  // namespace platform

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <System/DesktopClock.h>
+#include <TimeAndText/Locale.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// Gives the value of an environment variable, "" when it is not set.
+using VariableLookup = std::function<std::string(const char* name)>;
+
+/// Asked once, when the desktop's choice counts.
+using HourCycleLookup = std::function<std::optional<HourCycle>()>;
+
+/// Texts by LANGUAGE, else LC_ALL, LC_MESSAGES, LANG; formats by LC_ALL, LC_TIME, LANG. C and POSIX mean
+/// en_US. The desktop's clock decides between 12 and 24 hours even where LC_TIME is set, for desktops set
+/// that for everyone who chose a region; LC_ALL is how one command is told otherwise and holds over it.
+Locale processLocale(const VariableLookup& variable, const HourCycleLookup& desktopClock);
+
+}  // namespace platform
