@@ -1,4 +1,4 @@
-#include <Companion/Program.h>
+#include <Commands/Program.h>
 
 int main(int argc, char** argv) {
     return hbr::runCompanion(argc, argv);

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <Session/CommandContext.h>
+
+#include <HbrCore/Events/Event.h>
+#include <string>
+
+namespace hbr {
+
+/// Everything about one event for a terminal or a pipe: title, times, calendar, place, calls, notes without
+/// the block that repeats the call, participants by the names of the contacts.
+std::string eventCard(CommandContext& context, const Event& event);
+
+}  // namespace hbr

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <Session/CommandContext.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace hbr {
+
+/// The options `--at WHEN` and `--in DURATION` of a command. Their words may be quoted or not.
+class MomentOptions {
+  public:
+    void declare(CLI::App& app);
+    bool given() const { return !at_.empty() || !in_.empty(); }
+
+    /// Nothing when neither was given. When `text` is empty, the words behind the longest beginning that
+    /// reads as a moment go there ("remind --in 20m Call Anna"). Throws CommandFailure (wrong usage),
+    /// naming `command`.
+    std::optional<platform::Date> moment(std::string_view command, std::vector<std::string>& text,
+                                         const CommandContext& context) const;
+
+  private:
+    std::vector<std::string> at_;
+    std::vector<std::string> in_;
+};
+
+std::string joinedWords(const std::vector<std::string>& words);
+
+}  // namespace hbr

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <ContactStore/CNContactStore.h>
+#include <Session/CommandContext.h>
+
+#include <string>
+
+namespace hbr {
+
+/// What a location would give as an account of contacts, found out without adding it.
+struct ContactsExamination {
+    platform::ContactSourceReport report;
+    /// Cards and files that were skipped.
+    std::size_t skipped = 0;
+    /// Why it cannot be one; empty when it can.
+    std::string refusal;
+    ExitCode refusalCode = ExitCode::done;
+};
+
+ContactsExamination examineContacts(const platform::Environment& environment,
+                                    const platform::Account& account);
+
+struct AddedContacts {
+    platform::Account account;
+    ContactsExamination examination;
+    bool wasThere = false;
+};
+
+/// Reads the location's cards and adds it as an account of contacts unless it is one already. Without a
+/// name it is called like the file or folder. Throws when there are no cards to be read or the accounts
+/// cannot be written.
+AddedContacts addContacts(CommandContext& context, const std::string& location, const std::string& name);
+
+}  // namespace hbr
