@@ -27,8 +27,8 @@ SettingsWatch::SettingsWatch(const DefaultsDomains& domains, std::function<void(
             waiting->changed();
         });
     };
-    for (const std::string_view key : UserSettingsStore::keys)
-        observations_.push_back(domains.shared->observe(key, tell));
+    for (const SettingFacts& setting : SettingsTable::facts)
+        observations_.push_back(domains.shared->observe(setting.key, tell));
     for (const auto key : {EventSettingsStore::storageKey, HiddenOccurrencesStore::storageKey})
         observations_.push_back(domains.shared->observe(key, tell));
     observations_.push_back(domains.shared->observe(CustomRemindersStore::storageKey, tell));

@@ -57,7 +57,7 @@ std::vector<Candidate> accounts(const CommandContext& context) {
 std::vector<Candidate> settings(const CommandContext& context) {
     std::vector<Candidate> candidates;
     for (const auto& entry : settingCatalogue())
-        candidates.push_back({entry.name, entry.meaning(*context.environment())});
+        candidates.push_back({std::string(entry.name), entry.meaning(*context.environment())});
     return candidates;
 }
 

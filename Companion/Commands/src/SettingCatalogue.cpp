@@ -54,49 +54,8 @@ std::string_view formKey(Form form) {
     return "Settings.takes.rules";
 }
 
-/// Stored under its own name.
-SettingEntry blank(std::string name, SettingKind kind) {
-    SettingEntry entry;
-    entry.key = name;
-    entry.name = std::move(name);
-    entry.kind = kind;
-    return entry;
-}
-
-template <class Get>
-SettingEntry boolean(std::string name, Get get) {
-    SettingEntry entry = blank(std::move(name), {Form::boolean});
-    entry.read = [get](const UserSettingsStore& settings) { return JsonValue((settings.*get)()); };
-    entry.parse = [name = entry.name](const std::string& text) {
-        const std::string word = platform::lowercased(text);
-        if (word == "true" || word == "yes" || word == "on" || word == "1") return JsonValue(true);
-        if (word == "false" || word == "no" || word == "off" || word == "0") return JsonValue(false);
-        throw SettingRefusal(name, text);
-    };
-    entry.check = [name = entry.name](const JsonValue& value) {
-        if (!value.asBool()) throw SettingRefusal(name, shown(value));
-    };
-    entry.stored = [](const JsonValue& value) { return PropertyValue(*value.asBool()); };
-    entry.isReadable = [](const PropertyValue& value) { return value.asBool().has_value(); };
-    return entry;
-}
-
-template <class Get>
-SettingEntry number(std::string name, SettingKind kind, Get get) {
-    SettingEntry entry = blank(std::move(name), kind);
-    entry.read = [get](const UserSettingsStore& settings) { return JsonValue((settings.*get)()); };
-    entry.parse = [name = entry.name, kind](const std::string& text) {
-        const auto value = kind.form == Form::seconds ? secondsOfDuration(text) : wholeNumber(text);
-        if (!value || !kind.contains(*value)) throw SettingRefusal(name, text);
-        return JsonValue(*value);
-    };
-    entry.check = [name = entry.name, kind](const JsonValue& value) {
-        const auto whole = value.asInteger();
-        if (!whole || !kind.contains(*whole)) throw SettingRefusal(name, shown(value));
-    };
-    entry.stored = [](const JsonValue& value) { return PropertyValue(*value.asInteger()); };
-    entry.isReadable = [](const PropertyValue& value) { return value.asInteger().has_value(); };
-    return entry;
+bool isWord(const std::string& word, std::initializer_list<const char*> words) {
+    return std::ranges::find(words, word) != words.end();
 }
 
 /// Lists are typed as elements with commas between them, or as JSON.
@@ -109,125 +68,22 @@ JsonValue parseList(const std::string& text, Element element) {
     return list;
 }
 
-template <class Get>
-SettingEntry identifiers(std::string name, Get get) {
-    SettingEntry entry = blank(std::move(name), {Form::identifiers});
-    entry.read = [get](const UserSettingsStore& settings) {
-        JsonValue list = JsonValue::array();
-        for (const auto& identifier : (settings.*get)())
-            list.append(identifier);
-        return list;
-    };
-    entry.parse = [](const std::string& text) {
-        return parseList(text, [](const std::string& piece) { return JsonValue(piece); });
-    };
-    entry.check = [name = entry.name](const JsonValue& value) {
-        if (!value.asArray()) throw SettingRefusal(name, shown(value));
-        for (const auto& one : *value.asArray()) {
-            if (!one.asString() || one.asString()->empty()) throw SettingRefusal(name, shown(one));
-        }
-    };
-    entry.stored = [](const JsonValue& value) {
-        platform::PropertyArray list;
-        for (const auto& one : *value.asArray())
-            list.emplace_back(*one.asString());
-        return PropertyValue(std::move(list));
-    };
-    entry.isReadable = [](const PropertyValue& value) { return value.asStrings().has_value(); };
-    return entry;
+template <class Takes>
+void checkList(const SettingEntry& entry, const JsonValue& value, Takes takes) {
+    if (!value.asArray()) throw SettingRefusal(entry.name, shown(value));
+    for (const auto& one : *value.asArray()) {
+        if (!takes(one)) throw SettingRefusal(entry.name, shown(one));
+    }
 }
 
-SettingEntry snoozeTimes(SettingKind kind) {
-    SettingEntry entry = blank("customSnoozeTimes", kind);
-    entry.read = [](const UserSettingsStore& settings) {
-        JsonValue list = JsonValue::array();
-        for (const std::int64_t minutes : settings.customSnoozeTimes())
-            list.append(minutes);
-        return list;
-    };
-    entry.check = [name = entry.name, kind](const JsonValue& value) {
-        if (!value.asArray()) throw SettingRefusal(name, shown(value));
-        for (const auto& one : *value.asArray()) {
-            if (!one.asInteger() || !kind.contains(*one.asInteger())) throw SettingRefusal(name, shown(one));
-        }
-    };
-    entry.parse = [check = entry.check, name = entry.name](const std::string& text) {
-        JsonValue list = parseList(text, [&](const std::string& piece) {
-            const auto minutes = wholeNumber(piece);
-            if (!minutes) throw SettingRefusal(name, piece);
-            return JsonValue(*minutes);
-        });
-        check(list);
-        return list;
-    };
-    entry.stored = [](const JsonValue& value) {
-        platform::PropertyArray list;
-        for (const auto& one : *value.asArray())
-            list.emplace_back(*one.asInteger());
-        return PropertyValue(std::move(list));
-    };
-    entry.isReadable = [](const PropertyValue& value) { return value.asIntegers().has_value(); };
-    return entry;
-}
-
-SettingEntry excludeRules() {
-    SettingEntry entry = blank("excludeRules", {Form::rules});
-    entry.read = [](const UserSettingsStore& settings) {
-        return JsonCoding<std::vector<FilterRule>>::encode(settings.excludeRules());
-    };
-    entry.check = [name = entry.name](const JsonValue& value) {
-        try {
-            JsonCoding<std::vector<FilterRule>>::decode(value);
-        } catch (const platform::DecodingError& error) {
-            throw SettingRefusal(name, shown(value), error.what());
-        }
-    };
-    entry.parse = [name = entry.name](const std::string& text) {
-        const auto json = platform::parseJson(text);
-        if (!json) throw SettingRefusal(name, text);
-        return *json;
-    };
-    entry.stored = [](const JsonValue& value) {
-        return PropertyValue(encodeJsonData(JsonCoding<std::vector<FilterRule>>::decode(value)));
-    };
-    entry.isReadable = [](const PropertyValue& value) {
-        const auto* data = value.asData();
-        if (!data) return false;
-        try {
-            decodeJsonData<std::vector<FilterRule>>(*data);
-            return true;
-        } catch (const platform::DecodingError&) {
-            return false;
-        }
-    };
-    return entry;
-}
-
-std::vector<SettingEntry> makeCatalogue() {
-    using Store = UserSettingsStore;
-    constexpr SettingKind leadSeconds{Form::seconds, 0, 24 * 3600};
-    constexpr SettingKind days{Form::days, 0, 365};
-    constexpr SettingKind minutes{Form::minutes, 1, 24 * 60};
-    constexpr SettingKind delay{Form::seconds, 0, 60};
-    std::vector<SettingEntry> all;
-    all.push_back(identifiers("activeCalendarIdentifiers", &Store::activeCalendarIdentifiers));
-    all.push_back(identifiers("activeReminderListIdentifiers", &Store::activeReminderListIdentifiers));
-    all.push_back(number("timeOffsetSeconds", leadSeconds, &Store::timeOffsetSeconds));
-    all.push_back(boolean("showOnlyEventsWithAlert", &Store::showOnlyEventsWithAlert));
-    all.push_back(boolean("showOnlyAcceptedEvents", &Store::showOnlyAcceptedEvents));
-    all.back().key = "showTentativeEvents";
-    all.push_back(boolean("showOnlyEventsWithVideoConference", &Store::showOnlyEventsWithVideoConference));
-    all.push_back(number("upcomingEventsDaysFilter", days, &Store::upcomingEventsDaysFilter));
-    all.push_back(boolean("includeTravelTime", &Store::includeTravelTime));
-    all.push_back(snoozeTimes({Form::listOfMinutes, minutes.first, minutes.last}));
-    all.push_back(number("defaultSnooze1", minutes, &Store::defaultSnooze1));
-    all.push_back(number("defaultSnooze2", minutes, &Store::defaultSnooze2));
-    all.push_back(excludeRules());
-    all.push_back(boolean("debugScreenshotMode", &Store::debugScreenshotMode));
-    all.back().key = "debug_screenshotMode";
-    all.push_back(number("keyboardShortcutsDelay", delay, &Store::keyboardShortcutsDelay));
-    all.back().isShared = false;
-    return all;
+template <class T, class Coding>
+SettingEntry entryOf(const Setting<T, Coding>& setting) {
+    return {setting,
+            [&setting](const UserSettingsStore& settings) {
+                return JsonCoding<T>::encode(settings.property(setting).get());
+            },
+            [](const JsonValue& value) { return Coding::encode(JsonCoding<T>::decode(value)); },
+            [](const PropertyValue& value) { return Coding::decode(value).has_value(); }};
 }
 
 const SettingEntry* entryNamed(std::string_view name) {
@@ -254,8 +110,67 @@ std::string SettingRefusal::text(const platform::Environment& environment) const
                           : companionText(environment, "Settings.refusedFor", {setting, takes, reason});
 }
 
+JsonValue SettingEntry::parse(const std::string& text) const {
+    const auto element = [this](const std::string& piece) {
+        const auto value = kind.form == Form::seconds ? secondsOfDuration(piece) : wholeNumber(piece);
+        if (!value) throw SettingRefusal(name, piece);
+        return JsonValue(*value);
+    };
+    switch (kind.form) {
+        case Form::boolean: {
+            const std::string word = platform::lowercased(text);
+            if (isWord(word, {"true", "yes", "on", "1"})) return true;
+            if (isWord(word, {"false", "no", "off", "0"})) return false;
+            break;
+        }
+        case Form::seconds:
+        case Form::days:
+        case Form::minutes: {
+            const JsonValue number = element(text);
+            if (kind.contains(*number.asInteger())) return number;
+            break;
+        }
+        case Form::identifiers:
+            return parseList(text, [](const std::string& piece) { return JsonValue(piece); });
+        case Form::listOfMinutes:
+            return parseList(text, element);
+        case Form::rules:
+            if (const auto json = platform::parseJson(text)) return *json;
+    }
+    throw SettingRefusal(name, text);
+}
+
+void SettingEntry::check(const JsonValue& value) const {
+    const auto isNumber = [this](const JsonValue& one) {
+        return one.asInteger() && kind.contains(*one.asInteger());
+    };
+    const auto isIdentifier = [](const JsonValue& one) { return one.asString() && !one.asString()->empty(); };
+    switch (kind.form) {
+        case Form::boolean:
+            if (value.asBool()) return;
+            break;
+        case Form::seconds:
+        case Form::days:
+        case Form::minutes:
+            if (isNumber(value)) return;
+            break;
+        case Form::identifiers:
+            return checkList(*this, value, isIdentifier);
+        case Form::listOfMinutes:
+            return checkList(*this, value, isNumber);
+        case Form::rules:
+            try {
+                JsonCoding<std::vector<FilterRule>>::decode(value);
+                return;
+            } catch (const platform::DecodingError& error) {
+                throw SettingRefusal(name, shown(value), error.what());
+            }
+    }
+    throw SettingRefusal(name, shown(value));
+}
+
 std::string SettingEntry::meaning(const platform::Environment& environment) const {
-    return companionText(environment, "Settings.meaning." + name);
+    return companionText(environment, "Settings.meaning." + std::string(name));
 }
 
 std::string SettingEntry::takes(const platform::Environment& environment) const {
@@ -290,7 +205,8 @@ bool applyChanges(const UserSettingsStore& settings, const SettingChanges& chang
 }
 
 const std::vector<SettingEntry>& settingCatalogue() {
-    static const std::vector<SettingEntry> catalogue = makeCatalogue();
+    static const auto catalogue = std::apply(
+        [](const auto&... settings) { return std::vector{entryOf(settings)...}; }, SettingsTable::all);
     return catalogue;
 }
 
@@ -298,7 +214,7 @@ const SettingEntry& settingNamed(const std::string& name, const platform::Enviro
     if (const SettingEntry* entry = entryNamed(name)) return *entry;
     std::vector<std::string> names;
     for (const auto& entry : settingCatalogue())
-        names.push_back(entry.name);
+        names.emplace_back(entry.name);
     throw CommandFailure(ExitCode::wrongUsage, companionText(environment, "Settings.unknown", {name}) +
                                                    nameProposal(environment, name, names));
 }
@@ -321,10 +237,11 @@ std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& se
             takesText(entry.kind, [&](std::string_view key, std::span<const L10n::FormatArgument> bounds) {
                 return englishCompanionText(environment, key, bounds);
             });
-        diagnostic.text = entry.name + " takes " + takes +
+        const std::string name(entry.name);
+        diagnostic.text = name + " takes " + takes +
                           "; the stored value has the wrong type, so the default is used. Fix it with: "
                           "heedbanner settings reset " +
-                          entry.name;
+                          name;
         found.push_back(std::move(diagnostic));
     }
     for (auto& diagnostic : unreadableRecords(*settings.domains().shared))

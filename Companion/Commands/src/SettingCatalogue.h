@@ -4,7 +4,6 @@
 #include <Values/JsonValue.h>
 
 #include <HbrCore/Stores/UserSettingsStore.h>
-#include <cstdint>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -19,9 +18,9 @@ namespace hbr {
 class SettingRefusal : public std::runtime_error {
   public:
     /// `reason`: in English, where the value's form is right but not what it holds.
-    SettingRefusal(std::string name, std::string typed, std::string why = {})
-        : std::runtime_error(name + ": " + typed),
-          setting(std::move(name)),
+    SettingRefusal(std::string_view name, std::string typed, std::string why = {})
+        : std::runtime_error(std::string(name) + ": " + typed),
+          setting(name),
           value(std::move(typed)),
           reason(std::move(why)) {}
 
@@ -33,35 +32,18 @@ class SettingRefusal : public std::runtime_error {
     std::string reason;
 };
 
-/// What a setting takes. For numbers both bounds are valid.
-struct SettingKind {
-    enum class Form { boolean, seconds, days, minutes, identifiers, listOfMinutes, rules };
-
-    Form form = Form::boolean;
-    std::int64_t first = 0;
-    std::int64_t last = 0;
-
-    bool contains(std::int64_t number) const { return number >= first && number <= last; }
-};
-
-/// One user setting as the command line shows it, under its property name.
-struct SettingEntry {
-    std::string name;
-    /// Where it is stored, and under which key.
-    std::string key;
-    bool isShared = true;
-    SettingKind kind;
-
+/// A setting of the core as the command line reads and changes it.
+struct SettingEntry : SettingFacts {
     std::function<platform::JsonValue(const UserSettingsStore&)> read;
-    /// Reads a value as typed; throws SettingRefusal.
-    std::function<platform::JsonValue(const std::string&)> parse;
-    /// Checks kind and range of a JSON value; throws SettingRefusal.
-    std::function<void(const platform::JsonValue&)> check;
     /// The form in which a checked value is stored.
     std::function<platform::PropertyValue(const platform::JsonValue&)> stored;
     /// True when a stored value reads as this setting (anything else is ignored).
     std::function<bool(const platform::PropertyValue&)> isReadable;
 
+    /// Reads a value as typed, still to be checked; throws SettingRefusal.
+    platform::JsonValue parse(const std::string& text) const;
+    /// Checks type and range of a JSON value; throws SettingRefusal.
+    void check(const platform::JsonValue& value) const;
     bool isStored(const UserSettingsStore& settings) const;
     /// What it does.
     std::string meaning(const platform::Environment& environment) const;

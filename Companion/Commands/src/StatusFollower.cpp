@@ -66,8 +66,8 @@ class StatusFollower {
             observations.push_back(
                 core_.sharedDomain()->observe(key, [this] { core_.manager().reloadChangedSettings(); }));
         };
-        for (const auto key : UserSettingsStore::keys)
-            observe(key);
+        for (const SettingFacts& setting : SettingsTable::facts)
+            observe(setting.key);
         observe(EventSettingsStore::storageKey);
         observe(HiddenOccurrencesStore::storageKey);
         observe(CustomRemindersStore::storageKey);

@@ -1,8 +1,6 @@
 #include <HbrCore/Stores/SettingsMigration.h>
 
-#include <HbrCore/Stores/CustomRemindersStore.h>
-#include <HbrCore/Stores/EventSettingsStore.h>
-#include <HbrCore/Stores/UserSettingsStore.h>
+#include <HbrCore/Stores/SettingsTable.h>
 
 #include <cstdint>
 #include <optional>
@@ -16,7 +14,6 @@ using platform::PropertyValue;
 namespace {
 
 constexpr std::string_view obsoleteMinutesKey = "timeOffset";
-constexpr std::string_view secondsKey = "timeOffsetSeconds";
 
 bool isSet(const std::optional<PropertyValue>& marker) {
     return marker && marker->asBool() == true;
@@ -36,10 +33,11 @@ void copy(std::string_view key, const PropertyDictionary& from, PropertyDictiona
 }
 
 void copySettings(PropertyDictionary& standard, PropertyDictionary& shared) {
-    for (std::string_view key : UserSettingsStore::keys)
-        copy(key, standard, shared);
-    copy(CustomRemindersStore::storageKey, standard, shared);
-    copy(EventSettingsStore::storageKey, standard, shared);
+    for (const SettingFacts& setting : SettingsTable::facts)
+        copy(setting.key, standard, shared);
+    // Hidden occurrences were never kept in the standard domain.
+    copy(SettingsTable::customReminders, standard, shared);
+    copy(SettingsTable::eventSettings, standard, shared);
     standard.set(didMigrateToSharedDefaultsKey, true);
 }
 
@@ -50,7 +48,7 @@ bool convertMinutes(PropertyDictionary& standard, PropertyDictionary& shared) {
     if (!minutes) return true;
     std::int64_t seconds = 0;
     if (__builtin_mul_overflow(*minutes, std::int64_t{60}, &seconds)) return false;
-    shared.set(secondsKey, seconds);
+    shared.set(SettingsTable::timeOffsetSeconds.key, seconds);
     standard.remove(obsoleteMinutesKey);
     return true;
 }

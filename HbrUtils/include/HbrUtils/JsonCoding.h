@@ -5,6 +5,9 @@
 #include <Values/KeyedDecoder.h>
 #include <Values/PropertyValue.h>
 
+#include <concepts>
+#include <cstdint>
+#include <string>
 #include <vector>
 
 namespace hbr {
@@ -13,6 +16,21 @@ namespace hbr {
 /// `static T decode(const JsonValue&)`, which throws platform::DecodingError.
 template <class T>
 struct JsonCoding;
+
+template <class T>
+    requires std::same_as<T, bool> || std::same_as<T, std::int64_t> || std::same_as<T, std::string>
+struct JsonCoding<T> {
+    static platform::JsonValue encode(const T& value) { return value; }
+    static T decode(const platform::JsonValue& json) {
+        const auto value = [&] {
+            if constexpr (std::same_as<T, bool>) return json.asBool();
+            if constexpr (std::same_as<T, std::int64_t>) return json.asInteger();
+            if constexpr (std::same_as<T, std::string>) return json.asString();
+        }();
+        if (!value) throw platform::DecodingError("has the wrong type");
+        return *value;
+    }
+};
 
 template <class T>
 struct JsonCoding<std::vector<T>> {

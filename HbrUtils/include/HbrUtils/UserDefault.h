@@ -1,7 +1,7 @@
 #pragma once
 
 #include <HbrUtils/DefaultsDomains.h>
-#include <HbrUtils/PropertyCoding.h>
+#include <HbrUtils/Setting.h>
 
 #include <functional>
 #include <optional>
@@ -21,8 +21,8 @@ bool isNil(const std::optional<T>& value) {
 }
 }  // namespace detail
 
-/// One setting of a property-list kind. Every read sees the newest write of any process.
-template <class T>
+/// One setting in its domain. Every read sees the newest write of any process.
+template <class T, class Coding = PropertyCoding<T>>
 class UserDefault {
   public:
     UserDefault(std::string key, T defaultValue, bool isShared, const DefaultsDomains& domains)
@@ -30,13 +30,15 @@ class UserDefault {
           defaultValue_(std::move(defaultValue)),
           isShared_(isShared),
           userDefaults_(domains.domain(isShared)) {}
+    UserDefault(const Setting<T, Coding>& setting, const DefaultsDomains& domains)
+        : UserDefault(std::string(setting.key), setting.defaultValue, setting.isShared, domains) {}
 
     const std::string& key() const { return key_; }
     const T& defaultValue() const { return defaultValue_; }
     bool isShared() const { return isShared_; }
     const platform::DefaultsDomainRef& userDefaults() const { return userDefaults_; }
 
-    /// The default when nothing, or something of another kind, is stored.
+    /// The default when nothing, or something of another type, is stored.
     T get() const { return read(userDefaults_->value(key_)); }
     /// An empty optional removes the key. False when the domain could not be written.
     bool set(const T& value) const { return userDefaults_->setValue(key_, stored(value)); }
@@ -51,13 +53,14 @@ class UserDefault {
 
   private:
     T read(const std::optional<platform::PropertyValue>& current) const {
-        if (!current) return defaultValue_;
-        auto value = PropertyCoding<T>::decode(*current);
-        return value ? *std::move(value) : defaultValue_;
+        auto value = current ? Coding::decode(*current) : std::nullopt;
+        if (value) return *std::move(value);
+        if constexpr (requires { Coding::reportDefault(); }) Coding::reportDefault();
+        return defaultValue_;
     }
     static std::optional<platform::PropertyValue> stored(const T& value) {
         if (detail::isNil(value)) return std::nullopt;
-        return PropertyCoding<T>::encode(value);
+        return Coding::encode(value);
     }
 
     std::string key_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <HbrCore/Events/Reminder.h>
+#include <HbrCore/Stores/SettingsTable.h>
 #include <System/DefaultsDomain.h>
 #include <System/Environment.h>
 #include <System/NotificationCenter.h>
@@ -42,7 +43,7 @@ class CustomRemindersStoring {
 /// never lose each other's change.
 class CustomRemindersStore final : public CustomRemindersStoring {
   public:
-    static constexpr std::string_view storageKey = "customReminders";
+    static constexpr std::string_view storageKey = SettingsTable::customReminders;
 
     CustomRemindersStore(platform::DefaultsDomainRef defaults, platform::NotificationCenter& center,
                          platform::EnvironmentRef environment);

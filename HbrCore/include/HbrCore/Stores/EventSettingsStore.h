@@ -1,6 +1,7 @@
 #pragma once
 
 #include <HbrCore/Events/EventSettings.h>
+#include <HbrCore/Stores/SettingsTable.h>
 #include <System/DefaultsDomain.h>
 #include <System/NotificationCenter.h>
 
@@ -19,7 +20,7 @@ class EventSettingsStore {
   public:
     static constexpr std::string_view customEventSettingsChangedNotification =
         "customEventSettingsChangedNotification";
-    static constexpr std::string_view storageKey = "eventSettings";
+    static constexpr std::string_view storageKey = SettingsTable::eventSettings;
 
     EventSettingsStore(platform::DefaultsDomainRef defaults, platform::NotificationCenter& center);
     /// Of CoreServices::shared().

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <HbrCore/Events/HiddenOccurrences.h>
+#include <HbrCore/Stores/SettingsTable.h>
 #include <System/DefaultsDomain.h>
 
 #include <functional>
@@ -16,7 +17,7 @@ namespace hbr {
 /// written.
 class HiddenOccurrencesStore {
   public:
-    static constexpr std::string_view storageKey = "hiddenOccurrences";
+    static constexpr std::string_view storageKey = SettingsTable::hiddenOccurrences;
     /// Entries whose original start is longer ago are dropped with the next write: an occurrence may have
     /// been moved far from it.
     static constexpr int keptDays = 400;
