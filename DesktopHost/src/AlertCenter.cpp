@@ -20,7 +20,7 @@ constexpr std::size_t mostMessages = 20;
 constexpr std::size_t mostCards = 3;
 constexpr std::size_t mostTitles = 10;
 constexpr std::size_t mostBytesOfTitle = 100;
-constexpr double minute = 60;
+constexpr double cardPeriod = 60;
 constexpr const char* restTag = "rest";
 
 }  // namespace
@@ -191,7 +191,7 @@ void AlertCenter::withdrawAll() {
 
 void AlertCenter::presentOtherwise(const std::string& tag) {
     const auto now = core_.environment()->now();
-    std::erase_if(cards_, [&](platform::Date shown) { return now.timeIntervalSince(shown) > minute; });
+    std::erase_if(cards_, [&](platform::Date shown) { return now.timeIntervalSince(shown) > cardPeriod; });
     const auto missed = shown_.extract(tag);
     if (missed && cards_.size() < mostCards) {
         cards_.push_back(now);

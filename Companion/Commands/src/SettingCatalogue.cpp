@@ -20,12 +20,12 @@ namespace {
 using platform::JsonValue;
 using platform::PropertyValue;
 
-std::string shown(const JsonValue& value) {
+std::string textOfValue(const JsonValue& value) {
     const auto* text = value.asString();
     return text ? *text : writeJson(value);
 }
 
-std::optional<std::int64_t> wholeNumber(std::string_view text) {
+std::optional<std::int64_t> integerOf(std::string_view text) {
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
@@ -70,9 +70,9 @@ JsonValue parseList(const std::string& text, Element element) {
 
 template <class Takes>
 void checkList(const SettingEntry& entry, const JsonValue& value, Takes takes) {
-    if (!value.asArray()) throw SettingRefusal(entry.name, shown(value));
+    if (!value.asArray()) throw SettingRefusal(entry.name, textOfValue(value));
     for (const auto& one : *value.asArray()) {
-        if (!takes(one)) throw SettingRefusal(entry.name, shown(one));
+        if (!takes(one)) throw SettingRefusal(entry.name, textOfValue(one));
     }
 }
 
@@ -112,7 +112,7 @@ std::string SettingRefusal::text(const platform::Environment& environment) const
 
 JsonValue SettingEntry::parse(const std::string& text) const {
     const auto element = [this](const std::string& piece) {
-        const auto value = kind.form == Form::seconds ? secondsOfDuration(piece) : wholeNumber(piece);
+        const auto value = kind.form == Form::seconds ? secondsOfDuration(piece) : integerOf(piece);
         if (!value) throw SettingRefusal(name, piece);
         return JsonValue(*value);
     };
@@ -163,10 +163,10 @@ void SettingEntry::check(const JsonValue& value) const {
                 JsonCoding<std::vector<FilterRule>>::decode(value);
                 return;
             } catch (const platform::DecodingError& error) {
-                throw SettingRefusal(name, shown(value), error.what());
+                throw SettingRefusal(name, textOfValue(value), error.what());
             }
     }
-    throw SettingRefusal(name, shown(value));
+    throw SettingRefusal(name, textOfValue(value));
 }
 
 std::string SettingEntry::meaning(const platform::Environment& environment) const {

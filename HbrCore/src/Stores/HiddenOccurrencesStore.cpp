@@ -13,17 +13,17 @@ namespace {
 
 constexpr double day = 24 * 60 * 60;
 
-std::optional<Occurrence> decoded(const PropertyValue& entry) {
+std::optional<Occurrence> occurrenceIn(const PropertyValue& entry) {
     const std::string* text = entry.asString();
     return text ? Occurrence::parse(*text) : std::nullopt;
 }
 
-std::set<Occurrence> decoded(const std::optional<PropertyValue>& stored) {
+std::set<Occurrence> occurrencesIn(const std::optional<PropertyValue>& stored) {
     std::set<Occurrence> occurrences;
     const PropertyArray* entries = stored ? stored->asArray() : nullptr;
     if (!entries) return occurrences;
     for (const PropertyValue& entry : *entries) {
-        if (auto occurrence = decoded(entry)) occurrences.insert(*std::move(occurrence));
+        if (auto occurrence = occurrenceIn(entry)) occurrences.insert(*std::move(occurrence));
     }
     return occurrences;
 }
@@ -34,7 +34,7 @@ std::optional<PropertyValue> encoded(const std::set<Occurrence>& occurrences,
     PropertyArray entries;
     if (const PropertyArray* old = stored ? stored->asArray() : nullptr) {
         std::ranges::copy_if(*old, std::back_inserter(entries),
-                             [](const PropertyValue& entry) { return !decoded(entry); });
+                             [](const PropertyValue& entry) { return !occurrenceIn(entry); });
     }
     for (const Occurrence& occurrence : occurrences)
         entries.emplace_back(occurrence.text());
@@ -52,11 +52,11 @@ HiddenOccurrencesStore::HiddenOccurrencesStore(platform::DefaultsDomainRef defau
     : defaults_(std::move(defaults)) {}
 
 HiddenOccurrences HiddenOccurrencesStore::all() const {
-    return HiddenOccurrences(decoded(defaults_->value(storageKey)));
+    return HiddenOccurrences(occurrencesIn(defaults_->value(storageKey)));
 }
 
 HiddenOccurrences HiddenOccurrencesStore::of(std::string_view eventIdentifier) const {
-    auto occurrences = decoded(defaults_->value(storageKey));
+    auto occurrences = occurrencesIn(defaults_->value(storageKey));
     std::erase_if(occurrences, [&](const Occurrence& one) { return !isOf(one, eventIdentifier); });
     return HiddenOccurrences(std::move(occurrences));
 }
@@ -93,7 +93,7 @@ bool HiddenOccurrencesStore::change(platform::Date now, Change change) const {
     const platform::Date oldest = now.addingTimeInterval(-keptDays * day);
     return defaults_->update(
         storageKey, [oldest, change = std::move(change)](const std::optional<PropertyValue>& stored) {
-            auto occurrences = decoded(stored);
+            auto occurrences = occurrencesIn(stored);
             const auto before = occurrences;
             change(occurrences);
             if (occurrences == before) return stored;

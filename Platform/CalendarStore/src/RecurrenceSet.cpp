@@ -9,21 +9,20 @@ namespace {
 
 /// Seconds from one instance to the next where no part of the rule changes them.
 std::optional<std::int64_t> equalStep(const RecurrenceRule& rule) {
-    using Frequency = RecurrenceRule::Frequency;
     const bool hasParts = !rule.seconds.empty() || !rule.minutes.empty() || !rule.hours.empty() ||
                           !rule.weekdays.empty() || !rule.monthDays.empty() || !rule.yearDays.empty() ||
                           !rule.weekNumbers.empty() || !rule.months.empty() || !rule.setPositions.empty();
     if (hasParts) return std::nullopt;
     switch (rule.frequency) {
-        case Frequency::secondly:
+        case RecurrenceRule::Frequency::secondly:
             return rule.interval;
-        case Frequency::minutely:
+        case RecurrenceRule::Frequency::minutely:
             return std::int64_t{60} * rule.interval;
-        case Frequency::hourly:
+        case RecurrenceRule::Frequency::hourly:
             return std::int64_t{3600} * rule.interval;
-        case Frequency::daily:
+        case RecurrenceRule::Frequency::daily:
             return std::int64_t{86400} * rule.interval;
-        case Frequency::weekly:
+        case RecurrenceRule::Frequency::weekly:
             return std::int64_t{7} * 86400 * rule.interval;
         default:
             return std::nullopt;
@@ -155,10 +154,10 @@ std::optional<Date> RecurrenceSet::boundOf(const Rule& rule) const {
     const bool restricted = !parts.months.empty() || !parts.monthDays.empty() || !parts.yearDays.empty() ||
                             !parts.weekNumbers.empty() || !parts.setPositions.empty();
     if (!parts.count || restricted) return std::nullopt;
-    using Frequency = RecurrenceRule::Frequency;
     const double steps = static_cast<double>(*parts.count) * parts.interval;
-    if (parts.frequency == Frequency::weekly) return first_.addingTimeInterval((steps + 2) * 7 * day);
-    if (parts.frequency == Frequency::daily && parts.weekdays.empty()) {
+    if (parts.frequency == RecurrenceRule::Frequency::weekly)
+        return first_.addingTimeInterval((steps + 2) * 7 * day);
+    if (parts.frequency == RecurrenceRule::Frequency::daily && parts.weekdays.empty()) {
         return first_.addingTimeInterval((steps + 2) * day);
     }
     return std::nullopt;

@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-constexpr double day = 86400;
+constexpr double dayLength = 86400;
 
 bool isDone(const ItemRecord& record) {
     return record.item->completed || record.item->cancelled;
@@ -29,7 +29,8 @@ Occurrence standing(const Series& series, Date now, ExpansionBudget& budget, boo
     };
     const auto isOpen = [](const Occurrence& occurrence) { return !isDone(*occurrence.record); };
     for (const double days : {40.0, 800.0, 15000.0}) {
-        const auto ahead = search(now, std::max(now, series.firstMoment()).addingTimeInterval(days * day));
+        const auto ahead =
+            search(now, std::max(now, series.firstMoment()).addingTimeInterval(days * dayLength));
         const auto next = std::find_if(ahead.begin(), ahead.end(), [&](const Occurrence& occurrence) {
             return isOpen(occurrence) && occurrence.end >= now;
         });

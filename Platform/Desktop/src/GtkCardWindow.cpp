@@ -18,8 +18,8 @@ namespace platform {
 
 namespace {
 
-constexpr int windowMargin = 20, spacing = 12;
-constexpr int width = 420;
+constexpr int cardMargin = 20, cardSpacing = 12;
+constexpr int cardWidth = 420;
 /// Of notes and people together; more is scrolled.
 constexpr int greatestBodyHeight = 360;
 constexpr double portraitSize = 32;
@@ -126,9 +126,9 @@ class GtkCardWindow final : public CardWindow {
     void fill() {
         gtk_window_set_title(GTK_WINDOW(window_), shortened(card_.title, mostBytesOfTitle).c_str());
         if (GtkWidget* old = gtk_bin_get_child(GTK_BIN(window_))) gtk_widget_destroy(old);
-        GtkWidget* column = box(GTK_ORIENTATION_VERTICAL, spacing + 4);
-        gtk_container_set_border_width(GTK_CONTAINER(column), windowMargin);
-        gtk_widget_set_size_request(column, width, -1);
+        GtkWidget* column = box(GTK_ORIENTATION_VERTICAL, cardSpacing + 4);
+        gtk_container_set_border_width(GTK_CONTAINER(column), cardMargin);
+        gtk_widget_set_size_request(column, cardWidth, -1);
         add(column, makeHead());
         if (!card_.place.empty()) add(column, makeLinkedLabel(card_.place, actions_.open));
         if (!card_.notes.empty() || !card_.people.empty()) add(column, makeBody());
@@ -151,7 +151,7 @@ class GtkCardWindow final : public CardWindow {
     }
 
     GtkWidget* makeHead() {
-        GtkWidget* head = box(GTK_ORIENTATION_HORIZONTAL, spacing);
+        GtkWidget* head = box(GTK_ORIENTATION_HORIZONTAL, cardSpacing);
         if (card_.color) add(head, makeColorBar(*card_.color));
         GtkWidget* texts = box(GTK_ORIENTATION_VERTICAL, 4);
         add(texts, makeLabel(card_.title, TextRole::title));
@@ -165,7 +165,7 @@ class GtkCardWindow final : public CardWindow {
     }
 
     GtkWidget* makeBody() const {
-        GtkWidget* body = box(GTK_ORIENTATION_VERTICAL, spacing);
+        GtkWidget* body = box(GTK_ORIENTATION_VERTICAL, cardSpacing);
         if (!card_.notes.empty()) add(body, makeLinkedLabel(card_.notes, actions_.open));
         if (!card_.people.empty()) {
             add(body, makeLabel(card_.peopleHeading, TextRole::heading));
@@ -175,7 +175,7 @@ class GtkCardWindow final : public CardWindow {
         // A scrolled area is never lower than its scrollbar, which leaves a gap below a short text.
         gtk_widget_show_all(body);
         int height = 0;
-        gtk_widget_get_preferred_height_for_width(body, width - 2 * windowMargin, nullptr, &height);
+        gtk_widget_get_preferred_height_for_width(body, cardWidth - 2 * cardMargin, nullptr, &height);
         if (height <= greatestBodyHeight) return body;
         GtkWidget* scrolled = gtk_scrolled_window_new(nullptr, nullptr);
         gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scrolled), GTK_POLICY_NEVER, GTK_POLICY_AUTOMATIC);
@@ -186,7 +186,7 @@ class GtkCardWindow final : public CardWindow {
     }
 
     GtkWidget* makePerson(const Card::Person& person) const {
-        GtkWidget* row = box(GTK_ORIENTATION_HORIZONTAL, spacing);
+        GtkWidget* row = box(GTK_ORIENTATION_HORIZONTAL, cardSpacing);
         if (person.picture || !person.initials.empty()) add(row, makePortrait(person));
         GtkWidget* texts = box(GTK_ORIENTATION_VERTICAL, 0);
         gtk_widget_set_valign(texts, GTK_ALIGN_CENTER);

@@ -10,9 +10,9 @@ namespace platform {
 
 namespace {
 
-constexpr int windowMargin = 24, spacing = 20;
+constexpr int galleryMargin = 24, gallerySpacing = 20;
 /// Room beside the previews of a page: the window's frame, its texts and buttons, at the usual text size.
-constexpr int roomBeside = 2 * windowMargin + 40, roomAbove = 300;
+constexpr int roomBeside = 2 * galleryMargin + 40, roomAbove = 300;
 /// Logical pixels per point of a preview; no larger than on the desktop, and to be read at the least.
 constexpr double greatestScale = 1.25, leastScale = 0.9;
 
@@ -25,7 +25,7 @@ double fittingScale(const std::vector<GalleryItem>& items, const Output::Area& a
             width += sizeOf(family.family).width;
             height = std::max(height, sizeOf(family.family).height);
         }
-        const double gaps = spacing * static_cast<double>(item.identity.families.size());
+        const double gaps = gallerySpacing * static_cast<double>(item.identity.families.size());
         fitting = std::min({fitting, (area.width - roomBeside - gaps) / width,
                             (area.height - roomAbove * textScale) / height});
     }
@@ -82,8 +82,8 @@ class GtkGalleryWindow final : public GalleryWindow {
         const auto output = session_.outputs().find({});
         const Output::Area area = output ? output->workArea : Output::Area{};
 
-        GtkWidget* column = gtk_box_new(GTK_ORIENTATION_VERTICAL, spacing);
-        gtk_container_set_border_width(GTK_CONTAINER(column), windowMargin);
+        GtkWidget* column = gtk_box_new(GTK_ORIENTATION_VERTICAL, gallerySpacing);
+        gtk_container_set_border_width(GTK_CONTAINER(column), galleryMargin);
         introduction_ = makeLabel(texts_.introduction, TextRole::secondary);
         gtk_widget_set_no_show_all(introduction_, TRUE);
         gtk_widget_set_visible(introduction_, !texts_.introduction.empty());
@@ -126,7 +126,7 @@ class GtkGalleryWindow final : public GalleryWindow {
         if (items_.size() == 1)
             gtk_container_add(GTK_CONTAINER(column), makeLabel(item.identity.name, TextRole::title));
         gtk_container_add(GTK_CONTAINER(column), makeLabel(item.description, TextRole::secondary));
-        GtkWidget* row = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, spacing);
+        GtkWidget* row = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, gallerySpacing);
         gtk_widget_set_margin_top(row, 6);
         for (const auto& family : item.identity.families)
             gtk_container_add(GTK_CONTAINER(row), makeFamily(item, family, scale));

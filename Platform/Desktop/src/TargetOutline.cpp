@@ -21,10 +21,6 @@ std::optional<double> radiusOfFill(const LaidOutNode& node, const Rect& frame) {
     return std::nullopt;
 }
 
-Rect widened(Rect rect, double by) {
-    return {rect.x - by, rect.y - by, rect.width + 2 * by, rect.height + 2 * by};
-}
-
 TargetOutline outlineOf(const LaidOutNode& target, Size widget) {
     if (const auto radius = radiusOfFill(target, target.frame)) return {target.frame, *radius};
     const bool isContent = target.frame.width >= widget.width - 2 * contentInset &&
@@ -40,6 +36,10 @@ void collect(const LaidOutNode& node, Size widget, std::vector<TargetOutline>& o
 }
 
 }  // namespace
+
+Rect widened(Rect rect, double by) {
+    return {rect.x - by, rect.y - by, rect.width + 2 * by, rect.height + 2 * by};
+}
 
 std::vector<TargetOutline> targetOutlines(const LaidOutTree& tree) {
     std::vector<TargetOutline> outlines;

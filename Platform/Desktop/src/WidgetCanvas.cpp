@@ -20,10 +20,6 @@ constexpr double badgeDiameter = 14, badgeInset = 6;
 /// said.
 constexpr double silence = 55;
 
-Rect widened(Rect rect, double by) {
-    return {rect.x - by, rect.y - by, rect.width + 2 * by, rect.height + 2 * by};
-}
-
 /// Where nothing blends, the ground goes to the corners.
 void makeSquare(LaidOutTree& tree) {
     const auto square = [&tree](auto& self, LaidOutNode& node) -> void {

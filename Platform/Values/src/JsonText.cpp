@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t deepestNesting = 512;
 
 /// Builds the value from the parser's events.
-class Builder final : public nlohmann::json_sax<nlohmann::json> {
+class JsonBuilder final : public nlohmann::json_sax<nlohmann::json> {
   public:
     bool null() override { return add(JsonValue()); }
     bool boolean(bool value) override { return add(value); }
@@ -147,7 +147,7 @@ class Writer {
 }  // namespace
 
 std::optional<JsonValue> parseJson(std::string_view text) {
-    Builder builder;
+    JsonBuilder builder;
     if (!nlohmann::json::sax_parse(text, &builder)) return std::nullopt;
     return builder.take();
 }

@@ -53,7 +53,7 @@ std::optional<PropertyValue> leafOf(std::string_view element, std::string& text)
 }
 
 /// Takes the parser's events; any answer of false means that the document is no property list.
-class Builder {
+class PropertyListBuilder {
   public:
     bool start(std::string_view element) {
         if (!hasPlist_) {
@@ -138,13 +138,13 @@ void require(bool isAccepted, GError** error) {
 
 constexpr GMarkupParser events = {
     [](GMarkupParseContext*, const char* element, const char**, const char**, void* builder, GError** error) {
-        require(static_cast<Builder*>(builder)->start(element), error);
+        require(static_cast<PropertyListBuilder*>(builder)->start(element), error);
     },
     [](GMarkupParseContext*, const char* element, void* builder, GError** error) {
-        require(static_cast<Builder*>(builder)->end(element), error);
+        require(static_cast<PropertyListBuilder*>(builder)->end(element), error);
     },
     [](GMarkupParseContext*, const char* text, gsize size, void* builder, GError** error) {
-        require(static_cast<Builder*>(builder)->text({text, size}), error);
+        require(static_cast<PropertyListBuilder*>(builder)->text({text, size}), error);
     },
     nullptr,
     nullptr,
@@ -156,7 +156,7 @@ std::optional<PropertyValue> readXmlPropertyList(std::string_view text) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
     if (text.empty()) return std::nullopt;
-    Builder builder;
+    PropertyListBuilder builder;
     std::unique_ptr<GMarkupParseContext, decltype(&g_markup_parse_context_free)> context(
         g_markup_parse_context_new(&events, G_MARKUP_TREAT_CDATA_AS_TEXT, &builder, nullptr),
         g_markup_parse_context_free);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int32_t millisPerSecond = 1000;
 
-std::int64_t wholeSeconds(UDate millis) {
+std::int64_t secondsOfUDate(UDate millis) {
     return static_cast<std::int64_t>(std::floor(millis / millisPerSecond));
 }
 
@@ -50,7 +50,7 @@ void IcuTimeZone::getOffset(UDate date, UBool isLocal, std::int32_t& rawOffset, 
     rawOffset = 0;
     dstOffset = 0;
     if (U_FAILURE(status)) return;
-    const std::int64_t seconds = wholeSeconds(date);
+    const std::int64_t seconds = secondsOfUDate(date);
     rawOffset =
         isLocal ? offsetOfReading(zone_, seconds) : zone_.offsetAt(dateOfSeconds(seconds)) * millisPerSecond;
 }
