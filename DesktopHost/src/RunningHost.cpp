@@ -5,7 +5,6 @@
 #include "CalendarSetup.h"
 #include "CardDeck.h"
 #include "Handover.h"
-#include "SettingsWatch.h"
 #include "WidgetBoard.h"
 #include "WidgetGallery.h"
 #include "WidgetMenus.h"
@@ -72,7 +71,7 @@ struct RunningHost::Parts {
     std::unique_ptr<platform::ClockFormatChange> clockFormatChange;
     std::unique_ptr<platform::ZoneChange> zoneChange;
     std::unique_ptr<platform::TerminationRequest> termination;
-    std::unique_ptr<SettingsWatch> settingsWatch;
+    std::shared_ptr<void> settingsWatch;
     std::unique_ptr<platform::FileWatcher> placementsWatch;
     platform::NotificationCenter::Observation reloads;
     std::shared_ptr<bool> isAlive = std::make_shared<bool>(true);
@@ -218,8 +217,7 @@ void RunningHost::Parts::watchWorld() {
     zoneChange = std::make_unique<platform::ZoneChange>(*world.environment, [this] { executeAnew(); });
     clockFormatChange = std::make_unique<platform::ClockFormatChange>([this] { executeAnew(); });
     termination = std::make_unique<platform::TerminationRequest>([this] { hasEnded = true; });
-    settingsWatch = std::make_unique<SettingsWatch>(world.core.domains(),
-                                                    [this] { world.core.manager().reloadChangedSettings(); });
+    settingsWatch = reloadAfterSettingsChange(world.core);
     placementsWatch = std::make_unique<platform::FileWatcher>(
         std::vector{world.placements.path()}, [this](const auto&) { later([this] { placementsChanged(); }); },
         placementsQuiet, world.environment->diagnostics);

@@ -174,6 +174,16 @@ CalendarEventManager& CalendarEventManager::shared() {
     return CoreServices::shared().manager();
 }
 
+std::shared_ptr<void> reloadAfterSettingsChange(CoreServices& services) {
+    std::vector<std::string> keys(SettingsTable::records.begin(), SettingsTable::records.end());
+    // What the standard domain holds matters to no reload.
+    for (const SettingFacts& setting : SettingsTable::facts) {
+        if (setting.isShared) keys.emplace_back(setting.key);
+    }
+    return services.sharedDomain()->observe(std::move(keys),
+                                            [&services] { services.manager().reloadChangedSettings(); });
+}
+
 void reloadAndWait(CoreServices& services) {
     bool isDone = false;
     services.manager().reloadEvents(false, [&isDone] { isDone = true; });

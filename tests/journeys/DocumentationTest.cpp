@@ -1,6 +1,7 @@
 #include "Journey.h"
 
 #include <TimeAndText/Text.h>
+#include <Values/JsonText.h>
 
 #include <algorithm>
 
@@ -53,6 +54,23 @@ TEST_F(Documentation, EveryCommandOnEveryPageWorks) {
         }
     }
     EXPECT_GT(tried, 30u);
+}
+
+/// The table of docs/settings.md: names and defaults, in the program's order.
+TEST_F(Documentation, EverySettingIsDescribedWithItsDefault) {
+    std::vector<std::string> rows;
+    for (const auto& line :
+         platform::split(test::readFile(std::filesystem::path(documents()) / "settings.md"), "\n")) {
+        const auto cells = platform::split(line, " | ");
+        if (cells.size() == 4 && cells[0].starts_with("| `")) rows.push_back(cells[0] + " = " + cells[3]);
+    }
+    std::vector<std::string> expected;
+    const auto exported = platform::parseJson(companion({"settings", "export"}).out);
+    for (const auto& [name, value] : *exported->asObject()) {
+        const bool isList = value.asArray();
+        expected.push_back("| `" + name + "` = " + (isList ? "empty" : "`" + writeJson(value) + "`") + " |");
+    }
+    EXPECT_EQ(rows, expected);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "CommandWithActions.h"
 #include "ReminderText.h"
 #include "RuleText.h"
-#include "SettingCatalogue.h"
 #include "WatchedTasks.h"
 
 #include <Session/CommandContext.h>
@@ -178,15 +177,14 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
     }
 
     static std::vector<FilterRule> storedRules(CommandContext& context) {
-        if (!excludeRulesSetting().isStored(context.core().settings())) return {};
-        return context.core().settings().excludeRules();
+        const UserSettingsStore& settings = context.core().settings();
+        return settings.hasExcludeRules() ? settings.excludeRules() : std::vector<FilterRule>{};
     }
 
     /// A list that cannot be read counts as empty; a change would replace it.
     static void requireReadable(CommandContext& context) {
-        const SettingEntry& entry = excludeRulesSetting();
-        const auto stored = context.core().sharedDomain()->value(entry.key);
-        if (!stored || entry.isReadable(*stored)) return;
+        const auto stored = context.core().sharedDomain()->value(SettingsTable::excludeRules.key);
+        if (!stored || JsonDataCoding<SettingsTable::Rules>::decode(*stored)) return;
         throw CommandFailure(ExitCode::failed, context.core().sharedDomain()->file().string() + ": " +
                                                    companionText(*context.environment(), "Rules.unreadable"));
     }

@@ -219,10 +219,6 @@ const SettingEntry& settingNamed(const std::string& name, const platform::Enviro
                                                    nameProposal(environment, name, names));
 }
 
-const SettingEntry& excludeRulesSetting() {
-    return *entryNamed("excludeRules");
-}
-
 std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& settings,
                                                      const platform::Environment& environment) {
     std::vector<platform::Diagnostic> found;

@@ -63,7 +63,6 @@ const std::vector<SettingEntry>& settingCatalogue();
 
 /// Throws CommandFailure (wrong usage) with the nearest name when there is none of that name.
 const SettingEntry& settingNamed(const std::string& name, const platform::Environment& environment);
-const SettingEntry& excludeRulesSetting();
 
 /// One diagnostic, in English, for each stored value that does not read as its setting, so that the default
 /// is used, and for what is stored beside them (own reminders, settings of events).

@@ -44,7 +44,7 @@ class StatusFollower {
         const ReaderWatch reader(STDOUT_FILENO, end);
         const platform::ZoneChange zone(*core_.environment(), [this] { isOutdated_ = true; });
         const auto reloads = core_.center().observe(didReloadEventsNotification, [this] { show(); });
-        const auto settings = observeSettings();
+        const auto settings = reloadAfterSettingsChange(core_);
         // The manager's own timer leaves the first whole minute out.
         const platform::Environment& environment = *core_.environment();
         const platform::WallClockTimer firstMinute(
@@ -60,20 +60,6 @@ class StatusFollower {
     }
 
   private:
-    std::vector<std::shared_ptr<platform::DefaultsDomain::Observation>> observeSettings() {
-        std::vector<std::shared_ptr<platform::DefaultsDomain::Observation>> observations;
-        const auto observe = [&](std::string_view key) {
-            observations.push_back(
-                core_.sharedDomain()->observe(key, [this] { core_.manager().reloadChangedSettings(); }));
-        };
-        for (const SettingFacts& setting : SettingsTable::facts)
-            observe(setting.key);
-        observe(EventSettingsStore::storageKey);
-        observe(HiddenOccurrencesStore::storageKey);
-        observe(CustomRemindersStore::storageKey);
-        return observations;
-    }
-
     void show() {
         const Status status = currentStatus(core_, within_);
         std::string line = statusOutput(status, options_, core_);

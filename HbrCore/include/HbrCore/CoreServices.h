@@ -64,6 +64,10 @@ class CoreServices {
     std::unique_ptr<Parts> parts_;
 };
 
+/// Main thread only: reloads after any program wrote a setting, an own reminder or what was chosen for an
+/// event, once for writes that come together. Ends when the result is destroyed.
+[[nodiscard]] std::shared_ptr<void> reloadAfterSettingsChange(CoreServices& services);
+
 /// Main thread only: reloads without announcing it and runs the main queue until the lists are in place.
 void reloadAndWait(CoreServices& services);
 /// The same with these settings in place of the stored ones.

@@ -22,30 +22,46 @@ std::optional<PropertyValue> valueIn(const PropertyDictionary& values, std::stri
 
 class DefaultsDomain::Observation : public std::enable_shared_from_this<Observation> {
   public:
-    Observation(std::shared_ptr<State> state, std::string_view key, std::function<void()> observer)
-        : state_(std::move(state)), key_(key), observer_(std::move(observer)) {}
+    Observation(std::shared_ptr<State> state, std::vector<std::string> keys, std::function<void()> observer)
+        : state_(std::move(state)), keys_(std::move(keys)), observer_(std::move(observer)) {}
 
-    /// Gives the value that the first comparison starts from.
+    /// Gives the values that the first comparison starts from.
     void remember(const PropertyDictionary& values) {
         std::lock_guard lock(mutex_);
-        last_ = valueIn(values, key_);
+        last_ = observed(values);
     }
     void compare(const PropertyDictionary& values) {
         std::lock_guard lock(mutex_);
-        auto value = valueIn(values, key_);
-        if (value == last_) return;
-        last_ = std::move(value);
+        auto now = observed(values);
+        if (now == last_) return;
+        last_ = std::move(now);
+        if (std::exchange(isPending_, true)) return;
         MainQueue::shared().async([weak = weak_from_this()] {
-            if (auto self = weak.lock()) self->observer_();
+            if (auto self = weak.lock()) self->call();
         });
     }
 
   private:
+    std::vector<std::optional<PropertyValue>> observed(const PropertyDictionary& values) const {
+        std::vector<std::optional<PropertyValue>> found;
+        for (const std::string& key : keys_)
+            found.push_back(valueIn(values, key));
+        return found;
+    }
+    void call() {
+        {
+            std::lock_guard lock(mutex_);
+            isPending_ = false;
+        }
+        observer_();
+    }
+
     std::shared_ptr<State> state_;
-    const std::string key_;
+    const std::vector<std::string> keys_;
     const std::function<void()> observer_;
     std::mutex mutex_;
-    std::optional<PropertyValue> last_;
+    std::vector<std::optional<PropertyValue>> last_;
+    bool isPending_ = false;
 };
 
 struct DefaultsDomain::State {
@@ -142,9 +158,9 @@ bool DefaultsDomain::updateTogether(DefaultsDomain& first, DefaultsDomain& secon
     return firstValues == *storedFirst || a->write(firstLock, firstValues, "");
 }
 
-std::shared_ptr<DefaultsDomain::Observation> DefaultsDomain::observe(std::string_view key,
+std::shared_ptr<DefaultsDomain::Observation> DefaultsDomain::observe(std::vector<std::string> keys,
                                                                      std::function<void()> observer) {
-    auto observation = std::make_shared<Observation>(state_, key, std::move(observer));
+    auto observation = std::make_shared<Observation>(state_, std::move(keys), std::move(observer));
     {
         std::lock_guard lock(state_->mutex);
         if (!state_->watcher) {

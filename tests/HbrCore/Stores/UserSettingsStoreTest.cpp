@@ -43,7 +43,8 @@ TEST_F(UserSettings, ValuesStandUnderTheirKeysInTheirDomains) {
 
     domains.shared->setValue("upcomingEventsDaysFilter", "many");
     EXPECT_EQ(settings.upcomingEventsDaysFilter(), 7);
-    EXPECT_EQ(domains.shared->upcomingEventsDaysFilter(), 0);
+    EXPECT_EQ(upcomingEventsDaysFilter(*domains.shared), 0);
+    EXPECT_EQ(defaultSnooze1(*domains.shared), 0);
 
     settings.setTimeOffsetSeconds(90);
     settings.resetAll();

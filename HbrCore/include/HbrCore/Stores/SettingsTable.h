@@ -65,6 +65,18 @@ struct SettingsTable {
     static constexpr std::string_view customReminders = "customReminders";
     static constexpr std::string_view eventSettings = "eventSettings";
     static constexpr std::string_view hiddenOccurrences = "hiddenOccurrences";
+    static constexpr std::array records = {customReminders, eventSettings, hiddenOccurrences};
 };
+
+// Reads of a domain by itself: 0, not the default, when the key is absent or has another type.
+inline std::int64_t defaultSnooze1(const platform::DefaultsDomain& domain) {
+    return domain.integer(SettingsTable::defaultSnooze1.key);
+}
+inline std::int64_t defaultSnooze2(const platform::DefaultsDomain& domain) {
+    return domain.integer(SettingsTable::defaultSnooze2.key);
+}
+inline std::int64_t upcomingEventsDaysFilter(const platform::DefaultsDomain& domain) {
+    return domain.integer(SettingsTable::upcomingEventsDaysFilter.key);
+}
 
 }  // namespace hbr

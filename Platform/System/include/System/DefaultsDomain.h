@@ -52,15 +52,13 @@ class DefaultsDomain {
     static bool updateTogether(DefaultsDomain& first, DefaultsDomain& second, const Transaction& transaction);
 
     class Observation;
-    /// Calls `observer` on the main queue after the key's value changed, also by another process.
-    /// Needs a running main queue; ends when the result is destroyed.
-    std::shared_ptr<Observation> observe(std::string_view key, std::function<void()> observer);
+    /// Calls `observer` on the main queue after a value of these keys changed, also by another process; once
+    /// for changes that come together. Needs a running main queue; ends when the result is destroyed.
+    [[nodiscard]] std::shared_ptr<Observation> observe(std::vector<std::string> keys,
+                                                       std::function<void()> observer);
 
-    // Typed reads that give 0 when the key is absent or of another kind, as any integer read of a domain.
+    /// 0 when the key is absent or has another type.
     std::int64_t integer(std::string_view key) const;
-    std::int64_t defaultSnooze1() const { return integer("defaultSnooze1"); }
-    std::int64_t defaultSnooze2() const { return integer("defaultSnooze2"); }
-    std::int64_t upcomingEventsDaysFilter() const { return integer("upcomingEventsDaysFilter"); }
 
   private:
     struct State;
