@@ -26,9 +26,10 @@ class AgendaCommand final : public Command {
     }
 
     void declare(CLI::App& app) override {
+        constexpr SettingKind days = SettingsTable::upcomingEventsDaysFilter.kind;
         app.add_option("--days", days_, "Up to the end of the day so many days after today")
             ->type_name("N")
-            ->check(CLI::Range(0, 365));
+            ->check(CLI::Range(days.first, days.last));
         app.add_flag("--ids", ids_, "Show the id of each event");
         app.add_flag("--json", json_, "As JSON");
     }

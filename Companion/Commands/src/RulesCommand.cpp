@@ -35,6 +35,7 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
     bool readsCalendars() const override { return does(&RulesCommand::test); }
 
     void declare(CLI::App& app) override {
+        constexpr SettingKind days = SettingsTable::upcomingEventsDaysFilter.kind;
         app.require_subcommand(0, 1);
         auto* listing = add(app, "list", "All rules, with their numbers and ids", &RulesCommand::list);
         listing->add_flag("--json", json_, "As JSON");
@@ -57,7 +58,7 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
         testing->add_flag("--ignore-case", ignoresCase_, "Letters need not match in case");
         testing->add_option("--days", days_, "Up to the end of the day so many days after today")
             ->type_name("N")
-            ->check(CLI::Range(0, 365));
+            ->check(CLI::Range(days.first, days.last));
         testing->add_flag("--json", json_, "As JSON");
     }
 

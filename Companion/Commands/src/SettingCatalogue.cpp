@@ -160,7 +160,7 @@ void SettingEntry::check(const JsonValue& value) const {
             return checkList(*this, value, isNumber);
         case Form::rules:
             try {
-                JsonCoding<std::vector<FilterRule>>::decode(value);
+                JsonCoding<SettingsTable::Rules>::decode(value);
                 return;
             } catch (const platform::DecodingError& error) {
                 throw SettingRefusal(name, textOfValue(value), error.what());

@@ -9,8 +9,6 @@ namespace hbr {
 
 namespace {
 
-constexpr std::int64_t mostDays = 365;
-
 ReasonMoment at(platform::Date date) {
     return {date, true};
 }
@@ -59,9 +57,10 @@ RuleVerdict daysVerdict(const RuleContext& context, platform::Date start, TimeFr
     const std::int64_t days = context.settings->days;
     const std::vector<Reason> parts = {{"days.beginsIn", {distance}},
                                        days <= 0 ? Reason{"days.onlyToday"} : Reason{"days.only", {days}}};
-    if (distance > mostDays) return hides(ListingRule::days, {"days.beyondAYear", {}, parts});
+    if (distance > SettingsTable::upcomingEventsDaysFilter.kind.last)
+        return hides(ListingRule::days, {"days.beyondAYear", {}, parts});
     return hidesAhead(ListingRule::days, frame, {"days.beyond", {}, parts},
-                      commandText({"settings", "set", "upcomingEventsDaysFilter", std::to_string(distance)}));
+                      settingCommand(SettingsTable::upcomingEventsDaysFilter, std::to_string(distance)));
 }
 
 template <class Item>
@@ -116,7 +115,7 @@ RuleVerdict callVerdict(const RuleContext& context, const Event& event, TimeFram
         return passes(ListingRule::call, {"call.notNeeded"});
     }
     return hidesAhead(ListingRule::call, frame, {"call.missing"},
-                      commandText({"settings", "set", "showOnlyEventsWithVideoConference", "false"}));
+                      settingCommand(SettingsTable::showOnlyEventsWithVideoConference, "false"));
 }
 
 void addLeadVerdicts(const RuleContext& context, const Event& event, TimeFrame frame,
@@ -142,7 +141,7 @@ void addLeadVerdicts(const RuleContext& context, const Event& event, TimeFrame f
         const bool isOwn = settings && settings->usesCustomTimeOffset;
         verdicts.push_back(hides(ListingRule::lead, {"lead.tooLong", {ReasonLength{lead}, at(leadStart)}},
                                  isOwn ? commandText({"event", "set", event.id, "--lead", "1h"})
-                                       : commandText({"settings", "set", "timeOffsetSeconds", "1h"})));
+                                       : settingCommand(SettingsTable::timeOffsetSeconds, "1h")));
     } else {
         verdicts.push_back(passes(ListingRule::lead, {"lead.begins", {at(leadStart)}}));
     }
@@ -154,7 +153,7 @@ void addLeadVerdicts(const RuleContext& context, const Event& event, TimeFrame f
             hides(ListingRule::travelTime,
                   {"travelTime.early",
                    {ReasonLength{travel}, ReasonMoment{alertWithTravel}, ReasonMoment{listedFrom}}},
-                  commandText({"settings", "set", "includeTravelTime", "false"})));
+                  settingCommand(SettingsTable::includeTravelTime, "false")));
     }
 }
 

@@ -3,6 +3,7 @@
 #include <TimeAndText/Ascii.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace hbr {
 
@@ -35,6 +36,10 @@ std::string commandText(const std::vector<std::string>& words) {
     for (const auto& word : words)
         text += " " + quoted(word);
     return text;
+}
+
+std::string settingCommand(const SettingFacts& setting, std::string value) {
+    return commandText({"settings", "set", std::string(setting.name), std::move(value)});
 }
 
 }  // namespace hbr

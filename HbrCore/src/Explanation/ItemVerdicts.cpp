@@ -40,7 +40,7 @@ RuleVerdict answerVerdict(const RuleContext& context, const platform::EKEvent& e
     if (isAttending(event, context.attendance)) return passes(ListingRule::answer, answer);
     if (isAttending(event, {context.attendance.showOnlyEventsWithAlert, false})) {
         return hides(ListingRule::answer, {"answer.onlyAccepted", {}, {answer}},
-                     commandText({"settings", "set", "showOnlyAcceptedEvents", "false"}));
+                     settingCommand(SettingsTable::showOnlyAcceptedEvents, "false"));
     }
     return hides(ListingRule::answer, {"answer.final", {}, {answer}});
 }
@@ -49,7 +49,7 @@ RuleVerdict alarmVerdict(const RuleContext& context, const platform::EKEvent& ev
     if (hasAlerts(event)) return passes(ListingRule::alarm, {"alarm.has"});
     if (!context.attendance.showOnlyEventsWithAlert) return passes(ListingRule::alarm, {"alarm.notNeeded"});
     return hides(ListingRule::alarm, {"alarm.missing"},
-                 commandText({"settings", "set", "showOnlyEventsWithAlert", "false"}));
+                 settingCommand(SettingsTable::showOnlyEventsWithAlert, "false"));
 }
 
 }  // namespace

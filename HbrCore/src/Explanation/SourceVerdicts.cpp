@@ -31,7 +31,7 @@ std::string nameForCommand(const RuleContext& context, const EKCalendar& calenda
 void addScreenshotVerdict(const RuleContext& context, std::vector<RuleVerdict>& verdicts) {
     if (!context.settings->isScreenshotMode) return;
     verdicts.push_back(hides(ListingRule::screenshotMode, {"demonstration"},
-                             commandText({"settings", "set", "debugScreenshotMode", "false"})));
+                             settingCommand(SettingsTable::debugScreenshotMode, "false")));
 }
 
 RuleVerdict watchedVerdict(const RuleContext& context, const EKCalendar& calendar) {
