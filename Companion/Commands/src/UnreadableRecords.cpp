@@ -16,7 +16,7 @@ namespace {
 template <class T>
 std::optional<std::string> fault(const platform::PropertyValue& value) {
     const auto* data = value.asData();
-    if (!data) return "what is stored is no data block";
+    if (!data) return "it is not stored as data";
     try {
         decodeJsonData<T>(*data);
         return std::nullopt;
@@ -48,10 +48,10 @@ bool hasReadableReminders(const platform::DefaultsDomain& shared) {
 std::vector<platform::Diagnostic> unreadableRecords(const platform::DefaultsDomain& shared) {
     std::vector<platform::Diagnostic> found;
     if (const auto reason = remindersFault(shared)) {
-        found.push_back(diagnostic(shared, CustomRemindersStore::storageKey,
-                                   "your own reminders cannot be read (" + *reason +
-                                       ") and count as none. Start anew with: heedbanner reminders remove "
-                                       "--all"));
+        found.push_back(
+            diagnostic(shared, CustomRemindersStore::storageKey,
+                       "your own reminders cannot be read (" + *reason +
+                           "); they are ignored. Start again with: heedbanner reminders remove --all"));
     }
     if (const auto hidden = shared.value(HiddenOccurrencesStore::storageKey)) {
         const auto texts = hidden->asStrings();
@@ -66,17 +66,17 @@ std::vector<platform::Diagnostic> unreadableRecords(const platform::DefaultsDoma
     const auto* entries = stored->asDictionary();
     if (!entries) {
         found.push_back(diagnostic(shared, EventSettingsStore::storageKey,
-                                   "the settings of single events are no dictionary and count as none. "
-                                   "Start anew with: heedbanner event reset --all"));
+                                   "the settings of single events are not a dictionary; they are ignored. "
+                                   "Start again with: heedbanner event reset --all"));
         return found;
     }
     for (const auto& [identifier, entry] : *entries) {
         const auto reason = fault<EventSettings>(entry);
         if (!reason) continue;
-        const std::string whose = entry.asData() ? "they count as none" : "those of all events count as none";
+        const std::string whose = entry.asData() ? "they are ignored" : "those of all events are ignored";
         found.push_back(diagnostic(shared, EventSettingsStore::storageKey,
                                    "the settings of event " + identifier + " cannot be read (" + *reason +
-                                       "); " + whose + ". Forget them with: heedbanner event reset " +
+                                       "); " + whose + ". Remove them with: heedbanner event reset " +
                                        identifier));
     }
     return found;

@@ -7,7 +7,7 @@
 
 namespace hbr {
 
-/// Whether the stored own reminders can be read; otherwise they count as none and the next change of them
+/// Whether the stored own reminders can be read; otherwise they are ignored, and the next change of them
 /// would replace them.
 bool hasReadableReminders(const platform::DefaultsDomain& shared);
 

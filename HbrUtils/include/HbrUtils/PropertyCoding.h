@@ -9,8 +9,8 @@
 
 namespace hbr {
 
-/// How a value type is written to and read from a property list. Reading converts between number kinds
-/// only when nothing is lost; a list with one element of a wrong kind is of the wrong kind.
+/// How a value type is written to and read from a property list. Reading converts between types of
+/// numbers only when nothing is lost; a list has the wrong type when one of its elements has.
 template <class T>
 struct PropertyCoding;
 
