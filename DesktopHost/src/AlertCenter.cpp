@@ -2,6 +2,7 @@
 
 #include "AlertMessage.h"
 
+#include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
 #include <HbrCore/Scheduling/OverdueAlerts.h>
 #include <TimeAndText/ShortenedText.h>
@@ -178,7 +179,8 @@ std::string AlertCenter::textOfRest() const {
     std::size_t count = 0;
     for (const auto& [tag, event] : rest_) {
         if (count++ == mostTitles) return text + "\n…";
-        text += (text.empty() ? "" : "\n") + platform::shortened(event.title.value_or(""), mostBytesOfTitle);
+        text += (text.empty() ? "" : "\n") +
+                platform::shortened(titleOrUntitled(event, *core_.environment()), mostBytesOfTitle);
     }
     return text;
 }

@@ -69,8 +69,7 @@ platform::DesktopNotifications::Notification alertMessage(const CoreServices& co
     const platform::Date now = clock.now();
     const Formatters& formatters = core.formatters();
     platform::DesktopNotifications::Notification message{
-        .summary = event.title && !event.title->empty() ? *event.title
-                                                        : L10n::General::untitled(formatters.environment()),
+        .summary = titleOrUntitled(event, formatters.environment()),
         .body = beginsText(event, formatters, clock),
         .actions = {},
         .opensOnTap = true};

@@ -2,6 +2,7 @@
 
 #include <HbrCore/DeepLinks/LinkOpener.h>
 #include <HbrCore/Events/EventLookup.h>
+#include <HbrCore/Events/EventTexts.h>
 #include <HbrLocalization/L10n.h>
 #include <System/MainQueue.h>
 
@@ -106,11 +107,10 @@ void CardDeck::take(const DeepLinkOutcome& outcome) {
                         messageCard(*core_.environment(), L10n::General::noEvent(*core_.environment()),
                                     outcome.message));
         case Kind::failed:
-            return show("message", messageCard(*core_.environment(),
-                                               outcome.event && outcome.event->title
-                                                   ? *outcome.event->title
-                                                   : L10n::General::untitled(*core_.environment()),
-                                               outcome.message));
+            return show("message",
+                        messageCard(*core_.environment(),
+                                    titleOrUntitled(outcome.event.value_or(Event{}), *core_.environment()),
+                                    outcome.message));
     }
 }
 

@@ -17,10 +17,6 @@ namespace hbr {
 
 namespace {
 
-std::string titleOf(const platform::Environment& environment, const Event& event) {
-    return event.title && !event.title->empty() ? *event.title : L10n::General::untitled(environment);
-}
-
 std::string remarkOf(const platform::Environment& environment, const Participant& participant) {
     switch (participant.status) {
         case ParticipantStatus::accepted:
@@ -118,7 +114,7 @@ platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const
     const platform::ClockReading clock(core.environment()->now(), &changes);
     platform::Card card;
     card.color = event.color;
-    card.title = titleOf(environment, event);
+    card.title = titleOrUntitled(event, environment);
     const bool isPast = isOver(event, clock);
     const bool offersCall = !event.videoConferenceLinks.empty() && !isPast;
     const HiddenPart hidden = hiddenPart(core, event);
@@ -181,7 +177,7 @@ platform::Card callChoiceCard(const platform::Environment& environment, const Ev
                               const EventCardActions& actions) {
     platform::Card card;
     card.color = event.color;
-    card.title = titleOf(environment, event);
+    card.title = titleOrUntitled(event, environment);
     card.lines = {L10n::VideoConferencePicker::title(environment)};
     for (const VideoConferenceLink& link : links) {
         card.buttons.push_back(
@@ -195,7 +191,7 @@ platform::Card hidingQuestionCard(const CardTexts& texts, const Event& event, st
     const platform::Environment& environment = texts.environment();
     platform::Card card;
     card.color = event.color;
-    card.title = titleOf(environment, event);
+    card.title = titleOrUntitled(event, environment);
     card.lines = {texts.text(hideOne ? "askOneOrAll" : "askSeries")};
     card.buttons = {{L10n::General::cancel(environment), std::move(cancel), true}};
     if (hideOne) card.buttons.push_back({texts.text("hideOne"), std::move(hideOne), true});
@@ -208,7 +204,7 @@ platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, cons
     const platform::Environment& environment = texts.environment();
     platform::Card card;
     card.color = event.color;
-    card.title = titleOf(environment, event);
+    card.title = titleOrUntitled(event, environment);
     card.lines = {texts.hidden(event, part)};
     const platform::Date now = core.environment()->now();
     // One occurrence leaves every list at once; a series stays there while it is under way.
@@ -225,7 +221,8 @@ platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, cons
 
 platform::Card notHiddenCard(const CardTexts& texts, const Event& event) {
     const platform::Environment& environment = texts.environment();
-    platform::Card card = messageCard(environment, titleOf(environment, event), texts.text("notStored"));
+    platform::Card card =
+        messageCard(environment, titleOrUntitled(event, environment), texts.text("notStored"));
     card.color = event.color;
     return card;
 }

@@ -1,8 +1,8 @@
 #include <HeedbannerWidgetExtension/WidgetEntries.h>
 
 #include <HbrCore/Events/EventJson.h>
-#include <HbrLocalization/L10n.h>
 #include <TimeAndText/DateFormatter.h>
+#include <HbrCore/Events/EventTexts.h>
 
 #include <span>
 
@@ -29,8 +29,7 @@ std::string lines(platform::Date date, std::span<const Event> events,
     std::string text = times.string(date);
     if (events.empty()) text += "\n  -";
     for (const Event& event : events) {
-        text += "\n  " + times.string(event.startDate) + "  " +
-                event.title.value_or(L10n::General::untitled(environment));
+        text += "\n  " + times.string(event.startDate) + "  " + titleOrUntitled(event, environment);
         if (event.calendarName) text += "  [" + *event.calendarName + "]";
     }
     return text;

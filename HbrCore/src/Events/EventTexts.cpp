@@ -48,6 +48,11 @@ std::optional<std::string> belongsTo(const Event& event, const platform::Environ
 
 }  // namespace
 
+std::string titleOrUntitled(const Event& event, const platform::Environment& environment) {
+    const bool isBlank = !event.title || platform::trimmed(*event.title).empty();
+    return isBlank ? L10n::General::untitled(environment) : *event.title;
+}
+
 std::string formattedTime(const Event& event, const Formatters& formatters) {
     return range(formatters.timeOnly().string(event.startDate), formatters.timeOnly().string(event.endDate));
 }

@@ -90,6 +90,11 @@ TEST(EventTexts, AScreenReaderHearsWhatWhereAndWhen) {
     task.calendarName.reset();
     task.type = Event::EventType::calendarEvent;
     EXPECT_EQ(accessibilityHelp(task), std::nullopt);
+    for (const std::optional<std::string>& title : {std::optional<std::string>(), {""}, {" \n"}}) {
+        task.title = title;
+        EXPECT_EQ(titleOrUntitled(task, *world.ref()), "untitled");
+    }
+    EXPECT_EQ(titleOrUntitled(sprintReview(), *world.ref()), " Sprint review\n");
 }
 
 TEST(EventTexts, ReadInGerman) {

@@ -15,6 +15,9 @@
 // Texts that show when an event is and describe it to assistive technology.
 namespace hbr {
 
+/// How messages and cards name an event: its title, or the word "untitled" for a missing or blank one.
+std::string titleOrUntitled(const Event& event, const platform::Environment& environment);
+
 /// "9:00 AM – 10:00 AM".
 std::string formattedTime(const Event& event, const Formatters& formatters);
 std::string formattedStartTime(const Event& event, const Formatters& formatters);
