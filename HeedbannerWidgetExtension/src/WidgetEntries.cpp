@@ -1,8 +1,8 @@
 #include <HeedbannerWidgetExtension/WidgetEntries.h>
 
 #include <HbrCore/Events/EventJson.h>
-#include <TimeAndText/DateFormatter.h>
 #include <HbrCore/Events/EventTexts.h>
+#include <TimeAndText/DateFormatter.h>
 
 #include <span>
 

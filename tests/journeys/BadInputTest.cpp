@@ -98,7 +98,7 @@ TEST_F(BadInput, AWrongCommandOrOptionProposesTheNearest) {
                 {"events --from today", 2, {"--to"}},
                 {"agenda --now noon", 2, {"RFC 3339"}},
                 {"accounts remove Nobody", 3, {"no account is called \"Nobody\""}},
-                {"setup --undo", 3, {"no setup to take back"}},
+                {"setup --undo", 3, {"no setup to undo"}},
                 {"agenda", 3, {"heedbanner setup"}},
                 {"links ~/missing", 1, {"missing"}}});
 }

@@ -51,14 +51,14 @@ TEST_F(Choices, AnOwnReminderIsShownMovedAndGone) {
 
 TEST_F(Choices, AReminderThatWouldNeverComeIsNotMade) {
     expectEach({{"remind X", 2, {"say when"}},
-                {"remind --in 5m", 2, {"say what of"}},
-                {"remind ' ' --in 5m", 2, {"say what of"}},
+                {"remind --in 5m", 2, {"what should it say?"}},
+                {"remind ' ' --in 5m", 2, {"what should it say?"}},
                 {"remind X --at 9:00", 2, {"today is past"}},
                 {"remind X --at 12/1/2026 8:00", 2, {"type 2026-12-01 or 2026-01-12"}},
                 {"remind X --at 2026-11-25T09:49:59Z", 2, {"is past"}},
-                {"remind X --in 5m --lead 10m", 2, {"take a shorter lead"}},
+                {"remind X --in 5m --lead 10m", 2, {"choose a shorter lead"}},
                 {"remind X --in 5m --at 15:00", 2, {"--at"}},
-                {"remind X --in 'tomorrow 9:00'", 2, {"no length of time"}}});
+                {"remind X --in 'tomorrow 9:00'", 2, {"not a length of time"}}});
     EXPECT_TRUE(reminders().empty());
 }
 
@@ -67,7 +67,7 @@ TEST_F(Choices, ARuleIsTestedThenLeavesOutThenIsRemoved) {
     expectEach({{"rules test" + lunch, 0, {"Lunch", "1 of 2"}},
                 {upcoming, 0, {"Lunch"}},
                 {"rules add" + lunch},
-                {"rules add" + lunch, 0, {"was there already"}},
+                {"rules add" + lunch, 0, {"already there"}},
                 {upcoming, 0, {"!Lunch", "Standup"}},
                 {"rules add date wed"},
                 {upcoming, 0, {"!Standup"}}});
@@ -76,7 +76,7 @@ TEST_F(Choices, ARuleIsTestedThenLeavesOutThenIsRemoved) {
                 {upcoming, 0, {"Lunch"}},
                 {"rules add titel contains x", 2, {"did you mean \"title\"?"}},
                 {"rules add title startsWith x", 2, {"beginsWith"}},
-                {"rules add title isOnDayOfWeek 1", 2, {"no comparison for title"}},
+                {"rules add title isOnDayOfWeek 1", 2, {"not a comparison for title"}},
                 {"rules add date contains 1", 2, {"\"contains\" is no day of the week"}},
                 {"rules add date isOnDayOfWeek 1,8", 2, {"\"8\" is no day of the week"}},
                 {"rules add title contains ''", 2, {"the value is missing"}},
@@ -104,7 +104,7 @@ TEST_F(Choices, AnEventHasSettingsOfItsOwnUntilTheyAreReset) {
     EXPECT_EQ(valueAt(record, "alertDate"), "2026-11-25T11:30:00.000Z");
     EXPECT_EQ(valueAt(record, "defaultConferenceUrl"), "https://meet.google.com/abc-defg-hij");
     expectEach(
-        {{"event set standup --exclude", 0, {"yes, by your choice"}}, {upcoming, 0, {"!Standup", "Review"}}});
+        {{"event set standup --exclude", 0, {"yes, you chose that"}}, {upcoming, 0, {"!Standup", "Review"}}});
     // Both at once change different fields of the same record.
     const std::string id = valueAt(record, "event/id");
     for (const auto& outcome :

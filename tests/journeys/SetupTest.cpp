@@ -193,7 +193,7 @@ TEST_F(Setup, AHomeWithoutCalendarsGetsAnExplanation) {
     write({{"config/vdirsyncer/config", "[storage a]\ntype = \"filesystem\"\npath = \"~/later\"\n"}});
     const auto setup = companion({"setup", "--yes"});
     EXPECT_EQ(setup.exitCode, 3);
-    EXPECT_THAT(setup.err, AllOf(HasSubstr("vdirsyncer names ~/later, which is not there"),
+    EXPECT_THAT(setup.err, AllOf(HasSubstr("vdirsyncer names ~/later, which does not exist"),
                                  HasSubstr("no calendars found"), HasSubstr("heedbanner setup FOLDER")));
     EXPECT_EQ(setup.out, "");
     EXPECT_FALSE(std::filesystem::exists(configFile("accounts.toml")));

@@ -233,7 +233,7 @@ TEST_F(Why, AlertsAreListedByTheirMomentWithTheirLead) {
     ASSERT_EQ(companion({"calendars", "deactivate", "--all"}).exitCode, 0);
     const auto none = companion({"alerts", "--now", "2026-03-07T09:00:00Z"});
     EXPECT_EQ(none.exitCode, 0);
-    EXPECT_EQ(none.out + none.err, "No alert is due.\n");
+    EXPECT_EQ(none.out + none.err, "No alerts are due.\n");
 }
 
 }  // namespace

@@ -40,7 +40,8 @@ VideoConferenceLink chosenCall(CommandContext& context, const Event& event) {
     const GeneralOptions& options = context.options();
     if (console.isInteractive() && !options.noInput && !options.assumeYes) {
         console.err() << list << "\n";
-        if (const auto number = console.askNumber(text("Call.which", {}), links.size()))
+        const std::string last = std::to_string(links.size());
+        if (const auto number = console.askNumber(text("Call.which", {last}), links.size()))
             return links[*number - 1];
         throw CommandFailure(ExitCode::nothingThere, text("Call.notChosen", {}));
     }

@@ -3,6 +3,7 @@
 #include "EventCard.h"
 
 #include <Session/CommandContext.h>
+#include <Words/CompanionText.h>
 #include <Words/OneLine.h>
 #include <Workspace/SessionApplication.h>
 #include <CLI/App.hpp>
@@ -39,9 +40,7 @@ class OpenCommand final : public Command {
         const auto link = url ? DeepLinkBuilder().make(*url) : nullptr;
         if (!link) {
             throw CommandFailure(ExitCode::wrongUsage,
-                                 "open: \"" + onOneLine(url_) +
-                                     "\" is none of heedbanner://preview/ID, heedbanner://joinCall/ID and "
-                                     "heedbanner://viewInCalendar/ID");
+                                 companionText(*context.environment(), "Open.refused", {onOneLine(url_)}));
         }
         // Own reminders have links too, so accounts are asked for only when nothing was found.
         reloadAndWait(context.core());

@@ -23,7 +23,7 @@ namespace hbr {
 
 namespace {
 
-/// The log is on only when asked for; the switch is not stored.
+/// The log is on only for this run, with --log.
 void startLogging(const GeneralOptions& options) {
     if (options.log.empty()) return;
     int output = STDERR_FILENO;
@@ -47,9 +47,9 @@ ExitCode run(Command& command, CommandContext& context, const ProgramDiagnostics
     } catch (const std::exception& error) {
         context.console().complain(error.what());
     }
-    const bool tellsItself = command.name() == "doctor" || command.isLongLived();
+    const bool reportsItself = command.name() == "doctor" || command.isLongLived();
     std::vector<std::string> remarks = context.remarks();
-    if (!tellsItself) remarks.push_back(diagnostics.summary(*context.environment()));
+    if (!reportsItself) remarks.push_back(diagnostics.summary(*context.environment()));
     std::string line;
     for (const std::string& remark : remarks)
         line += (line.empty() || remark.empty() ? "" : "; ") + remark;
@@ -57,12 +57,21 @@ ExitCode run(Command& command, CommandContext& context, const ProgramDiagnostics
     return code;
 }
 
-/// A full disk is a failure. (A reader that has gone away ends the process quietly, by its signal.)
-ExitCode finishOutput(ExitCode code) {
+std::shared_ptr<platform::Environment> processEnvironment(
+    const char* program, std::shared_ptr<platform::DiagnosticsSink> diagnostics) {
+    auto environment = std::make_shared<platform::Environment>(*platform::Environment::fromProcess(
+        "heedbanner", platform::programPath(program), {}, std::move(diagnostics)));
+    environment->programName = "heedbanner";
+    return environment;
+}
+
+/// A full disk is a failure. (When the reader has gone away, the signal ends the process quietly.)
+int finishOutput(ExitCode code, const char* program) {
     std::cout.flush();
-    if (std::cout) return code;
-    std::cerr << "heedbanner: standard output could not be written\n";
-    return ExitCode::failed;
+    if (std::cout) return static_cast<int>(code);
+    const auto environment = processEnvironment(program, {});
+    std::cerr << "heedbanner: " << companionText(*environment, "Program.outputNotWritten") << "\n";
+    return static_cast<int>(ExitCode::failed);
 }
 
 }  // namespace
@@ -71,17 +80,16 @@ int runCompanion(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
     std::signal(SIGPIPE, SIG_DFL);
     const auto commands = allCommands();
+    const char* const program = argc > 0 ? argv[0] : "";
     if (argc > 2 && std::strcmp(argv[1], "--complete") == 0) {
-        // For the shells' completion, which gives the words up to the one that is being typed.
-        return static_cast<int>(finishOutput(printCompletions({argv + 2, argv + argc}, commands, argv[0])));
+        // Called by the shells' completion with the words up to the one that is being typed.
+        return finishOutput(printCompletions({argv + 2, argv + argc}, commands, argv[0]), program);
     }
     const CommandLine line = readCommandLine(argc, argv, commands);
-    if (!line.command) return static_cast<int>(finishOutput(line.exitCode));
+    if (!line.command) return finishOutput(line.exitCode, program);
 
     const auto diagnostics = std::make_shared<ProgramDiagnostics>(line.general.verbose);
-    auto environment = std::make_shared<platform::Environment>(*platform::Environment::fromProcess(
-        "heedbanner", platform::programPath(argc > 0 ? argv[0] : ""), {}, diagnostics));
-    environment->programName = "heedbanner";
+    const auto environment = processEnvironment(program, diagnostics);
     if (line.general.now) environment->clock = [now = *line.general.now] { return now; };
     platform::Environment::setCurrent(environment);
     platform::FileLock::setPatience({.onLongWait = [environment](const std::filesystem::path& file) {
@@ -93,7 +101,7 @@ int runCompanion(int argc, char** argv) {
     CommandContext context(
         environment, Console(!line.general.noColor), line.general,
         {.isLongLived = line.command->isLongLived(), .asksForAccess = line.command->asksForAccess()});
-    return static_cast<int>(finishOutput(run(*line.command, context, *diagnostics)));
+    return finishOutput(run(*line.command, context, *diagnostics), program);
 }
 
 }  // namespace hbr

@@ -3,6 +3,8 @@
 #include "StatusFollower.h"
 
 #include <Session/CommandContext.h>
+#include <Words/CompanionText.h>
+#include <Words/NameProposal.h>
 #include <Words/OneLine.h>
 #include <Words/TextColumns.h>
 #include <CLI/App.hpp>
@@ -33,19 +35,19 @@ class StatusCommand final : public Command {
             ->type_name("FORMAT")
             ->check(CLI::IsMember(&formats()));
         app.add_option("--template", template_, "The line, with placeholders (below)")->type_name("TEXT");
-        app.add_option("--within", within_, "Say nothing of what begins later than that (30m, 2h)")
+        app.add_option("--within", within_, "Print nothing about events that begin later than that (30m, 2h)")
             ->type_name("DURATION");
         app.add_option("--max-length", options_.maxLength,
                        "Shorten the title so that the line has that many characters")
             ->type_name("N")
             ->check(CLI::Range(1, 1000));
-        app.add_flag("--follow", options_.follows, "Go on, and print the line whenever it changes");
+        app.add_flag("--follow", options_.follows, "Keep running, and print the line whenever it changes");
     }
 
     bool isLongLived() const override { return options_.follows; }
 
     ExitCode run(CommandContext& context) override {
-        if (!template_.empty()) readTemplate();
+        if (!template_.empty()) readTemplate(*context.environment());
         std::optional<double> within;
         if (!within_.empty())
             within =
@@ -82,11 +84,18 @@ class StatusCommand final : public Command {
         return text;
     }
 
-    void readTemplate() {
+    void readTemplate(const platform::Environment& environment) {
         try {
             options_.line = StatusTemplate(onOneLine(template_));
-        } catch (const TemplateRefusal& refusal) {
-            throw CommandFailure(ExitCode::wrongUsage, std::string("status: --template: ") + refusal.what());
+        } catch (const TemplateError& error) {
+            const bool isUnclosed = error.kind == TemplateError::Kind::unclosedBrace;
+            const char* key = isUnclosed ? "Status.template.unclosed" : "Status.template.unknown";
+            std::vector<std::string> names;
+            for (const auto& one : StatusTemplate::placeholders())
+                names.emplace_back(one.name);
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 companionText(environment, key, {error.text}) +
+                                     (isUnclosed ? "" : nameProposal(environment, error.text, names)));
         }
     }
 

@@ -9,6 +9,7 @@
 #include <System/WallClockTimer.h>
 #include <System/ZoneChange.h>
 #include <TimeAndText/Text.h>
+#include <Words/CompanionText.h>
 
 #include <unistd.h>
 #include <fstream>
@@ -18,8 +19,8 @@ namespace hbr {
 
 namespace {
 
-/// The same program with the same arguments: zone and language are read once a process.
-[[noreturn]] void startAnew() {
+/// Runs the program again with the same arguments, because a process reads zone and language only once.
+[[noreturn]] void restart(const platform::Environment& environment) {
     std::ifstream file("/proc/self/cmdline", std::ios::binary);
     const std::string line{std::istreambuf_iterator<char>(file), {}};
     auto arguments = platform::split(line, std::string_view("\0", 1));
@@ -29,7 +30,7 @@ namespace {
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
     execv("/proc/self/exe", pointers.data());
-    throw CommandFailure(ExitCode::failed, "the time zone changed, and the program could not start anew");
+    throw CommandFailure(ExitCode::failed, companionText(environment, "Status.notRestarted"));
 }
 
 class StatusFollower {
@@ -38,14 +39,14 @@ class StatusFollower {
         : core_(context.core()), out_(context.console().out()), options_(options), within_(within) {}
 
     void run() {
-        // Before anything is read, so that no change and no end falls between.
+        // Before anything is read, so that no change and no request to end is missed.
         const auto end = [this] { hasEnded_ = true; };
         const platform::TerminationRequest termination(end);
         const ReaderWatch reader(STDOUT_FILENO, end);
         const platform::ZoneChange zone(*core_.environment(), [this] { isOutdated_ = true; });
         const auto reloads = core_.center().observe(didReloadEventsNotification, [this] { show(); });
         const auto settings = reloadAfterSettingsChange(core_);
-        // The manager's own timer leaves the first whole minute out.
+        // The manager's own timer skips the first whole minute.
         const platform::Environment& environment = *core_.environment();
         const platform::WallClockTimer firstMinute(
             removingSeconds(environment.now().addingTimeInterval(60), environment.calendar), 0,
@@ -56,7 +57,7 @@ class StatusFollower {
         change_ = wakes_->add([this] { core_.manager().reloadEvents(true); });
         show();
         platform::MainQueue::shared().runUntil([this] { return hasEnded_ || isOutdated_; });
-        if (isOutdated_ && !hasEnded_) startAnew();
+        if (isOutdated_ && !hasEnded_) restart(environment);
     }
 
   private:
@@ -66,12 +67,12 @@ class StatusFollower {
         awaitChange(status);
         if (shown_ == line) return;
         out_ << line << std::endl;
-        // A full disk or a reader that is gone: nothing that follows would be seen.
+        // The disk is full or the reader is gone: no later line would be seen.
         if (!out_) hasEnded_ = true;
         shown_ = std::move(line);
     }
 
-    /// Where the line changes within a minute; at whole minutes the manager reloads by itself.
+    /// For changes of the line within a minute; at whole minutes the manager reloads by itself.
     void awaitChange(const Status& status) {
         if (!change_) return;
         constexpr double belonging = 0.01;

@@ -8,8 +8,8 @@
 
 namespace hbr {
 
-/// Prints the line whenever it changed, from the minute timer of a long-lived core and the changes of
-/// calendars, settings and reminders, until the program is told to end or nobody reads any more.
+/// Prints the line whenever it changes: at the core's whole minutes and when calendars, settings or reminders
+/// change. Ends when the program is asked to end or the reader of its output is gone.
 void followStatus(CommandContext& context, const StatusOptions& options, std::optional<double> within);
 
 }  // namespace hbr

@@ -1,6 +1,5 @@
 #include <Commands/StatusTemplate.h>
 
-#include <TimeAndText/NearestName.h>
 #include <TimeAndText/Text.h>
 
 #include <algorithm>
@@ -9,7 +8,7 @@ namespace hbr {
 
 namespace {
 
-/// Without what stands between "<" and ">".
+/// Without markup, from "<" to ">".
 std::size_t visibleLength(std::string_view text) {
     std::string visible;
     while (!text.empty()) {
@@ -28,13 +27,6 @@ std::size_t visibleLength(std::string_view text) {
 bool isPlaceholder(std::string_view name) {
     const auto& all = StatusTemplate::placeholders();
     return std::ranges::any_of(all, [name](const auto& one) { return one.name == name; });
-}
-
-[[noreturn]] void refuseName(const std::string& name) {
-    std::vector<std::string> names;
-    for (const auto& one : StatusTemplate::placeholders())
-        names.emplace_back(one.name);
-    throw TemplateRefusal("unknown placeholder {" + name + "}" + platform::proposal(name, names));
 }
 
 }  // namespace
@@ -66,11 +58,10 @@ StatusTemplate::StatusTemplate(std::string_view text) {
             text.remove_prefix(2);
         } else if (text.starts_with('{')) {
             const std::size_t end = text.find('}');
-            if (end == std::string_view::npos) {
-                throw TemplateRefusal("\"" + std::string(text) + "\" lacks its }; a brace is written {{");
-            }
+            if (end == std::string_view::npos)
+                throw TemplateError{TemplateError::Kind::unclosedBrace, std::string(text)};
             std::string name(text.substr(1, end - 1));
-            if (!isPlaceholder(name)) refuseName(name);
+            if (!isPlaceholder(name)) throw TemplateError{TemplateError::Kind::unknownPlaceholder, name};
             if (!literal.empty()) pieces_.push_back({false, std::move(literal)});
             literal.clear();
             pieces_.push_back({true, std::move(name)});

@@ -12,11 +12,11 @@ namespace hbr {
 
 namespace {
 
-/// Why the value does not read as a T; nothing when it does.
+/// Why the value cannot be read as a T; nothing when it can.
 template <class T>
 std::optional<std::string> fault(const platform::PropertyValue& value) {
     const auto* data = value.asData();
-    if (!data) return "it is not stored as data";
+    if (!data) return "the stored value is not data";
     try {
         decodeJsonData<T>(*data);
         return std::nullopt;
@@ -48,10 +48,10 @@ bool hasReadableReminders(const platform::DefaultsDomain& shared) {
 std::vector<platform::Diagnostic> unreadableRecords(const platform::DefaultsDomain& shared) {
     std::vector<platform::Diagnostic> found;
     if (const auto reason = remindersFault(shared)) {
-        found.push_back(
-            diagnostic(shared, CustomRemindersStore::storageKey,
-                       "your own reminders cannot be read (" + *reason +
-                           "); they are ignored. Start again with: heedbanner reminders remove --all"));
+        found.push_back(diagnostic(shared, CustomRemindersStore::storageKey,
+                                   "your own reminders cannot be read (" + *reason +
+                                       ") and are ignored. Remove them with: heedbanner reminders remove "
+                                       "--all"));
     }
     if (const auto hidden = shared.value(HiddenOccurrencesStore::storageKey)) {
         const auto texts = hidden->asStrings();
@@ -66,17 +66,17 @@ std::vector<platform::Diagnostic> unreadableRecords(const platform::DefaultsDoma
     const auto* entries = stored->asDictionary();
     if (!entries) {
         found.push_back(diagnostic(shared, EventSettingsStore::storageKey,
-                                   "the settings of single events are not a dictionary; they are ignored. "
-                                   "Start again with: heedbanner event reset --all"));
+                                   "the settings of single events are not a dictionary and are ignored. "
+                                   "Remove them with: heedbanner event reset --all"));
         return found;
     }
     for (const auto& [identifier, entry] : *entries) {
         const auto reason = fault<EventSettings>(entry);
         if (!reason) continue;
-        const std::string whose = entry.asData() ? "they are ignored" : "those of all events are ignored";
+        const std::string ignored = entry.asData() ? "they are ignored" : "those of all events are ignored";
         found.push_back(diagnostic(shared, EventSettingsStore::storageKey,
                                    "the settings of event " + identifier + " cannot be read (" + *reason +
-                                       "); " + whose + ". Remove them with: heedbanner event reset " +
+                                       "); " + ignored + ". Remove them with: heedbanner event reset " +
                                        identifier));
     }
     return found;

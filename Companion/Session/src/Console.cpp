@@ -104,19 +104,9 @@ std::optional<std::string> Console::ask(std::string_view question) const {
     return platform::trimmed(answer);
 }
 
-bool Console::confirm(std::string_view question) const {
-    while (true) {
-        const auto typed = ask(std::string(question) + " [Y/n]");
-        if (!typed) return false;
-        const std::string answer = platform::lowercased(*typed);
-        if (answer.empty() || answer == "y" || answer == "yes") return true;
-        if (answer == "n" || answer == "no") return false;
-    }
-}
-
 std::optional<std::size_t> Console::askNumber(std::string_view question, std::size_t last) const {
     while (true) {
-        const auto typed = ask(std::string(question) + " [1-" + std::to_string(last) + "]");
+        const auto typed = ask(question);
         if (!typed) return std::nullopt;
         std::size_t number = 0;
         const auto [end, error] = std::from_chars(typed->data(), typed->data() + typed->size(), number);

@@ -5,6 +5,7 @@
 #include <Setup/PathExpansion.h>
 #include <System/Files.h>
 #include <TimeAndText/Text.h>
+#include <Words/CompanionText.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -18,10 +19,12 @@ namespace fs = std::filesystem;
 class ProgramSearch {
   public:
     explicit ProgramSearch(const platform::Environment& environment)
-        : home_(environment.homeDirectory), config_(environment.configDirectory.parent_path()) {}
+        : environment_(environment),
+          home_(environment.homeDirectory),
+          config_(environment.configDirectory.parent_path()) {}
 
     FoundCandidates run() {
-        // What is named there counts alone, for vdirsyncer too.
+        // Where the variable is set, vdirsyncer reads no other file.
         const char* named = std::getenv("VDIRSYNCER_CONFIG");
         readVdirsyncer(named && *named
                            ? expandedPath(named, home_)
@@ -33,7 +36,7 @@ class ProgramSearch {
     }
 
   private:
-    /// As these programs do it: the first one that is there counts alone.
+    /// The first one that exists, as in these programs.
     static fs::path firstOf(const std::vector<fs::path>& files) {
         std::error_code ignored;
         const auto there = std::find_if(files.begin(), files.end(),
@@ -47,15 +50,19 @@ class ProgramSearch {
         constexpr std::uintmax_t longest = 1 << 20;
         const auto text = platform::readRegularFile(file, error, longest);
         if (text) return readSections(*text);
-        found_.notes.push_back(withTilde(file, home_) + " (" + program +
-                               ") cannot be read: " + error.message());
+        note("Setup.program.unreadable", {withTilde(file, home_), program, error.message()});
         return {};
+    }
+
+    void note(std::string_view key, const std::vector<std::string>& texts) {
+        found_.notes.push_back(
+            companionText(environment_, key, std::vector<L10n::FormatArgument>(texts.begin(), texts.end())));
     }
 
     void add(const std::string& program, const std::string& path, LocationCandidate candidate) {
         const fs::path pattern = home_ / expandedPath(path, home_);
         candidate.knownFrom = {program};
-        // All folders of one folder: that folder itself, so that those to come count too.
+        // For all folders of one folder that folder itself, so that later ones are included.
         const auto last = pattern.has_filename() ? pattern.filename() : pattern.parent_path().filename();
         const auto parent =
             pattern.has_filename() ? pattern.parent_path() : pattern.parent_path().parent_path();
@@ -65,8 +72,7 @@ class ProgramSearch {
             candidate.location = match;
             std::error_code ignored;
             if (!fs::exists(fs::symlink_status(match, ignored))) {
-                found_.notes.push_back(program + " names " + withTilde(match, home_) +
-                                       ", which is not there (yet)");
+                note("Setup.program.missing", {program, withTilde(match, home_)});
             } else {
                 found_.candidates.push_back(candidate);
             }
@@ -84,8 +90,7 @@ class ProgramSearch {
             if (!section.name.starts_with("storage ") || !isOnDisk) continue;
             auto path = section.value("path");
             if (!path) {
-                found_.notes.push_back("vdirsyncer's [" + section.name +
-                                       "] has no plain path; name its folder: heedbanner setup FOLDER");
+                note("Setup.program.noPath", {section.name});
                 continue;
             }
             // A single file's "%s" stands for the names of its collections.
@@ -112,6 +117,7 @@ class ProgramSearch {
         }
     }
 
+    const platform::Environment& environment_;
     const fs::path home_;
     const fs::path config_;
     FoundCandidates found_;

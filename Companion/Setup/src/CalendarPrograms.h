@@ -5,8 +5,8 @@
 
 namespace hbr {
 
-/// What the configurations of vdirsyncer, khal and khard of this user name: storages on disk, calendars,
-/// address books. Relative paths in them count from the home folder.
+/// Storages on disk, calendars and address books from this user's configurations of vdirsyncer, khal and
+/// khard. Relative paths there start at the home folder.
 FoundCandidates placesOfCalendarPrograms(const platform::Environment& environment);
 
 }  // namespace hbr

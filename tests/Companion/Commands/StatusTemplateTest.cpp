@@ -27,7 +27,7 @@ TEST(StatusTemplate, PutsEscapedValuesIntoItsOwnText) {
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(filled(text), expected);
     for (const char* bad : {"{titel}", "{", "{title", "{}", "{Title}"})
-        EXPECT_THROW(StatusTemplate{bad}, TemplateRefusal) << bad;
+        EXPECT_THROW(StatusTemplate{bad}, TemplateError) << bad;
 }
 
 TEST(StatusTemplate, ShortensTheTitleFirstAndKeepsMarkupWhole) {

@@ -81,11 +81,11 @@ TEST(WhenText, ReadsWhatPeopleTypeInEveryShippedLanguage) {
 TEST(WhenText, RefusesWhatIsAmbiguousPastOrIncompleteAndSaysWhatToType) {
     const test::TestEnvironment world("2026-11-25T09:00:00Z");
     const std::pair<const char*, const char*> cases[] = {
-        {"9:00", "09:00 today is past; type \"tomorrow 09:00\""},
-        {"10:00", "is past"},
-        {"today 9:00", "2026-11-25 09:00 is past"},
-        {"2026-11-24 08:00", "2026-11-24 08:00 is past"},
-        {"2026-11-25T09:00:00Z", "is past"},
+        {"9:00", "09:00 today is in the past; if you mean tomorrow, type \"tomorrow 09:00\""},
+        {"10:00", "is in the past"},
+        {"today 9:00", "2026-11-25 09:00 is in the past"},
+        {"2026-11-24 08:00", "2026-11-24 08:00 is in the past"},
+        {"2026-11-25T09:00:00Z", "is in the past"},
         {"12/1/2026 8:00", "type 2026-12-01 or 2026-01-12"},
         {"12/1 8:00", "type 12.1. for day 12 of month 1, or 1.12."},
         {"10.11", "can be a day or a time: type 10.11. or 10:11"},
@@ -94,7 +94,7 @@ TEST(WhenText, RefusesWhatIsAmbiguousPastOrIncompleteAndSaysWhatToType) {
         {"tomorrow 9", "\"9\" alone is ambiguous; type 9:00, 9am or 9pm"},
         {"tomorrow", "the time of day is missing; type for example \"tomorrow 9:00\""},
         {"fri", "the time of day is missing"},
-        {"midnight", "can begin or end a day"},
+        {"midnight", "can be the beginning or the end of a day"},
         {"thu 27 november 2026 9:00", "2026-11-27 is another day of the week"},
         {"2026-02-30 9:00", "there is no 2026-02-30"},
         {"31.2. 9:00", "there is no 02-31"},
@@ -102,15 +102,15 @@ TEST(WhenText, RefusesWhatIsAmbiguousPastOrIncompleteAndSaysWhatToType) {
         {"14pm", "there is no time"},
         {"tomorrow 9:60", "there is no time"},
         {"tomorrow fri 9:00", "is another day of the week"},
-        {"tomorrow 9:00 10:00", "two times of day"},
+        {"tomorrow 9:00 10:00", "there are two times of day"},
         {"in 20m tomorrow", "do not go together"},
-        {"in 0m", "longer than nothing"},
+        {"in 0m", "longer than zero"},
         {"in 999999999 weeks", "too far away"},
         {"in 20", "\"20\" has no unit; type 20m or 20h"},
         {"tomorow 9:00", "did you mean \"tomorrow\"?"},
         {"-5m", "not understood"},
         {"99999999999 m", "not understood"},
-        {"", "no moment is named"}};
+        {"", "there is no time in it"}};
     for (const auto& [text, expected] : cases) {
         EXPECT_THAT(read(world, text), ::testing::AllOf(HasSubstr("refused"), HasSubstr(expected))) << text;
     }
@@ -128,7 +128,7 @@ TEST(WhenText, ATimeThatTheClocksSkipOrRepeatIsRefused) {
     EXPECT_EQ(hbr::whenOf("2026-10-25T02:30:00+01:00", *autumn.ref()), test::at("2026-10-25T01:30:00Z"));
     // Half an hour back, and the first reading lies before the change.
     const test::TestEnvironment island("2026-04-04T03:00:00Z", "Australia/Lord_Howe");
-    EXPECT_THAT(read(island, "tomorrow 1:45"), HasSubstr("comes twice"));
+    EXPECT_THAT(read(island, "tomorrow 1:45"), HasSubstr("exists twice"));
     EXPECT_EQ(read(island, "tomorrow 1:15"), "2026-04-05 01:15");
     // A length of time knows no clock.
     EXPECT_THROW(hbr::afterLength("tomorrow 9:00", *island.ref()), hbr::WhenRefusal);

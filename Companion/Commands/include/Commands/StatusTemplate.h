@@ -4,17 +4,19 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace hbr {
 
-/// Why a text is no template: says what to type instead.
-class TemplateRefusal : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
+/// What is wrong with the text of a template.
+struct TemplateError {
+    enum class Kind { unknownPlaceholder, unclosedBrace };
+
+    Kind kind;
+    /// The placeholder's name; the text from the brace on.
+    std::string text;
 };
 
 /// A line for a bar with placeholders in it: "{title}, {when}"; "{{" and "}}" stand for braces.
@@ -26,26 +28,26 @@ class StatusTemplate {
     };
     static const std::vector<Placeholder>& placeholders();
 
-    /// Throws TemplateRefusal.
+    /// Throws TemplateError.
     explicit StatusTemplate(std::string_view text);
 
     using Values = std::map<std::string, std::string, std::less<>>;
-    /// Values go through `escape`, the template's own text stands as it is. With `maxLength` the title is
-    /// shortened, and where that is not enough the other values from the last one on, until the line has so
-    /// many characters; markup ("<b>") in the template's own text is not counted.
+    /// Values go through `escape`; the template's own text is printed unchanged. A line of more than
+    /// `maxLength` characters is shortened: first the title, then the other values, the last one first.
+    /// Markup ("<b>") in the template's own text is not counted.
     std::string text(const Values& values, const std::function<std::string(std::string_view)>& escape,
                      std::optional<std::size_t> maxLength = {}) const;
 
   private:
     struct Piece {
-        /// A placeholder's name, else text.
+        /// `text` is a placeholder's name.
         bool isPlaceholder = false;
         std::string text;
     };
     std::vector<Piece> pieces_;
 };
 
-/// Cut to so many characters, the last of them an ellipsis.
+/// A longer text is cut to that many characters, the last of them an ellipsis.
 std::string shortened(std::string_view text, std::size_t maxLength);
 
 }  // namespace hbr

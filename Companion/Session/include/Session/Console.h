@@ -9,8 +9,8 @@
 
 namespace hbr {
 
-/// Where answers (standard output) and everything else (standard error) go. Colours and weights appear only
-/// on a terminal that wants them.
+/// The program's output: answers on standard output, everything else on standard error. Colours and weights
+/// are used only on a terminal that supports them.
 class Console {
   public:
     /// The process's own streams.
@@ -21,22 +21,20 @@ class Console {
     /// True when a question can be asked: a person reads standard error and types on standard input.
     bool isInteractive() const;
     bool hasColors() const { return colors_; }
-    /// Columns of the terminal that standard output is; nothing when it is none.
+    /// Columns of the terminal; nothing when standard output is not a terminal.
     std::optional<int> width() const;
 
     std::string bold(std::string_view text) const { return styled(text, "1"); }
     std::string faint(std::string_view text) const { return styled(text, "2"); }
-    /// In 24 bits where the terminal says that it has them, else in the nearest of 256 colours.
+    /// In 24-bit colour where the terminal announces it, else in the nearest of 256 colours.
     std::string colored(std::string_view text, const platform::Color& color) const;
     bool hasLinks() const { return links_; }
-    /// Opens the address where it is clicked; the text alone where there are no such links.
+    /// A text that opens the address when clicked; only the text where the terminal has no links.
     std::string linked(std::string_view text, std::string_view url) const;
 
-    /// Asks on standard error; an empty answer means yes, the end of input no.
-    bool confirm(std::string_view question) const;
-    /// Asks on standard error; the line that was typed, trimmed, or nothing at the end of input.
+    /// Asks on standard error. The line that was typed, trimmed; nothing at the end of input.
     std::optional<std::string> ask(std::string_view question) const;
-    /// Asks on standard error for a number from 1 to `last`; nothing at the end of input.
+    /// Asks until the answer is a number from 1 to `last`; nothing at the end of input.
     std::optional<std::size_t> askNumber(std::string_view question, std::size_t last) const;
     /// "heedbanner: TEXT" on standard error.
     void complain(std::string_view text) const;
