@@ -9,8 +9,8 @@
 
 namespace hbr {
 
-/// name, location, addresses, isDelegate, kind, readable, problem, collections (location, calendar,
-/// taskList, files, events, tasks).
+/// name, location, addresses, isDelegate, kind, readable, problem, collections (location, calendar, taskList,
+/// files, events, tasks).
 platform::JsonValue accountJson(const platform::AccountReport& report);
 
 /// An array of name, location, readable, problem, files, contacts.

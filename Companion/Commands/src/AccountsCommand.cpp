@@ -27,7 +27,7 @@ std::string joined(const std::vector<std::string>& texts) {
     return all;
 }
 
-/// The sources: added, removed, renamed, read again.
+/// Adds, removes, renames and refreshes accounts.
 class AccountsCommand final : public CommandWithActions<AccountsCommand> {
   public:
     AccountsCommand() : CommandWithActions(&AccountsCommand::list) {}

@@ -13,7 +13,7 @@ namespace hbr {
 
 namespace {
 
-/// Current and upcoming events, as the widgets know them.
+/// Lists current and upcoming events, as in the widgets.
 class AgendaCommand final : public Command {
   public:
     std::string_view name() const override { return "agenda"; }

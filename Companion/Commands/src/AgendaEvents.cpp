@@ -10,7 +10,8 @@ std::vector<AgendaEvent> agendaOf(const EventLists& lists) {
     for (auto&& event : lists.underWay())
         all.push_back({AgendaState::current, std::move(event)});
     for (auto&& event : lists.upcoming()) {
-        // An alert that is due now is scheduled and pending. Lists share the events of calendars.
+        // An event whose alert is due now is in both the scheduled and the pending list; the lists share the
+        // events.
         const bool isPending = std::ranges::find(lists.pending, event) != lists.pending.end() ||
                                std::ranges::any_of(lists.pendingAppleReminders,
                                                    [&](const EventRef& task) { return *task == *event; });

@@ -20,8 +20,7 @@ struct AgendaEvent {
 /// Current events first, then by start.
 std::vector<AgendaEvent> agendaOf(const EventLists& lists);
 
-/// What a reload lists, current events first, then by start. With `days` as if the settings said so many
-/// days.
+/// What a reload lists, current events first, then by start. `days` overrides the days of the settings.
 std::vector<AgendaEvent> agendaEvents(CommandContext& context, std::optional<int> days);
 
 }  // namespace hbr

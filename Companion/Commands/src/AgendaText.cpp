@@ -17,7 +17,7 @@ namespace {
 
 constexpr platform::Color orange = platform::Color::hex(0xE16C10);
 
-/// Beyond this many columns the eye loses the line.
+/// Longer lines are hard to read.
 constexpr int widest = 100;
 constexpr int narrowest = 40;
 
@@ -56,7 +56,7 @@ class AgendaWriter {
         return dayHeading(one.event->startDate, now_, formatters_);
     }
 
-    /// What is under way or about to begin stands out, also without colours.
+    /// Marks events under way or about to begin, also without colours.
     std::string marker(AgendaState state) const {
         switch (state) {
             case AgendaState::current:
@@ -79,14 +79,14 @@ class AgendaWriter {
         return formatters_.relativeDefault().string(one.event->startDate, now_);
     }
 
-    /// The marker, the time and the calendar's colour, which every line of an event shares.
+    /// The marker, the time and the calendar's colour in front of every line of an event.
     std::string margin(const AgendaEvent* one, const Event& event) const {
         return (one ? marker(one->state) + " " + padded(timeSpan(event, formatters_), timeWidth_)
                     : std::string(timeWidth_ + 2, ' ')) +
                " " + console_.colored("▌", event.color) + " ";
     }
 
-    /// Everything, on lines as long as they get: for pipes.
+    /// For pipes: everything, on lines of any length.
     void addEvent(const AgendaEvent& one) {
         const Event& event = *one.event;
         text_ += margin(&one, event) + titleOf(event, formatters_.environment());
@@ -104,7 +104,7 @@ class AgendaWriter {
         }
     }
 
-    /// For a terminal: title and distance on one line, what else there is on the next.
+    /// For a terminal: title and distance on one line, the rest on the next.
     void addEventOfWidth(const AgendaEvent& one, std::size_t width) {
         const Event& event = *one.event;
         const bool isCurrent = one.state == AgendaState::current;
@@ -139,7 +139,7 @@ class AgendaWriter {
         return console_.colored(bar, orange) + console_.faint(rest);
     }
 
-    /// The calls first: they are what is clicked. Cut off where the line ends.
+    /// The calls first, because they are clicked. Cut off at the end of the line.
     std::string detailsOfWidth(const Event& event, std::size_t room) const {
         std::string details;
         const auto add = [&](const std::string& plain, const std::string& address) {
@@ -160,13 +160,13 @@ class AgendaWriter {
         return details;
     }
 
-    /// A place that is an address of a call is shown as the link already.
+    /// A place that is the address of a call is already shown as the link.
     static std::string placeOf(const Event& event) {
         const std::string place = onOneLine(event.location.value_or(""));
         return place.find("://") == std::string::npos ? place : "";
     }
 
-    /// The one that was chosen, else all.
+    /// The chosen call, else all.
     std::vector<const VideoConferenceLink*> linksOf(const Event& event) const {
         const auto chosen = defaultVideoConferenceLink(event, core_.eventSettings().customSettings(event.id));
         std::vector<const VideoConferenceLink*> links;
@@ -184,7 +184,7 @@ class AgendaWriter {
     const Formatters& formatters_;
     platform::Date now_;
     bool withIds_;
-    /// Of the terminal; none for a pipe.
+    /// Columns of the terminal; none for a pipe.
     std::optional<std::size_t> width_;
     std::size_t timeWidth_ = 0;
     std::string text_;
@@ -206,7 +206,7 @@ std::string dayHeading(platform::Date day, platform::Date now, const Formatters&
 
 std::string timeSpan(const Event& event, const Formatters& formatters) {
     if (isAnyReminder(event)) return formattedStartTime(event, formatters);
-    // An end on a later day says by how many; midnight still belongs to the evening before it.
+    // An end on a later day shows the number of days; midnight belongs to the day before it.
     const platform::Calendar& calendar = formatters.environment().calendar;
     const platform::Date end = event.endDate;
     int days = calendar.daysBetween(event.startDate, end);

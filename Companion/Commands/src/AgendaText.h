@@ -9,11 +9,11 @@ namespace hbr {
 
 /// "Today, Wed, Mar 4".
 std::string dayHeading(platform::Date day, platform::Date now, const Formatters& formatters);
-/// "9:00 AM – 10:00 AM", " +1" behind an end on the next day; of a reminder its moment.
+/// "9:00 AM – 10:00 AM", with " +1" after an end on the next day; one time for a reminder.
 std::string timeSpan(const Event& event, const Formatters& formatters);
 
-/// The agenda for a terminal or a pipe: what is under way, then each day with its events, each with its
-/// join link. With `withIds` every event carries its id.
+/// The agenda for a terminal or a pipe: what is under way, then each day with its events and their join
+/// links. With `withIds` every event has its id.
 std::string agendaText(CommandContext& context, const std::vector<AgendaEvent>& agenda, bool withIds);
 
 }  // namespace hbr

@@ -17,7 +17,7 @@ namespace hbr {
 
 namespace {
 
-/// The alerts to come.
+/// Lists future alerts.
 class AlertsCommand final : public Command {
   public:
     std::string_view name() const override { return "alerts"; }

@@ -7,8 +7,8 @@
 
 namespace hbr {
 
-/// What the user has, as values of commands' arguments: events, calendars, accounts, settings. Nothing is
-/// changed and nothing complained about.
+/// The user's events, calendars, accounts and settings as values of arguments. Changes nothing and reports no
+/// problems.
 class ArgumentCandidates {
   public:
     /// `program`: the path under which the program was started.

@@ -6,12 +6,12 @@
 
 namespace hbr {
 
-/// The call of the event that is meant: its only one, the one that the user chose for it, else the one chosen
-/// now on the terminal. Throws (nothing there to act on) when it has none, or several and nobody can be
-/// asked; the message then lists them.
+/// The call of the event to join: its only one, the one stored as the user's choice, else the one chosen now
+/// on the terminal. Throws CommandFailure (nothingThere) when it has no call, or when it has several and
+/// nobody can be asked; the message then lists them.
 VideoConferenceLink chosenCall(CommandContext& context, const Event& event);
 
-/// Opens the call and says so. Throws when nothing can open it.
+/// Opens the call and reports it. Throws when no program can open it.
 void joinCall(CommandContext& context, const Event& event);
 
 }  // namespace hbr

@@ -12,7 +12,7 @@
 
 namespace hbr {
 
-/// `calendars` and `reminder-lists`: lists them and chooses which are watched.
+/// `calendars` and `reminder-lists`: list them and choose which are watched.
 class CollectionsCommand final : public Command {
   public:
     explicit CollectionsCommand(platform::EKEntityType type) : type_(type) {}
@@ -31,7 +31,7 @@ class CollectionsCommand final : public Command {
     /// A text about calendars or task lists.
     std::string text(const CommandContext& context, const std::string& key,
                      std::initializer_list<L10n::FormatArgument> arguments = {}) const;
-    /// Where the keys of such texts begin.
+    /// The beginning of the keys of such texts.
     std::string keys() const { return isCalendars() ? "Calendars" : "TaskLists"; }
     ExitCode list(CommandContext& context, const std::vector<CollectionChoice>& choices) const;
     ExitCode change(CommandContext& context, const std::vector<CollectionChoice>& choices) const;

@@ -15,24 +15,24 @@ namespace hbr {
 
 class CommandContext;
 
-/// One command of the program. `declare` names its arguments once, before the command line is read; `run`
-/// acts on what was read.
+/// One command of the program. `declare` declares its arguments once, before the command line is read; `run`
+/// acts on them.
 class Command {
   public:
     virtual ~Command() = default;
 
     virtual std::string_view name() const = 0;
-    /// Heading under which the help lists it.
+    /// The heading under which the help lists it.
     virtual std::string_view group() const = 0;
     virtual std::string_view summary() const = 0;
-    /// Three lines as one would type them, with what they do.
+    /// Three example lines with what they do.
     virtual std::string_view examples() const = 0;
     virtual void declare(CLI::App& app) = 0;
-    /// False for a command that works without the calendars; none of their files is then opened.
+    /// False for a command that works without the calendars; their files are then not opened.
     virtual bool readsCalendars() const { return true; }
-    /// False for a command that follows the widgets, which show no delegated account.
+    /// False for a command that, like the widgets, shows no delegated accounts.
     virtual bool asksForAccess() const { return readsCalendars(); }
-    /// True for a command that goes on until it is told to end; asked after the command line was read.
+    /// True for a command that runs until it is asked to end. Called after the command line was read.
     virtual bool isLongLived() const { return false; }
     /// A failure is thrown as CommandFailure.
     virtual ExitCode run(CommandContext& context) = 0;

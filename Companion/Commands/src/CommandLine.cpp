@@ -16,8 +16,8 @@ using platform::commandsOf;
 using platform::generalOptions;
 using platform::optionsOf;
 
-/// General options are declared on every command, so that they may stand before and after its name without
-/// the commands' own arguments ever being taken for names of commands.
+/// General options are declared on every command, so that they are accepted before and after its name and an
+/// argument is never mistaken for a command.
 void declareGeneral(CLI::App& app, GeneralOptions& general) {
     app.set_help_flag("-h,--help", "Show this text")->group(generalOptions);
     app.add_flag_callback(

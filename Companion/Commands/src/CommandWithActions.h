@@ -8,7 +8,7 @@
 
 namespace hbr {
 
-/// A command whose next word says what to do ("rules add"); each such word is a member function of `Derived`.
+/// A command with actions ("rules add"); each action is a member function of `Derived`.
 template <class Derived>
 class CommandWithActions : public Command {
   public:
@@ -19,7 +19,7 @@ class CommandWithActions : public Command {
   protected:
     using Action = ExitCode (Derived::*)(CommandContext&);
 
-    /// `otherwise`: what the command does without such a word; null where one is required.
+    /// `otherwise`: what the command does without an action; null if an action is required.
     explicit CommandWithActions(Action otherwise) : action_(otherwise) {}
 
     CLI::App* add(CLI::App& app, const std::string& word, const std::string& summary, Action action) {

@@ -29,7 +29,7 @@ const CLI::Option* optionNamed(const CLI::App& app, const std::string& word) {
     return nullptr;
 }
 
-/// The words of a type that lists what it takes: "{a,b}".
+/// The words of a type that lists its values: "{a,b}".
 std::vector<Candidate> listedValues(const CLI::Option& option) {
     const std::string type = option.get_type_name();
     const auto open = type.find('{');
@@ -41,7 +41,7 @@ std::vector<Candidate> listedValues(const CLI::Option& option) {
     return values;
 }
 
-/// Where the last word stands: in which command, as an option's value, or as its n-th plain argument.
+/// The role of the last word: its command, and whether it is an option's value or the n-th plain argument.
 struct Place {
     const CLI::App* app;
     std::string command;

@@ -13,7 +13,7 @@ class App;
 
 namespace hbr {
 
-/// What a shell may put in a word's place.
+/// A possible completion of a word.
 struct Candidate {
     std::string word;
     std::string meaning;
@@ -23,12 +23,12 @@ struct Candidate {
 using ArgumentValues =
     std::function<std::vector<Candidate>(std::string_view command, std::string_view argument)>;
 
-/// What may stand for the last of `words`, the ones after the program's name: commands, options, or values.
-/// Only what begins like it; nothing where a file or free text is meant.
+/// Completions of the last of `words` (the words after the program's name): commands, options or values that
+/// begin like it. None where a file or free text is expected.
 std::vector<Candidate> completions(const CLI::App& root, const std::vector<std::string>& words,
                                    const ArgumentValues& values);
 
-/// Prints the candidates, one a line: the word, a tab, its meaning.
+/// Prints the candidates, one per line: the word, a tab, its meaning.
 ExitCode printCompletions(const std::vector<std::string>& words,
                           const std::vector<std::unique_ptr<Command>>& commands, const char* program);
 

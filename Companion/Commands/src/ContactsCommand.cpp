@@ -17,7 +17,7 @@ namespace {
 
 using platform::Account;
 
-/// Where the names and pictures of participants come from.
+/// The sources of participants' names and pictures.
 class ContactsCommand final : public CommandWithActions<ContactsCommand> {
   public:
     ContactsCommand() : CommandWithActions(&ContactsCommand::list) {}

@@ -71,14 +71,14 @@ class DoctorCommand final : public Command {
     }
 
   private:
-    /// Items are parsed when an interval touches them: two years around now touch what matters.
+    /// Items are parsed when a query touches them; two years around now cover what matters.
     static void readEverything(CommandContext& context) {
         const AggregatedEventStore& store = context.core().aggregatedEventStore();
         const platform::Calendar& calendar = context.environment()->calendar;
         const platform::Date from = calendar.addingDays(context.now(), -366);
         const platform::Date to = calendar.addingDays(context.now(), 366);
         store.events(from, to);
-        // Shared with the completion, which may outlive this call when the wait is given up.
+        // Shared with the completion handler, which outlives this call after a timeout.
         const auto isDone = std::make_shared<std::atomic<bool>>(false);
         store.reminders(from, to, [isDone](const auto&) {
             platform::MainQueue::shared().async([isDone] { isDone->store(true); });
@@ -87,8 +87,8 @@ class DoctorCommand final : public Command {
         platform::MainQueue::shared().runUntil([&] { return isDone->load(); }, patience);
     }
 
-    /// The copy is never replaced, so services that an update brings reach only those who know of them. No
-    /// fault: the user may have taken them out.
+    /// The user's copy is never replaced, so services of an update must be mentioned. A note only, because
+    /// the user may have removed them.
     static std::optional<platform::Diagnostic> missingServices(CommandContext& context) {
         const auto missing = servicesMissingFromCopy(*context.environment());
         if (missing.empty()) return std::nullopt;

@@ -65,7 +65,7 @@ class CardWriter {
 
     std::string word(std::string_view key) const { return companionText(formatters_.environment(), key); }
 
-    /// As the calendar has it; nothing for reminders.
+    /// The calendar's own record of the event; nothing for reminders.
     platform::EKEventRef storedOccurrence() const {
         if (event_.type != Event::EventType::calendarEvent) return nullptr;
         for (const auto& one : core_.aggregatedEventStore().events(event_.startDate, event_.endDate)) {
@@ -97,7 +97,7 @@ class CardWriter {
         if (isAnyReminder(event_)) return formattedStartTimeAndDate(event_, formatters_, now_);
         std::string text = formattedTimeAndDate(event_, formatters_, now_);
         if (!isCurrentEvent(event_, now_)) return text;
-        // Of an event under way that text names the end only.
+        // For an event under way, that text contains only the end.
         return formattedStartTimeAndDate(event_, formatters_, now_) + ", " + text;
     }
 
@@ -129,7 +129,7 @@ class CardWriter {
     void addParticipants() {
         std::vector<Participant> shown;
         for (auto& one : core_.contacts().participants(event_)) {
-            // The organizer stands among the attendees once more.
+            // The organizer is also among the attendees.
             const bool isShown = std::any_of(shown.begin(), shown.end(), [&](const Participant& other) {
                 return other.isOrganizer && other == one;
             });

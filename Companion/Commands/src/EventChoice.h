@@ -8,14 +8,14 @@
 
 namespace hbr {
 
-/// What the help says about the argument EVENT.
+/// The help text of the argument EVENT.
 inline constexpr const char* eventArgumentMeaning =
     "An id or its beginning, now, next, or a part of the title";
 
-/// The event meant by an id, an unambiguous beginning of one, "now", "next" or a part of its title: among
-/// what the widgets show, else among everything of last week and the next two months in the watched
-/// calendars, the watched tasks and the own reminders. Throws (nothing there to act on) when there is none,
-/// or several, which the message then lists.
+/// The event with this id, unambiguous beginning of an id, "now", "next" or part of a title. Searches what
+/// the widgets show, then everything of last week and the next two months in the watched calendars, the
+/// watched tasks and the own reminders. Throws CommandFailure (nothingThere) when there is none or when there
+/// are several, which the message lists.
 Event chosenEvent(CommandContext& context, const std::string& wanted);
 
 /// A line for each: when, title, calendar, id.

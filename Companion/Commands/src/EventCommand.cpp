@@ -18,7 +18,7 @@ namespace hbr {
 
 namespace {
 
-/// What the user chose for single events.
+/// Settings of single events.
 class EventCommand final : public CommandWithActions<EventCommand> {
   public:
     EventCommand() : CommandWithActions(nullptr) {}
@@ -140,7 +140,7 @@ class EventCommand final : public CommandWithActions<EventCommand> {
             context.console().out() << companionText(*context.environment(), "Event.allForgotten") << "\n";
             return ExitCode::done;
         }
-        // The event itself may be long gone.
+        // The event itself may no longer exist.
         if (isStored(context)) {
             requireStored(store.deleteCustomSettings(wanted_) && hidden.showAll(wanted_, context.now()),
                           context);
@@ -155,7 +155,7 @@ class EventCommand final : public CommandWithActions<EventCommand> {
         return ExitCode::done;
     }
 
-    /// Whether there is an entry of just that id, readable or not.
+    /// Whether there is an entry with exactly that id, readable or not.
     bool isStored(CommandContext& context) const {
         if (!context.core().hiddenOccurrences().of(wanted_).all().empty()) return true;
         const auto stored = context.core().sharedDomain()->value(EventSettingsStore::storageKey);
@@ -163,7 +163,7 @@ class EventCommand final : public CommandWithActions<EventCommand> {
         return entries && entries->find(wanted_);
     }
 
-    /// An entry of another kind beside it makes none of them count.
+    /// One entry of the wrong type makes the whole dictionary unreadable.
     static void requireReadable(CommandContext& context, const Event& event) {
         if (context.core().eventSettings().customSettings(event.id)) return;
         throw CommandFailure(ExitCode::failed, context.core().sharedDomain()->file().string() + ": " +

@@ -17,7 +17,7 @@ namespace hbr {
 
 namespace {
 
-/// A title is looked for near today first, then farther than any setting reaches.
+/// A title is searched near today first, then beyond what any setting shows.
 constexpr std::pair<int, int> searchedDays[] = {{-7, 60}, {-366, 740}};
 
 std::vector<SkippedItem> skippedNow(CommandContext& context) {
@@ -54,7 +54,7 @@ std::vector<Event> outlinesOf(const std::vector<ListableItem>& items) {
     return outlines;
 }
 
-/// Everything of the days from `first` to before `last`, counted from `day`.
+/// Everything on the days from `first` until before `last`, relative to `day`.
 std::vector<ListableItem> itemsOfDays(CommandContext& context, platform::Date day, int first, int last) {
     const platform::Calendar& calendar = context.environment()->calendar;
     const auto start = [&](int days) { return calendar.startOfDay(calendar.addingDays(day, days)); };

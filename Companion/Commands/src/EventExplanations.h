@@ -12,7 +12,7 @@ namespace hbr {
 /// An explainer that knows which calendars the user has decided about.
 EventExplainer eventExplainer(CommandContext& context);
 
-/// What is not shown of one day.
+/// What is not shown on one day.
 struct DayExplanations {
     std::size_t shownCount = 0;
     /// Events, tasks and own reminders of that day, then what could not be read at all.
@@ -26,13 +26,12 @@ struct DayExplanations {
 
 DayExplanations dayExplanations(CommandContext& context, platform::Date day);
 
-/// The explanation of the event meant by an id, the beginning of one, "now", "next" or a part of its title,
-/// watched or not; with `day` of its occurrence on that day. Throws (nothing there to act on) as
-/// `chosenEvent` does.
+/// The explanation of the event with this id, beginning of an id, "now", "next" or part of a title, watched
+/// or not; with `day`, of its occurrence on that day. Throws like `chosenEvent`.
 EventExplanation chosenExplanation(CommandContext& context, const std::string& wanted,
                                    std::optional<platform::Date> day);
 
-/// The explanation of that very event; nothing when it is in no calendar.
+/// The explanation of exactly that event; nothing when it is not in any calendar.
 std::optional<EventExplanation> explanationOf(CommandContext& context, const Event& event);
 
 }  // namespace hbr

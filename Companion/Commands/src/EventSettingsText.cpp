@@ -100,7 +100,7 @@ class SettingsWriter {
         return word(isHidden() ? "EventSettings.leftOut.one" : "EventSettings.leftOut.no");
     }
 
-    /// How long before the start, and who says so.
+    /// How long before the start, and where that is set.
     std::string lead() const {
         if (const auto reminder = ownReminder()) {
             return word("EventSettings.lead.reminder",
@@ -128,7 +128,7 @@ class SettingsWriter {
     }
 
     /// Why no alert is planned at that moment; empty when one is. The event may be declined, all-day, beyond
-    /// the days that are looked at and so on.
+    /// the days shown and so on.
     std::string causeOfNone(platform::Date moment) const {
         const auto explanation = explanationOf(context_, event_);
         if (!explanation) return word("EventSettings.inNoCalendar");
@@ -163,7 +163,7 @@ class SettingsWriter {
     const Formatters& formatters_;
     AlertSettings settings_;
     std::optional<EventSettings> own_;
-    /// Of its series.
+    /// Those of its series.
     HiddenOccurrences hidden_;
     std::optional<Occurrence> occurrence_;
     platform::Date now_;

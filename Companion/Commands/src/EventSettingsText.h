@@ -7,11 +7,11 @@
 
 namespace hbr {
 
-/// What holds for one event and where it comes from: whether it alerts, when, and which call is joined.
+/// The settings that apply to one event and where they come from: whether and when it alerts, and which call
+/// is joined.
 std::string eventSettingsText(CommandContext& context, const Event& event);
 
-/// {"event", "settings" (when there are some), "alertDate" (when it is still to come),
-/// "defaultConferenceUrl" (when there is one)}.
+/// {"event", "settings" (if any), "alertDate" (if in the future), "defaultConferenceUrl" (if any)}.
 platform::JsonValue eventSettingsJson(CommandContext& context, const Event& event);
 
 }  // namespace hbr

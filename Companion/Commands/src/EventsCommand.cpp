@@ -39,7 +39,7 @@ platform::JsonValue storedEventJson(const platform::EKEvent& event, const VideoC
     return json;
 }
 
-/// What the store holds in an interval, before any rule.
+/// Lists what the store contains in an interval, before any rule.
 class EventsCommand final : public Command {
   public:
     std::string_view name() const override { return "events"; }
@@ -74,7 +74,7 @@ class EventsCommand final : public Command {
         const auto events = core.aggregatedEventStore().events(from, to);
         std::ostream& out = context.console().out();
         if (json_) {
-            // One event a line, so that long answers can be read and compared.
+            // One event per line, so that long answers can be read and compared.
             out << "[";
             for (std::size_t i = 0; i < events.size(); ++i) {
                 out << (i == 0 ? "\n" : ",\n") << writeJson(storedEventJson(*events[i], core.parser()));

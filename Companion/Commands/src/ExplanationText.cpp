@@ -60,7 +60,7 @@ std::string timesOf(const EventExplanation& explanation, const Formatters& forma
     return timeSpan(*explanation.event, formatters);
 }
 
-/// All commands that are needed, in one line; nothing where a cause has none.
+/// All the commands needed, on one line; nothing if a cause has no command.
 std::string remedy(const EventExplanation& explanation) {
     std::string commands;
     for (const auto& cause : explanation.causes()) {

@@ -8,13 +8,13 @@
 
 namespace hbr {
 
-/// One explanation in full: whether it is listed, what would change that, what each rule decided.
+/// One full explanation: whether the event is listed, what would change that, what each rule decided.
 std::string explanationText(CommandContext& context, const EventExplanation& explanation);
 
-/// What is not listed, item after item with its causes; what is merely over stands together at the end.
+/// Everything that is not listed, with its causes; past events are grouped at the end.
 std::string explanationsText(CommandContext& context, const std::vector<EventExplanation>& explanations);
 
-/// The first cause that no command changes, else the first; the explanation must have one.
+/// The first cause that no command can change, else the first cause. There must be a cause.
 RuleVerdict mainCause(const EventExplanation& explanation);
 
 }  // namespace hbr

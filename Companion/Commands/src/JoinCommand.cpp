@@ -15,7 +15,7 @@ namespace hbr {
 
 namespace {
 
-/// Joins the call that one means now.
+/// Joins the call that is most likely meant now.
 class JoinCommand final : public Command {
   public:
     std::string_view name() const override { return "join"; }

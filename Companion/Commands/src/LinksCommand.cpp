@@ -52,7 +52,7 @@ platform::JsonValue detectedLinks(const std::string& text) {
     return array;
 }
 
-/// Which links are found in a text.
+/// Prints the links found in a text.
 class LinksCommand final : public Command {
   public:
     std::string_view name() const override { return "links"; }
@@ -72,7 +72,7 @@ class LinksCommand final : public Command {
 
     ExitCode run(CommandContext& context) override {
         const std::string text = platform::sanitizedUtf8(read());
-        // The parser alone: no calendar is read for this.
+        // Only the parser; no calendar is read.
         const auto answer = all_ ? detectedLinks(text)
                                  : conferenceLinks(text, VideoConferenceLinkParser(context.environment()));
         context.console().out() << writeJson(answer, 2) << "\n";

@@ -12,7 +12,7 @@ namespace hbr {
 
 namespace {
 
-/// Each with the starts by which it can be named.
+/// Each occurrence with the starts that name it.
 std::map<Occurrence, std::set<platform::Date>> candidates(CommandContext& context, const Event& series,
                                                           platform::Date day, bool isHidden) {
     const platform::Calendar& calendar = context.environment()->calendar;

@@ -8,9 +8,9 @@
 
 namespace hbr {
 
-/// The occurrence of the event's series that `when` names: a moment, which is its start or the one that the
-/// series gives it, or a day on which only one begins. With `isHidden` only those that the user left out,
-/// also where the calendar no longer has them. Throws CommandFailure.
+/// The occurrence of the event's series that `when` names: by its start, by its original start in the series,
+/// or by a day on which only one occurrence begins. With `isHidden` only occurrences that the user left out,
+/// including those that are no longer in the calendar. Throws CommandFailure.
 Occurrence chosenOccurrence(CommandContext& context, const Event& series, const std::string& when,
                             bool isHidden);
 

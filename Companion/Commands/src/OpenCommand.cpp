@@ -15,7 +15,7 @@ namespace hbr {
 
 namespace {
 
-/// Acts on a deep link, as the desktop asks for it when one is opened anywhere.
+/// Acts on a deep link. The desktop runs it when such a link is opened anywhere.
 class OpenCommand final : public Command {
   public:
     std::string_view name() const override { return "open"; }
@@ -42,7 +42,7 @@ class OpenCommand final : public Command {
             throw CommandFailure(ExitCode::wrongUsage,
                                  companionText(*context.environment(), "Open.refused", {onOneLine(url_)}));
         }
-        // Own reminders have links too, so accounts are asked for only when nothing was found.
+        // Own reminders have links too, so missing accounts matter only when nothing was found.
         reloadAndWait(context.core());
         const DeepLinkActions actions(context.core());
         const DeepLinkOutcome outcome = link->destination() == DeepLinkDestination::viewInCalendar
@@ -58,7 +58,7 @@ class OpenCommand final : public Command {
     }
 
   private:
-    /// By the program of the desktop, where it runs or the session can start it.
+    /// Shows it in the desktop program, if that runs or the session can start it.
     static bool isShownOnDesktop(const platform::Url& url) {
         const platform::SessionApplicationClient desktop(desktopApplication::identifier);
         return desktop.isReachable() && !desktop.open({url});

@@ -10,7 +10,7 @@ namespace hbr {
 
 void ProgramDiagnostics::report(platform::Diagnostic diagnostic) {
     if (verbose_) {
-        // One write, so that lines of several threads do not mix.
+        // One write per line, so that lines of several threads do not mix.
         const std::string line = "heedbanner: " + std::string(severityName(diagnostic.severity)) + ": " +
                                  onOneLine(describe(diagnostic)) + "\n";
         std::cerr.write(line.data(), static_cast<std::streamsize>(line.size()));

@@ -7,7 +7,8 @@
 
 namespace hbr {
 
-/// Collects what the lower layer reports; with `verbose` each is also written to standard error at once.
+/// Collects the diagnostics of the lower layers; with `verbose` each is also written to standard error at
+/// once.
 class ProgramDiagnostics final : public platform::DiagnosticsSink {
   public:
     explicit ProgramDiagnostics(bool verbose) : verbose_(verbose) {}
@@ -15,8 +16,8 @@ class ProgramDiagnostics final : public platform::DiagnosticsSink {
     void report(platform::Diagnostic diagnostic) override;
     /// Each once, in the order of the first report.
     std::vector<platform::Diagnostic> all() const { return collected_.all(); }
-    /// One line that counts the warnings and points to `doctor`; empty when there are none or when they
-    /// were written already.
+    /// One line that counts the warnings and points to `doctor`; empty when there are none or when they were
+    /// already written.
     std::string summary(const platform::Environment& environment) const;
 
   private:

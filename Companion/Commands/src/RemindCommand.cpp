@@ -13,7 +13,7 @@ namespace hbr {
 
 namespace {
 
-/// Makes an own reminder and tells how its moment was read.
+/// Makes an own reminder and prints how its moment was understood.
 class RemindCommand final : public Command {
   public:
     std::string_view name() const override { return "remind"; }
@@ -42,7 +42,7 @@ class RemindCommand final : public Command {
             throw CommandFailure(ExitCode::wrongUsage,
                                  companionText(*context.environment(), "Remind.sayWhen"));
         }
-        // Before the moment is read, so that "in 20m" is not told as 19 minutes and some seconds.
+        // Before the moment is read, so that "in 20m" is not printed as 19 minutes.
         const platform::Date now = context.now();
         const std::int64_t lead = leadOfOption("remind: --lead", lead_, *context.environment());
         const auto moment = moment_.moment("remind", text_, context);

@@ -68,7 +68,7 @@ Reminder chosenReminder(const std::string& wanted, CommandContext& context) {
     if (found.empty() && !text.empty()) {
         found =
             matching([&](const Reminder& one) { return platform::lowercased(one.id()).starts_with(text); });
-        // A word such as "fee" can begin an id, too.
+        // A word such as "fee" can also be the beginning of an id.
         for (const auto& one : matching([&](const Reminder& other) {
                  return platform::lowercased(other.localizedTitle(*context.environment())).find(text) !=
                         std::string::npos;

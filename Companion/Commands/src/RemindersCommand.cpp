@@ -128,14 +128,14 @@ class RemindersCommand final : public CommandWithActions<RemindersCommand> {
         if (!all_) {
             requireReadableReminders(context);
         } else if (!hasReadableReminders(*context.core().sharedDomain())) {
-            // Any change replaces what cannot be read.
+            // Any change would replace reminders that cannot be read.
             requireStored(store.removeReminder(""), context);
         }
         std::vector<Reminder> doomed;
         for (const auto& reminder : byDate(store.reminders())) {
             if (all_ || (past_ && reminder.date() <= context.now())) doomed.push_back(reminder);
         }
-        // All names first: a slip in one of them removes none.
+        // All names first: a typing error in one of them removes nothing.
         for (const auto& name : names_)
             doomed.push_back(chosenReminder(name, context));
         for (const auto& reminder : doomed) {

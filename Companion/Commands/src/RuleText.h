@@ -8,20 +8,20 @@
 
 namespace hbr {
 
-/// "title contains "lunch", letter case matters", in the product's words.
+/// "title contains "lunch", letter case matters", in the user's language.
 std::string ruleText(const FilterRule& rule, const platform::Environment& environment);
 
-/// A rule from the words FIELD [COMPARISON] VALUE …: raw values or display names; a field with one
-/// comparison needs none; days of the week as numbers (1 Sunday to 7 Saturday) or names. Throws
-/// CommandFailure (wrong usage) that names what is wrong and what there is.
+/// A rule from the words FIELD [COMPARISON] VALUE …: raw values or display names. A field with one comparison
+/// needs none; days of the week are numbers (1 Sunday to 7 Saturday) or names. Throws CommandFailure
+/// (wrongUsage) with what is wrong and what is possible.
 FilterRule typedRule(const std::vector<std::string>& words, bool isCaseSensitive,
                      const platform::Environment& environment);
 
-/// Whether the word names a field.
+/// Whether the word is the name of a field.
 bool isFieldName(const std::string& word);
 
-/// The stored rule meant by its number in the list, its id or a beginning of it. Throws CommandFailure
-/// (nothing there to act on).
+/// The stored rule with this number in the list, this id or a beginning of it. Throws CommandFailure
+/// (nothingThere).
 FilterRule chosenRule(const std::string& wanted, const std::vector<FilterRule>& rules,
                       const platform::Environment& environment);
 

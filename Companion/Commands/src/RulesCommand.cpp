@@ -182,7 +182,7 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
         return settings.hasExcludeRules() ? settings.excludeRules() : std::vector<FilterRule>{};
     }
 
-    /// A list that cannot be read is treated as empty; a change would replace it.
+    /// A list that cannot be read is treated as empty, and a change would replace it.
     static void requireReadable(CommandContext& context) {
         const auto stored = context.core().sharedDomain()->value(SettingsTable::excludeRules.key);
         if (!stored || JsonDataCoding<SettingsTable::Rules>::decode(*stored)) return;

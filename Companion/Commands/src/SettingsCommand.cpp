@@ -206,7 +206,7 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
         throw CommandFailure(ExitCode::failed, reason);
     }
 
-    /// Pending events are looked for within the next hour only.
+    /// Only events within the next hour can be pending.
     static void warnAboutLongLead(CommandContext& context) {
         const UserSettingsStore& settings = context.core().settings();
         if (static_cast<double>(settings.timeOffsetSeconds()) <= AggregatedEventStore::pendingWindow) return;

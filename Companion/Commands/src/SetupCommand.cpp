@@ -56,7 +56,7 @@ class SetupCommand final : public Command {
     }
 
   private:
-    /// What the session starts and what was added; with --desktop the former only.
+    /// Undoes the desktop integration and the last setup; with --desktop only the integration.
     ExitCode undo(CommandContext& context) const {
         const bool wasIntegrated = removeDesktopIntegration(context, dryRun_);
         try {
@@ -79,7 +79,7 @@ class SetupCommand final : public Command {
         addresses_.erase(places, addresses_.end());
     }
 
-    /// Questions are asked only where no location was named.
+    /// Questions are asked only when no location was given.
     SetupAnswers answers(const CommandContext& context) const {
         const GeneralOptions& options = context.options();
         if (options.assumeYes) return SetupAnswers::taken;
@@ -116,7 +116,7 @@ class SetupCommand final : public Command {
         for (const auto& note : found.notes)
             context.console().err() << companionText(*context.environment(), "Setup.note", {onOneLine(note)})
                                     << "\n";
-        // Where nothing lies in a usual place there is nothing wrong.
+        // It is no error when the usual places are empty.
         std::erase_if(plan.refusals, [](const auto& one) { return one.code == ExitCode::nothingThere; });
         const ExitCode code = complain(context, plan);
         if (plan.accounts.empty()) {

@@ -10,7 +10,7 @@ namespace hbr {
 
 namespace {
 
-/// The SUMMARY of the item that begins in that line.
+/// The SUMMARY of the item that begins on that line.
 std::string titleAt(const platform::Diagnostic& diagnostic) {
     std::ifstream file(diagnostic.file);
     std::string line;
@@ -39,7 +39,7 @@ std::string titleAt(const platform::Diagnostic& diagnostic) {
 std::vector<SkippedItem> skippedItems(const std::vector<platform::Diagnostic>& diagnostics) {
     std::vector<SkippedItem> items;
     for (const auto& diagnostic : diagnostics) {
-        // Of a whole item the reader says "…; left out"; of a part of one, what of it was left out.
+        // Diagnostics of whole items end with "left out"; others report a part of an item.
         if (diagnostic.line && diagnostic.text.ends_with("; left out")) {
             items.push_back({diagnostic, titleAt(diagnostic)});
         }

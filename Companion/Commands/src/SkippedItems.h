@@ -7,14 +7,14 @@
 
 namespace hbr {
 
-/// An event or task that stands in a calendar file and could not be read.
+/// An event or task in a calendar file that could not be read.
 struct SkippedItem {
     platform::Diagnostic diagnostic;
-    /// As far as the file tells it.
+    /// Empty if the file has none.
     std::string title;
 };
 
-/// The items that the diagnostics tell of as left out, with the titles that their files give them.
+/// The items that the diagnostics report as left out, with the titles from their files.
 std::vector<SkippedItem> skippedItems(const std::vector<platform::Diagnostic>& diagnostics);
 
 /// Those whose title or identifier contains the text, letter case ignored.

@@ -16,7 +16,7 @@ namespace hbr {
 
 namespace {
 
-/// Puts an alert off. An own reminder is moved; other alerts live in the program of the desktop.
+/// Snoozes an alert. An own reminder is moved; other alerts are snoozed by the desktop program.
 class SnoozeCommand final : public Command {
   public:
     std::string_view name() const override { return "snooze"; }

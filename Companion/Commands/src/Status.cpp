@@ -13,7 +13,7 @@ namespace hbr {
 
 namespace {
 
-/// The first of a state, in the agenda's order.
+/// The first event of a state, in the agenda's order.
 const AgendaEvent* firstOf(const std::vector<AgendaEvent>& agenda, AgendaState state) {
     const auto found =
         std::ranges::find_if(agenda, [state](const AgendaEvent& one) { return one.state == state; });
@@ -62,7 +62,7 @@ void addAccounts(Status& status, const CoreServices& core) {
     if (!status.problem.empty()) status.state = StatusState::problem;
 }
 
-/// Events that begin to be pending, begin or end change what is shown.
+/// Notes when events become pending, begin or end, since that changes what is shown.
 void noteStates(const Status& status, const CoreServices& core) {
     const auto settings = core.manager().reloadSettings();
     const auto offset = static_cast<double>(settings->alerts.timeOffsetSeconds);

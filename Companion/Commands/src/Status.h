@@ -20,28 +20,28 @@ std::string_view rawValue(StatusState state);
 /// What a bar shows at a moment.
 struct Status {
     StatusState state = StatusState::none;
-    /// The one shown: the first pending event, else of those under way the one that began last, else the
-    /// next; nothing in the states none and problem.
+    /// The event shown: the first pending one, else the current one that began last, else the next. Nothing
+    /// in the states none and problem.
     std::optional<Event> event;
-    /// Of a current event, in percent; else 0.
+    /// Progress of a current event in percent, else 0.
     int percentage = 0;
-    /// In a few words what is wrong; empty but in the state problem.
+    /// What is wrong, in a few words; empty except in the state problem.
     std::string problem;
-    /// Further lines, each about an account that cannot be read or what to do.
+    /// Further lines: accounts that cannot be read, and what to do.
     std::vector<std::string> remarks;
     /// Everything that the widgets would show.
     std::vector<AgendaEvent> agenda;
-    /// When it was read, and when it or a text made from it is outdated.
+    /// When it was read, and when it or a text made from it becomes outdated.
     platform::Date now;
     std::shared_ptr<platform::ChangeMoments> changes = std::make_shared<platform::ChangeMoments>();
 
     platform::ClockReading clock() const { return {now, changes.get()}; }
 };
 
-/// From the manager's lists as they are. `within`: seconds; what begins later is not shown.
+/// From the manager's current lists. `within`: seconds; events that begin later are not shown.
 Status currentStatus(const CoreServices& core, std::optional<double> within);
 
-/// Values of the placeholders; all empty but the title (the problem's words) and the state without an event.
+/// Values of the placeholders. Without an event only the state and the title (the problem) are set.
 StatusTemplate::Values statusValues(const Status& status, const CoreServices& core);
 
 /// Lines for a tooltip: the agenda's first events, then the remarks.

@@ -39,8 +39,8 @@ std::string escapedForPango(std::string_view text) {
     return escaped;
 }
 
-/// Some bars take "%{" in a line for a command of theirs, one that a click runs among them: a title out of an
-/// invitation must not get there.
+/// Some bars read "%{" as a command, for example one that a click runs. A title from an invitation must not
+/// be able to do that.
 std::string withoutBarCommands(std::string_view text) {
     std::string safe;
     for (const char c : text) {
@@ -94,7 +94,7 @@ class StatusWriter {
         return object;
     }
 
-    /// Nothing where the bar's own colour is right.
+    /// Null for the bar's own colour.
     const char* color() const {
         if (status_.state == StatusState::pending) return orange;
         return status_.state == StatusState::problem ? red : nullptr;
@@ -114,7 +114,7 @@ class StatusWriter {
     platform::JsonValue i3blocks() const {
         auto object = platform::JsonValue::object();
         object.set("full_text", line(asItIs)).set("short_text", shortText());
-        // A key that is left out keeps its last value there.
+        // The bar keeps the last value of a missing key.
         object.set("color", color() ? color() : "");
         return object;
     }

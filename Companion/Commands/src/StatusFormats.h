@@ -14,11 +14,11 @@ struct StatusOptions {
     StatusFormat format = StatusFormat::plain;
     StatusTemplate line{"{title} · {when}"};
     std::optional<std::size_t> maxLength;
-    /// i3blocks takes three lines from a command that ends and JSON from one that goes on.
+    /// i3blocks reads three lines from a command that ends, and JSON from one that keeps running.
     bool follows = false;
 };
 
-/// What is printed, without the last line break.
+/// The output, without the last line break.
 std::string statusOutput(const Status& status, const StatusOptions& options, const CoreServices& core);
 
 }  // namespace hbr

@@ -7,7 +7,7 @@
 
 namespace hbr {
 
-/// Day and times from start to end, days only for an all-day event; nothing relative to now.
+/// Day and times from start to end, only days for an all-day event; nothing relative to now.
 std::string storedEventTimes(const platform::EKEvent& event, const Formatters& formatters);
 
 }  // namespace hbr

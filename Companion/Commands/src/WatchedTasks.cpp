@@ -10,7 +10,7 @@ std::vector<platform::EKReminderRef> watchedTasks(CommandContext& context, platf
         bool isThere = false;
         std::vector<platform::EKReminderRef> tasks;
     };
-    // Shared with the completion, which may outlive this call when the wait is given up.
+    // Shared with the completion handler, which outlives this call after a timeout.
     const auto answer = std::make_shared<Answer>();
     context.core().aggregatedEventStore().reminders(from, to, [answer](auto tasks) {
         platform::MainQueue::shared().async([answer, tasks = std::move(tasks)]() mutable {

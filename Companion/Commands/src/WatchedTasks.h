@@ -6,7 +6,7 @@
 
 namespace hbr {
 
-/// The open tasks of the watched lists that are due in the interval. Runs the main queue until they came.
+/// The open tasks of the watched lists that are due in the interval. Runs the main queue until they arrive.
 std::vector<platform::EKReminderRef> watchedTasks(CommandContext& context, platform::Date from,
                                                   platform::Date to);
 

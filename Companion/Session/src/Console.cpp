@@ -60,7 +60,7 @@ long nearestOf256(const platform::Color& color) {
 Console::Console(bool allowColors)
     : colors_(allowColors && isatty(STDOUT_FILENO) && !environmentSays("NO_COLOR") && !terminalIs("dumb")),
       trueColors_(hasTrueColor()),
-      // The system's own console shows the addresses as they are.
+      // The Linux console would print the addresses.
       links_(colors_ && !terminalIs("linux")) {}
 
 std::ostream& Console::out() const {

@@ -38,7 +38,7 @@ void replaceIn(std::vector<std::string>& identifiers, const Replacements& replac
     }
 }
 
-/// An event with a choice of its own, as it was called before.
+/// An event with settings of its own, under its identifier before the renaming.
 struct CustomizedEvent {
     std::optional<EventSettings> settings;
     platform::EKEventRef event;
@@ -59,7 +59,7 @@ std::vector<CustomizedEvent> customizedEvents(CoreServices& core) {
     return found;
 }
 
-/// Event identifiers come from those of their calendars; the UID tells which is which.
+/// Event identifiers are derived from their calendars' identifiers; events are matched by UID.
 void moveEventSettings(CoreServices& core, const std::vector<CustomizedEvent>& customized,
                        const Replacements& replacements) {
     for (const auto& [settings, before] : customized) {

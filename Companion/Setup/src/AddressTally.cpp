@@ -19,7 +19,7 @@ using platform::asciiLower;
 using platform::ContentLine;
 using platform::equalIgnoringCase;
 
-/// Fewer meetings than these may have the same guests by chance.
+/// Fewer meetings than this may have the same guests by chance.
 constexpr std::size_t enoughMeetings = 5;
 
 std::optional<std::string> personAddress(const ContentLine& line) {

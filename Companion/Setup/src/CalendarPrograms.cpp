@@ -93,7 +93,7 @@ class ProgramSearch {
                 note("Setup.program.noPath", {section.name});
                 continue;
             }
-            // A single file's "%s" stands for the names of its collections.
+            // In the path of a single file, "%s" is replaced by the names of its collections.
             if (const auto names = path->find("%s"); type == "singlefile" && names != std::string::npos) {
                 path->replace(names, 2, "*");
             }

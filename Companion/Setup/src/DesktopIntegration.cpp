@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view placeholder = "@HEEDBANNER_DESKTOP@";
-/// Tells a file of ours from one that somebody else put there.
+/// Distinguishes our files from files that somebody else wrote.
 constexpr std::string_view mark = "# Written by heedbanner setup\n";
 
 struct IntegrationFile {
@@ -25,7 +25,7 @@ struct IntegrationFile {
 };
 
 std::array<IntegrationFile, 2> integrationFiles(const platform::Environment& environment) {
-    // The product's folders lie in those of the user.
+    // The product's folders are inside the user's.
     const fs::path config = environment.configDirectory.parent_path();
     const fs::path data = environment.dataDirectory.parent_path();
     return {{{"integration/com.quietlark.heedbanner.autostart.in",

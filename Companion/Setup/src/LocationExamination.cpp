@@ -12,7 +12,7 @@ namespace hbr {
 
 namespace {
 
-/// Why the file is no calendar; empty when it is one, if an empty one.
+/// Why the file is not a calendar; empty when it is one, even without items.
 std::string faultOf(const platform::Environment& environment, const std::filesystem::path& file) {
     std::error_code error;
     const auto content = platform::readRegularFile(file, error);

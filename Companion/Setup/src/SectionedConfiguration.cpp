@@ -11,7 +11,7 @@ namespace {
 
 using platform::trimmedAscii;
 
-/// "[[name]] # comment" in its pieces; nothing when the line is none.
+/// "[[name]] # comment" as a section; nothing for other lines.
 std::optional<ConfigurationSection> sectionOf(std::string_view line) {
     const std::size_t depth = std::min(line.find_first_not_of('['), line.size());
     const std::size_t end = line.find(']', depth);
@@ -20,7 +20,7 @@ std::optional<ConfigurationSection> sectionOf(std::string_view line) {
         std::string(trimmedAscii(line.substr(depth, end - depth))), static_cast<int>(depth), {}};
 }
 
-/// Between quotes a backslash takes the next character as it is.
+/// In double quotes a backslash escapes the next character.
 std::string quotedText(std::string_view text) {
     std::string result;
     const char quote = text.front();

@@ -18,7 +18,7 @@ namespace {
 
 using Numbers = std::set<std::size_t>;
 
-/// Numbers from 1 to `count`, between blanks or commas; nothing when anything else stands there.
+/// Numbers from 1 to `count`, separated by blanks or commas; nothing when there is anything else.
 std::optional<Numbers> numbersOf(std::string text, std::size_t count) {
     std::ranges::replace(text, ',', ' ');
     Numbers numbers;
@@ -48,7 +48,7 @@ bool isWord(const platform::Environment& environment, const char* key, const std
     return std::ranges::any_of(platform::words(words), [&](const auto& word) { return answer == word; });
 }
 
-/// Asks until the answer is understood: the proposed numbers for an empty one, none for "n".
+/// Asks until the answer is understood: an empty one means the proposed numbers, "n" none.
 Numbers askForNumbers(const CommandContext& context, const std::string& question, std::size_t count,
                       const Numbers& proposed) {
     const platform::Environment& environment = *context.environment();
@@ -115,7 +115,7 @@ std::vector<AddressCandidate> allCandidates(const SetupPlan& plan) {
     return all;
 }
 
-/// A few suffice: who takes part in less is hardly the user.
+/// A few are enough: the user takes part in most meetings.
 constexpr std::size_t mostShown = 9;
 
 std::vector<std::string> askForAddresses(const CommandContext& context,
@@ -130,7 +130,7 @@ std::vector<std::string> askForAddresses(const CommandContext& context,
     std::string question =
         companionText(environment, "Setup.isYours",
                       {onOneLine(candidates.front().address), shareText(environment, candidates.front())});
-    // Who takes part in all of them is more likely the user than anybody else.
+    // Someone who takes part in all of them is probably the user.
     const bool isFirstLikely =
         candidates.size() == 1 || (candidates[0].meetings == candidates[0].allMeetings &&
                                    candidates[0].meetings > candidates[1].meetings);

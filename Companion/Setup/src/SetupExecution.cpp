@@ -72,7 +72,7 @@ std::vector<AddedAccount> calendarAccounts(const std::vector<PlannedAccount>& pl
     return accounts;
 }
 
-/// What is watched from now on of accounts that were there.
+/// Prints what is now watched in accounts that already existed.
 void tellNewlyWatched(CommandContext& context, const std::vector<PlannedAccount>& planned,
                       const std::vector<std::string>& identifiers, platform::EKEntityType type) {
     for (const auto& choice : collectionChoices(context, type)) {
@@ -152,7 +152,7 @@ ExitCode undoSetup(CommandContext& context, bool dryRun) {
         }
     });
     if (!written) failAccountsWrite(context);
-    // Should they come back one day, they are new.
+    // If they are added again later, they are new.
     context.records().removeDecided(record.calendars);
     context.records().removeDecided(record.reminderLists);
     context.records().setLastSetup({});

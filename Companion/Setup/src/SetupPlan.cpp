@@ -27,7 +27,7 @@ bool holdsCards(const fs::path& file) {
     return content && platform::lowercased(*content).find("begin:vcard") != std::string::npos;
 }
 
-/// A candidate with what it holds of one kind.
+/// A candidate and its contents of one kind.
 struct Examined {
     const LocationCandidate* candidate = nullptr;
     std::vector<platform::FoundCollection> collections;
@@ -60,7 +60,7 @@ class Planner {
     }
 
   private:
-    /// Which account reads a folder: an existing one or a planned one, by its place in the list.
+    /// The account that reads a folder: an existing one or a planned one, as an index into the list.
     struct Owner {
         bool isExisting = false;
         std::size_t index = 0;
@@ -77,7 +77,7 @@ class Planner {
         return std::move(found.collections);
     }
 
-    /// Wider ones first, so that what lies in them is found to be part of them.
+    /// Parent folders first, so that folders inside them are recognised as parts of them.
     std::vector<Examined> examinedFor(Account::Contents contents) const {
         std::vector<Examined> all;
         for (const auto& candidate : candidates_) {
@@ -132,12 +132,12 @@ class Planner {
         return std::ranges::any_of(coveredBy_, [&](const auto& one) { return isBelow(one.first, real); });
     }
 
-    /// What is read already gets what more is known of it.
+    /// Adds what else is known about a location that is already read.
     void note(const LocationCandidate& candidate, const Owner& owner) {
         const auto planned = owner.isExisting ? placeOfExisting(owner.index) : owner.index;
         PlannedAccount& one = plan_.accounts[planned];
         addMissing(one.knownFrom, candidate.knownFrom);
-        // Of an account that is there the user has decided; what configurations say comes too late.
+        // The user has decided about existing accounts; configurations no longer matter.
         if (owner.isExisting && !candidate.knownFrom.empty()) return;
         if (!one.holdsContacts()) addMissing(one.account.addresses, candidate.addresses);
         if (!one.account.addresses.empty()) one.candidates.clear();
@@ -187,7 +187,7 @@ class Planner {
         plan_.accounts.push_back(std::move(one));
     }
 
-    /// Contacts beside calendars of the same folder say what they are.
+    /// Contacts whose calendars have the same name get " contacts" after it.
     void name(Account& account) {
         auto all = existing_;
         for (const auto& planned : plan_.accounts)
@@ -225,7 +225,7 @@ class Planner {
     CommandContext& context_;
     const std::vector<LocationCandidate>& candidates_;
     const std::vector<Account> existing_;
-    /// Of one kind of contents: the real folders and files that an account reads.
+    /// For one kind of contents: the real folders and files that an account reads.
     std::map<fs::path, Owner> coveredBy_;
     /// Existing accounts that the plan names, by their index.
     std::map<std::size_t, std::size_t> places_;

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A saved invitation or answer is a letter, no calendar to keep. Its METHOD stands before its items
+/// A saved invitation or answer is a message and not a calendar to keep. Its METHOD comes before its items
 /// (RFC 5546, 3.2).
 bool isLetter(const fs::path& file) {
     std::error_code error;

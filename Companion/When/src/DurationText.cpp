@@ -7,7 +7,7 @@ namespace hbr {
 std::optional<std::int64_t> secondsOfDuration(std::string_view text) {
     if (text.empty()) return std::nullopt;
     std::int64_t total = 0;
-    // "1h30" is an hour and thirty minutes: a number without a unit counts in the next smaller one.
+    // "1h30" is an hour and thirty minutes: a number without a unit has the next smaller unit.
     std::int64_t unitlessFactor = 1;
     while (!text.empty()) {
         std::int64_t amount = 0;

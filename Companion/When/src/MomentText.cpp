@@ -49,7 +49,7 @@ std::optional<platform::LocalTime> localTime(std::string_view text) {
             time.second = *second;
         }
     }
-    // A reading that does not survive the way there and back names no real date or time.
+    // A date or time that does not exist changes on the way there and back.
     return platform::localTimeOf(platform::secondsOf(time)) == time ? std::optional(time) : std::nullopt;
 }
 

@@ -135,7 +135,7 @@ class Reader {
         readTime(value, 0, 0, token.text);
     }
 
-    /// A month's name, with its day after it.
+    /// A month's name and the day after it.
     void readMonth(const WhenToken& token) {
         const WhenToken* next = peek();
         if (!next || !next->is(Kind::number)) refuse("When.needsDay", {token.text});
@@ -208,7 +208,7 @@ class Reader {
         refuse("When.slashed", {token.text, std::string_view(first), std::string_view(second)});
     }
 
-    /// "1.12" is the date when a time is named, the time when a day is named.
+    /// "1.12" is a date if there is also a time, and a time if there is also a day.
     void settleDotted() {
         if (!dotted_) return;
         const int a = dotted_->parts[0];
@@ -267,13 +267,13 @@ class Reader {
         }
     }
 
-    /// So many of the unit that stands next.
+    /// That many of the unit that follows.
     void addLength(int count) {
         const Unit unit = *unitOf(*peek());
         ++at_;
         if (unit.days != 0) return addDays(static_cast<double>(count) * unit.days);
         addSeconds(static_cast<double>(count) * unit.seconds);
-        // "1h30": what follows hours without a unit are minutes.
+        // "1h30": a number without a unit after hours is minutes.
         const WhenToken* rest = peek();
         const WhenToken* behind = peek(1);
         constexpr int minutes = 60;

@@ -9,7 +9,7 @@
 
 namespace hbr {
 
-/// What the words of a typed moment say, before any clock or zone is asked.
+/// What the words of a typed moment say, before the clock and the zone are considered.
 struct WhenReading {
     struct TimeOfDay {
         int hour = 0;
@@ -18,7 +18,7 @@ struct WhenReading {
     };
 
     std::string text;
-    /// Year 0: none was said.
+    /// Year 0: no year was typed.
     std::optional<platform::LocalTime> date;
     /// 1 Sunday to 7 Saturday.
     std::optional<int> weekday;
@@ -31,7 +31,7 @@ struct WhenReading {
     std::optional<int> days;
 };
 
-/// Throws WhenRefusal for what is not understood, said twice or ambiguous by itself.
+/// Throws WhenRefusal for a text that is not understood, names something twice or is ambiguous.
 WhenReading readWhen(std::string_view text, const WhenWords& words);
 
 }  // namespace hbr

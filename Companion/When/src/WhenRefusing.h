@@ -8,7 +8,7 @@
 
 namespace hbr {
 
-/// Throws WhenRefusal, which is understood, with a text of the companion's table.
+/// Throws a WhenRefusal with `isUnderstood` and a text of the companion's table.
 [[noreturn]] void refuseWhen(const platform::Environment& environment, std::string_view key,
                              std::initializer_list<L10n::FormatArgument> arguments = {});
 

@@ -113,7 +113,7 @@ class Resolution {
             requireWeekday(day);
             return at(day);
         }
-        // Without a year: the next such day, 29 February up to eight years away.
+        // Without a year: the next such day. The next 29 February can be eight years away.
         constexpr int mostYears = 8;
         for (int year = today_.year; year <= today_.year + mostYears; ++year) {
             day.year = year;
@@ -140,7 +140,7 @@ class Resolution {
         return at(coming);
     }
 
-    /// Whether the day lies in the next week, be Sunday or Monday the first day of weeks.
+    /// Whether the day is in the next week, both with weeks that begin on Sunday and on Monday.
     bool isNextWeekInEveryCount(int away) const {
         const int sinceSunday = weekdayOf(today_) - 1;
         const int sinceMonday = (weekdayOf(today_) + 5) % daysAWeek;
@@ -160,7 +160,7 @@ class Resolution {
 
     std::string timeText() const { return typedTime(reading_.time->hour, reading_.time->minute); }
 
-    /// The time of day on that day, when it comes exactly once.
+    /// The time of day on that day; refused unless it exists exactly once.
     Date at(LocalTime day) const {
         day.hour = reading_.time->hour;
         day.minute = reading_.time->minute;

@@ -16,7 +16,7 @@ namespace {
 using Kind = WhenToken::Kind;
 using platform::isAsciiDigit;
 
-/// "12-01-2026" as its numbers, the marks between them and the number of digits of each.
+/// "12-01-2026" split into its numbers, the marks between them and the number of digits of each.
 struct Digits {
     std::vector<int> numbers;
     std::vector<std::size_t> lengths;

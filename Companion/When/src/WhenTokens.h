@@ -36,7 +36,7 @@ struct WhenToken {
     bool is(WhenWord wanted) const { return kind == Kind::word && meaning.word == wanted; }
 };
 
-/// Throws WhenRefusal for a piece that is no word of a moment and no number.
+/// Throws WhenRefusal for a piece that is neither a known word nor a number.
 std::vector<WhenToken> whenTokens(std::string_view text, const WhenWords& words);
 
 }  // namespace hbr

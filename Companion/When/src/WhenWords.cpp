@@ -14,13 +14,13 @@ namespace {
 
 struct LanguageWords {
     std::string_view language;
-    /// Prepositions that are written together with the word after them.
+    /// Prepositions that are joined to the next word.
     std::string_view attachedPrefixes;
     std::vector<std::pair<WhenWord, std::string_view>> words;
 };
 
-/// All that a further language needs; alternatives stand between "|". Names of weekdays and months come
-/// from the language's own calendar data.
+/// All that another language needs; alternatives are separated by "|". Names of weekdays and months come from
+/// ICU's data of the language.
 const std::vector<LanguageWords>& languageTable() {
     using enum WhenWord;
     static const std::vector<LanguageWords> table = {
@@ -86,7 +86,7 @@ const std::vector<LanguageWords>& languageTable() {
     return table;
 }
 
-/// Tables of the user's languages first.
+/// The tables, those of the user's languages first.
 std::vector<const LanguageWords*> tablesFor(const platform::Locale& locale) {
     std::vector<const LanguageWords*> tables;
     const auto add = [&](const LanguageWords& table) {
@@ -186,7 +186,7 @@ std::optional<WhenMeaning> WhenWords::exactMeaning(const std::string& words) con
     if (const auto found = words_.find(words); found != words_.end()) return found->second;
     const Words& all = names();
     if (const auto found = all.find(words); found != all.end()) return found->second;
-    // "thurs", "sept": a beginning that only one day or month has.
+    // "thurs", "sept": a prefix of only one day or month.
     if (platform::characterCount(words) < 3) return std::nullopt;
     std::optional<WhenMeaning> meaning;
     for (auto name = all.lower_bound(words); name != all.end() && name->first.starts_with(words); ++name) {

@@ -30,7 +30,7 @@ bool isControl(char32_t c) {
 }
 
 /// Marks, embeddings, overrides and isolates of the bidirectional algorithm. In a text from outside they
-/// could make the rest of the line show something else than it holds.
+/// could make the rest of the line look different from what it says.
 bool isDirectionControl(char32_t c) {
     return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) ||
            (c >= 0x2066 && c <= 0x2069);

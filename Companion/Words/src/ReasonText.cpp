@@ -50,7 +50,7 @@ class ReasonWriter {
         return wording_ == Wording::english ? text : onOneLine(text);
     }
 
-    /// "10:15 AM" of today, else with the day.
+    /// "10:15 AM"; with the day unless it is today.
     std::string momentText(const ReasonMoment& moment) const {
         const int days = environment_.calendar.daysBetween(now_, moment.date);
         const std::string time = formatters_.timeOnly().string(moment.date);

@@ -19,7 +19,7 @@ struct TemplateError {
     std::string text;
 };
 
-/// A line for a bar with placeholders in it: "{title}, {when}"; "{{" and "}}" stand for braces.
+/// A line for a bar with placeholders: "{title}, {when}". "{{" and "}}" are braces.
 class StatusTemplate {
   public:
     struct Placeholder {

@@ -33,15 +33,15 @@ class CommandContext {
 
     /// The core, made on first use.
     CoreServices& core();
-    /// Makes the next use of `core` see accounts that were changed since.
+    /// Makes the next call of `core` read the accounts again.
     void forgetCore() { core_.reset(); }
     CompanionRecords& records();
 
-    /// Told when the command has ended, in one line with what was wrong.
+    /// Printed when the command has ended, on one line with the summary of problems.
     void addRemark(std::string remark) { remarks_.push_back(std::move(remark)); }
     const std::vector<std::string>& remarks() const { return remarks_; }
 
-    /// Throws when there is no account yet (nothing there to act on) or when none can be read (failed).
+    /// Throws CommandFailure when there is no account (nothingThere) or when none can be read (failed).
     void requireReadableAccounts();
 
   private:

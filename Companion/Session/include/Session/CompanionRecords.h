@@ -9,12 +9,12 @@
 
 namespace hbr {
 
-/// What the last setup added, so that it can be taken back.
+/// What the last setup added, so that it can be undone.
 struct SetupRecord {
     std::vector<std::string> accounts;
     std::vector<std::string> calendars;
     std::vector<std::string> reminderLists;
-    /// Addresses that accounts got which were there before, by their names.
+    /// Addresses that were added to existing accounts, by the account's name.
     std::map<std::string, std::vector<std::string>> addresses;
 
     bool empty() const {
@@ -22,9 +22,9 @@ struct SetupRecord {
     }
 };
 
-/// What the companion remembers for itself, in `companion.plist` of the data directory: which calendars and
-/// task lists the user has decided about (every other one is new), and the last setup. Changes are made
-/// under the file's lock.
+/// The companion's own records, in `companion.plist` of the data directory: which calendars and task lists
+/// the user has decided about (all others are new), and the last setup. Changes are made under the file's
+/// lock.
 class CompanionRecords {
   public:
     explicit CompanionRecords(const platform::Environment& environment);

@@ -7,7 +7,7 @@
 
 namespace hbr {
 
-/// What every command takes.
+/// Options of every command.
 struct GeneralOptions {
     bool verbose = false;
     bool noColor = false;

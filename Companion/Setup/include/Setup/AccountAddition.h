@@ -8,7 +8,7 @@
 
 namespace hbr {
 
-/// One account that was added, or found to be there already.
+/// An account that was added, or that already existed.
 struct AddedAccount {
     platform::Account account;
     LocationExamination examination;
@@ -25,26 +25,26 @@ std::string uniqueAccountName(const std::string& name, const std::vector<platfor
 /// Whether both read the same things from the same place.
 bool isSameAccount(const platform::Account& a, const platform::Account& b);
 
-/// Without symbolic links; as it is where they cannot be resolved.
+/// With symbolic links resolved; unchanged where that fails.
 std::filesystem::path realPath(const std::filesystem::path& path);
 
-/// Whether the location is the home folder or one around it: too much to read, and nobody's calendar folder.
+/// Whether the location is the home folder or a parent of it: too much to read, and never a calendar folder.
 bool isTooWide(const platform::Environment& environment, const std::filesystem::path& location);
 std::string tooWideText(const platform::Environment& environment, const std::filesystem::path& location);
 
-/// Appends those texts that are not there yet.
+/// Appends the texts that are missing.
 void addMissing(std::vector<std::string>& texts, const std::vector<std::string>& more);
 
-/// Reads the location and adds it unless an account of the same place is there (that one then gets the
-/// addresses that it lacks). Nothing is written with `dryRun`. Throws when the location is no good or the
-/// accounts cannot be written.
+/// Reads the location and adds it. If an account of the same place exists, only its missing addresses are
+/// added. Writes nothing with `dryRun`. Throws when the location cannot be an account or the accounts cannot
+/// be written.
 AddedAccount addAccount(CommandContext& context, platform::Account account, bool dryRun);
 
-/// Starts watching every calendar and task list of accounts that were added, and of those that were there
-/// the ones about which the user has not decided; gives what was activated.
+/// Starts watching all calendars and task lists of new accounts, and those of existing accounts that the user
+/// has not decided about. Returns what was activated.
 SetupRecord watchAdded(CommandContext& context, const std::vector<AddedAccount>& accounts);
 
-/// Lines for standard output: what an account holds, and what of it was skipped.
+/// Lines for standard output: what an account contains, and how much of it was skipped.
 std::string describeAddition(const AddedAccount& added, const CommandContext& context, bool dryRun);
 
 [[noreturn]] void failAccountsWrite(CommandContext& context);

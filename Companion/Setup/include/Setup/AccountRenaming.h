@@ -6,9 +6,9 @@
 
 namespace hbr {
 
-/// Gives the account another name. Calendar identifiers come from it, so everything that is stored under
-/// them (what is watched, what the user has decided about, the last setup, settings of single events of
-/// watched calendars) moves along. Throws when the new name is taken or nothing can be written.
+/// Gives the account another name. Calendar identifiers are derived from the name, so everything stored under
+/// them is moved: what is watched, what the user has decided about, the last setup, and the settings of
+/// single events of watched calendars. Throws when the new name is taken or nothing can be written.
 void renameAccount(CommandContext& context, const std::string& name, const std::string& newName);
 
 }  // namespace hbr

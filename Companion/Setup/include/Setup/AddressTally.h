@@ -12,20 +12,20 @@ namespace hbr {
 /// An address that takes part in most meetings of a calendar.
 struct AddressCandidate {
     std::string address = {};
-    /// In which it takes part, of all that the calendar has. A series counts once.
+    /// The number it takes part in, and the number of all meetings of the calendar. A series is one meeting.
     std::size_t meetings = 0;
     std::size_t allMeetings = 0;
-    /// Nobody else takes part in most of them, and they are enough to be sure.
+    /// Nobody else takes part in most of them, and there are enough meetings to be sure.
     bool isSure = false;
 };
 
-/// Whose calendars they may be: for each calendar the addresses that are attendee or organizer in more than
-/// half of its meetings, most frequent first; an address stands once, by the calendar that says most. A
-/// meeting is an event with at least two people; rooms and calendars that have an address of their own are
-/// nobody. A calendar that is called like an address says it plainly.
+/// Likely owners of the calendars: for each calendar the addresses that are attendee or organizer in more
+/// than half of its meetings, most frequent first. Each address is listed once, for the calendar that says
+/// most about it. A meeting is an event with at least two people; rooms and calendars with an address of
+/// their own are not people. A calendar whose name is an address belongs to that address.
 std::vector<AddressCandidate> addressCandidates(const std::vector<platform::FoundCollection>& calendars);
 
-/// Adds one, or what it says more of an address that is there; the sure ones come first, then by meetings.
+/// Adds an address, or merges it with the same one in the list; sure ones first, then by meetings.
 void addCandidate(std::vector<AddressCandidate>& candidates, const AddressCandidate& more);
 
 /// "in 27 of 31 meetings".

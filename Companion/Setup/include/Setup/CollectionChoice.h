@@ -9,7 +9,7 @@
 
 namespace hbr {
 
-/// A calendar or a task list among which the user chooses.
+/// A calendar or task list that the user can watch or not.
 struct CollectionChoice {
     std::string identifier;
     std::string name;
@@ -23,9 +23,9 @@ struct CollectionChoice {
     std::string qualifiedName() const { return accountName + "/" + name; }
 };
 
-/// The one meant by a title, by "account/title" or by an identifier; `keys`
-/// ("Calendars", "TaskLists") are those of the texts of the CommandFailure (nothing there to act on) when
-/// there is none or when several share the title.
+/// The collection with this title, "account/title" or identifier. Throws CommandFailure (nothingThere) when
+/// there is none or when several share the title; `keys` ("Calendars", "TaskLists") begins the keys of its
+/// texts.
 const CollectionChoice& chosen(const std::vector<CollectionChoice>& choices, const std::string& wanted,
                                const platform::Environment& environment, std::string_view keys);
 

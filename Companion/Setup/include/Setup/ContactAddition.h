@@ -7,12 +7,12 @@
 
 namespace hbr {
 
-/// What a location would give as an account of contacts, found out without adding it.
+/// What a location contains as an account of contacts, examined without adding it.
 struct ContactsExamination {
     platform::ContactSourceReport report;
     /// Cards and files that were skipped.
     std::size_t skipped = 0;
-    /// Why it cannot be one; empty when it can.
+    /// Why it cannot be an account of contacts; empty when it can.
     std::string refusal;
     ExitCode refusalCode = ExitCode::done;
 };
@@ -26,9 +26,8 @@ struct AddedContacts {
     bool wasThere = false;
 };
 
-/// Reads the location's cards and adds it as an account of contacts unless it is one already. Without a
-/// name it is called like the file or folder. Throws when there are no cards to be read or the accounts
-/// cannot be written.
+/// Reads the location's cards and adds it as an account of contacts unless it is one already. The default
+/// name is that of the file or folder. Throws when no card can be read or the accounts cannot be written.
 AddedContacts addContacts(CommandContext& context, const std::string& location, const std::string& name);
 
 }  // namespace hbr

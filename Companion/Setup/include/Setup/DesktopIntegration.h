@@ -4,8 +4,8 @@
 
 namespace hbr {
 
-/// Has the session start the program of the desktop: at the user's login and, for links, by the session bus.
-/// Written into the user's own folders; a file there that is not ours stays as it is.
+/// Makes the session start the desktop program: at login and, for links, through the session bus. Writes into
+/// the user's own folders; files there that we did not write are not changed.
 void installDesktopIntegration(CommandContext& context, bool isDryRun);
 /// Removes what was written; false when nothing was.
 bool removeDesktopIntegration(CommandContext& context, bool isDryRun);

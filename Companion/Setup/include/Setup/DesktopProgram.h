@@ -5,7 +5,7 @@
 
 namespace hbr {
 
-/// The program of the desktop, installed beside this one; nothing when its package is not.
+/// The desktop program in the folder of this one; nothing when it is not installed.
 std::optional<std::filesystem::path> desktopProgram();
 
 }  // namespace hbr

@@ -11,16 +11,16 @@ struct LocationCandidate {
     std::filesystem::path location = {};
     /// The programs whose configuration names it; none for a usual place or one that the user named.
     std::vector<std::string> knownFrom = {};
-    /// The user's own addresses that stand beside it there.
+    /// The user's own addresses from that configuration.
     std::vector<std::string> addresses = {};
-    /// Taken only when a person says so.
+    /// Added only when the user confirms it.
     bool needsConsent = false;
 };
 
-/// What a search brought.
+/// The result of a search.
 struct FoundCandidates {
     std::vector<LocationCandidate> candidates = {};
-    /// What could not be made use of, a line each, for the user to know.
+    /// What could not be used and why, one line each, for the user.
     std::vector<std::string> notes = {};
 };
 

@@ -10,7 +10,7 @@
 
 namespace hbr {
 
-/// What a location would give as an account, found out without adding it.
+/// What a location contains as an account, examined without adding it.
 struct LocationExamination {
     platform::AccountReport report;
     std::vector<platform::Diagnostic> diagnostics;
@@ -24,10 +24,10 @@ struct LocationExamination {
     std::size_t skippedCount() const;
 };
 
-/// Absolute, without "." and a trailing slash; symbolic links stay.
+/// Absolute, without "." and trailing slash; symbolic links are kept.
 std::filesystem::path normalizedLocation(const std::string& location);
 
-/// Why the path cannot be kept in a file of text; empty when it can.
+/// Why the path cannot be stored in accounts.toml; empty when it can.
 std::string faultOfName(const platform::Environment& environment, const std::filesystem::path& location);
 
 LocationExamination examineLocation(const platform::Environment& environment,

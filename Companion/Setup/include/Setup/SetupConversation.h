@@ -7,20 +7,20 @@ namespace hbr {
 
 /// How the proposals of a setup are answered.
 enum class SetupAnswers {
-    /// A person is asked.
+    /// Ask the user.
     asked,
-    /// Whatever is sure is taken.
+    /// Take every proposal that is sure.
     taken,
-    /// Nothing is taken.
+    /// Take nothing.
     none,
 };
 
-/// Shows on standard error what was found and lets choose what of it becomes an account. What is not chosen
-/// leaves the plan; with answers "taken" that is what needs consent. False: nothing was chosen.
+/// Shows on standard error what was found and asks which of it to add. Everything not chosen is removed from
+/// the plan; without a question that is what needs consent. False: nothing was chosen.
 bool chooseAccounts(const CommandContext& context, SetupPlan& plan, SetupAnswers answers);
 
-/// Gives the accounts to add the addresses that are the user's among their candidates, and leaves of the
-/// candidates only these.
+/// Asks which of the candidate addresses are the user's, adds them to the planned accounts and removes the
+/// other candidates.
 void chooseAddresses(const CommandContext& context, SetupPlan& plan, SetupAnswers answers);
 
 }  // namespace hbr

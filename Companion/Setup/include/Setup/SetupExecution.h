@@ -5,11 +5,11 @@
 
 namespace hbr {
 
-/// Adds what the plan has, all at once, watches all of it (of accounts that were there, what is new in them),
-/// tells it on standard output, and remembers it so that it can be taken back. With `dryRun` it only tells.
+/// Adds everything in the plan at once and watches it (in accounts that already existed, what is new in
+/// them). Reports it on standard output and records it for `undoSetup`. With `dryRun` it only reports.
 void carryOut(CommandContext& context, const SetupPlan& plan, bool dryRun);
 
-/// Takes the last setup back. Throws when there is none.
+/// Undoes the last setup. Throws when there is none.
 ExitCode undoSetup(CommandContext& context, bool dryRun);
 
 }  // namespace hbr

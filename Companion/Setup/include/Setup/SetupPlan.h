@@ -13,36 +13,36 @@
 
 namespace hbr {
 
-/// An account that a setup would add, or one that it came upon.
+/// An account that setup would add, or an existing one that it found.
 struct PlannedAccount {
     platform::Account account = {};
     std::vector<std::string> knownFrom = {};
     bool needsConsent = false;
     bool isThere = false;
-    /// Whose it may be; empty for contacts, and where the addresses are known.
+    /// Candidates for the user's addresses; empty for contacts and where the addresses are known.
     std::vector<AddressCandidate> candidates = {};
-    /// What it holds: of the two the one that fits its contents.
+    /// What it contains; only the one for its kind of contents is set.
     LocationExamination calendars = {};
     ContactsExamination contacts = {};
 
     bool holdsContacts() const { return account.contents == platform::Account::Contents::contacts; }
     /// "2 calendars, 31 events" or "52 contacts".
     std::string counts(const platform::Environment& environment) const;
-    /// Items, cards and files that were passed over.
+    /// Items, cards and files that were skipped.
     std::size_t skipped() const;
 };
 
 struct SetupPlan {
-    /// Those that are there already and those to add.
+    /// Existing accounts and accounts to add.
     std::vector<PlannedAccount> accounts = {};
-    /// Why a location is no account.
+    /// Why a location cannot be an account, one line each.
     std::vector<CommandFailure> refusals = {};
 
     std::size_t countOfNew() const;
 };
 
-/// What the candidates hold, calendars and contacts told apart by content, and which accounts follow: every
-/// folder once, by whichever ways it is reached, and nothing twice that an account reads already. Writes
+/// Examines the candidates, distinguishes calendars from contacts by content, and decides which accounts to
+/// add. A folder is added once however it is reached, and not at all if an account already reads it. Writes
 /// nothing.
 SetupPlan planSetup(CommandContext& context, const std::vector<LocationCandidate>& candidates);
 

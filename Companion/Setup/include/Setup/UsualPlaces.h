@@ -5,12 +5,12 @@
 
 namespace hbr {
 
-/// Where calendars and contacts of this user usually lie, as far as there is something: what other programs'
-/// configurations name, ~/.calendars, ~/.contacts and their like in the data directory, calendar files in
-/// the home folder; those in Documents and Downloads need consent.
+/// The usual places of calendars and contacts that exist: those in other programs' configurations,
+/// ~/.calendars, ~/.contacts, the same in the data directory, and calendar files in the home folder. Files in
+/// Documents and Downloads need consent.
 FoundCandidates usualPlaces(const platform::Environment& environment);
 
-/// The folders that `usualPlaces` looks at by itself.
+/// The folders that `usualPlaces` looks at without a configuration.
 std::vector<std::filesystem::path> usualFolders(const platform::Environment& environment);
 
 }  // namespace hbr

@@ -16,7 +16,7 @@ enum class WhenWord {
     dayAfterTomorrow,
     next,
     in,
-    /// May stand anywhere and says nothing.
+    /// Filler, ignored.
     filler,
     noon,
     midnight,
@@ -35,9 +35,9 @@ enum class WhenWord {
     twoHours,
     twoDays,
     twoWeeks,
-    /// With its number, 1 Sunday to 7 Saturday.
+    /// `value` is 1 (Sunday) to 7 (Saturday).
     weekday,
-    /// With its number, 1 January to 12 December.
+    /// `value` is 1 (January) to 12 (December).
     month,
 };
 
@@ -46,19 +46,19 @@ struct WhenMeaning {
     int value = 0;
 };
 
-/// The words of moments in every shipped language, those of the user's languages winning. Names of weekdays
-/// and months are made on first use. Not for several threads; the environment must outlive it.
+/// The words for moments in every shipped language. Where languages disagree, the user's come first. Names of
+/// weekdays and months are made on first use. Not thread-safe; the environment must outlive it.
 class WhenWords {
   public:
     explicit WhenWords(const platform::Environment& environment);
 
-    /// Words are lower-case, without full stops at the end, one blank between them.
+    /// `words` is lower-case, with single blanks and without full stops at the end.
     std::optional<WhenMeaning> meaning(const std::string& words) const;
-    /// The one that it was made for.
+    /// The environment given to the constructor.
     const platform::Environment& environment() const { return environment_; }
-    /// A weekday's full or short name, or a beginning of it of three letters and more.
+    /// 1 (Sunday) to 7 (Saturday), from a full or short name or its first three or more letters.
     std::optional<int> weekday(std::string_view name) const;
-    /// For proposals.
+    /// Candidates for "did you mean".
     std::vector<std::string> all() const;
 
     static constexpr std::size_t longestPhrase = 4;
@@ -76,8 +76,8 @@ class WhenWords {
     mutable std::optional<Words> names_;
 };
 
-/// Lower-case, canonically composed, with plain apostrophes and hyphens, and blanks for every kind of space
-/// and for commas; marks of direction are gone.
+/// Lower-case and canonically composed, with plain apostrophes and hyphens, blanks for all spaces and commas,
+/// and no direction marks.
 std::string plainWords(std::string_view text);
 
 }  // namespace hbr

@@ -19,7 +19,7 @@ std::string companionText(const platform::Environment& environment, std::string_
 /// The same in English, for JSON.
 std::string englishCompanionText(const platform::Environment& environment, std::string_view key,
                                  std::span<const L10n::FormatArgument> arguments = {});
-/// "1 calendar", "2 calendars": a text whose one argument is that number.
+/// "1 calendar", "2 calendars": a text whose only argument is that number.
 std::string companionCount(const platform::Environment& environment, std::string_view key, std::size_t count);
 
 }  // namespace hbr

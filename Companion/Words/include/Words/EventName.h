@@ -14,7 +14,7 @@ std::string titleText(const std::optional<std::string>& title, const platform::E
 std::string titleOf(const Event& event, const platform::Environment& environment);
 /// The title in quotation marks, as messages name an event.
 std::string quotedTitle(const Event& event, const platform::Environment& environment);
-/// When an event is, on one line: dates only where they are not today's; of one under way the end.
+/// When an event is, on one line. Dates are left out for today; an event under way shows only its end.
 std::string timesText(const Event& event, const Formatters& formatters, const platform::ClockReading& clock);
 
 }  // namespace hbr
