@@ -94,7 +94,7 @@ TEST_F(BadInput, AWrongCommandOrOptionProposesTheNearest) {
                 {"agenda --dais 2", 2, {"did you mean \"--days\"?"}},
                 {"agenda --days many", 2, {"--days"}},
                 {"accounts lits", 2, {"did you mean \"list\"?"}},
-                {"events --from soon --to later", 2, {"\"soon\" is no time"}},
+                {"events --from soon --to later", 2, {"\"soon\" is not a time"}},
                 {"events --from today", 2, {"--to"}},
                 {"agenda --now noon", 2, {"RFC 3339"}},
                 {"accounts remove Nobody", 3, {"no account is called \"Nobody\""}},

@@ -114,6 +114,11 @@ TEST(WhenText, RefusesWhatIsAmbiguousPastOrIncompleteAndSaysWhatToType) {
     for (const auto& [text, expected] : cases) {
         EXPECT_THAT(read(world, text), ::testing::AllOf(HasSubstr("refused"), HasSubstr(expected))) << text;
     }
+    const test::TestEnvironment german("2026-11-25T09:00:00Z", "Europe/Berlin", "de_DE");
+    EXPECT_THAT(read(german, "tomorow 9:00"),
+                HasSubstr("„tomorow“ ist unverständlich (meinten Sie „tomorrow“?); geben Sie"));
+    EXPECT_THAT(read(german, "9:00"),
+                HasSubstr("heute 09:00 ist vorbei; wenn Sie morgen meinen, geben Sie „morgen 09:00“ ein"));
 }
 
 TEST(WhenText, ATimeThatTheClocksSkipOrRepeatIsRefused) {
