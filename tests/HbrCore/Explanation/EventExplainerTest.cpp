@@ -163,6 +163,26 @@ std::string causesOf(test::CoreFixture& core, std::string_view title) {
     return "not found";
 }
 
+TEST(EventExplainer, NamesTheRuleThatHidesAnItemAndTheCommandThatChangesIt) {
+    test::CoreFixture core;
+    writeItems(core);
+    core.reloaded();
+    UserSettingsStore& settings = core.services().settings();
+    for (const auto& [title, cause] : {std::pair{"declined", "answer"},
+                                       {"cancelled", "cancelled"},
+                                       {"whole day", "allDay"},
+                                       {"over", "past"},
+                                       {"task done", "completed"},
+                                       {"task of a day", "alarm"},
+                                       {"maybe", ""}})
+        EXPECT_EQ(causesOf(core, title), cause) << title;
+    settings.setShowOnlyAcceptedEvents(true);
+    settings.setShowOnlyEventsWithVideoConference(true);
+    EXPECT_EQ(causesOf(core, "maybe"),
+              "answer: settings set showOnlyAcceptedEvents false + "
+              "call: settings set showOnlyEventsWithVideoConference false");
+}
+
 TEST(EventExplainer, BetweenAlertAndAlertPeriodItNamesTheLeadOrTheTravelTimeOrBoth) {
     const std::string shorter = "lead: settings set timeOffsetSeconds 1h";
     const std::string noTravel = "travelTime: settings set includeTravelTime false";
