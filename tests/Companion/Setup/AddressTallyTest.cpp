@@ -46,9 +46,8 @@ TEST(AddressTally, WhoTakesPartInMostMeetingsIsTheUser) {
         {"cal", {}, {}}};
     for (const auto& [calendar, meetings, expected] : cases)
         EXPECT_EQ(candidates(calendar, meetings), expected) << calendar << " " << meetings.size();
-}
 
-TEST(AddressTally, OneAddressStaysOnceWithTheStrongestProof) {
+    // An address is listed once, with its strongest proof.
     std::vector<hbr::AddressCandidate> all;
     for (const hbr::AddressCandidate& one : {hbr::AddressCandidate{"a@x", 9, 9, false},
                                              {"b@x", 5, 5, true},
