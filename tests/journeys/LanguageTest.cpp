@@ -96,7 +96,7 @@ TEST_F(Language, TheCompanionSpeaksTheUsersLanguage) {
           "Platzhalter „titel“ ist unbekannt (meinten Sie „title“?)", "מציין המקום \"titel\" אינו מוכר"}},
         {{"accounts", "add", home / "torn.ics"}, {"torn", "torn", "torn"}},
         {{"next"},
-         {"2 problems in 1 file, which", "2 Probleme in 1 Datei; womöglich", "שתי בעיות ב: קובץ אחד; "}},
+         {"2 problems in 1 file, which", "2 Probleme in 1 Datei; womöglich", "שתי בעיות (קובץ אחד); "}},
     };
     const char* languages[] = {"en", "de", "he"};
     for (std::size_t i = 0; i < std::size(languages); ++i) {

@@ -43,7 +43,8 @@ class AccountsCommand final : public CommandWithActions<AccountsCommand> {
 
     void declare(CLI::App& app) override {
         app.require_subcommand(0, 1);
-        auto* list = app.add_subcommand("list", "All accounts, what they hold, and whether they can be read");
+        auto* list =
+            app.add_subcommand("list", "All accounts, what they contain, and whether they can be read");
         list->add_flag("--json", json_, "As JSON");
 
         auto* add = CommandWithActions::add(app, "add", "Add a file or folder and watch its calendars",
@@ -58,7 +59,7 @@ class AccountsCommand final : public CommandWithActions<AccountsCommand> {
             ->type_name("KIND")
             ->check(CLI::IsMember({"ordinary", "birthdays", "holidays"}));
 
-        auto* remove = CommandWithActions::add(app, "remove", "Forget an account; its files stay as they are",
+        auto* remove = CommandWithActions::add(app, "remove", "Remove an account; its files are not changed",
                                                &AccountsCommand::remove);
         remove->add_option("NAME", name_, "The account's name")->type_name("")->required();
 
@@ -67,7 +68,7 @@ class AccountsCommand final : public CommandWithActions<AccountsCommand> {
         rename->add_option("NAME", name_, "The account's name")->type_name("")->required();
         rename->add_option("NEW", newName_, "Its new name")->type_name("")->required();
 
-        CommandWithActions::add(app, "refresh", "Read the accounts again and tell what they hold",
+        CommandWithActions::add(app, "refresh", "Read the accounts again and print what they contain",
                                 &AccountsCommand::refresh);
     }
 

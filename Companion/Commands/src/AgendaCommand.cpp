@@ -27,7 +27,7 @@ class AgendaCommand final : public Command {
 
     void declare(CLI::App& app) override {
         constexpr SettingKind days = SettingsTable::upcomingEventsDaysFilter.kind;
-        app.add_option("--days", days_, "Up to the end of the day so many days after today")
+        app.add_option("--days", days_, "Up to the end of the day that many days after today")
             ->type_name("N")
             ->check(CLI::Range(days.first, days.last));
         app.add_flag("--ids", ids_, "Show the id of each event");

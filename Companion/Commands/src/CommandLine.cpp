@@ -33,7 +33,7 @@ void declareGeneral(CLI::App& app, GeneralOptions& general) {
                general.now = platform::parseRfc3339(text);
                if (!general.now) {
                    throw CLI::ValidationError(
-                       "--now", "\"" + text + "\" is no RFC 3339 time (such as 2026-03-04T09:41:00Z)");
+                       "--now", "\"" + text + "\" is not an RFC 3339 time (such as 2026-03-04T09:41:00Z)");
                }
            },
            "The moment to take for now (RFC 3339)")
@@ -111,8 +111,8 @@ void declareCommands(CLI::App& root, CommandLine& result,
                      const std::vector<std::unique_ptr<Command>>& commands) {
     root.name("heedbanner");
     root.description(
-        "Your next meetings, from the calendars on this computer: looks at them, chooses which of\n"
-        "them the widgets watch, and tells what is wrong when something is missing.");
+        "Your next meetings, from the calendars on this computer: shows them, chooses which calendars\n"
+        "the widgets watch, and explains what is wrong when something is missing.");
     platform::setHelpStyle(root);
     declareGeneral(root, result.general);
     root.require_subcommand(0, 1);
@@ -121,7 +121,7 @@ void declareCommands(CLI::App& root, CommandLine& result,
         "  heedbanner setup ~/.calendars --email me@example.org\n"
         "  heedbanner agenda --days 2\n"
         "  heedbanner doctor\n\n"
-        "heedbanner COMMAND --help tells more about one command.");
+        "heedbanner COMMAND --help describes one command.");
     for (const auto& command : commands)
         declare(root, *command, result);
 }

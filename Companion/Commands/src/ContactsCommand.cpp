@@ -34,7 +34,7 @@ class ContactsCommand final : public CommandWithActions<ContactsCommand> {
 
     void declare(CLI::App& app) override {
         app.require_subcommand(0, 1);
-        auto* list = app.add_subcommand("list", "All of them, how many cards they hold, and their state");
+        auto* list = app.add_subcommand("list", "All sources, how many cards they contain, and their state");
         list->add_flag("--json", json_, "As JSON");
 
         auto* add =
@@ -44,7 +44,7 @@ class ContactsCommand final : public CommandWithActions<ContactsCommand> {
             ->required();
         add->add_option("--name", newName_, "Instead of the name of the file or folder")->type_name("NAME");
 
-        auto* remove = CommandWithActions::add(app, "remove", "Forget one; its files stay as they are",
+        auto* remove = CommandWithActions::add(app, "remove", "Remove a source; its files are not changed",
                                                &ContactsCommand::remove);
         remove->add_option("NAME", name_, "Its name")->type_name("")->required();
     }

@@ -32,18 +32,18 @@ class EventCommand final : public CommandWithActions<EventCommand> {
         return "  heedbanner event show next\n"
                "  heedbanner event set Standup --lead 10m --link zoom\n"
                "  heedbanner event set Standup --exclude --on 2026-03-11   only that occurrence\n"
-               "  heedbanner event reset Standup                 back to what holds for all events";
+               "  heedbanner event reset Standup                 back to the settings for all events";
     }
 
     void declare(CLI::App& app) override {
         app.require_subcommand(1, 1);
-        auto* show = add(app, "show", "What holds for an event, and why", &EventCommand::show);
+        auto* show = add(app, "show", "The settings that apply to an event, and why", &EventCommand::show);
         addEventArgument(*show)->required();
         show->add_flag("--json", json_, "As JSON");
         auto* set = add(app, "set", "Change the settings of an event, of its whole series if it recurs",
                         &EventCommand::set);
         addEventArgument(*set)->required();
-        auto* exclude = set->add_flag("--exclude", exclude_, "Never alert, never pending");
+        auto* exclude = set->add_flag("--exclude", exclude_, "No alert, and not among upcoming events");
         set->add_flag("--include", include_, "Alert again")->excludes(exclude);
         set->add_option("--on", on_,
                         "With --exclude or --include: only the occurrence that begins then, a day or a time")
@@ -54,7 +54,7 @@ class EventCommand final : public CommandWithActions<EventCommand> {
                         "The call to join, of several: its number, its address, a part of either it or its "
                         "service's name, or \"none\"")
             ->type_name("LINK");
-        auto* reset = add(app, "reset", "Forget the settings of an event", &EventCommand::reset);
+        auto* reset = add(app, "reset", "Reset the settings of an event", &EventCommand::reset);
         addEventArgument(*reset);
         reset->add_flag("--all", all_, "Those of every event");
     }

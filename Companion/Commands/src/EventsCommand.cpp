@@ -45,7 +45,7 @@ class EventsCommand final : public Command {
     std::string_view name() const override { return "events"; }
     std::string_view group() const override { return commandGroup::trouble; }
     std::string_view summary() const override {
-        return "Everything that the watched calendars hold in an interval, before any rule";
+        return "Everything in the watched calendars in an interval, before any rule";
     }
     std::string_view examples() const override {
         return "  heedbanner events --from today --to tomorrow\n"

@@ -31,12 +31,12 @@ class JoinCommand final : public Command {
 
     void declare(CLI::App& app) override {
         auto* event = app.add_option("EVENT", wanted_, eventArgumentMeaning)->type_name("");
-        auto* shown = app.add_flag("--shown", shown_, "The meeting that status shows, and no other");
+        auto* shown = app.add_flag("--shown", shown_, "Only the meeting that status shows");
         shown->excludes(event);
-        app.add_option("--within", within_, "With --shown: as status was given it (30m, 2h)")
+        app.add_option("--within", within_, "With --shown: the same as for status (30m, 2h)")
             ->type_name("DURATION")
             ->needs(shown);
-        app.add_flag("--print", print_, "Print the address as the event has it, open nothing");
+        app.add_flag("--print", print_, "Only print the address from the event");
     }
 
     ExitCode run(CommandContext& context) override {

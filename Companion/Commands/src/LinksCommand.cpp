@@ -65,8 +65,7 @@ class LinksCommand final : public Command {
     }
 
     void declare(CLI::App& app) override {
-        app.add_option("FILE", file_, "A text file, or - for standard input (without a file, too)")
-            ->type_name("");
+        app.add_option("FILE", file_, "A text file; - or no file for standard input")->type_name("");
         app.add_flag("--all", all_, "Every link, with its place in UTF-16 units");
     }
 

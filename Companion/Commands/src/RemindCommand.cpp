@@ -18,7 +18,7 @@ class RemindCommand final : public Command {
   public:
     std::string_view name() const override { return "remind"; }
     std::string_view group() const override { return commandGroup::everyDay; }
-    std::string_view summary() const override { return "Make a reminder of your own"; }
+    std::string_view summary() const override { return "Add one of your own reminders"; }
     std::string_view examples() const override {
         return "  heedbanner remind \"Call Anna\" --at tomorrow 9:00\n"
                "  heedbanner remind Tea is ready --in 5m\n"
@@ -30,7 +30,7 @@ class RemindCommand final : public Command {
     void declare(CLI::App& app) override {
         app.add_option("TEXT", text_, "What to be reminded of")->type_name("");
         moment_.declare(app);
-        app.add_option("--notes", notes_, "More about it; a conference link in it is found")
+        app.add_option("--notes", notes_, "Notes; a conference link in them is recognised")
             ->type_name("TEXT");
         app.add_option("--lead", lead_, "Alert that long before (90s, 5m, 1h); else at the moment itself")
             ->type_name("DURATION");

@@ -49,14 +49,14 @@ class RulesCommand final : public CommandWithActions<RulesCommand> {
         removing->add_option("RULE", words_, "Numbers, ids, or beginnings of ids")->type_name("");
         removing->add_flag("--all", all_, "Every rule");
         auto* testing = add(app, "test",
-                            "What one rule leaves out of the events and tasks to come (events under way or "
-                            "in their alert period are shown in any case)",
+                            "Which future events and tasks a rule would leave out (events under way or in "
+                            "their alert period are always shown)",
                             &RulesCommand::test);
         testing
             ->add_option("RULE", words_, "A rule's number or id, or FIELD COMPARISON VALUE; else all rules")
             ->type_name("");
         testing->add_flag("--ignore-case", ignoresCase_, "Letters need not match in case");
-        testing->add_option("--days", days_, "Up to the end of the day so many days after today")
+        testing->add_option("--days", days_, "Up to the end of the day that many days after today")
             ->type_name("N")
             ->check(CLI::Range(days.first, days.last));
         testing->add_flag("--json", json_, "As JSON");

@@ -59,7 +59,7 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
         reset->add_flag("--all", all_, "Every setting");
         auto* exporting = add(app, "export", "Write all settings as JSON", &SettingsCommand::exportAll);
         exporting->add_option("FILE", file_, "Where to, standard output when left out")->type_name("");
-        auto* importing = add(app, "import", "Take settings from such JSON: all of them, or none",
+        auto* importing = add(app, "import", "Import settings from such JSON: all of them, or none",
                               &SettingsCommand::importAll);
         importing->add_option("FILE", file_, "Where from, standard input when left out")->type_name("");
     }

@@ -37,9 +37,10 @@ class SetupCommand final : public Command {
                        "A file, a folder of .ics or .vcf files, or a tree of such folders; without one the "
                        "usual places and those that vdirsyncer, khal and khard know")
             ->type_name("");
-        app.add_option("--email", addresses_, "Your own addresses there; they tell which answers are yours")
+        app.add_option("--email", addresses_,
+                       "Your own addresses there; your answers to invitations are recognised by them")
             ->type_name("ADDRESS");
-        app.add_flag("--dry-run", dryRun_, "Only tell what would be done");
+        app.add_flag("--dry-run", dryRun_, "Only print what would be done");
         app.add_flag("--desktop", desktop_,
                      "Start the widgets of the desktop at login and when a link needs them");
         app.add_flag("--undo", undo_, "Remove what the last setup added");

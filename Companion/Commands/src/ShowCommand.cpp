@@ -14,7 +14,7 @@ class ShowCommand final : public Command {
   public:
     std::string_view name() const override { return "show"; }
     std::string_view group() const override { return commandGroup::everyDay; }
-    std::string_view summary() const override { return "All about one event, with its participants"; }
+    std::string_view summary() const override { return "Everything about one event, with its participants"; }
     std::string_view examples() const override {
         return "  heedbanner show now          what is under way\n"
                "  heedbanner show next         what comes next\n"

@@ -21,11 +21,11 @@ class SnoozeCommand final : public Command {
   public:
     std::string_view name() const override { return "snooze"; }
     std::string_view group() const override { return commandGroup::everyDay; }
-    std::string_view summary() const override { return "Put the alert of an event off"; }
+    std::string_view summary() const override { return "Snooze the alert of an event"; }
     std::string_view examples() const override {
-        return "  heedbanner snooze next --minutes 5     tells of it again in five minutes\n"
-               "  heedbanner snooze next --until-start   tells of it again when it begins\n"
-               "  heedbanner snooze planning --clear     no longer tells of it again";
+        return "  heedbanner snooze next --minutes 5     alerts again in five minutes\n"
+               "  heedbanner snooze next --until-start   alerts again when it begins\n"
+               "  heedbanner snooze planning --clear     ends the snooze";
     }
 
     void declare(CLI::App& app) override {
@@ -35,7 +35,7 @@ class SnoozeCommand final : public Command {
             ->type_name("N")
             ->check(CLI::Range(1, 7 * 24 * 60));
         how->add_flag("--until-start", untilStart_, "Until it begins");
-        how->add_flag("--clear", clear_, "Not at all: takes it back");
+        how->add_flag("--clear", clear_, "End the snooze");
         how->require_option(1);
     }
 

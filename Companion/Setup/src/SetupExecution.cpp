@@ -73,8 +73,8 @@ std::vector<AddedAccount> calendarAccounts(const std::vector<PlannedAccount>& pl
 }
 
 /// Prints what is now watched in accounts that already existed.
-void tellNewlyWatched(CommandContext& context, const std::vector<PlannedAccount>& planned,
-                      const std::vector<std::string>& identifiers, platform::EKEntityType type) {
+void printNewlyWatched(CommandContext& context, const std::vector<PlannedAccount>& planned,
+                       const std::vector<std::string>& identifiers, platform::EKEntityType type) {
     for (const auto& choice : collectionChoices(context, type)) {
         const bool isOfOld = std::ranges::any_of(planned, [&](const PlannedAccount& one) {
             return one.isThere && one.account.name == choice.accountName;
@@ -105,8 +105,8 @@ void carryOut(CommandContext& context, const SetupPlan& plan, bool dryRun) {
         return;
     }
     context.records().setLastSetup(record);
-    tellNewlyWatched(context, planned, record.calendars, platform::EKEntityType::event);
-    tellNewlyWatched(context, planned, record.reminderLists, platform::EKEntityType::reminder);
+    printNewlyWatched(context, planned, record.calendars, platform::EKEntityType::event);
+    printNewlyWatched(context, planned, record.reminderLists, platform::EKEntityType::reminder);
     const UserSettingsStore& settings = context.core().settings();
     console.out() << companionText(*context.environment(), "Setup.watched",
                                    {companionCount(*context.environment(), "Count.calendars",
