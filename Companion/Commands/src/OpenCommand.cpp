@@ -50,7 +50,9 @@ class OpenCommand final : public Command {
                                             : actions.preview(link->eventIdentifier());
         if (outcome.kind == DeepLinkOutcome::Kind::unknownEvent) {
             context.requireReadableAccounts();
-            throw CommandFailure(ExitCode::nothingThere, onOneLine(outcome.message));
+            throw CommandFailure(ExitCode::nothingThere,
+                                 companionText(*context.environment(), "Open.unknownEvent",
+                                               {onOneLine(link->eventIdentifier())}));
         }
         if (link->destination() != DeepLinkDestination::preview || !isShownOnDesktop(*url))
             act(context, link->destination(), outcome);
