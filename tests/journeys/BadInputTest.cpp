@@ -100,6 +100,8 @@ TEST_F(BadInput, AWrongCommandOrOptionProposesTheNearest) {
                 {"accounts remove Nobody", 3, {"no account is called \"Nobody\""}},
                 {"setup --undo", 3, {"no setup to undo"}},
                 {"agenda", 3, {"heedbanner setup"}},
+                {"snooze next", 2, {"snooze: add one of --minutes"}},
+                {"snooze next --minutes 5 --clear", 2, {"add one of"}},
                 {"links ~/missing", 1, {"missing"}}});
 }
 

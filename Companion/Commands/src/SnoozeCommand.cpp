@@ -30,16 +30,18 @@ class SnoozeCommand final : public Command {
 
     void declare(CLI::App& app) override {
         app.add_option("EVENT", wanted_, eventArgumentMeaning)->type_name("")->required();
-        auto* how = app.add_option_group("How long");
-        how->add_option("--minutes", minutes_, "That many minutes from now; a reminder of your own is moved")
+        app.add_option("--minutes", minutes_, "That many minutes from now; a reminder of your own is moved")
             ->type_name("N")
             ->check(CLI::Range(1, 7 * 24 * 60));
-        how->add_flag("--until-start", untilStart_, "Until it begins");
-        how->add_flag("--clear", clear_, "End the snooze");
-        how->require_option(1);
+        app.add_flag("--until-start", untilStart_, "Until it begins");
+        app.add_flag("--clear", clear_, "End the snooze");
     }
 
     ExitCode run(CommandContext& context) override {
+        if ((minutes_ > 0) + untilStart_ + clear_ != 1) {
+            throw CommandFailure(ExitCode::wrongUsage,
+                                 companionText(*context.environment(), "Snooze.sayHow"));
+        }
         const Event event = chosenEvent(context, wanted_);
         if (event.type == Event::EventType::hbrReminder && minutes_ > 0) return move(context, event);
 
