@@ -2,6 +2,7 @@
 
 #include <HbrCore/CoreServices.h>
 #include <HbrCore/Events/EventLookup.h>
+#include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
 
 #include <utility>
@@ -14,8 +15,8 @@ using Kind = DeepLinkOutcome::Kind;
 
 constexpr std::string_view calendarContentType = "text/calendar";
 
-std::string nameOf(const Event& event) {
-    return event.title && !event.title->empty() ? "\"" + *event.title + "\"" : "the event without a title";
+std::string nameOf(const Event& event, const CoreServices& core) {
+    return "\"" + titleOrUntitled(event, *core.environment()) + "\"";
 }
 
 /// Looks the event up and goes on with it.
@@ -63,7 +64,8 @@ DeepLinkOutcome DeepLinkActions::viewInCalendar(std::string_view eventID) const 
     return withEvent(core_, eventID, [this](Event event) {
         DeepLinkOutcome outcome{.event = std::move(event)};
         if (outcome.event->type == Event::EventType::hbrReminder) {
-            outcome.message = nameOf(*outcome.event) + " is a reminder of your own and in no calendar";
+            outcome.message =
+                nameOf(*outcome.event, core_) + " is one of your own reminders and not in a calendar";
             return outcome;
         }
         if (const auto page = ownPage(core_, *outcome.event); page && !opener_.refusal(*page)) {
@@ -91,13 +93,13 @@ DeepLinkOutcome DeepLinkActions::joinCall(std::string_view eventID) const {
 
 DeepLinkOutcome DeepLinkActions::joinCall(const Event& event) const {
     if (event.videoConferenceLinks.empty())
-        return {.event = event, .message = nameOf(event) + " has no conference link"};
+        return {.event = event, .message = nameOf(event, core_) + " has no conference link"};
     const auto chosen = defaultVideoConferenceLink(event, core_.eventSettings().customSettings(event.id));
     if (chosen) return joinCall(event, *chosen);
     return {.kind = Kind::severalLinks,
             .event = event,
             .links = event.videoConferenceLinks,
-            .message = nameOf(event) + " has several conference links"};
+            .message = nameOf(event, core_) + " has several conference links"};
 }
 
 DeepLinkOutcome DeepLinkActions::joinCall(const Event& event, const VideoConferenceLink& link) const {
