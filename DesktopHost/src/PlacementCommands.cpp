@@ -95,7 +95,7 @@ void removeWidgets(const PlacementsFile& file, const std::string& which) {
 
 void placeMissing(const PlacementsFile& file, const std::vector<WidgetCatalogue::Choice>& wanted) {
     if (wanted.empty()) return;
-    change(file, [&](std::vector<PlacedWidget>& widgets) {
+    change(file, [wanted](std::vector<PlacedWidget>& widgets) {
         for (const auto& choice : wanted) {
             const bool isThere = std::ranges::any_of(widgets, [&](const PlacedWidget& widget) {
                 return widget.name == choice.name && widget.family == choice.family;

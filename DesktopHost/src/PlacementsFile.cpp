@@ -1,6 +1,5 @@
 #include <DesktopHost/PlacementsFile.h>
 
-#include <System/FileLock.h>
 #include <System/Files.h>
 #include <Values/Toml.h>
 #include <Values/TomlEdit.h>
@@ -254,42 +253,78 @@ std::optional<std::string> edited(const Document& document, const std::vector<Pl
     return text;
 }
 
-}  // namespace
-
-PlacementsFile::PlacementsFile(platform::EnvironmentRef environment) : environment_(std::move(environment)) {}
-
-std::filesystem::path PlacementsFile::path() const {
-    return environment_->configDirectory / "desktop.toml";
+void reportFailure(platform::DiagnosticsSink& diagnostics, const std::filesystem::path& file,
+                   const std::error_code& error) {
+    diagnostics.report({.severity = Diagnostic::Severity::error,
+                        .file = file,
+                        .field = std::string(tableName),
+                        .text = "cannot be written: " + error.message()});
 }
 
-PlacementsFile::Contents PlacementsFile::load() const {
-    return read(path(), *environment_->diagnostics).contents;
+std::filesystem::path placementsPath(const platform::Environment& environment) {
+    return environment.configDirectory / "desktop.toml";
 }
 
-bool PlacementsFile::update(const Change& change) const {
+/// Under the file's lock.
+bool store(const platform::Environment& environment, const PlacementsFile::Change& change) {
+    const auto path = placementsPath(environment);
+    auto& diagnostics = *environment.diagnostics;
     std::error_code error;
-    const auto failed = [&] {
-        environment_->diagnostics->report({.severity = Diagnostic::Severity::error,
-                                           .file = path(),
-                                           .text = "cannot be written: " + error.message()});
-        return false;
-    };
-    if (!platform::createDirectories(environment_->configDirectory, 0700, error)) return failed();
-    const platform::FileLock lock(path().string() + ".lock", error);
-    if (error) return failed();
-    Document document = read(path(), *environment_->diagnostics);
+    Document document = read(path, diagnostics);
     if (document.contents.isBroken) {
-        const auto moved = platform::setAside(path(), error);
-        if (!moved) return failed();
-        environment_->diagnostics->report({.file = path(), .text = "set aside as " + moved->string()});
+        const auto moved = platform::setAside(path, error);
+        if (!moved) {
+            reportFailure(diagnostics, path, error);
+            return false;
+        }
+        diagnostics.report({.file = path, .text = "set aside as " + moved->string()});
         document = {};
     }
     auto widgets = document.contents.widgets;
     change(widgets);
     if (widgets == document.contents.widgets) return true;
     const auto text = edited(document, widgets);
-    return platform::writeFileAtomically(path(), text ? *text : rewritten(document, widgets), 0600, error) ||
-           failed();
+    if (platform::writeFileAtomically(path, text ? *text : rewritten(document, widgets), 0600, error))
+        return true;
+    reportFailure(diagnostics, path, error);
+    return false;
+}
+
+}  // namespace
+
+PlacementsFile::PlacementsFile(platform::EnvironmentRef environment)
+    : environment_(environment),
+      changes_(std::make_shared<Changes>(
+          Changes::File{.path = placementsPath(*environment),
+                        .read =
+                            [environment] {
+                                auto document = read(placementsPath(*environment), *environment->diagnostics);
+                                return std::make_shared<const std::vector<PlacedWidget>>(
+                                    std::move(document.contents.widgets));
+                            },
+                        .store = [environment](const auto&, const auto&,
+                                               const Change& change) { return store(*environment, change); },
+                        .reportLock =
+                            [environment](const auto&, const std::error_code& error) {
+                                reportFailure(*environment->diagnostics, placementsPath(*environment), error);
+                            }})) {}
+
+std::filesystem::path PlacementsFile::path() const {
+    return placementsPath(*environment_);
+}
+
+PlacementsFile::Contents PlacementsFile::load() const {
+    Contents contents;
+    const auto widgets = changes_->read([&] {
+        contents = read(path(), *environment_->diagnostics).contents;
+        return std::make_shared<const std::vector<PlacedWidget>>(contents.widgets);
+    });
+    contents.widgets = *widgets;
+    return contents;
+}
+
+bool PlacementsFile::update(const Change& change) const {
+    return changes_->update(std::string(tableName), change);
 }
 
 PlacedWidget placedWidget(std::string name, platform::WidgetFamily family, platform::Corner corner,

@@ -7,6 +7,7 @@
 
 #include <HbrCore/DeepLinks/DesktopApplication.h>
 #include <MxLogger/MxLogger.h>
+#include <System/DeferredWrites.h>
 #include <System/FileLock.h>
 #include <System/MainQueue.h>
 #include <Workspace/SessionApplication.h>
@@ -18,6 +19,7 @@
 #include <cstring>
 #include <iostream>
 #include <mutex>
+#include <optional>
 
 namespace hbr {
 
@@ -85,31 +87,43 @@ void handOver(const HostRequest& request, const SessionApplicationClient& runnin
     }
 }
 
+/// Waits at its end for what is still to be written.
+struct LastWrites {
+    LastWrites() = default;
+    LastWrites(const LastWrites&) = delete;
+    LastWrites& operator=(const LastWrites&) = delete;
+    ~LastWrites() { platform::DeferredWrites::finish(); }
+};
+
 void runHost(const HostRequest& request, RunningHost::World world) {
-    RunningHost host(std::move(world));
+    std::optional<RunningHost> host(std::move(world));
     auto claimed = SessionApplication::claim(
         {.identifier = identifier,
-         .actions = {{action::open, 1, [&](const auto& given) { host.openUrl(given[0]); }},
-                     {action::snooze, 2, [&](const auto& given) { host.snooze(given[0], given[1]); }},
-                     {action::reload, 0, [&](const auto&) { host.reload(); }},
-                     {action::focus, 1, [&](const auto& given) { host.focus(given[0]); }},
-                     {action::gallery, 0, [&](const auto&) { host.showGallery(); }},
-                     {action::quit, 0, [&](const auto&) { host.quit(); }}},
-         .activate = [&] { host.activate(); },
+         .actions = {{action::open, 1, [&](const auto& given) { host->openUrl(given[0]); }},
+                     {action::snooze, 2, [&](const auto& given) { host->snooze(given[0], given[1]); }},
+                     {action::reload, 0, [&](const auto&) { host->reload(); }},
+                     {action::focus, 1, [&](const auto& given) { host->focus(given[0]); }},
+                     {action::gallery, 0, [&](const auto&) { host->showGallery(); }},
+                     {action::quit, 0, [&](const auto&) { host->quit(); }}},
+         .activate = [&] { host->activate(); },
          .open =
              [&](const std::vector<platform::Url>& urls) {
                  for (const platform::Url& url : urls)
-                     host.openUrl(url.absoluteString());
+                     host->openUrl(url.absoluteString());
              },
-         .useActivationToken = [&](const std::string& token) { host.useActivationToken(token); }});
+         .useActivationToken = [&](const std::string& token) { host->useActivationToken(token); }});
+    // Before the name on the bus goes: who waits for that finds everything stored.
+    const LastWrites lastWrites;
     if (claimed.claim == SessionApplication::Claim::taken)
         return handOver(request, SessionApplicationClient(identifier));
     if (claimed.claim == SessionApplication::Claim::noBus) {
         std::cerr << "heedbanner-desktop: there is no session bus, so no notifications and no second start "
                      "that finds this one\n";
     }
-    host.start(request);
-    platform::MainQueue::shared().runUntil([&] { return host.hasEnded(); });
+    host->start(request);
+    platform::MainQueue::shared().runUntil([&] { return host->hasEnded(); });
+    // Nothing is left on the screen while the last changes are written.
+    host.reset();
 }
 
 void run(const HostRequest& request, const platform::EnvironmentRef& environment, char** argv) {
@@ -128,16 +142,21 @@ void run(const HostRequest& request, const platform::EnvironmentRef& environment
     std::vector<WidgetCatalogue::Choice> wanted;
     for (const std::string& text : request.widgets)
         wanted.push_back(catalogue.choice(text));
-    placeMissing(placements, wanted);
 
-    if (running.isRunning()) return handOver(request, running);
+    if (running.isRunning()) {
+        placeMissing(placements, wanted);
+        return handOver(request, running);
+    }
     if (request.task == Task::quit || request.task == Task::focus)
         throw HostFailure(ExitStatus::nothingThere, "no heedbanner-desktop is running");
-    // From here on the main thread draws; it must not stand still while another program writes.
-    platform::FileLock::setPatience({.seconds = 0.1});
     CoreServices::configureShared({.isLongLived = true});
+    CoreServices& core = CoreServices::shared();
+    // From here on the main thread draws; it must not stand still while another program writes.
+    platform::DeferredWrites::setOn(true);
+    platform::FileLock::setPatience({.seconds = 0});
+    placeMissing(placements, wanted);
     runHost(request, {.environment = environment,
-                      .core = CoreServices::shared(),
+                      .core = core,
                       .bundle = bundle,
                       .catalogue = catalogue,
                       .placements = placements,

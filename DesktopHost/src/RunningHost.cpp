@@ -16,6 +16,7 @@
 #include <HbrUtils/DateOperations.h>
 #include <MxLogger/MxLogger.h>
 #include <System/ClockChange.h>
+#include <System/DeferredWrites.h>
 #include <System/DesktopClock.h>
 #include <System/FileWatcher.h>
 #include <System/MainQueue.h>
@@ -318,6 +319,7 @@ void RunningHost::Parts::executeAnew() {
     const auto kept = Handover::of(world.core.manager(), alerts->handledAndAnswered());
     // Nobody would be left to answer their buttons.
     alerts->withdrawAll();
+    platform::DeferredWrites::finish();
     const std::string reason = hbr::executeAnew(world.argv, kept);
     world.environment->diagnostics->report({.severity = platform::Diagnostic::Severity::error,
                                             .text = "the time zone or the clock's format changed, but the "

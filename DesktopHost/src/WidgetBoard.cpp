@@ -74,7 +74,7 @@ std::unique_ptr<WidgetBoard::Tile> WidgetBoard::makeTile(const PlacedWidget& pla
             },
         .move =
             [this, self](const platform::WidgetPlacement& placement) {
-                changePlaced(*self, [&placement](PlacedWidget& one) { one.placement = placement; });
+                changePlaced(*self, [placement](PlacedWidget& one) { one.placement = placement; });
             },
         .remove =
             [this, self] {
@@ -101,7 +101,7 @@ void WidgetBoard::adapt(Tile& tile, const PlacedWidget& placed) {
 }
 
 void WidgetBoard::changePlaced(const Tile& tile, const std::function<void(PlacedWidget&)>& change) const {
-    actions_.change([&change, old = tile.placed](std::vector<PlacedWidget>& widgets) {
+    actions_.change([change, old = tile.placed](std::vector<PlacedWidget>& widgets) {
         const auto found =
             std::ranges::find_if(widgets, [&](const PlacedWidget& one) { return isSame(one, old); });
         if (found != widgets.end()) change(*found);

@@ -1,4 +1,5 @@
 #include <System/DefaultsDomain.h>
+#include <System/DeferredWrites.h>
 #include <System/MainQueue.h>
 #include <Values/PropertyList.h>
 
@@ -147,6 +148,51 @@ TEST_F(DefaultsDomainTest, ALockThatAnotherProgramHoldsIsWaitedForForALimitedTim
     FileLock::setPatience({.onLongWait = [&](const fs::path&) { flock(other, LOCK_UN); }});
     EXPECT_TRUE(domain.setValue("a", 3));
     FileLock::setPatience({});
+    close(other);
+}
+
+TEST_F(DefaultsDomainTest, DeferredChangesAreReadAtOnceAndStoredWhenTheLockIsFreeOrGivenUpByName) {
+    ASSERT_TRUE(domain.setValue("a", 1));
+    const int other = open((file.string() + ".lock").c_str(), O_RDWR | O_CLOEXEC);
+    DefaultsDomain outside(file, nullptr);
+    int calls = 0;
+    const auto observation = domain.observe({"a"}, [&] { ++calls; });
+    DeferredWrites::setOn(true);
+    for (const bool isGivenUp : {false, true}) {
+        ASSERT_EQ(flock(other, LOCK_EX), 0);
+        EXPECT_TRUE(domain.setValue("a", 2));
+        EXPECT_TRUE(increment(domain, "a"));
+        EXPECT_TRUE(domain.setValue("b", "new"));
+        EXPECT_EQ(domain.value("a"), PropertyValue(3));
+        EXPECT_EQ(domain.snapshot(), domain.snapshot());
+        EXPECT_TRUE(MainQueue::shared().runUntil([&] { return calls == 1; }, 10));
+        EXPECT_EQ(outside.value("a"), PropertyValue(1));
+        // What another program wrote meanwhile is kept.
+        PropertyDictionary written;
+        written.set("a", 10);
+        written.set("c", true);
+        std::ofstream(file) << writeXmlPropertyList(written);
+        EXPECT_EQ(domain.value("a"), PropertyValue(3));
+        EXPECT_EQ(domain.value("b"), PropertyValue("new"));
+        EXPECT_EQ(domain.value("c"), PropertyValue(true));
+        if (isGivenUp) DeferredWrites::finish(0.01);
+        flock(other, LOCK_UN);
+        DeferredWrites::finish(10);
+        EXPECT_EQ(outside.value("a"), PropertyValue(isGivenUp ? 10 : 3));
+        EXPECT_EQ(outside.value("b").has_value(), !isGivenUp);
+        EXPECT_TRUE(outside.value("c"));
+        EXPECT_EQ(domain.values(), outside.values());
+        EXPECT_EQ(said(), isGivenUp ? file.string() +
+                                          ": a, b: cannot be locked for a change: "
+                                          "another program holds its lock\n"
+                                    : "");
+        ASSERT_TRUE(outside.setValue("a", 1));
+        ASSERT_TRUE(outside.removeValue("b"));
+        EXPECT_TRUE(domain.setValue("d", isGivenUp));
+        EXPECT_EQ(outside.value("d"), PropertyValue(isGivenUp));
+        calls = 0;
+    }
+    DeferredWrites::setOn(false);
     close(other);
 }
 

@@ -2,11 +2,13 @@
 
 #include <Desktop/WidgetPlacement.h>
 #include <System/Environment.h>
+#include <System/PendingChanges.h>
 #include <Views/WidgetFamily.h>
 
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -53,11 +55,15 @@ class PlacementsFile {
     Contents load() const;
     using Change = std::function<void(std::vector<PlacedWidget>& widgets)>;
     /// False when it could not be written; the reason goes to the diagnostics. Takes a lock, so that two
-    /// programs lose nothing of each other.
+    /// programs lose nothing of each other. Where writes are deferred, `change` may be called again later,
+    /// on another thread, so it owns what it captures.
     bool update(const Change& change) const;
 
   private:
+    using Changes = platform::PendingChanges<std::vector<PlacedWidget>>;
+
     platform::EnvironmentRef environment_;
+    std::shared_ptr<Changes> changes_;
 };
 
 /// A new widget at the end of the column of its corner.

@@ -187,7 +187,7 @@ void CalendarEventManager::activateFirstCalendar() {
 void CalendarEventManager::activateCalendar(const std::string& identifier) {
     UserSettingsStore& settings = *state_->services.settings;
     if (contains(settings.activeCalendarIdentifiers(), identifier)) return;
-    settings.updateActiveCalendarIdentifiers([&](std::vector<std::string>& identifiers) {
+    settings.updateActiveCalendarIdentifiers([identifier](std::vector<std::string>& identifiers) {
         if (!contains(identifiers, identifier)) identifiers.push_back(identifier);
     });
     reloadEvents(true);
@@ -195,7 +195,7 @@ void CalendarEventManager::activateCalendar(const std::string& identifier) {
 
 void CalendarEventManager::deactivateCalendar(const std::string& identifier) {
     state_->services.settings->updateActiveCalendarIdentifiers(
-        [&](std::vector<std::string>& identifiers) { std::erase(identifiers, identifier); });
+        [identifier](std::vector<std::string>& identifiers) { std::erase(identifiers, identifier); });
     reloadEvents(true);
 }
 

@@ -1,6 +1,7 @@
 #include <HbrCore/Stores/CustomRemindersStore.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <iterator>
 #include <mutex>
@@ -64,11 +65,12 @@ std::shared_ptr<const std::vector<Reminder>> CustomRemindersStore::stored() cons
 }
 
 bool CustomRemindersStore::change(const std::function<void(std::vector<Reminder>&)>& change) {
-    const bool isStored = defaults_->update(storageKey, [&](const std::optional<PropertyValue>& current) {
-        auto list = decoded(current);
-        change(list);
-        return std::optional<PropertyValue>(encodeJsonData(list));
-    });
+    const bool isStored =
+        defaults_->update(storageKey, [change](const std::optional<PropertyValue>& current) {
+            auto list = decoded(current);
+            change(list);
+            return std::optional<PropertyValue>(encodeJsonData(list));
+        });
     center_.post(remindersChangedNotification);
     return isStored;
 }
@@ -85,45 +87,45 @@ std::vector<Reminder> CustomRemindersStore::futureReminders() const {
 
 bool CustomRemindersStore::addReminder(const Reminder& reminder) {
     if (!canBeStored(reminder)) return false;
-    return change([&](std::vector<Reminder>& list) { list.push_back(reminder); });
+    return change([reminder](std::vector<Reminder>& list) { list.push_back(reminder); });
 }
 
 bool CustomRemindersStore::updateReminder(const Reminder& reminder) {
     if (!canBeStored(reminder)) return false;
-    return change([&](std::vector<Reminder>& list) {
+    return change([reminder](std::vector<Reminder>& list) {
         removeById(list, reminder.id());
         list.push_back(reminder);
     });
 }
 
 bool CustomRemindersStore::removeReminder(std::string_view id) {
-    return change([&](std::vector<Reminder>& list) { removeById(list, id); });
+    return change([id = std::string(id)](std::vector<Reminder>& list) { removeById(list, id); });
 }
 
 bool CustomRemindersStore::moveReminder(std::string_view id, double seconds) {
-    bool isFound = false;
-    const bool isStored = defaults_->update(storageKey, [&](const std::optional<PropertyValue>& current) {
-        auto list = decoded(current);
-        const auto found = std::ranges::find(list, id, &Reminder::id);
-        isFound = found != list.end();
-        if (!isFound) return current;
-        Reminder moved = found->addingTimeInterval(seconds);
-        isFound = canBeStored(moved);
-        if (!isFound) return current;
-        removeById(list, id);
-        list.push_back(std::move(moved));
-        return std::optional<PropertyValue>(encodeJsonData(list));
-    });
-    if (isFound) center_.post(remindersChangedNotification);
-    return isFound && isStored;
+    const auto isFound = std::make_shared<std::atomic<bool>>(false);
+    const bool isStored = defaults_->update(
+        storageKey, [id = std::string(id), seconds, isFound](const std::optional<PropertyValue>& current) {
+            auto list = decoded(current);
+            const auto found = std::ranges::find(list, id, &Reminder::id);
+            if (found == list.end()) return current;
+            Reminder moved = found->addingTimeInterval(seconds);
+            if (!canBeStored(moved)) return current;
+            *isFound = true;
+            removeById(list, id);
+            list.push_back(std::move(moved));
+            return std::optional<PropertyValue>(encodeJsonData(list));
+        });
+    if (*isFound) center_.post(remindersChangedNotification);
+    return *isFound && isStored;
 }
 
 bool CustomRemindersStore::purgePastReminders() {
     const platform::Date cutoff = environment_->calendar.addingDays(environment_->now(), -keptDays);
-    auto isPast = [&](const Reminder& reminder) { return reminder.date() < cutoff; };
+    auto isPast = [cutoff](const Reminder& reminder) { return reminder.date() < cutoff; };
     // A reload comes here every minute; it takes the lock only when there is something to drop.
     if (std::ranges::none_of(*stored(), isPast)) return true;
-    return defaults_->update(storageKey, [&](const std::optional<PropertyValue>& current) {
+    return defaults_->update(storageKey, [isPast](const std::optional<PropertyValue>& current) {
         auto list = decoded(current);
         if (std::erase_if(list, isPast) == 0) return current;
         return std::optional<PropertyValue>(encodeJsonData(list));

@@ -63,13 +63,14 @@ std::optional<EventSettings> EventSettingsStore::customSettings(std::string_view
 
 bool EventSettingsStore::storeCustomSettings(const EventSettings& settings,
                                              const std::string& forEventIdentifier) {
-    return change(
-        [&](PropertyDictionary& entries) { entries.set(forEventIdentifier, encodeJsonData(settings)); });
+    return change([data = encodeJsonData(settings), forEventIdentifier](PropertyDictionary& entries) {
+        entries.set(forEventIdentifier, data);
+    });
 }
 
 bool EventSettingsStore::updateCustomSettings(const std::string& forEventIdentifier, Event::EventType type,
                                               const std::function<void(EventSettings&)>& change) {
-    return this->change([&](PropertyDictionary& entries) {
+    return this->change([forEventIdentifier, type, change](PropertyDictionary& entries) {
         const PropertyValue* entry = entries.find(forEventIdentifier);
         const auto current = entry && entry->asData() ? decoded(*entry) : std::nullopt;
         EventSettings settings = current.value_or(EventSettings::defaultSettings(type));
@@ -79,15 +80,16 @@ bool EventSettingsStore::updateCustomSettings(const std::string& forEventIdentif
 }
 
 bool EventSettingsStore::deleteCustomSettings(const std::string& forEventIdentifier) {
-    return change([&](PropertyDictionary& entries) { entries.remove(forEventIdentifier); });
+    return change([forEventIdentifier](PropertyDictionary& entries) { entries.remove(forEventIdentifier); });
 }
 
 bool EventSettingsStore::change(const std::function<void(PropertyDictionary&)>& change) {
-    const bool isStored = defaults_->update(storageKey, [&](const std::optional<PropertyValue>& current) {
-        PropertyDictionary entries = dictionary(current);
-        change(entries);
-        return std::optional<PropertyValue>(std::move(entries));
-    });
+    const bool isStored =
+        defaults_->update(storageKey, [change](const std::optional<PropertyValue>& current) {
+            PropertyDictionary entries = dictionary(current);
+            change(entries);
+            return std::optional<PropertyValue>(std::move(entries));
+        });
     center_.post(customEventSettingsChangedNotification);
     return isStored;
 }

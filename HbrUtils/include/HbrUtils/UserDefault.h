@@ -39,24 +39,26 @@ class UserDefault {
     const platform::DefaultsDomainRef& userDefaults() const { return userDefaults_; }
 
     /// The default when nothing, or something of another type, is stored.
-    T get() const { return read(userDefaults_->value(key_)); }
+    T get() const { return read(userDefaults_->value(key_), defaultValue_); }
     /// An empty optional removes the key. False when the domain could not be written.
     bool set(const T& value) const { return userDefaults_->setValue(key_, stored(value)); }
-    /// Reads, changes and writes under the domain's lock, so that no other writer is lost.
+    /// Reads, changes and writes under the domain's lock, so that no other writer is lost. `change` may be
+    /// called again later (see `DefaultsDomain::update`).
     bool update(const std::function<void(T&)>& change) const {
-        return userDefaults_->update(key_, [&](const std::optional<platform::PropertyValue>& current) {
-            T value = read(current);
+        return userDefaults_->update(key_, [defaultValue = defaultValue_,
+                                            change](const std::optional<platform::PropertyValue>& current) {
+            T value = read(current, defaultValue);
             change(value);
             return stored(value);
         });
     }
 
   private:
-    T read(const std::optional<platform::PropertyValue>& current) const {
+    static T read(const std::optional<platform::PropertyValue>& current, const T& defaultValue) {
         auto value = current ? Coding::decode(*current) : std::nullopt;
         if (value) return *std::move(value);
         if constexpr (requires { Coding::reportDefault(); }) Coding::reportDefault();
-        return defaultValue_;
+        return defaultValue;
     }
     static std::optional<platform::PropertyValue> stored(const T& value) {
         if (detail::isNil(value)) return std::nullopt;

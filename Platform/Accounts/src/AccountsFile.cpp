@@ -274,9 +274,8 @@ bool AccountsFile::update(const std::function<void(std::vector<Account>&)>& chan
                                            .text = "cannot be written: " + error.message()});
         return false;
     };
-    if (!createDirectories(environment_->configDirectory, 0700, error)) return failed();
-    const FileLock lock(path().string() + ".lock", error);
-    if (error) return failed();
+    const auto lock = FileLock::of(path(), error);
+    if (!lock) return failed();
     auto loaded = loadFrom(path(), *environment_);
     if (loaded.broken) {
         const auto moved = setAside(path(), error);

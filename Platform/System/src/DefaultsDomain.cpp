@@ -3,6 +3,7 @@
 #include <System/DefaultsDomain.h>
 #include <System/FileWatcher.h>
 #include <System/MainQueue.h>
+#include <System/PendingChanges.h>
 
 #include <algorithm>
 #include <mutex>
@@ -12,6 +13,11 @@ namespace {
 
 /// Settings shall show soon after a change, and a write is one rename anyway.
 constexpr double quietSeconds = 0.02;
+
+std::shared_ptr<const PropertyDictionary> noValues() {
+    static const auto values = std::make_shared<const PropertyDictionary>();
+    return values;
+}
 
 std::optional<PropertyValue> valueIn(const PropertyDictionary& values, std::string_view key) {
     const PropertyValue* found = values.find(key);
@@ -66,10 +72,40 @@ class DefaultsDomain::Observation : public std::enable_shared_from_this<Observat
 
 struct DefaultsDomain::State {
     State(std::filesystem::path path, std::shared_ptr<DiagnosticsSink> sink)
-        : diagnostics(std::move(sink)), file(std::move(path), diagnostics) {}
+        : diagnostics(std::move(sink)), file(std::make_shared<DefaultsFile>(std::move(path), diagnostics)) {}
+
+    static std::shared_ptr<State> make(std::filesystem::path path, std::shared_ptr<DiagnosticsSink> sink) {
+        auto state = std::make_shared<State>(std::move(path), std::move(sink));
+        // Pending changes may outlive the domain.
+        const auto file = state->file;
+        state->changes =
+            std::make_unique<PendingChanges<PropertyDictionary>>(PendingChanges<PropertyDictionary>::File{
+                .path = file->path(),
+                .read = [file] { return file->readIfPossible(); },
+                .store =
+                    [file](const FileLock& lock, const std::string& names, const auto& change) {
+                        const auto stored = file->readForChange(lock);
+                        if (!stored) return false;
+                        PropertyDictionary values = *stored;
+                        change(values);
+                        return values == *stored || file->write(lock, values, names);
+                    },
+                .reportLock = [file](const std::string& names,
+                                     const std::error_code& error) { file->reportLock(names, error); },
+                .didDefer =
+                    [weak = std::weak_ptr(state)] {
+                        if (const auto living = weak.lock()) living->tellObservers();
+                    }});
+        return state;
+    }
+
+    std::shared_ptr<const PropertyDictionary> read() const {
+        auto values = changes->read();
+        return values ? values : noValues();
+    }
 
     void tellObservers() {
-        auto values = file.read();
+        auto values = read();
         std::vector<std::shared_ptr<Observation>> living;
         {
             std::lock_guard lock(mutex);
@@ -82,7 +118,8 @@ struct DefaultsDomain::State {
     }
 
     const std::shared_ptr<DiagnosticsSink> diagnostics;
-    DefaultsFile file;
+    const std::shared_ptr<DefaultsFile> file;
+    std::unique_ptr<PendingChanges<PropertyDictionary>> changes;
     std::mutex mutex;
     std::vector<std::weak_ptr<Observation>> observations;
     /// Made with the first observation. Last member: its thread ends before the rest goes.
@@ -90,60 +127,63 @@ struct DefaultsDomain::State {
 };
 
 DefaultsDomain::DefaultsDomain(std::filesystem::path file, std::shared_ptr<DiagnosticsSink> diagnostics)
-    : state_(std::make_shared<State>(std::move(file), std::move(diagnostics))) {}
+    : state_(State::make(std::move(file), std::move(diagnostics))) {}
 DefaultsDomain::~DefaultsDomain() = default;
 
 const std::filesystem::path& DefaultsDomain::file() const {
-    return state_->file.path();
+    return state_->file->path();
 }
 
 std::optional<PropertyValue> DefaultsDomain::value(std::string_view key) const {
-    return valueIn(*state_->file.read(), key);
+    return valueIn(*state_->read(), key);
 }
 
 PropertyDictionary DefaultsDomain::values() const {
-    return *state_->file.read();
+    return *state_->read();
 }
 
 std::shared_ptr<const PropertyDictionary> DefaultsDomain::snapshot() const {
-    return state_->file.read();
+    return state_->read();
 }
 
 bool DefaultsDomain::exists() const {
-    return state_->file.exists();
+    return state_->file->exists();
 }
 
 bool DefaultsDomain::setValue(std::string_view key, std::optional<PropertyValue> value) {
     // Asked without the lock first: most repeated writes change nothing, and a read-only folder has no lock.
-    if (auto values = state_->file.readIfPossible(); values && valueIn(*values, key) == value) return true;
-    return update(key, [&value](const std::optional<PropertyValue>&) { return std::move(value); });
+    if (auto values = state_->changes->read(); values && valueIn(*values, key) == value) return true;
+    return update(key, [value = std::move(value)](const std::optional<PropertyValue>&) { return value; });
 }
 
 bool DefaultsDomain::update(std::string_view key, const Change& change) {
-    auto lock = state_->file.lock();
-    if (!lock) return false;
-    auto stored = state_->file.readForChange(*lock);
-    if (!stored) return false;
-    auto before = valueIn(*stored, key);
-    auto after = change(before);
-    if (after == before) return true;
-    PropertyDictionary values = *stored;
-    if (after) {
-        values.set(key, std::move(*after));
-    } else {
-        values.remove(key);
-    }
-    return state_->file.write(*lock, values, key);
+    return state_->changes->update(std::string(key),
+                                   [key = std::string(key), change](PropertyDictionary& values) {
+                                       const auto before = valueIn(values, key);
+                                       auto after = change(before);
+                                       if (after == before) return;
+                                       if (after) {
+                                           values.set(key, std::move(*after));
+                                       } else {
+                                           values.remove(key);
+                                       }
+                                   });
 }
 
 bool DefaultsDomain::updateTogether(DefaultsDomain& first, DefaultsDomain& second,
                                     const Transaction& transaction) {
-    DefaultsFile* a = &first.state_->file;
-    DefaultsFile* b = &second.state_->file;
+    DefaultsFile* a = first.state_->file.get();
+    DefaultsFile* b = second.state_->file.get();
     auto isFirstLower = a->path() < b->path();
     if (a->path() == b->path()) return false;  // the second lock would wait for the first for ever
-    auto lower = (isFirstLower ? a : b)->lock();
-    auto higher = lower ? (isFirstLower ? b : a)->lock() : std::nullopt;
+    const auto lockOf = [](DefaultsFile& file) {
+        std::error_code error;
+        auto lock = FileLock::of(file.path(), error);
+        if (!lock) file.reportLock("", error);
+        return lock;
+    };
+    const auto lower = lockOf(isFirstLower ? *a : *b);
+    const auto higher = lower ? lockOf(isFirstLower ? *b : *a) : nullptr;
     if (!lower || !higher) return false;
     auto& firstLock = isFirstLower ? *lower : *higher;
     auto& secondLock = isFirstLower ? *higher : *lower;
@@ -165,24 +205,24 @@ std::shared_ptr<DefaultsDomain::Observation> DefaultsDomain::observe(std::vector
         std::lock_guard lock(state_->mutex);
         if (!state_->watcher) {
             state_->watcher = std::make_unique<FileWatcher>(
-                std::vector{state_->file.path()},
+                std::vector{state_->file->path()},
                 [weak = std::weak_ptr(state_)](const auto&) {
                     if (auto state = weak.lock()) state->tellObservers();
                 },
                 quietSeconds, state_->diagnostics);
         }
         // Read after watching began, known to the watcher only then: no change falls between.
-        observation->remember(*state_->file.read());
+        observation->remember(*state_->read());
         std::erase_if(state_->observations, [](const auto& each) { return each.expired(); });
         state_->observations.push_back(observation);
     }
     // A change told to the others before this one was known to them.
-    observation->compare(*state_->file.read());
+    observation->compare(*state_->read());
     return observation;
 }
 
 std::int64_t DefaultsDomain::integer(std::string_view key) const {
-    auto values = state_->file.read();
+    auto values = state_->read();
     const PropertyValue* found = values->find(key);
     return found ? found->asInteger().value_or(0) : 0;
 }

@@ -2,7 +2,7 @@
 
 #include "AtomicWrite.h"
 
-#include <System/FileLock.h>
+#include <System/DeferredWrites.h>
 #include <System/Files.h>
 #include <Values/PropertyList.h>
 
@@ -15,7 +15,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr unsigned fileMode = 0600;
-constexpr unsigned folderMode = 0700;
 constexpr off_t largestFile = 64 * 1024 * 1024;
 
 std::string reason(int number) {
@@ -116,25 +115,16 @@ std::shared_ptr<const PropertyDictionary> DefaultsFile::readIfPossible() {
         if (outcome == Outcome::refused || (outcome == Outcome::damaged && wasDamaged)) return nullptr;
         if (outcome != Outcome::damaged) return values_;
     }
-    if (auto held = lock()) return readForChange(*held);
+    std::error_code error;
+    const auto wait = DeferredWrites::areOn() ? FileLock::Wait::never : FileLock::Wait::patiently;
+    if (const auto held = FileLock::of(file_, error, wait)) return readForChange(*held);
+    if (error != FileLock::heldError()) reportLock("", error);
     report("", "is no property list");
     return nullptr;
 }
 
-std::optional<DefaultsFile::Lock> DefaultsFile::lock() {
-    std::error_code error;
-    if (createDirectories(file_.parent_path(), folderMode, error)) {
-        const auto lockFile = withSuffix(file_, ".lock");
-        Lock descriptor(open(lockFile.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, fileMode));
-        if (descriptor) {
-            FileLock::lock(descriptor.number(), lockFile, error);
-            if (!error) return descriptor;
-        } else {
-            error = {errno, std::generic_category()};
-        }
-    }
-    report("", "cannot be locked for a change: " + error.message());
-    return std::nullopt;
+void DefaultsFile::reportLock(std::string_view field, const std::error_code& error) {
+    report(field, "cannot be locked for a change: " + error.message());
 }
 
 std::shared_ptr<const PropertyDictionary> DefaultsFile::readForChange(const Lock& lock) {

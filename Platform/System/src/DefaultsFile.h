@@ -3,6 +3,7 @@
 #include "FileDescriptor.h"
 
 #include <System/Diagnostics.h>
+#include <System/FileLock.h>
 #include <Values/PropertyValue.h>
 
 #include <sys/stat.h>
@@ -10,7 +11,6 @@
 #include <filesystem>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string_view>
 #include <system_error>
 
@@ -30,10 +30,9 @@ class DefaultsFile {
     /// As read(); nothing when there is a file that cannot be read.
     std::shared_ptr<const PropertyDictionary> readIfPossible();
 
-    /// Held while it lives.
-    using Lock = FileDescriptor;
-    /// Without the lock when its file cannot be made; reported.
-    std::optional<Lock> lock();
+    using Lock = FileLock;
+    /// Reports that the lock could not be had.
+    void reportLock(std::string_view field, const std::error_code& error);
     /// Under the lock: what a change starts from. Nothing when the stored file cannot be opened or set
     /// aside, so that it must not be replaced; reported.
     std::shared_ptr<const PropertyDictionary> readForChange(const Lock& lock);

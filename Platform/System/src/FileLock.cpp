@@ -1,4 +1,5 @@
 #include <System/FileLock.h>
+#include <System/Files.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -22,11 +23,6 @@ class LockErrors final : public std::error_category {
     std::string message(int) const override { return "another program holds its lock"; }
 };
 
-std::error_code heldByAnother() {
-    static const LockErrors category;
-    return {1, category};
-}
-
 struct SharedPatience {
     std::mutex mutex;
     FileLock::Patience patience;
@@ -42,17 +38,9 @@ FileLock::Patience currentPatience() {
     return sharedPatience().patience;
 }
 
-}  // namespace
-
-void FileLock::setPatience(Patience patience) {
-    std::lock_guard guard(sharedPatience().mutex);
-    sharedPatience().patience = std::move(patience);
-}
-
-void FileLock::lock(int descriptor, const std::filesystem::path& file, std::error_code& error) {
+void lockPatiently(int descriptor, const std::filesystem::path& file, std::error_code& error) {
     using Clock = std::chrono::steady_clock;
     using namespace std::chrono_literals;
-    error.clear();
     const auto patience = currentPatience();
     const auto start = Clock::now();
     auto pause = 1ms;
@@ -66,7 +54,7 @@ void FileLock::lock(int descriptor, const std::filesystem::path& file, std::erro
         }
         const auto waited = Clock::now() - start;
         if (waited >= std::chrono::duration<double>(patience.seconds)) {
-            error = heldByAnother();
+            error = FileLock::heldError();
             return;
         }
         if (waited >= 1s && !std::exchange(hasReported, true) && patience.onLongWait)
@@ -76,17 +64,58 @@ void FileLock::lock(int descriptor, const std::filesystem::path& file, std::erro
     }
 }
 
-FileLock::FileLock(const std::filesystem::path& file, std::error_code& error) {
-    descriptor_ = open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (descriptor_ < 0) {
+void lockUntilFree(int descriptor, std::error_code& error) {
+    while (flock(descriptor, LOCK_EX) != 0) {
+        if (errno == EINTR) continue;
         error = {errno, std::generic_category()};
         return;
     }
-    lock(descriptor_, file, error);
+}
+
+void lockAtOnce(int descriptor, std::error_code& error) {
+    if (flock(descriptor, LOCK_EX | LOCK_NB) == 0) return;
+    error = errno == EWOULDBLOCK ? FileLock::heldError() : std::error_code(errno, std::generic_category());
+}
+
+}  // namespace
+
+void FileLock::setPatience(Patience patience) {
+    std::lock_guard guard(sharedPatience().mutex);
+    sharedPatience().patience = std::move(patience);
+}
+
+std::unique_ptr<FileLock> FileLock::of(const std::filesystem::path& file, std::error_code& error, Wait wait) {
+    error.clear();
+    if (!createDirectories(file.parent_path(), 0700, error)) return nullptr;
+    auto lockFile = file;
+    lockFile += ".lock";
+    const int descriptor = open(lockFile.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    if (descriptor < 0) {
+        error = {errno, std::generic_category()};
+        return nullptr;
+    }
+    std::unique_ptr<FileLock> lock(new FileLock(descriptor));
+    switch (wait) {
+        case Wait::patiently:
+            lockPatiently(descriptor, lockFile, error);
+            break;
+        case Wait::never:
+            lockAtOnce(descriptor, error);
+            break;
+        case Wait::untilFree:
+            lockUntilFree(descriptor, error);
+            break;
+    }
+    return error ? nullptr : std::move(lock);
+}
+
+std::error_code FileLock::heldError() {
+    static const LockErrors category;
+    return {1, category};
 }
 
 FileLock::~FileLock() {
-    if (descriptor_ >= 0) close(descriptor_);
+    close(descriptor_);
 }
 
 }  // namespace platform

@@ -16,7 +16,9 @@ namespace platform {
 /// Key-value settings in one property-list file that several programs share. Every read sees the newest
 /// complete write of any process. A write replaces the whole file (new file, synced, renamed) under an
 /// advisory lock on a neighbouring ".lock" file: killed at any instant, the old or the new file is there,
-/// and writers never lose each other's keys. Reading takes no lock and works in a read-only folder.
+/// and writers never lose each other's keys. Reading takes no lock and works in a read-only folder. With
+/// `DeferredWrites` on, a change that meets a lock held by another process is read from now on and written
+/// when the lock is free.
 /// File mode 0600, folder 0700. A file that cannot be read as a property list is set aside under another
 /// name with a diagnostic, never overwritten. Safe from any thread.
 class DefaultsDomain {
@@ -42,13 +44,14 @@ class DefaultsDomain {
 
     using Change = std::function<std::optional<PropertyValue>(const std::optional<PropertyValue>&)>;
     /// Reads, changes and writes one key under the lock; `change` gets the stored value and gives the new
-    /// one (nothing removes). It must not touch this domain.
+    /// one (nothing removes). It must not touch this domain. Where writes are deferred it may be called
+    /// again later, on another thread, so it owns what it captures.
     bool update(std::string_view key, const Change& change);
 
     using Transaction = std::function<void(PropertyDictionary& first, PropertyDictionary& second)>;
     /// Changes two domains under both locks (taken in the order of their paths, so two callers cannot
     /// block each other). `second` is written before `first`; `first` only when `second` could be written.
-    /// False when one could not be locked or written.
+    /// False when one could not be locked or written. Never deferred: for a program's start.
     static bool updateTogether(DefaultsDomain& first, DefaultsDomain& second, const Transaction& transaction);
 
     class Observation;

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <system_error>
 
 namespace platform {
@@ -11,8 +12,7 @@ class FileLock {
   public:
     /// How this process waits for a lock that another one holds.
     struct Patience {
-        /// After so many seconds the lock fails, with an error whose message says that another program holds
-        /// it. 0 tries once.
+        /// After so many seconds the lock fails, with `heldError`. 0 tries once.
         double seconds = 10;
         /// Called once a wait, after one second, with the locked file; from the waiting thread.
         std::function<void(const std::filesystem::path&)> onLongWait = {};
@@ -20,15 +20,27 @@ class FileLock {
     /// For all locks from now on; set by a program's start. Any thread.
     static void setPatience(Patience patience);
 
-    FileLock(const std::filesystem::path& file, std::error_code& error);
+    enum class Wait {
+        /// With the process's patience.
+        patiently,
+        /// Not at all.
+        never,
+        /// As long as it takes. Not for a thread that somebody waits for.
+        untilFree
+    };
+    /// Locks the file named `file` and ".lock", which is created where it is missing, with its folder (mode
+    /// 0700). Nothing when it could not be locked.
+    static std::unique_ptr<FileLock> of(const std::filesystem::path& file, std::error_code& error,
+                                        Wait wait = Wait::patiently);
+    /// The error of a lock that another one holds.
+    static std::error_code heldError();
     ~FileLock();
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
-    /// Locks an open file with the process's patience. The lock ends when the descriptor is closed.
-    static void lock(int descriptor, const std::filesystem::path& file, std::error_code& error);
-
   private:
+    explicit FileLock(int descriptor) : descriptor_(descriptor) {}
+
     int descriptor_ = -1;
 };
 
