@@ -1,6 +1,9 @@
 #include "DesktopJourney.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace {
 
@@ -116,6 +119,59 @@ TEST_F(DesktopHost, ATapOnARowOpensItsCardAndItsMenuOffersMore) {
     choose({"Up", "Return"});
     EXPECT_EQ(finish(*running).exitCode, 0) << "Quit";
     running.reset();
+}
+
+TEST_F(DesktopHost, DragsAndSettingsWhileAnotherProgramHoldsTheLocksAreSeenAtOnceAndStoredLater) {
+    setUpCalendars();
+    writeEvent("first.ics", "Planning", 3600);
+    startDesktop({"upcoming:medium"});
+    picture();
+    std::vector<int> locks;
+    for (const auto& name : {std::string("desktop.toml"), test::sharedSettings}) {
+        const std::string file = desktop.home() / ("config/heedbanner/" + name + ".lock");
+        locks.push_back(open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    }
+    const auto setLocks = [&](int operation) {
+        for (const int lock : locks)
+            ASSERT_EQ(flock(lock, operation), 0);
+    };
+    const auto dragAndToggle = [&](int x, int y, int right) {
+        screen().movePointer(x, y);
+        screen().press();
+        for (int step = 1; step <= 10; ++step)
+            screen().movePointer(x + right / 10 * step, y + 20 * step);
+        screen().release();
+        EXPECT_TRUE(isWidgetAt(x + right, y + 200 - 60)) << "above the first row";
+        const auto before = screen().windowCount();
+        screen().click(x + right, y + 200, 3);
+        ASSERT_TRUE(test::waitUntil([&] { return screen().windowCount() > before; })) << "no menu";
+        for (const char* key : {"Up", "Up", "Right", "Down", "Return"})
+            screen().key(key);
+        EXPECT_TRUE(test::waitUntil([&] { return screen().windowCount() == before; }));
+    };
+    const auto stored = [&] {
+        return runDesktop({"--list"}).out + companion({"settings", "get", "includeTravelTime"}).out;
+    };
+    const std::string before = stored();
+    setLocks(LOCK_EX);
+    dragAndToggle(rowX, rowY, -300);
+    EXPECT_EQ(stored(), before);
+    screen().click(rowX - 300, rowY + 200);
+    EXPECT_TRUE(waitForWindow("Planning")) << "the main thread does not wait";
+    closeWindow("Planning");
+    setLocks(LOCK_UN);
+    const std::string after = "1  upcoming:medium  at 249,220  screen\ntrue\n";
+    EXPECT_TRUE(test::waitUntil([&] { return stored() == after; })) << stored();
+
+    setLocks(LOCK_EX);
+    dragAndToggle(rowX - 300, rowY + 200, 100);
+    const auto outcome = endDesktop();
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_THAT(outcome.err, HasSubstr("desktop.toml: widget: cannot be written: another program holds"));
+    EXPECT_THAT(outcome.err, HasSubstr("includeTravelTime: cannot be locked for a change: another program"));
+    EXPECT_EQ(stored(), after);
+    for (const int lock : locks)
+        close(lock);
 }
 
 TEST_F(DesktopHost, StartedByTheBusForACardItShowsNothingElseAndEndsWithIt) {
