@@ -37,7 +37,13 @@ void CardDeck::open(const platform::Url& url) {
     if (!link)
         return show("message", messageCard(*core_.environment(), L10n::General::unknown(*core_.environment()),
                                            url.absoluteString()));
-    take(deepLinks_.perform(*link));
+    auto outcome = deepLinks_.perform(*link);
+    if (outcome.kind == DeepLinkOutcome::Kind::unknownEvent) {
+        // Its file may have been written a moment ago.
+        core_.aggregatedEventStore().refreshData();
+        outcome = deepLinks_.perform(*link);
+    }
+    take(outcome);
 }
 
 void CardDeck::preview(const Event& event) {
@@ -174,7 +180,10 @@ void CardDeck::askAboutSeries(const Event& event) {
 }
 
 void CardDeck::hide(const Event& event, HiddenPart part) {
-    if (!setHidden(event, part, true)) return replace(event, notHiddenCard(texts_, event));
+    if (!setHidden(event, part, true)) {
+        const bool isGone = part == HiddenPart::occurrence && !occurrenceOf(core_, event);
+        return replace(event, notHiddenCard(texts_, event, isGone));
+    }
     if (answered_) answered_(event);
     replace(event, hiddenCard(core_, texts_, event, part, [this, event, part] {
                 setHidden(event, part, false);

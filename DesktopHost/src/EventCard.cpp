@@ -219,10 +219,10 @@ platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, cons
     return card;
 }
 
-platform::Card notHiddenCard(const CardTexts& texts, const Event& event) {
+platform::Card notHiddenCard(const CardTexts& texts, const Event& event, bool isGone) {
     const platform::Environment& environment = texts.environment();
-    platform::Card card =
-        messageCard(environment, titleOrUntitled(event, environment), texts.text("notStored"));
+    platform::Card card = messageCard(environment, titleOrUntitled(event, environment),
+                                      texts.text(isGone ? "gone" : "notStored"));
     card.color = event.color;
     return card;
 }

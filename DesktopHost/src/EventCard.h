@@ -37,7 +37,8 @@ platform::Card hidingQuestionCard(const CardTexts& texts, const Event& event, st
 /// Says what is hidden, and takes that back.
 platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, const Event& event,
                           HiddenPart part, std::function<void()> undo);
-platform::Card notHiddenCard(const CardTexts& texts, const Event& event);
+/// Says why it could not be hidden: its calendar no longer has it, or the settings cannot be written.
+platform::Card notHiddenCard(const CardTexts& texts, const Event& event, bool isGone);
 /// Asks which of several calls is meant.
 platform::Card callChoiceCard(const platform::Environment& environment, const Event& event,
                               const std::vector<VideoConferenceLink>& links, const EventCardActions& actions);

@@ -414,7 +414,12 @@ void RunningHost::snooze(const std::string& eventId, const std::string& how) {
 }
 
 void RunningHost::putOff(const std::string& eventId, const std::string& how) {
-    const auto event = eventWithIdentifier(parts_->world.core, eventId);
+    auto event = eventWithIdentifier(parts_->world.core, eventId);
+    if (!event) {
+        // Its file may have been written a moment ago.
+        parts_->world.core.aggregatedEventStore().refreshData();
+        event = eventWithIdentifier(parts_->world.core, eventId);
+    }
     if (!event) {
         parts_->world.environment->diagnostics->report(
             {.text = "snooze: no event has the identifier \"" + eventId + "\""});
