@@ -93,16 +93,36 @@ void TapButtons::set(std::vector<TapTarget> targets, int origin, double scale) {
     }
     while (buttons_.size() < targets_.size())
         addButton();
-    for (std::size_t i = 0; i < targets_.size(); ++i) {
-        const Rect& frame = targets_[i].frame;
-        const auto whole = [scale](double length) { return static_cast<int>(std::lround(length * scale)); };
-        gtk_fixed_move(parent_, buttons_[i], origin + whole(frame.x), origin + whole(frame.y));
-        gtk_widget_set_size_request(buttons_[i], whole(frame.width), whole(frame.height));
-        AtkObject* accessible = gtk_widget_get_accessible(buttons_[i]);
-        const char* name = atk_object_get_name(accessible);
-        if (!name || targets_[i].label != name) atk_object_set_name(accessible, targets_[i].label.c_str());
-        gtk_widget_show(buttons_[i]);
+    for (std::size_t i = 0; i < targets_.size(); ++i)
+        place(buttons_[i], targets_[i].frame, targets_[i].label, origin, scale);
+}
+
+void TapButtons::setDisabled(const std::vector<AccessibleElement>& elements, int origin, double scale) {
+    while (disabled_.size() > elements.size()) {
+        gtk_widget_destroy(disabled_.back());
+        disabled_.pop_back();
     }
+    while (disabled_.size() < elements.size()) {
+        // A label has no window, so it takes no click from the row below it as a disabled button would.
+        GtkWidget* label = gtk_label_new(nullptr);
+        gtk_widget_set_sensitive(label, FALSE);
+        atk_object_set_role(gtk_widget_get_accessible(label), ATK_ROLE_PUSH_BUTTON);
+        gtk_fixed_put(parent_, label, 0, 0);
+        disabled_.push_back(label);
+    }
+    for (std::size_t i = 0; i < elements.size(); ++i)
+        place(disabled_[i], elements[i].frame, elements[i].label, origin, scale);
+}
+
+void TapButtons::place(GtkWidget* widget, const Rect& frame, const std::string& label, int origin,
+                       double scale) {
+    const auto whole = [scale](double length) { return static_cast<int>(std::lround(length * scale)); };
+    gtk_fixed_move(parent_, widget, origin + whole(frame.x), origin + whole(frame.y));
+    gtk_widget_set_size_request(widget, whole(frame.width), whole(frame.height));
+    AtkObject* accessible = gtk_widget_get_accessible(widget);
+    const char* name = atk_object_get_name(accessible);
+    if (!name || label != name) atk_object_set_name(accessible, label.c_str());
+    gtk_widget_show(widget);
 }
 
 std::optional<std::size_t> TapButtons::focused() const {

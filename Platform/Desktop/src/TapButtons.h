@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace platform {
@@ -25,6 +26,10 @@ class TapButtons {
     /// are kept where targets only changed, and with them the keyboard's place.
     void set(std::vector<TapTarget> targets, int origin, double scale);
 
+    /// What can be tapped later but not now. Only assistive tools find it, as disabled buttons; the pointer
+    /// reaches what is under them.
+    void setDisabled(const std::vector<AccessibleElement>& elements, int origin, double scale);
+
     std::size_t count() const { return targets_.size(); }
     std::optional<std::size_t> hovered() const { return hovered_; }
     /// The one that has the keyboard within its window.
@@ -37,6 +42,7 @@ class TapButtons {
   private:
     void tapped(std::size_t target) const;
     void addButton();
+    void place(GtkWidget* widget, const Rect& frame, const std::string& label, int origin, double scale);
     std::size_t indexOf(GtkWidget* button) const;
     void setHovered(GtkWidget* button, bool isHovered);
 
@@ -46,6 +52,7 @@ class TapButtons {
     int origin_ = 0;
     double scale_ = 0;
     std::vector<GtkWidget*> buttons_;
+    std::vector<GtkWidget*> disabled_;
     std::optional<std::size_t> hovered_;
 };
 

@@ -94,6 +94,11 @@ bool WidgetCanvas::take(LaidOutTree tree, Speech speech) {
     outlines_ = targetOutlines(tree);
     const auto changes = painted_.set(std::move(tree), look_.scale * look_.deviceScale);
     buttons_.set(said(painted_.tree().links(), speech), margin(), look_.scale);
+    auto disabled = painted_.tree().accessibleElements();
+    std::erase_if(disabled, [](const AccessibleElement& element) {
+        return element.role != AccessibleElement::Role::inactiveLink;
+    });
+    buttons_.setDisabled(disabled, margin(), look_.scale);
     placeBadge();
     for (const Rect& change : changes)
         redraw(change);
@@ -219,7 +224,7 @@ std::vector<TapTarget> WidgetCanvas::said(std::vector<TapTarget> targets, Speech
     saidAt_ = drawing_.shownAt();
     std::string words;
     for (const AccessibleElement& element : painted_.tree().accessibleElements()) {
-        // Links say themselves, those that cannot be used now with their row.
+        // Links say themselves, and so do those that cannot be used now.
         using Role = AccessibleElement::Role;
         if (element.role == Role::text || element.role == Role::image)
             words += (words.empty() ? "" : ", ") + element.label;

@@ -34,7 +34,8 @@ def is_showing(one):
 def show(one, depth):
     if one is None or not is_showing(one):
         return
-    print("  " * depth + one.getRoleName() + " '" + one.name + "' " + ",".join(actions(one)))
+    state = "" if one.getState().contains(pyatspi.STATE_SENSITIVE) else "disabled"
+    print("  " * depth + one.getRoleName() + " '" + one.name + "' " + (state or ",".join(actions(one))))
     for child in one:
         show(child, depth + 1)
 
