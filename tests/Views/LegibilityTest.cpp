@@ -64,6 +64,8 @@ TEST(Legibility, AColourIsMovedOnlyAsFarAsItMust) {
         {light.orange, capsule(0xD50000), 3.0, 0xB04C03},
         {light.orange, capsule(0xF6BF26), 3.0, 0xC65703},
         {Color::hex(0xF6BF26), pillGround(Color::hex(0xF6BF26), light), 1.8, 0xD9A60A},
+        {Color::hex(0xF6BF26), pillGround(Color::hex(0xF6BF26), light), light.ringRatio(), 0xA27B04},
+        {Color::hex(0xF6BF26), pillGround(Color::hex(0xF6BF26), dark), dark.ringRatio(), 0xF6BF26},
         {Color::hex(0xFFFFFF), pillGround(Color::hex(0xFFFFFF), light), 1.8, 0xBABABA},
         {Color::hex(0x000000), pillGround(Color::hex(0x000000), dark), 1.8, 0x454545},
         // Passes already.
