@@ -68,8 +68,8 @@ void listWidgets(const PlacementsFile& file, bool wantsJson, std::ostream& out) 
 void addWidget(const PlacementsFile& file, const WidgetCatalogue& catalogue, const HostRequest& request) {
     const auto choice = catalogue.choice(request.widgets.front());
     const auto corner = platform::cornerNamed(request.corner).value_or(platform::Corner::topEnd);
-    change(file, [&](std::vector<PlacedWidget>& widgets) {
-        widgets.push_back(placedWidget(choice.name, choice.family, corner, request.output, widgets));
+    change(file, [choice, corner, output = request.output](std::vector<PlacedWidget>& widgets) {
+        widgets.push_back(placedWidget(choice.name, choice.family, corner, output, widgets));
     });
 }
 
@@ -87,9 +87,9 @@ void removeWidgets(const PlacementsFile& file, const std::string& which) {
         throw HostFailure(ExitStatus::nothingThere, "there is no widget " + which + "; placed are " +
                                                         std::to_string(count) + ", see --list");
     }
-    change(file, [&](std::vector<PlacedWidget>& widgets) {
+    change(file, [gone = contents.widgets[number - 1]](std::vector<PlacedWidget>& widgets) {
         // Another program may have changed the file since.
-        std::erase(widgets, contents.widgets[number - 1]);
+        std::erase(widgets, gone);
     });
 }
 
