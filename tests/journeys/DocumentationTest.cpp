@@ -71,6 +71,8 @@ TEST_F(Documentation, EverySettingIsDescribedWithItsDefault) {
         expected.push_back("| `" + name + "` = " + (isList ? "empty" : "`" + writeJson(value) + "`") + " |");
     }
     EXPECT_EQ(rows, expected);
+    EXPECT_EQ(companion({"settings", "list"}).out.find("Settings."), std::string::npos)
+        << "a key without text";
 }
 
 }  // namespace
