@@ -18,7 +18,7 @@ std::string menuText(const platform::WidgetBundle& bundle, const char* key) {
     return bundle.localizedText(std::string("Widget.desktop.menu.") + key);
 }
 
-MenuItem action(const platform::Card::Choice& choice) {
+MenuItem actionItem(const platform::Card::Choice& choice) {
     return {.label = choice.label, .chosen = choice.chosen};
 }
 
@@ -50,13 +50,13 @@ MenuItem leadMenu(const platform::WidgetBundle& bundle, CoreServices& core) {
 std::vector<MenuItem> eventMenu(const platform::WidgetBundle& bundle, const platform::Card& card,
                                 std::function<void()> showCard) {
     std::vector<MenuItem> items = {{.label = menuText(bundle, "details"), .chosen = std::move(showCard)}};
-    if (card.primary) items.push_back(action(*card.primary));
-    std::ranges::transform(card.buttons, std::back_inserter(items), action);
+    if (card.primary) items.push_back(actionItem(*card.primary));
+    std::ranges::transform(card.buttons, std::back_inserter(items), actionItem);
     if (!card.menu.empty()) {
         MenuItem& menu = items.emplace_back(MenuItem{.kind = Kind::submenu, .label = card.menuLabel});
-        std::ranges::transform(card.menu, std::back_inserter(menu.submenu), action);
+        std::ranges::transform(card.menu, std::back_inserter(menu.submenu), actionItem);
     }
-    if (card.aside) items.push_back(action(*card.aside));
+    if (card.aside) items.push_back(actionItem(*card.aside));
     return items;
 }
 

@@ -6,7 +6,7 @@ namespace hbr {
 
 namespace {
 
-constexpr const char* orange = "#E16C10";
+constexpr const char* pendingColor = "#E16C10";
 constexpr const char* red = "#D93025";
 
 std::string asItIs(std::string_view text) {
@@ -96,7 +96,7 @@ class StatusWriter {
 
     /// Null for the bar's own colour.
     const char* color() const {
-        if (status_.state == StatusState::pending) return orange;
+        if (status_.state == StatusState::pending) return pendingColor;
         return status_.state == StatusState::problem ? red : nullptr;
     }
 

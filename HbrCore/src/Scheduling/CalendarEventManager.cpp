@@ -6,6 +6,7 @@
 #include <HbrCore/Stores/UserSettingsStore.h>
 #include <HbrUtils/CalendarItemReaders.h>
 #include <HbrUtils/DateOperations.h>
+#include <HbrUtils/TimeConstants.h>
 #include <MxLogger/MxLogger.h>
 #include <System/MainQueue.h>
 #include <System/WallClockTimer.h>
@@ -19,8 +20,6 @@
 namespace hbr {
 
 namespace {
-
-constexpr double minute = 60;
 
 bool contains(const std::vector<std::string>& identifiers, const std::string& identifier) {
     return std::ranges::find(identifiers, identifier) != identifiers.end();
@@ -87,7 +86,7 @@ CalendarEventManager::CalendarEventManager(Collaborators collaborators, Lifetime
         const platform::Date inTwoMinutes = environment.calendar.addingMinutes(environment.now(), 2);
         const auto& startTimer = state_->services.startTimer;
         watch_->minuteTimer = (startTimer ? startTimer : startWallClockTimer)(
-            removingSeconds(inTwoMinutes, environment.calendar), minute, [this] { rescheduleTimerFired(); });
+            removingSeconds(inTwoMinutes, environment.calendar), MINUTE, [this] { rescheduleTimerFired(); });
         state_->services.aggregatedEventStore->startWatching();
     }
 }
@@ -226,7 +225,7 @@ void CalendarEventManager::didHandleAlertInvocation(const AlertInvocation& invoc
 }
 
 void CalendarEventManager::snooze(const Event& event, std::int64_t minutes) {
-    const double seconds = static_cast<double>(minutes) * minute;
+    const double seconds = static_cast<double>(minutes) * MINUTE;
     const bool isMoved = event.type == Event::EventType::hbrReminder &&
                          state_->services.reminders->moveReminder(event.id, seconds);
     if (!isMoved) {

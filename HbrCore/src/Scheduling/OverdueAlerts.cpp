@@ -5,6 +5,7 @@
 #include <HbrCore/Scheduling/AlertSchedule.h>
 #include <HbrCore/Scheduling/ReloadWindow.h>
 #include <HbrUtils/CalendarItemReaders.h>
+#include <HbrUtils/TimeConstants.h>
 #include <System/MainQueue.h>
 
 #include <algorithm>
@@ -15,8 +16,6 @@ namespace hbr {
 
 namespace {
 
-constexpr double minute = 60;
-constexpr double day = 24 * 60 * minute;
 /// Before any alert.
 constexpr platform::Date always{std::numeric_limits<double>::lowest()};
 
@@ -43,7 +42,7 @@ class Search {
         std::erase_if(events, [&](const platform::EKEventRef& event) {
             const double travel = settings_.includeTravelTime ? travelTime(*event) : 0;
             return event->startDate.addingTimeInterval(-longest - travel) >= now_ ||
-                   event->startDate.addingTimeInterval(day) < now_;
+                   event->startDate.addingTimeInterval(DAY) < now_;
         });
         schedule_.append(filteredApplyingRules(events, rules_, true, calendar_), alerts_);
         keepOverdue(0, [this](const Event& event) {
@@ -53,7 +52,7 @@ class Search {
     }
 
     void findOwnReminders() {
-        for (const Reminder& reminder : core_.reminders().reminders(now_.addingTimeInterval(-day), end_)) {
+        for (const Reminder& reminder : core_.reminders().reminders(now_.addingTimeInterval(-DAY), end_)) {
             const std::size_t known = alerts_.size();
             schedule_.append(std::vector{reminder}, alerts_);
             keepOverdue(known,
@@ -78,7 +77,7 @@ class Search {
         return list;
     }
 
-    platform::Date firstDueOfTasks() const { return now_.addingTimeInterval(-day); }
+    platform::Date firstDueOfTasks() const { return now_.addingTimeInterval(-DAY); }
     platform::Date end() const { return end_; }
 
   private:
@@ -118,7 +117,7 @@ class Search {
 }  // namespace
 
 double lateAlertPeriod(double lead) {
-    return std::clamp(lead, minute, day);
+    return std::clamp(lead, MINUTE, DAY);
 }
 
 void findOverdueAlerts(const CoreServices& core,

@@ -1,5 +1,7 @@
 #include <HbrCore/Stores/HiddenOccurrencesStore.h>
 
+#include <HbrUtils/TimeConstants.h>
+
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -10,8 +12,6 @@ using platform::PropertyArray;
 using platform::PropertyValue;
 
 namespace {
-
-constexpr double day = 24 * 60 * 60;
 
 std::optional<Occurrence> occurrenceIn(const PropertyValue& entry) {
     const std::string* text = entry.asString();
@@ -90,7 +90,7 @@ bool HiddenOccurrencesStore::rename(std::string_view eventIdentifier, const std:
 }
 
 bool HiddenOccurrencesStore::change(platform::Date now, Change change) const {
-    const platform::Date oldest = now.addingTimeInterval(-keptDays * day);
+    const platform::Date oldest = now.addingTimeInterval(-days(keptDays));
     return defaults_->update(
         storageKey, [oldest, change = std::move(change)](const std::optional<PropertyValue>& stored) {
             auto occurrences = occurrencesIn(stored);
