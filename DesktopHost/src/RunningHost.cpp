@@ -323,7 +323,7 @@ void RunningHost::Parts::executeAnew() {
     const std::string reason = hbr::executeAnew(world.argv, kept);
     world.environment->diagnostics->report({.severity = platform::Diagnostic::Severity::error,
                                             .text = "the time zone or the clock's format changed, but the "
-                                                    "program cannot execute itself anew: " +
+                                                    "program could not restart: " +
                                                     reason});
 }
 
