@@ -14,11 +14,6 @@ namespace {
 /// Settings shall show soon after a change, and a write is one rename anyway.
 constexpr double quietSeconds = 0.02;
 
-std::shared_ptr<const PropertyDictionary> noValues() {
-    static const auto values = std::make_shared<const PropertyDictionary>();
-    return values;
-}
-
 std::optional<PropertyValue> valueIn(const PropertyDictionary& values, std::string_view key) {
     const PropertyValue* found = values.find(key);
     return found ? std::optional(*found) : std::nullopt;
@@ -101,7 +96,7 @@ struct DefaultsDomain::State {
 
     std::shared_ptr<const PropertyDictionary> read() const {
         auto values = changes->read();
-        return values ? values : noValues();
+        return values ? values : DefaultsFile::noValues();
     }
 
     void tellObservers() {

@@ -36,17 +36,17 @@ std::optional<Data> readWhole(int descriptor, off_t size) {
     return bytes;
 }
 
-std::shared_ptr<const PropertyDictionary> noValues() {
-    static const auto values = std::make_shared<const PropertyDictionary>();
-    return values;
-}
-
 fs::path withSuffix(fs::path file, std::string_view suffix) {
     file += suffix;
     return file;
 }
 
 }  // namespace
+
+std::shared_ptr<const PropertyDictionary> DefaultsFile::noValues() {
+    static const auto values = std::make_shared<const PropertyDictionary>();
+    return values;
+}
 
 DefaultsFile::Identity::Identity(const struct stat& status)
     : device(status.st_dev), inode(status.st_ino), size(status.st_size), modified(status.st_mtim) {}

@@ -22,6 +22,8 @@ class DefaultsFile {
   public:
     DefaultsFile(std::filesystem::path file, std::shared_ptr<DiagnosticsSink> diagnostics);
 
+    static std::shared_ptr<const PropertyDictionary> noValues();
+
     const std::filesystem::path& path() const { return file_; }
     bool exists() const;
 
@@ -64,7 +66,7 @@ class DefaultsFile {
     FileDescriptor lastRead_;
     Identity identity_;
     Outcome outcome_ = Outcome::absent;
-    std::shared_ptr<const PropertyDictionary> values_ = std::make_shared<const PropertyDictionary>();
+    std::shared_ptr<const PropertyDictionary> values_ = noValues();
 };
 
 }  // namespace platform

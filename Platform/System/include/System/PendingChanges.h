@@ -131,12 +131,13 @@ class PendingChanges {
             const auto lock = FileLock::of(file.path, error, FileLock::Wait::untilFree);
             {
                 std::lock_guard guard(mutex);
-                const auto [names, changes] = takePending();
+                const auto taken = takePending();
+                const auto& changes = taken.second;
                 if (changes.empty()) return;
                 if (!lock) {
-                    file.reportLock(names, error);
+                    file.reportLock(taken.first, error);
                 } else {
-                    file.store(*lock, names, [&changes = changes](Contents& contents) {
+                    file.store(*lock, taken.first, [&changes](Contents& contents) {
                         for (const auto& [name, change] : changes)
                             change(contents);
                     });
