@@ -269,7 +269,10 @@ TEST(EKEventStore, ASourceNeedsNoFiles) {
         store.refreshSourcesIfNecessary();
         EXPECT_EQ(server->reads, 2) << "the text without a version and the missing one";
 
+        server->collections[1].texts.pop_back();
         store.startWatching();
+        EXPECT_TRUE(eventually([&] { return count() == 2; })) << "it changed before it was watched";
+
         server->texts["1"] = meeting("later", "1");
         server->collections[0].texts = {{"1", 2}};
         server->collections[1].texts.clear();

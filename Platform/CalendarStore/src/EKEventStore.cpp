@@ -165,7 +165,8 @@ void EKEventStore::refreshSourcesIfNecessary() {
 }
 
 void EKEventStore::startWatching() {
-    state_->watch();
+    // What changed after it was read and before it was watched is found by another look.
+    if (state_->watch()) state_->worker.async([state = state_.get()] { state->changedOutside(); });
 }
 
 std::vector<std::shared_ptr<const EKSource>> EKEventStore::delegateSources() const {

@@ -69,7 +69,9 @@ std::optional<std::string> LocationSources::read(const CalendarText& text) const
 
 std::shared_ptr<void> LocationSources::watch(const std::vector<std::filesystem::path>& watched,
                                              std::function<void()> changed) const {
-    return std::make_shared<FileWatcher>(watched, [changed = std::move(changed)](const auto&) { changed(); });
+    return std::make_shared<FileWatcher>(
+        watched, [changed = std::move(changed)](const auto&) { changed(); }, FileWatcher::defaultQuietSeconds,
+        diagnostics_);
 }
 
 }  // namespace platform

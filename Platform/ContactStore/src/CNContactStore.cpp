@@ -99,7 +99,9 @@ struct CNContactStore::State {
         if (watcher && paths == watchedPaths) return false;
         watchedPaths = paths;
         watcher.reset();
-        watcher = std::make_unique<FileWatcher>(paths, [this](const auto&) { changed = true; });
+        watcher = std::make_unique<FileWatcher>(
+            paths, [this](const auto&) { changed = true; }, FileWatcher::defaultQuietSeconds,
+            environment->diagnostics);
         return true;
     }
 

@@ -18,9 +18,11 @@ namespace platform {
 class FileWatcher {
   public:
     using Callback = std::function<void(const std::vector<std::filesystem::path>& changed)>;
+    static constexpr double defaultQuietSeconds = 0.2;
 
     /// What the system refuses to watch (its limits are reached) is reported.
-    FileWatcher(std::vector<std::filesystem::path> paths, Callback callback, double quietSeconds = 0.2,
+    FileWatcher(std::vector<std::filesystem::path> paths, Callback callback,
+                double quietSeconds = defaultQuietSeconds,
                 std::shared_ptr<DiagnosticsSink> diagnostics = nullptr);
     ~FileWatcher();
     FileWatcher(const FileWatcher&) = delete;
