@@ -28,7 +28,7 @@ CardDeck::CardDeck(CoreServices& core, const platform::WidgetBundle& bundle,
       session_(session),
       wakes_(std::move(wakes)),
       deepLinks_(core),
-      opener_(core.parser().services(), platform::Workspace::shared()) {}
+      opener_(core.parser().services(), platform::Workspace::shared(), core.environment()) {}
 
 CardDeck::~CardDeck() = default;
 

@@ -50,9 +50,7 @@ class OpenCommand final : public Command {
                                             : actions.preview(link->eventIdentifier());
         if (outcome.kind == DeepLinkOutcome::Kind::unknownEvent) {
             context.requireReadableAccounts();
-            throw CommandFailure(ExitCode::nothingThere,
-                                 companionText(*context.environment(), "Open.unknownEvent",
-                                               {onOneLine(link->eventIdentifier())}));
+            throw CommandFailure(ExitCode::nothingThere, onOneLine(outcome.message));
         }
         if (link->destination() != DeepLinkDestination::preview || !isShownOnDesktop(*url))
             act(context, link->destination(), outcome);

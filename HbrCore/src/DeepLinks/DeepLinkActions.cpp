@@ -4,6 +4,7 @@
 #include <HbrCore/Events/EventLookup.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
+#include <HbrLocalization/L10n.h>
 
 #include <utility>
 
@@ -15,8 +16,10 @@ using Kind = DeepLinkOutcome::Kind;
 
 constexpr std::string_view calendarContentType = "text/calendar";
 
+namespace Texts = L10n::Opening;
+
 std::string nameOf(const Event& event, const CoreServices& core) {
-    return "\"" + titleOrUntitled(event, *core.environment()) + "\"";
+    return titleOrUntitled(event, *core.environment());
 }
 
 /// Looks the event up and goes on with it.
@@ -25,7 +28,7 @@ DeepLinkOutcome withEvent(const CoreServices& core, std::string_view eventID, co
     auto event = eventWithIdentifier(core, eventID);
     if (!event) {
         return {.kind = Kind::unknownEvent,
-                .message = "no event has the identifier \"" + std::string(eventID) + "\""};
+                .message = Texts::unknownEvent(*core.environment(), std::string(eventID))};
     }
     return action(*std::move(event));
 }
@@ -40,7 +43,13 @@ std::optional<platform::Url> ownPage(const CoreServices& core, const Event& even
 }  // namespace
 
 DeepLinkActions::DeepLinkActions(const CoreServices& core, std::shared_ptr<platform::Workspace> workspace)
-    : core_(core), workspace_(std::move(workspace)), opener_(core.parser().services(), workspace_) {}
+    : core_(core),
+      workspace_(std::move(workspace)),
+      opener_(core.parser().services(), workspace_, core.environment()) {}
+
+std::string DeepLinkActions::opened(const std::string& what) const {
+    return Texts::opened(*core_.environment(), what);
+}
 
 DeepLinkOutcome DeepLinkActions::perform(const DeepLink& link) const {
     switch (link.destination()) {
@@ -64,25 +73,24 @@ DeepLinkOutcome DeepLinkActions::viewInCalendar(std::string_view eventID) const 
     return withEvent(core_, eventID, [this](Event event) {
         DeepLinkOutcome outcome{.event = std::move(event)};
         if (outcome.event->type == Event::EventType::hbrReminder) {
-            outcome.message =
-                nameOf(*outcome.event, core_) + " is one of your own reminders and not in a calendar";
+            outcome.message = Texts::ownReminder(*core_.environment(), nameOf(*outcome.event, core_));
             return outcome;
         }
         if (const auto page = ownPage(core_, *outcome.event); page && !opener_.refusal(*page)) {
             const auto failure = opener_.open(*page);
             outcome.kind = failure ? Kind::failed : Kind::opened;
-            outcome.message = failure.value_or("opened " + page->absoluteString());
+            outcome.message = failure.value_or(opened(page->absoluteString()));
             if (!failure) outcome.url = page;
             return outcome;
         }
         const auto program = workspace_->programForContentType(calendarContentType);
         if (!program) {
-            outcome.message = "no calendar program is set up on this desktop (a default for text/calendar)";
+            outcome.message = Texts::noCalendarProgram(*core_.environment());
             return outcome;
         }
         const auto failure = workspace_->startProgramForContentType(calendarContentType);
         outcome.kind = failure ? Kind::failed : Kind::opened;
-        outcome.message = failure.value_or("opened " + *program);
+        outcome.message = failure.value_or(opened(*program));
         return outcome;
     });
 }
@@ -93,13 +101,14 @@ DeepLinkOutcome DeepLinkActions::joinCall(std::string_view eventID) const {
 
 DeepLinkOutcome DeepLinkActions::joinCall(const Event& event) const {
     if (event.videoConferenceLinks.empty())
-        return {.event = event, .message = nameOf(event, core_) + " has no conference link"};
+        return {.event = event,
+                .message = Texts::noConferenceLink(*core_.environment(), nameOf(event, core_))};
     const auto chosen = defaultVideoConferenceLink(event, core_.eventSettings().customSettings(event.id));
     if (chosen) return joinCall(event, *chosen);
     return {.kind = Kind::severalLinks,
             .event = event,
             .links = event.videoConferenceLinks,
-            .message = nameOf(event, core_) + " has several conference links"};
+            .message = Texts::severalConferenceLinks(*core_.environment(), nameOf(event, core_))};
 }
 
 DeepLinkOutcome DeepLinkActions::joinCall(const Event& event, const VideoConferenceLink& link) const {
@@ -113,7 +122,7 @@ DeepLinkOutcome DeepLinkActions::joinCall(const Event& event, const VideoConfere
     DeepLinkOutcome outcome{.event = event};
     for (const auto& url : ways) {
         const auto failure = opener_.open(url);
-        outcome.message = failure.value_or("opened " + url.absoluteString());
+        outcome.message = failure.value_or(opened(url.absoluteString()));
         if (failure) continue;
         outcome.kind = Kind::opened;
         outcome.url = url;

@@ -1,5 +1,6 @@
 #include <HbrCore/DeepLinks/LinkOpener.h>
 
+#include <HbrLocalization/L10n.h>
 #include <HbrUtils/OpenURL.h>
 #include <TimeAndText/Ascii.h>
 #include <TimeAndText/Text.h>
@@ -31,29 +32,35 @@ std::string_view literalScheme(std::string_view regex) {
 }  // namespace
 
 LinkOpener::LinkOpener(const std::vector<VideoConferenceService>& services,
-                       std::shared_ptr<platform::Workspace> workspace)
-    : callSchemes_(std::begin(programSchemes), std::end(programSchemes)), workspace_(std::move(workspace)) {
+                       std::shared_ptr<platform::Workspace> workspace, platform::EnvironmentRef environment)
+    : callSchemes_(std::begin(programSchemes), std::end(programSchemes)),
+      workspace_(std::move(workspace)),
+      environment_(std::move(environment)) {
     for (const auto& service : services) {
         if (const auto scheme = literalScheme(service.regex); !scheme.empty()) callSchemes_.emplace(scheme);
     }
 }
 
 std::optional<std::string> LinkOpener::refusal(const platform::Url& url) const {
+    namespace Texts = L10n::Opening::Refused;
     const auto written = url.scheme();
-    if (!written) return "\"" + url.absoluteString() + "\" is not opened: it says neither http nor https";
+    if (!written) return Texts::start(*environment_, url.absoluteString());
     const std::string scheme = platform::lowercased(*written);
     if (isWebScheme(scheme)) {
         if (url.host()) return std::nullopt;
-        return "\"" + url.absoluteString() + "\" is not opened: it names no host";
+        return Texts::host(*environment_, url.absoluteString());
     }
     if (callSchemes_.contains(scheme)) return std::nullopt;
-    return "\"" + url.absoluteString() + "\" is not opened: " + scheme +
-           ": is neither a web page nor a known conference program";
+    return Texts::scheme(*environment_, url.absoluteString(), scheme);
 }
 
 std::optional<std::string> LinkOpener::open(const platform::Url& url) const {
     if (auto reason = refusal(url)) return reason;
-    return openURL(url, *workspace_);
+    auto failure = openURL(url, *workspace_);
+    const std::string scheme = platform::lowercased(url.scheme().value_or(""));
+    if (failure && !workspace_->programForScheme(scheme))
+        return L10n::Opening::noProgram(*environment_, scheme);
+    return failure;
 }
 
 bool LinkOpener::canOpen(const platform::Url& url) const {

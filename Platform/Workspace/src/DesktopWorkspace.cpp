@@ -60,9 +60,7 @@ std::optional<std::string> DesktopWorkspace::open(const Url& url) {
         return std::nullopt;
     }
     const GErrorRef error(raw);
-    const auto scheme = url.scheme();
-    if (scheme && !programForScheme(*scheme)) return "no program is set up to open " + *scheme + ": links";
-    return url.absoluteString() + ": " + (error ? error->message : "could not be opened");
+    return url.absoluteString() + ": " + error->message;
 }
 
 std::optional<std::string> DesktopWorkspace::programForScheme(std::string_view scheme) const {
@@ -83,7 +81,7 @@ std::optional<std::string> DesktopWorkspace::startProgramForContentType(std::str
         return std::nullopt;
     }
     const GErrorRef error(raw);
-    return displayName(program).value_or("") + ": " + (error ? error->message : "could not be started");
+    return displayName(program).value_or("") + ": " + error->message;
 }
 
 }  // namespace platform

@@ -43,7 +43,8 @@ TEST(LinkOpener, OpensWebPagesAndConferenceProgramsOnly) {
     auto services = VideoConferenceService::all();
     services.push_back({"own", "acme-call://[0-9]+", "Acme", true});
     services.push_back({"web", "(https|file)://acme", "Acme", false});
-    const LinkOpener opener(services, workspace);
+    test::TestEnvironment environment;
+    const LinkOpener opener(services, workspace, environment);
     const std::pair<const char*, bool> cases[] = {{"https://zoom.us/j/1", true},
                                                   {"HTTP://example.org", true},
                                                   {"zoommtg://zoom.us/join?confno=1", true},
@@ -132,6 +133,8 @@ TEST_F(DeepLinkActionsTest, ACallIsJoinedInItsProgramWhereThereIsOneElseAsAPage)
     EXPECT_THAT(workspace->opened, ElementsAre("https://zoom.us/j/12?pwd=ab"));
     workspace->broken_ = {"zoommtg", "https"};
     EXPECT_EQ(join("zoom").message, "broken");
+    workspace->schemes.clear();
+    EXPECT_EQ(join("zoom").message, "no program is set up to open https: links");
 }
 
 TEST_F(DeepLinkActionsTest, TheCalendarIsTheEventsOwnPageElseTheProgram) {

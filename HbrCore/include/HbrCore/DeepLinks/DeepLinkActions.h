@@ -62,6 +62,9 @@ class DeepLinkActions {
     DeepLinkOutcome joinCall(const Event& event, const VideoConferenceLink& link) const;
 
   private:
+    /// What was opened, for the user.
+    std::string opened(const std::string& what) const;
+
     const CoreServices& core_;
     std::shared_ptr<platform::Workspace> workspace_;
     LinkOpener opener_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <HbrCore/ConferenceLinks/VideoConferenceService.h>
+#include <System/Environment.h>
 #include <TimeAndText/Url.h>
 #include <Workspace/Workspace.h>
 
@@ -19,8 +20,9 @@ namespace hbr {
 class LinkOpener {
   public:
     /// `services`: the known ones; one whose pattern begins with a scheme of its own ("mumble://") allows it.
+    /// `environment`: its language is that of the messages.
     LinkOpener(const std::vector<VideoConferenceService>& services,
-               std::shared_ptr<platform::Workspace> workspace);
+               std::shared_ptr<platform::Workspace> workspace, platform::EnvironmentRef environment);
 
     /// Why the address is never opened, as one line for the user; nothing when it may be.
     std::optional<std::string> refusal(const platform::Url& url) const;
@@ -32,6 +34,7 @@ class LinkOpener {
   private:
     std::set<std::string, std::less<>> callSchemes_;
     std::shared_ptr<platform::Workspace> workspace_;
+    platform::EnvironmentRef environment_;
 };
 
 }  // namespace hbr
