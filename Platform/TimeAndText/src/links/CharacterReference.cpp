@@ -3,6 +3,8 @@
 #include <TimeAndText/Ascii.h>
 #include <TimeAndText/LinkDetector.h>
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <string>
 
@@ -11,12 +13,12 @@ namespace platform {
 namespace {
 
 constexpr std::string_view escapedAmpersand = "amp;";
-/// Without punctuation, which may as well belong to the sentence around the link.
+constexpr std::size_t mostDigits = 7;
+/// Without punctuation, which may also belong to the sentence around the link.
 constexpr std::string_view charactersOfUrls =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_~%+=/&";
 
 std::optional<CharacterReference> numericReference(std::string_view text) {
-    constexpr std::size_t mostDigits = 7;
     const bool isHexadecimal = text.size() > 2 && (text[2] == 'x' || text[2] == 'X');
     const std::size_t start = isHexadecimal ? 3 : 2;
     if (text.size() <= start) return std::nullopt;
@@ -30,6 +32,19 @@ std::optional<CharacterReference> numericReference(std::string_view text) {
     return CharacterReference{static_cast<char>(value), start + count + 1};
 }
 
+/// "&#39;" and "&#x27;".
+bool isNumericReference(std::string_view text) {
+    if (!text.starts_with("&#")) return false;
+    text.remove_prefix(2);
+    const bool isHexadecimal = !text.empty() && asciiLower(text.front()) == 'x';
+    if (isHexadecimal) text.remove_prefix(1);
+    const auto end = std::min(text.find(';'), text.size());
+    return end > 0 && end < text.size() && end <= mostDigits &&
+           std::ranges::all_of(
+               text.substr(0, end),
+               [isHexadecimal](char c) { return isAsciiDigit(c) || (isHexadecimal && isAsciiLetter(c)); });
+}
+
 }  // namespace
 
 std::optional<CharacterReference> urlCharacterReference(std::string_view text) {
@@ -40,6 +55,14 @@ std::optional<CharacterReference> urlCharacterReference(std::string_view text) {
         size += escapedAmpersand.size();
     if (size == 1) return std::nullopt;
     return CharacterReference{'&', size};
+}
+
+bool isMarkupReference(std::string_view text) {
+    if (urlCharacterReference(text)) return false;
+    constexpr auto named = std::to_array<std::string_view>(
+        {"&quot;", "&lt;", "&gt;", "&nbsp;", "&apos;", "&lsquo;", "&rsquo;", "&ldquo;", "&rdquo;"});
+    return isNumericReference(text) ||
+           std::ranges::any_of(named, [&](std::string_view one) { return text.starts_with(one); });
 }
 
 std::string withoutCharacterReferences(std::string_view link) {

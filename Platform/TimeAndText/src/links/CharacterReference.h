@@ -14,8 +14,10 @@ struct CharacterReference {
 };
 
 /// The reference at the beginning of the text when it stands for a character that a URL holds: "&amp;" (also
-/// escaped several times: "&amp;amp;") or an ASCII letter, digit or separator by its number. Quotes, angle
-/// brackets, blanks and punctuation are left to the scanner, which ends a link there.
+/// escaped several times: "&amp;amp;") or an ASCII letter, digit or separator by its number.
 std::optional<CharacterReference> urlCharacterReference(std::string_view text);
+/// Whether the text begins with a reference that ends a link in HTML: a quote, an angle bracket, a blank, or
+/// any number that is not one of a URL's characters.
+bool isMarkupReference(std::string_view text);
 
 }  // namespace platform

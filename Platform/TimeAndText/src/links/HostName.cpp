@@ -5,13 +5,16 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <string>
 
 namespace platform {
 
 namespace {
 
+/// RFC 1035, section 2.3.4.
 constexpr std::size_t longestLabel = 63;
 
+/// RFC 1123, section 2.1, with letters of other scripts (RFC 5890).
 bool isLabel(std::string_view label) {
     return !label.empty() && label.size() <= longestLabel && label.front() != '-' && label.back() != '-' &&
            label.find('_') == std::string_view::npos;
@@ -33,38 +36,94 @@ bool hasMixedCase(std::string_view label) {
     return std::ranges::any_of(label, isAsciiUpper) && !std::ranges::all_of(label, isAsciiUpper);
 }
 
+bool areDigits(std::string_view label) {
+    return std::ranges::all_of(label, isAsciiDigit);
+}
+
 bool isOneOf(std::string_view domain, std::initializer_list<std::string_view> domains) {
     return std::ranges::find(domains, domain) != domains.end();
 }
 
+/// What the rules ask of a host without a scheme.
+struct BareHost {
+    explicit BareHost(std::string_view host)
+        : lastLabel(host.substr(host.rfind('.') + 1)),
+          domain(asciiLower(lastLabel)),
+          firstLabel(asciiLower(host.substr(0, host.find('.')))),
+          hasTwoLabels(host.find('.') == host.rfind('.')) {}
+
+    std::string_view lastLabel;
+    /// Lower case, as the first label.
+    std::string domain;
+    std::string firstLabel;
+    bool hasTwoLabels;
+};
+
+/// "www.example.anything".
+bool isWwwHost(const BareHost& host) {
+    return !host.hasTwoLabels && host.firstLabel == "www" && host.domain.size() > 1 &&
+           isAlphabetic(host.domain);
+}
+
+/// "Co.KG".
+bool isCompanyForm(const BareHost& host) {
+    return host.hasTwoLabels && host.firstLabel == "co";
+}
+
+/// "9.am", "2.UG".
+bool isTimeOrFloor(const BareHost& host) {
+    return host.hasTwoLabels && host.firstLabel.size() < 3 && areDigits(host.firstLabel);
+}
+
+/// "com.example.app", as programs are called.
+bool isReversedName(const BareHost& host) {
+    return !host.hasTwoLabels && isOneOf(host.firstLabel, {"com", "net", "org"});
+}
+
+/// "That was all.In the evening": a sentence that follows without a blank.
+bool isSentenceStart(const BareHost& host) {
+    return hasMixedCase(host.lastLabel) && !isOneOf(host.domain, {"com", "net", "org"});
+}
+
+/// "e.g" and the like.
+bool isAbbreviation(const BareHost& host) {
+    return host.hasTwoLabels && host.firstLabel.size() == 1 && host.domain != "com";
+}
+
+/// "2024.pdf"; under a few domains numbers are usual names.
+bool isNumberedName(const BareHost& host) {
+    return host.hasTwoLabels && areDigits(host.firstLabel) &&
+           !isOneOf(host.domain, {"com", "cn", "net", "org"});
+}
+
 }  // namespace
 
-HostJudgement judgeHostWithoutScheme(std::string_view host) {
-    const auto lastDot = host.rfind('.');
-    if (lastDot == std::string_view::npos || !areLabels(host)) return HostJudgement::noHost;
-    const auto domain = asciiLower(host.substr(lastDot + 1));
-    const bool hasTwoLabels = host.find('.') == lastDot;
-    if (!hasTwoLabels && asciiLower(host.substr(0, 4)) == "www." && domain.size() > 1 && isAlphabetic(domain))
-        return HostJudgement::host;
-
-    const auto known = topLevelDomain(domain);
-    if (known == TopLevelDomain::unknown) return HostJudgement::noHost;
-    const auto first = asciiLower(host.substr(0, host.find('.')));
-    // "Co.KG"; a floor, a time or a date: "2.UG", "9.am".
-    if (hasTwoLabels && (first == "co" || (first.size() < 3 && std::ranges::all_of(first, isAsciiDigit))))
-        return HostJudgement::noHost;
-    // A name written backwards, as programs have: "com.example.app".
-    if (!hasTwoLabels && isOneOf(first, {"com", "net", "org"})) return HostJudgement::hostWithPath;
-    // A sentence that goes on without a blank: "That was all.In the evening".
-    if (hasMixedCase(host.substr(lastDot + 1)) && !isOneOf(domain, {"com", "net", "org"}))
-        return HostJudgement::noHost;
-    if (known == TopLevelDomain::ambiguous) return HostJudgement::hostWithPath;
-    if (hasTwoLabels) {
-        const auto name = host.substr(0, lastDot);
-        if (name.size() == 1 && domain != "com") return HostJudgement::hostWithPath;
-        if (std::ranges::all_of(name, isAsciiDigit) && !isOneOf(domain, {"com", "cn", "net", "org"}))
-            return HostJudgement::hostWithPath;
+std::string_view bareHostIn(std::string_view word) {
+    if (word.find('.') == std::string_view::npos) return {};
+    while (!word.empty() && isAscii(word.back()) && !isAsciiAlphanumeric(word.back()))
+        word.remove_suffix(1);
+    if (const auto gap = word.rfind(".."); gap != std::string_view::npos) word.remove_prefix(gap + 2);
+    if (const auto plus = word.find_last_of("+_"); plus != std::string_view::npos) {
+        // Emphasis before a host may go, but a host does not hold such a character itself.
+        if (plus != 0 && word.find_first_not_of("+_") < plus) return {};
+        word.remove_prefix(plus + 1);
     }
+    while (!word.empty() && (word.front() == '.' || word.front() == '-'))
+        word.remove_prefix(1);
+    return word;
+}
+
+HostJudgement judgeHostWithoutScheme(std::string_view text) {
+    if (text.find('.') == std::string_view::npos || !areLabels(text)) return HostJudgement::noHost;
+    const BareHost host(text);
+    if (isWwwHost(host)) return HostJudgement::host;
+    const auto known = topLevelDomain(host.domain);
+    if (known == TopLevelDomain::unknown || isCompanyForm(host) || isTimeOrFloor(host))
+        return HostJudgement::noHost;
+    if (isReversedName(host)) return HostJudgement::hostWithPath;
+    if (isSentenceStart(host)) return HostJudgement::noHost;
+    if (known == TopLevelDomain::ambiguous || isAbbreviation(host) || isNumberedName(host))
+        return HostJudgement::hostWithPath;
     return HostJudgement::host;
 }
 

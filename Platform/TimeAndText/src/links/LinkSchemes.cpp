@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t longestScheme = 40;
 
-// Sorted. Calls, mail and messages: what stands in invitations.
+// Sorted. Calls, mail and messages, as invitations have them.
 constexpr auto schemesWithoutSlashes = std::to_array<std::string_view>(
     {"callto", "facetime",  "facetime-audio", "facetime-group", "geo",     "h323",  "lync",  "magnet",
      "mailto", "matrix",    "ms-teams",       "msteams",        "sip",     "sips",  "skype", "sms",
@@ -67,6 +67,15 @@ bool mayFollowScheme(std::string_view scheme, std::string_view rest) {
     if (!isAscii(first)) return linkCharacterAt(rest, 0).kind != LinkCharacter::Kind::separator;
     return isAsciiAlphanumeric(first) || first == '/' || first == '+' || first == '[' || first == '%' ||
            first == '?' || first == '_' || first == '~';
+}
+
+bool beginsWebAddress(std::string_view text) {
+    const auto colon = text.substr(0, std::string_view("https://").size()).find("://");
+    return colon != std::string_view::npos && isWebScheme(text.substr(0, colon));
+}
+
+bool beginsWww(std::string_view text) {
+    return equalIgnoringCase(text.substr(0, 4), "www.");
 }
 
 }  // namespace platform
