@@ -85,12 +85,12 @@ bool isSentenceStart(const BareHost& host) {
     return hasMixedCase(host.lastLabel) && !isOneOf(host.domain, {"com", "net", "org"});
 }
 
-/// "e.g" and the like.
+/// A name of one letter, as in "s.de": more often an abbreviation.
 bool isAbbreviation(const BareHost& host) {
     return host.hasTwoLabels && host.firstLabel.size() == 1 && host.domain != "com";
 }
 
-/// "2024.pdf"; under a few domains numbers are usual names.
+/// "2024.de"; under a few domains numbers are usual names.
 bool isNumberedName(const BareHost& host) {
     return host.hasTwoLabels && areDigits(host.firstLabel) &&
            !isOneOf(host.domain, {"com", "cn", "net", "org"});
