@@ -62,11 +62,11 @@ std::string withoutAsides(std::string_view text) {
 }
 
 PersonNameComponents eastAsian(std::string_view text, NameScript script) {
-    constexpr UChar32 middleDot = 0x30FB;
+    constexpr UChar32 katakanaMiddleDot = 0x30FB;
     constexpr UChar32 halfWidthMiddleDot = 0xFF65;
     constexpr UChar32 doubleHyphen = 0xFF1D;
     const Words words = pieces(text, [](UChar32 c) {
-        return u_isUWhiteSpace(c) || c == middleDot || c == halfWidthMiddleDot || c == doubleHyphen;
+        return u_isUWhiteSpace(c) || c == katakanaMiddleDot || c == halfWidthMiddleDot || c == doubleHyphen;
     });
     if (words.size() < 2) return {.givenName = trimmed(text)};
     if (script == NameScript::transcribed) {
