@@ -38,8 +38,12 @@ AlertCenter::AlertCenter(CoreServices& core, std::unique_ptr<platform::DesktopNo
           AlertWatch::World{.clock = core.environment()->clock,
                             .wakeAt = [this](std::optional<platform::Date> date) { timer_.set(date); },
                             .due = [this](const AlertInvocation& one) { present(one); },
-                            .snoozeRemoved = [this](const AlertInvocation& one) { withdraw(one.event); },
-                            .handled = [this](const auto& alerts) { file_.save(alerts); }})) {
+                            .snoozeRemoved = [this](const AlertInvocation& one) { withdraw(*one.event); },
+                            .handled =
+                                [this](const auto& alerts) {
+                                    file_.save(alerts);
+                                    presentRest();
+                                }})) {
     watch_->restoreHandled(file_.load());
     core_.manager().setDelegate(watch_);
 }
@@ -54,7 +58,7 @@ std::vector<HandledAlert> AlertCenter::handledAndAnswered() const {
     auto handled = watch_->handled();
     std::erase_if(handled, [this](const HandledAlert& one) {
         return std::ranges::any_of(shown_, [&](const auto& shown) {
-            const Event& event = shown.second.event;
+            const Event& event = *shown.second.event;
             return event.id == one.eventId && event.startDate == one.start;
         });
     });
@@ -84,26 +88,26 @@ void AlertCenter::refreshMessages(const std::vector<std::string>& tags,
                                   const std::vector<AlertInvocation>& overdue) {
     tidyRest();
     if (tags.empty()) return;
-    std::map<std::string, Event> known;
-    for (Event& event : core_.manager().allCachedEvents())
-        known.emplace(alertTag(event), std::move(event));
-    for (const AlertInvocation& one : overdue)
-        known.insert_or_assign(alertTag(one.event), one.event);
+    std::map<std::string, EventRef> known;
+    for (const EventRef& event : core_.manager().lists()->all())
+        known.emplace(alertTag(*event), event);
     std::set<std::string> alerting;
-    for (const AlertInvocation& one : overdue)
-        alerting.insert(alertTag(one.event));
+    for (const AlertInvocation& one : overdue) {
+        const auto tag = alerting.insert(alertTag(*one.event)).first;
+        known.insert_or_assign(*tag, one.event);
+    }
 
     const auto now = core_.environment()->now();
     for (const std::string& tag : tags) {
         const auto shown = shown_.find(tag);
         if (shown == shown_.end()) continue;
-        Event& event = shown->second.event;
         const auto found = known.find(tag);
-        if (found != known.end()) event = found->second;
+        if (found != known.end()) shown->second.event = found->second;
+        const Event& event = *shown->second.event;
         // Reminders that were due are in no list. One that was moved alerts again at its time.
         const bool isGone = found == known.end() && !isAnyReminder(event);
         const bool isSilenced = event.startDate > now && !alerting.contains(tag);
-        if (isGone || isSilenced || isOver(event, now)) withdraw(Event(event));
+        if (isGone || isSilenced || isOver(event, now)) withdraw(tag);
     }
     updateMessages();
 }
@@ -118,15 +122,15 @@ void AlertCenter::clockChanged() {
 }
 
 void AlertCenter::present(const AlertInvocation& invocation) {
-    const Event& event = invocation.event;
+    const Event& event = *invocation.event;
     core_.manager().didHandleAlertInvocation(invocation);
     const auto choices = actions_.choices();
     const auto now = core_.environment()->now();
     if (!choices.showsNotifications || isOver(event, now)) return;
     const std::string tag = alertTag(event);
-    if (!shown_.contains(tag) && shown_.size() >= mostMessages) return presentRest(event);
-    Shown& shown =
-        shown_.insert_or_assign(tag, Shown{event, isUrgent(event, choices.urgent, now)}).first->second;
+    if (!shown_.contains(tag) && shown_.size() >= mostMessages) return addToRest(tag, invocation.event);
+    Shown& shown = shown_.insert_or_assign(tag, Shown{invocation.event, isUrgent(event, choices.urgent, now)})
+                       .first->second;
     makeMessage(shown);
     notifications_->show(tag, shown.message,
                          [this, tag](const std::string& key, const std::optional<std::string>& token) {
@@ -139,9 +143,9 @@ void AlertCenter::present(const AlertInvocation& invocation) {
 bool AlertCenter::makeMessage(Shown& shown) const {
     platform::ChangeMoments changes;
     const platform::ClockReading clock(core_.environment()->now(), &changes);
-    auto message = alertMessage(core_, shown.event, clock);
+    auto message = alertMessage(core_, *shown.event, clock);
     message.isUrgent = shown.isUrgent;
-    shown.snooze = offeredSnooze(core_.settings(), shown.event, clock.now());
+    shown.snooze = offeredSnooze(core_.settings(), *shown.event, clock.now());
     shown.changesAt = changes.earliest();
     if (message == shown.message) return false;
     shown.message = std::move(message);
@@ -152,8 +156,8 @@ void AlertCenter::chosen(const std::string& tag, const std::string& key) {
     const auto found = shown_.find(tag);
     if (found == shown_.end()) return;
     const Shown answered = found->second;
-    const Event& event = answered.event;
-    withdraw(event);
+    const Event& event = *answered.event;
+    withdraw(tag);
     if (key == alertAction::join) return actions_.event.join(event);
     if (key == alertAction::snooze && answered.snooze) return actions_.event.snooze(event, *answered.snooze);
     if (key == alertAction::untilEvent) return actions_.event.snoozeUntilEvent(event);
@@ -161,13 +165,21 @@ void AlertCenter::chosen(const std::string& tag, const std::string& key) {
 }
 
 void AlertCenter::withdraw(const Event& event) {
-    const std::string tag = alertTag(event);
+    withdraw(alertTag(event));
+}
+
+void AlertCenter::withdraw(std::string tag) {
     shown_.erase(tag);
     notifications_->withdraw(tag);
 }
 
-void AlertCenter::presentRest(const Event& event) {
-    rest_.insert_or_assign(alertTag(event), event);
+void AlertCenter::addToRest(const std::string& tag, EventRef event) {
+    rest_.insert_or_assign(tag, std::move(event));
+    isRestShown_ = false;
+}
+
+void AlertCenter::presentRest() {
+    if (std::exchange(isRestShown_, true)) return;
     platform::DesktopNotifications::Notification message;
     message.summary = actions_.titleOfRest(rest_.size());
     message.body = textOfRest();
@@ -180,7 +192,7 @@ std::string AlertCenter::textOfRest() const {
     for (const auto& [tag, event] : rest_) {
         if (count++ == mostTitles) return text + "\n…";
         text += (text.empty() ? "" : "\n") +
-                platform::shortened(titleOrUntitled(event, *core_.environment()), mostBytesOfTitle);
+                platform::shortened(titleOrUntitled(*event, *core_.environment()), mostBytesOfTitle);
     }
     return text;
 }
@@ -197,7 +209,7 @@ void AlertCenter::presentOtherwise(const std::string& tag) {
     const auto missed = shown_.extract(tag);
     if (missed && cards_.size() < mostCards) {
         cards_.push_back(now);
-        return actions_.presentCard(missed.mapped().event);
+        return actions_.presentCard(*missed.mapped().event);
     }
     if (missed) rest_.insert_or_assign(tag, missed.mapped().event);
     if (!rest_.empty()) actions_.presentMessage(actions_.titleOfRest(rest_.size()), textOfRest());
@@ -206,7 +218,7 @@ void AlertCenter::presentOtherwise(const std::string& tag) {
 void AlertCenter::tidyRest() {
     if (rest_.empty()) return;
     const auto now = core_.environment()->now();
-    std::erase_if(rest_, [&](const auto& one) { return isOver(one.second, now); });
+    std::erase_if(rest_, [&](const auto& one) { return isOver(*one.second, now); });
     if (rest_.empty()) notifications_->withdraw(restTag);
 }
 

@@ -62,7 +62,7 @@ class AlertCenter {
 
   private:
     struct Shown {
-        Event event;
+        EventRef event;
         bool isUrgent = false;
         /// Offered by the message, in minutes.
         std::optional<std::int64_t> snooze = std::nullopt;
@@ -81,8 +81,10 @@ class AlertCenter {
     void refreshMessages(const std::vector<std::string>& tags, const std::vector<AlertInvocation>& overdue);
     void updateMessages();
     void wakeForChange(std::optional<platform::Date> change);
-    /// One message for all that are due beside those shown.
-    void presentRest(const Event& event);
+    void withdraw(std::string tag);
+    void addToRest(const std::string& tag, EventRef event);
+    /// One message for all that are due beside those shown, if one was added.
+    void presentRest();
     std::string textOfRest() const;
     /// Of events that are over.
     void tidyRest();
@@ -97,7 +99,8 @@ class AlertCenter {
     /// By tag.
     std::map<std::string, Shown> shown_;
     /// Those that one message names together.
-    std::map<std::string, Event> rest_;
+    std::map<std::string, EventRef> rest_;
+    bool isRestShown_ = true;
     /// When cards came in place of notifications, within the last minute.
     std::vector<platform::Date> cards_;
     std::optional<platform::Date> nextChange_;

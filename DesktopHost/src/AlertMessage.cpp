@@ -41,7 +41,7 @@ bool offersSnoozeUntilEvent(const Event& event, platform::Date now) {
 }  // namespace
 
 std::string alertTag(const Event& event) {
-    return AlertInvocation{.date = event.startDate, .event = event}.id();
+    return AlertInvocation::idOf(event, event.startDate);
 }
 
 bool isOver(const Event& event, const platform::ClockReading& clock) {

@@ -1,6 +1,7 @@
 #include <DesktopHost/AlertWatch.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace hbr {
 
@@ -10,24 +11,30 @@ namespace {
 /// found overdue, which is a day after the start.
 constexpr double memory = 2 * 24 * 60 * 60;
 
+/// Before any alert.
+constexpr platform::Date always{std::numeric_limits<double>::lowest()};
+
 }  // namespace
 
 bool AlertWatch::wasHandled(const AlertInvocation& invocation) const {
-    return std::ranges::find(handled_, HandledAlert::of(invocation)) != handled_.end();
+    return handled_.contains(HandledAlert::of(invocation));
 }
 
 bool AlertWatch::hasAlerted(const Event& event) const {
-    return std::ranges::any_of(handled_, [&](const HandledAlert& one) {
-        return one.eventId == event.id && one.start == event.startDate;
-    });
+    const auto first = handled_.lower_bound({event.id, event.startDate, always});
+    return first != handled_.end() && first->eventId == event.id && first->start == event.startDate;
+}
+
+bool AlertWatch::hasAlertedAtAnyStart(const Event& event) const {
+    const auto first = handled_.lower_bound({event.id, always, always});
+    return first != handled_.end() && first->eventId == event.id;
 }
 
 void AlertWatch::handle(const std::vector<AlertInvocation>& invocations) {
     bool isAnyDue = false;
     for (const AlertInvocation& invocation : invocations) {
-        if (wasHandled(invocation)) continue;
+        if (!handled_.insert(HandledAlert::of(invocation)).second) continue;
         isAnyDue = true;
-        handled_.push_back(HandledAlert::of(invocation));
         world_.due(invocation);
     }
     if (!isAnyDue) return;
@@ -35,7 +42,7 @@ void AlertWatch::handle(const std::vector<AlertInvocation>& invocations) {
     std::erase_if(handled_, [&](const HandledAlert& one) {
         return now.timeIntervalSince(std::max(one.alert, one.start)) > memory;
     });
-    world_.handled(handled_);
+    world_.handled(handled());
 }
 
 void AlertWatch::handleDue() {
@@ -70,14 +77,13 @@ void AlertWatch::didFindOverdue(const std::vector<AlertInvocation>& invocations)
     const platform::Date now = world_.clock();
     std::vector<AlertInvocation> due;
     for (const AlertInvocation& invocation : invocations) {
-        const Event& event = invocation.event;
+        const Event& event = *invocation.event;
         if (hasAlerted(event)) continue;
         // Snoozing an own reminder moves it. With a long lead its alert would be due again at once.
-        const bool wasMoved =
-            event.type == Event::EventType::hbrReminder && event.startDate > now &&
-            std::ranges::any_of(handled_, [&](const HandledAlert& one) { return one.eventId == event.id; });
+        const bool wasMoved = event.type == Event::EventType::hbrReminder && event.startDate > now &&
+                              hasAlertedAtAnyStart(event);
         if (wasMoved) {
-            armed_.push_back({.date = event.startDate, .event = event, .isSnooze = false});
+            armed_.push_back({.date = event.startDate, .event = invocation.event, .isSnooze = false});
         } else {
             due.push_back(invocation);
         }

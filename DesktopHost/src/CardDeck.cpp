@@ -107,7 +107,7 @@ void CardDeck::take(const DeepLinkOutcome& outcome) {
             return preview(*outcome.event);
         case Kind::severalLinks:
             return show("calls " + outcome.event->id,
-                        callChoiceCard(*core_.environment(), *outcome.event, outcome.links, actions()));
+                        callChoiceCard(texts_, *outcome.event, outcome.links, actions()));
         case Kind::unknownEvent:
             return show("message",
                         messageCard(*core_.environment(), L10n::General::noEvent(*core_.environment()),
@@ -165,8 +165,8 @@ bool CardDeck::setHidden(const Event& event, HiddenPart part, bool isHidden) {
 
 void CardDeck::forgetSnoozes(const Event& event, HiddenPart part) {
     for (const AlertInvocation& snooze : core_.manager().snoozedInvocations()) {
-        if (snooze.event.id != event.id) continue;
-        if (part == HiddenPart::all || snooze.event.startDate == event.startDate)
+        if (snooze.event->id != event.id) continue;
+        if (part == HiddenPart::all || snooze.event->startDate == event.startDate)
             core_.manager().didHandleAlertInvocation(snooze);
     }
 }

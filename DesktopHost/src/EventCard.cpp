@@ -10,7 +10,10 @@
 #include <TimeAndText/Text.h>
 
 #include <algorithm>
+#include <memory>
 #include <optional>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace hbr {
@@ -35,49 +38,49 @@ std::string remarkOf(const platform::Environment& environment, const Participant
 
 /// The lines of a text, but for those that are only the link of a call: a button joins it already.
 std::string withoutCalls(std::string_view text, const Event& event, bool offersCall) {
+    std::unordered_set<std::string> calls;
+    if (offersCall) {
+        for (const VideoConferenceLink& link : event.videoConferenceLinks)
+            calls.insert(link.url.absoluteString());
+    }
     std::string rest;
     for (const std::string& line : platform::split(text, "\n")) {
-        const std::string content = platform::trimmed(line);
-        const bool isCall =
-            offersCall && std::ranges::any_of(event.videoConferenceLinks, [&](const auto& link) {
-                return link.url.absoluteString() == content;
-            });
-        if (!isCall) rest += line + "\n";
+        if (!calls.contains(platform::trimmed(line))) rest += line + "\n";
     }
     return platform::trimmed(rest);
 }
 
-/// In the event's order; the organizer, who often stands among the attendees too, once.
-std::vector<platform::Card::Person> peopleOf(const CoreServices& core, const Event& event) {
-    std::vector<platform::Card::Person> people;
-    std::vector<Participant> shown;
-    for (Participant& one : core.contacts().participants(event)) {
-        const bool isShown = std::ranges::any_of(
-            shown, [&](const Participant& other) { return other.isOrganizer && other == one; });
-        if (isShown) continue;
-        people.push_back({.name = one.displayName(),
-                          .remark = remarkOf(*core.environment(), one),
-                          .initials = one.initials(),
-                          .picture = one.image});
-        shown.push_back(std::move(one));
+/// Rows of participants in a card; the others are counted in one row more.
+constexpr std::size_t mostPeople = 50;
+/// Calls to choose from; the text of the card says that there are more.
+constexpr std::size_t mostCalls = 20;
+
+/// In the event's order.
+std::vector<platform::Card::Person> rowsOf(const platform::Environment& environment,
+                                           const std::vector<Participant>& people) {
+    std::vector<platform::Card::Person> rows;
+    for (const Participant& one : people) {
+        if (rows.size() == mostPeople) {
+            const auto more = static_cast<std::int64_t>(people.size() - mostPeople);
+            rows.emplace_back().name = L10n::Alert::participantsOverflowToolTip(environment, more);
+            break;
+        }
+        rows.push_back({.name = one.displayName(environment),
+                        .remark = remarkOf(environment, one),
+                        .initials = one.initials(),
+                        .picture = one.image});
     }
-    return people;
+    return rows;
 }
 
-/// The service, and where several are of the same one, what of the link tells them apart.
-std::string callLabel(const VideoConferenceLink& link, const std::vector<VideoConferenceLink>& links) {
-    const auto isSameService = [&](const VideoConferenceLink& other) {
-        return other.service.name == link.service.name;
-    };
-    if (std::ranges::count_if(links, isSameService) < 2) return link.service.name;
+/// The service, and where several are of the same one, what of the link distinguishes them.
+std::string callLabel(const VideoConferenceLink& link, bool isOnlyOfItsService) {
+    if (isOnlyOfItsService) return link.service.name;
     constexpr int longest = 40;
     std::string address = link.url.absoluteString();
     if (const auto scheme = address.find("://"); scheme != std::string::npos) address.erase(0, scheme + 3);
     return link.service.name + ": " + truncated(address, longest, "…");
 }
-
-/// Rows of participants in a card; the others are counted in one row more.
-constexpr std::size_t mostPeople = 50;
 
 std::string peopleHeading(const platform::Environment& environment, std::size_t count) {
     const auto number = static_cast<std::int64_t>(count);
@@ -109,6 +112,8 @@ std::vector<std::int64_t> snoozeTimes(const UserSettingsStore& settings) {
 platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const Event& event,
                          const EventCardActions& actions) {
     const platform::Environment& environment = *core.environment();
+    // One copy for all buttons.
+    const auto kept = std::make_shared<const Event>(event);
     const Formatters& formatters = core.formatters();
     platform::ChangeMoments changes;
     const platform::ClockReading clock(core.environment()->now(), &changes);
@@ -131,29 +136,25 @@ platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const
     card.place = withoutCalls(event.location.value_or(""), event, offersCall);
     if (event.notes)
         card.notes = withoutCalls(removingVideoCallAnnotation(*event.notes).value_or(""), event, offersCall);
-    card.people = peopleOf(core, event);
-    if (!card.people.empty()) card.peopleHeading = peopleHeading(environment, card.people.size());
-    if (card.people.size() > mostPeople) {
-        const auto more = static_cast<std::int64_t>(card.people.size() - mostPeople);
-        card.people.resize(mostPeople);
-        card.people.emplace_back().name = L10n::Alert::participantsOverflowToolTip(environment, more);
-    }
+    const auto people = withOrganizersOnce(core.contacts().participants(event));
+    if (!people.empty()) card.peopleHeading = peopleHeading(environment, people.size());
+    card.people = rowsOf(environment, people);
 
     if (offersCall) {
         card.primary = {L10n::Alert::VideoConferenceMenu::join(environment),
-                        [join = actions.join, event] { join(event); }};
+                        [join = actions.join, kept] { join(*kept); }};
     }
     if (event.type != Event::EventType::hbrReminder) {
         card.buttons.push_back({L10n::Alert::showInCalendarTooltip(environment),
-                                [show = actions.showInCalendar, event] { show(event); }});
+                                [show = actions.showInCalendar, kept] { show(*kept); }});
         if (hidden != HiddenPart::none) {
             const bool isSeries = event.isRecurring && hidden == HiddenPart::all;
             card.aside = {texts.text(isSeries ? "showSeriesAgain" : "showAgain"),
-                          [show = actions.showAgain, event] { show(event); }, true};
+                          [show = actions.showAgain, kept] { show(*kept); }, true};
         } else {
             card.aside = {event.isRecurring ? texts.text("hideOneOrAll")
                                             : L10n::EventCustomization::excludeEvent(environment),
-                          [hide = actions.hide, event] { hide(event); }, true};
+                          [hide = actions.hide, kept] { hide(*kept); }, true};
         }
     }
     card.changesAt = changes.earliest();
@@ -162,26 +163,35 @@ platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const
     for (const std::int64_t minutes : snoozeTimes(core.settings())) {
         card.menu.push_back({minutes == 1 ? L10n::Alert::_1minute(environment)
                                           : L10n::Alert::customMinutes(environment, minutes),
-                             [snooze = actions.snooze, event, minutes] { snooze(event, minutes); }});
+                             [snooze = actions.snooze, kept, minutes] { snooze(*kept, minutes); }});
     }
     if (isInFuture(event, clock)) {
         card.menu.push_back({L10n::Alert::snoozeUntilEvent(environment),
-                             [snooze = actions.snoozeUntilEvent, event] { snooze(event); }});
+                             [snooze = actions.snoozeUntilEvent, kept] { snooze(*kept); }});
     }
     card.changesAt = changes.earliest();
     return card;
 }
 
-platform::Card callChoiceCard(const platform::Environment& environment, const Event& event,
+platform::Card callChoiceCard(const CardTexts& texts, const Event& event,
                               const std::vector<VideoConferenceLink>& links,
                               const EventCardActions& actions) {
+    const platform::Environment& environment = texts.environment();
+    const auto kept = std::make_shared<const Event>(event);
+    std::unordered_map<std::string, std::size_t> ofService;
+    for (const VideoConferenceLink& link : links)
+        ++ofService[link.service.name];
     platform::Card card;
     card.color = event.color;
     card.title = titleOrUntitled(event, environment);
     card.lines = {L10n::VideoConferencePicker::title(environment)};
     for (const VideoConferenceLink& link : links) {
-        card.buttons.push_back(
-            {callLabel(link, links), [join = actions.joinLink, event, link] { join(event, link); }});
+        if (card.buttons.size() == mostCalls) {
+            card.lines.push_back(texts.text("moreCalls", {std::to_string(mostCalls)}));
+            break;
+        }
+        card.buttons.push_back({callLabel(link, ofService[link.service.name] == 1),
+                                [join = actions.joinLink, kept, link] { join(*kept, link); }});
     }
     return card;
 }

@@ -39,8 +39,8 @@ platform::Card hiddenCard(const CoreServices& core, const CardTexts& texts, cons
                           HiddenPart part, std::function<void()> undo);
 /// Says why it could not be hidden: its calendar no longer has it, or the settings cannot be written.
 platform::Card notHiddenCard(const CardTexts& texts, const Event& event, bool isGone);
-/// Asks which of several calls is meant.
-platform::Card callChoiceCard(const platform::Environment& environment, const Event& event,
+/// Asks which of several calls to join; offers the first twenty and says that there are more.
+platform::Card callChoiceCard(const CardTexts& texts, const Event& event,
                               const std::vector<VideoConferenceLink>& links, const EventCardActions& actions);
 /// Something to know, and a button that closes it.
 platform::Card messageCard(const platform::Environment& environment, std::string title, std::string text);

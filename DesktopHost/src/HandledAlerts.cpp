@@ -18,7 +18,7 @@ constexpr std::uintmax_t largestFile = 16 * 1024 * 1024;
 }  // namespace
 
 HandledAlert HandledAlert::of(const AlertInvocation& invocation) {
-    return {invocation.event.id, invocation.event.startDate, invocation.date, invocation.isSnooze};
+    return {invocation.event->id, invocation.event->startDate, invocation.date, invocation.isSnooze};
 }
 
 JsonValue json(const std::vector<HandledAlert>& alerts) {

@@ -48,14 +48,16 @@ std::optional<Handover> Handover::parse(const std::string& text) {
 
 std::vector<AlertInvocation> Handover::invocations(const CoreServices& core) const {
     std::vector<AlertInvocation> invocations;
-    const auto cached = core.manager().allCachedEvents();
+    const EventRefs cached = core.manager().lists()->all();
     for (const HandledAlert& alert : snoozed) {
-        const auto same = std::ranges::find_if(cached, [&](const Event& event) {
-            return event.id == alert.eventId && event.startDate == alert.start;
+        const auto same = std::ranges::find_if(cached, [&](const EventRef& event) {
+            return event->id == alert.eventId && event->startDate == alert.start;
         });
-        auto event =
-            same != cached.end() ? std::optional<Event>(*same) : eventWithIdentifier(core, alert.eventId);
-        if (event) invocations.push_back({alert.alert, *std::move(event), true});
+        if (same != cached.end()) {
+            invocations.push_back({alert.alert, *same, true});
+        } else if (auto event = eventWithIdentifier(core, alert.eventId)) {
+            invocations.push_back({alert.alert, std::make_shared<const Event>(*std::move(event)), true});
+        }
     }
     return invocations;
 }

@@ -16,7 +16,17 @@ AlertInvocation alert(const std::string& id, const char* date, bool isSnooze = f
     event.id = id;
     event.startDate = at(date).addingTimeInterval(60);
     event.endDate = event.startDate.addingTimeInterval(3600);
-    return {.date = at(date), .event = event, .isSnooze = isSnooze};
+    return {.date = at(date), .event = std::make_shared<const Event>(event), .isSnooze = isSnooze};
+}
+
+template <class Change>
+void changeEvent(AlertInvocation& alert, const Change& change) {
+    Event event = *alert.event;
+    change(event);
+    alert.event = std::make_shared<const Event>(event);
+}
+void move(AlertInvocation& alert, const char* start) {
+    changeEvent(alert, [&](Event& event) { event.startDate = at(start); });
 }
 
 class AlertWatchTest : public testing::Test {
@@ -38,7 +48,7 @@ class AlertWatchTest : public testing::Test {
     std::vector<HandledAlert> remembered;
     AlertWatch watch{{.clock = environment->clock,
                       .wakeAt = [this](std::optional<Date> date) { wakeDate = date; },
-                      .due = [this](const AlertInvocation& one) { due.push_back(one.event.id); },
+                      .due = [this](const AlertInvocation& one) { due.push_back(one.event->id); },
                       .snoozeRemoved = [](const AlertInvocation&) {},
                       .handled = [this](const auto& alerts) { remembered = alerts; }}};
 };
@@ -54,7 +64,7 @@ TEST_F(AlertWatchTest, EachAlertIsDueOnceHoweverOftenEventsAreReloaded) {
     EXPECT_THAT(takeDue(), ElementsAre("early"));
     // A reload at that very moment lists it once more, and with other words.
     auto renamed = early;
-    renamed.event.title = "Renamed";
+    changeEvent(renamed, [](Event& event) { event.title = "Renamed"; });
     watch.didUpdateInvocations({renamed, late});
     EXPECT_THAT(takeDue(), IsEmpty());
     runUntil("2026-03-04T10:00:00Z");
@@ -100,7 +110,7 @@ TEST_F(AlertWatchTest, AnOverdueAlertIsDueAtOnceUnlessItsEventAlertedBeforeAlsoI
     watch.didFindOverdue({longerLead});
     EXPECT_THAT(takeDue(), IsEmpty()) << "it alerted with the lead of before";
     auto moved = late;
-    moved.event.startDate = at("2026-03-04T09:00:10Z");
+    move(moved, "2026-03-04T09:00:10Z");
     watch.didFindOverdue({moved});
     EXPECT_THAT(takeDue(), ElementsAre("late"));
 
@@ -117,7 +127,7 @@ TEST_F(AlertWatchTest, AnOverdueAlertIsDueAtOnceUnlessItsEventAlertedBeforeAlsoI
 
     // With a lead of a day an alert can be found overdue until a day after the start.
     auto early = alert("early", "2026-03-03T09:00:00Z");
-    early.event.startDate = at("2026-03-04T09:00:00Z");
+    move(early, "2026-03-04T09:00:00Z");
     watch.didFindOverdue({early});
     environment.setNow("2026-03-05T08:59:59Z");
     watch.didFindOverdue({alert("other", "2026-03-05T08:59:30Z"), early});
@@ -129,11 +139,11 @@ TEST_F(AlertWatchTest, AnOverdueAlertIsDueAtOnceUnlessItsEventAlertedBeforeAlsoI
 
 TEST_F(AlertWatchTest, AnOwnReminderThatWasMovedAfterItsAlertIsDueAtItsNewTime) {
     auto reminder = alert("own", "2026-03-04T08:59:00Z");
-    reminder.event.type = Event::EventType::hbrReminder;
-    reminder.event.startDate = at("2026-03-04T09:05:00Z");
+    changeEvent(reminder, [](Event& event) { event.type = Event::EventType::hbrReminder; });
+    move(reminder, "2026-03-04T09:05:00Z");
     watch.didFindOverdue({reminder});
     EXPECT_THAT(takeDue(), ElementsAre("own"));
-    reminder.event.startDate = at("2026-03-04T09:06:00Z");
+    move(reminder, "2026-03-04T09:06:00Z");
     watch.didUpdateInvocations({});
     watch.didFindOverdue({reminder});
     runUntil("2026-03-04T09:05:59Z");

@@ -78,7 +78,7 @@ TEST(EventCard, LeavesOutLinesThatAreOnlyACallThatItsButtonJoins) {
     }
 }
 
-TEST(EventCard, ListsFiftyParticipantsAndCountsTheOthers) {
+TEST(EventCard, ListsFiftyParticipantsAndTwentyCallsAndSaysThatThereAreMore) {
     test::CoreFixture core;
     const HeedbannerWidgetBundle bundle(core.environment,
                                         [&core]() -> CoreServices& { return core.services(); });
@@ -93,6 +93,16 @@ TEST(EventCard, ListsFiftyParticipantsAndCountsTheOthers) {
     EXPECT_EQ(card.people[50].name, "1 more participant");
     event.participantsData.pop_back();
     EXPECT_EQ(eventCard(core.services(), texts, event, {}).people.back().name, "P50");
+
+    std::vector<VideoConferenceLink> links;
+    for (int i = 1; i <= 21; ++i)
+        links.push_back({VideoConferenceService::zoom(),
+                         *platform::Url::parse("https://zoom.us/j/" + std::to_string(i))});
+    const auto choice = callChoiceCard(texts, event, links, {});
+    ASSERT_EQ(choice.buttons.size(), 20u);
+    EXPECT_EQ(choice.buttons.back().label, "Zoom: zoom.us/j/20");
+    EXPECT_EQ(choice.lines.back(),
+              "Only the first 20 calls are listed. The others are in the event's notes.");
 }
 
 }  // namespace

@@ -50,7 +50,7 @@ class AlertsCommand final : public Command {
 
   private:
     static double lead(const AlertInvocation& alert) {
-        return alert.event.startDate.timeIntervalSince(alert.date);
+        return alert.event->startDate.timeIntervalSince(alert.date);
     }
 
     static std::string json(const std::vector<AlertInvocation>& alerts) {
@@ -58,8 +58,8 @@ class AlertsCommand final : public Command {
         for (const auto& alert : alerts) {
             auto object = platform::JsonValue::object();
             object.set("id", alert.id()).set("date", platform::formatRfc3339(alert.date));
-            object.set("kind", rawValue(alert.event.type)).set("lead", lead(alert));
-            object.set("isSnooze", alert.isSnooze).set("event", eventJson(alert.event));
+            object.set("kind", rawValue(alert.event->type)).set("lead", lead(alert));
+            object.set("isSnooze", alert.isSnooze).set("event", eventJson(*alert.event));
             array.append(std::move(object));
         }
         return writeJson(array, 2);
@@ -79,8 +79,8 @@ class AlertsCommand final : public Command {
             const std::string heading = dayHeading(alert.date, context.now(), formatters);
             if (heading != day) text += (day.empty() ? "" : "\n") + console.bold(heading) + "\n";
             day = heading;
-            text += "  " + padded(time(alert), width) + " " + console.colored("▌", alert.event.color) + " " +
-                    titleOf(alert.event, *context.environment()) + console.faint(details(alert, formatters)) +
+            text += "  " + padded(time(alert), width) + " " + console.colored("▌", alert.event->color) + " " +
+                    titleOf(*alert.event, *context.environment()) + console.faint(details(alert, formatters)) +
                     "\n";
         }
         return text;
@@ -88,12 +88,12 @@ class AlertsCommand final : public Command {
 
     static std::string details(const AlertInvocation& alert, const Formatters& formatters) {
         const bool isOtherDay =
-            !formatters.environment().calendar.isSameDay(alert.date, alert.event.startDate);
+            !formatters.environment().calendar.isSameDay(alert.date, alert.event->startDate);
         std::string text = "  ";
-        if (isOtherDay) text += formatters.dateOnlyNoYearWeekDay().string(alert.event.startDate) + " ";
-        text += timeSpan(alert.event, formatters) + ", " +
+        if (isOtherDay) text += formatters.dateOnlyNoYearWeekDay().string(alert.event->startDate) + " ";
+        text += timeSpan(*alert.event, formatters) + ", " +
                 leadText(static_cast<std::int64_t>(std::llround(lead(alert))), formatters.environment());
-        if (alert.event.calendarName) text += "  [" + onOneLine(*alert.event.calendarName) + "]";
+        if (alert.event->calendarName) text += "  [" + onOneLine(*alert.event->calendarName) + "]";
         return text;
     }
 

@@ -12,7 +12,6 @@
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>
-#include <algorithm>
 
 namespace hbr {
 
@@ -127,16 +126,8 @@ class CardWriter {
     }
 
     void addParticipants() {
-        std::vector<Participant> shown;
-        for (auto& one : core_.contacts().participants(event_)) {
-            // The organizer is also among the attendees.
-            const bool isShown = std::any_of(shown.begin(), shown.end(), [&](const Participant& other) {
-                return other.isOrganizer && other == one;
-            });
-            if (!isShown) shown.push_back(std::move(one));
-        }
         std::vector<std::string> people;
-        for (const auto& one : shown) {
+        for (const auto& one : withOrganizersOnce(core_.contacts().participants(event_))) {
             const std::string name = onOneLine(one.displayName(formatters_.environment()));
             std::string details = ", " + word(answerKey(one.status));
             if (one.email && *one.email != name) details += "  " + onOneLine(*one.email);

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -22,7 +23,7 @@ class AlertWatch final : public CalendarEventManagerDelegate {
         std::function<void(std::optional<platform::Date>)> wakeAt;
         std::function<void(const AlertInvocation&)> due;
         std::function<void(const AlertInvocation&)> snoozeRemoved;
-        /// After alerts were due: all that are remembered.
+        /// After one or more alerts were due: all that are remembered.
         std::function<void(const std::vector<HandledAlert>&)> handled = [](const auto&) {};
     };
 
@@ -37,12 +38,15 @@ class AlertWatch final : public CalendarEventManagerDelegate {
     void didFindOverdue(const std::vector<AlertInvocation>& invocations);
 
     /// Of the last days.
-    const std::vector<HandledAlert>& handled() const { return handled_; }
-    void restoreHandled(std::vector<HandledAlert> handled) { handled_ = std::move(handled); }
+    std::vector<HandledAlert> handled() const { return {handled_.begin(), handled_.end()}; }
+    void restoreHandled(const std::vector<HandledAlert>& handled) {
+        handled_ = {handled.begin(), handled.end()};
+    }
 
   private:
     bool wasHandled(const AlertInvocation& invocation) const;
     bool hasAlerted(const Event& event) const;
+    bool hasAlertedAtAnyStart(const Event& event) const;
     void handleDue();
     /// Calls `due` for those that were not handled.
     void handle(const std::vector<AlertInvocation>& invocations);
@@ -50,7 +54,7 @@ class AlertWatch final : public CalendarEventManagerDelegate {
 
     World world_;
     std::vector<AlertInvocation> armed_;
-    std::vector<HandledAlert> handled_;
+    std::set<HandledAlert> handled_;
     std::optional<platform::Date> wakeDate_;
 };
 

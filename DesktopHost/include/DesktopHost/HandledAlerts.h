@@ -4,6 +4,7 @@
 #include <System/Environment.h>
 #include <Values/JsonValue.h>
 
+#include <compare>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -19,7 +20,8 @@ struct HandledAlert {
     bool isSnooze = false;
 
     static HandledAlert of(const AlertInvocation& invocation);
-    friend bool operator==(const HandledAlert&, const HandledAlert&) = default;
+    /// Alerts of one event are together, by start.
+    friend auto operator<=>(const HandledAlert&, const HandledAlert&) = default;
 };
 
 /// [{"event", "start", "date", "snooze"}], dates in seconds since 2001-01-01 00:00 UTC.

@@ -4,6 +4,8 @@
 #include <TimeAndText/PersonName.h>
 #include <TimeAndText/Text.h>
 
+#include <unordered_set>
+
 namespace hbr {
 
 namespace {
@@ -70,6 +72,20 @@ std::string Participant::displayName(const platform::Environment& environment) c
     if (name.empty()) name = L10n::General::unknown(environment);
     if (isOrganizer) name += " (" + L10n::General::organizer(environment) + ")";
     return name;
+}
+
+std::vector<Participant> withOrganizersOnce(std::vector<Participant> participants) {
+    std::unordered_set<std::string> ids;
+    std::unordered_set<std::string> emails;
+    std::erase_if(participants, [&](const Participant& one) {
+        if (ids.contains(one.id) || (one.email && emails.contains(*one.email))) return true;
+        if (one.isOrganizer) {
+            ids.insert(one.id);
+            if (one.email) emails.insert(*one.email);
+        }
+        return false;
+    });
+    return participants;
 }
 
 }  // namespace hbr

@@ -34,7 +34,7 @@ void setState(const RuleContext& context, const Item& item, TimeFrame frame, Eve
         case TimeFrame::ahead:
             break;
     }
-    std::vector<ScheduledAlert> alerts;
+    std::vector<AlertInvocation> alerts;
     context.schedule.append(std::vector<Item>{item}, alerts);
     if (alerts.empty()) return;
     explanation.state = ListedState::upcoming;

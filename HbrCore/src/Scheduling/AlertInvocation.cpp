@@ -17,12 +17,12 @@ std::string exactText(double value) {
 
 }  // namespace
 
-std::string AlertInvocation::id() const {
+std::string AlertInvocation::idOf(const Event& event, platform::Date date) {
     return event.id + "." + exactText(date.timeIntervalSince1970());
 }
 
 std::string AlertInvocation::debugDescription() const {
-    return event.title.value_or("untitled event") + ", " + date.description() +
+    return event->title.value_or("untitled event") + ", " + date.description() +
            ", isSnooze: " + (isSnooze ? "true" : "false");
 }
 
@@ -31,6 +31,6 @@ std::string AlertInvocation::debugDescription() const {
 std::size_t std::hash<hbr::AlertInvocation>::operator()(
     const hbr::AlertInvocation& invocation) const noexcept {
     std::size_t result = std::hash<double>{}(invocation.date.timeIntervalSinceReferenceDate());
-    result = result * 31 + std::hash<std::string>{}(invocation.event.id);
+    result = result * 31 + std::hash<std::string>{}(invocation.event->id);
     return result * 31 + (invocation.isSnooze ? 1 : 0);
 }

@@ -5,21 +5,9 @@
 
 namespace hbr {
 
-namespace {
-
-std::vector<AlertInvocation> invocations(const std::vector<ScheduledAlert>& alerts) {
-    std::vector<AlertInvocation> list;
-    list.reserve(alerts.size());
-    for (const ScheduledAlert& alert : alerts)
-        list.push_back(alert.invocation());
-    return list;
-}
-
-}  // namespace
-
 std::vector<AlertInvocation> AlertRegister::scheduled() const {
     std::lock_guard lock(mutex_);
-    return invocations(scheduled_);
+    return scheduled_;
 }
 
 std::vector<AlertInvocation> AlertRegister::snoozed() const {
@@ -30,19 +18,16 @@ std::vector<AlertInvocation> AlertRegister::snoozed() const {
 AlertRegister::Invocations AlertRegister::all() const {
     std::lock_guard lock(mutex_);
     if (!all_) {
-        auto list = invocations(scheduled_);
+        auto list = scheduled_;
         list.insert(list.end(), snoozed_.begin(), snoozed_.end());
         all_ = std::make_shared<const std::vector<AlertInvocation>>(std::move(list));
     }
     return all_;
 }
 
-void AlertRegister::replaceScheduled(std::vector<ScheduledAlert> alerts) {
-    const auto isSame = [](const ScheduledAlert& a, const ScheduledAlert& b) {
-        return a.date == b.date && (a.event == b.event || *a.event == *b.event);
-    };
+void AlertRegister::replaceScheduled(std::vector<AlertInvocation> alerts) {
     std::lock_guard lock(mutex_);
-    if (std::ranges::equal(scheduled_, alerts, isSame)) return;
+    if (scheduled_ == alerts) return;
     scheduled_.swap(alerts);
     all_.reset();
 }
@@ -57,21 +42,15 @@ void AlertRegister::snooze(AlertInvocation invocation) {
 void AlertRegister::remove(const AlertInvocation& invocation) {
     std::lock_guard lock(mutex_);
     all_.reset();
-    if (invocation.isSnooze) {
-        const auto found = std::ranges::find(snoozed_, invocation);
-        if (found != snoozed_.end()) snoozed_.erase(found);
-    } else {
-        const auto found = std::ranges::find_if(scheduled_, [&](const ScheduledAlert& alert) {
-            return alert.date == invocation.date && *alert.event == invocation.event;
-        });
-        if (found != scheduled_.end()) scheduled_.erase(found);
-    }
+    auto& list = invocation.isSnooze ? snoozed_ : scheduled_;
+    const auto found = std::ranges::find(list, invocation);
+    if (found != list.end()) list.erase(found);
 }
 
 std::optional<AlertInvocation> AlertRegister::removeSnooze(std::string_view eventId) {
     std::lock_guard lock(mutex_);
     const auto found = std::ranges::find_if(
-        snoozed_, [&](const AlertInvocation& invocation) { return invocation.event.id == eventId; });
+        snoozed_, [&](const AlertInvocation& invocation) { return invocation.event->id == eventId; });
     if (found == snoozed_.end()) return std::nullopt;
     std::optional<AlertInvocation> removed(std::move(*found));
     snoozed_.erase(found);

@@ -21,7 +21,7 @@ class AlertRegister {
     /// Scheduled, then snoozed. The same object as long as neither changed.
     Invocations all() const;
 
-    void replaceScheduled(std::vector<ScheduledAlert> alerts);
+    void replaceScheduled(std::vector<AlertInvocation> alerts);
     /// An equal one stays once.
     void snooze(AlertInvocation invocation);
     /// The first equal one, among the snoozed or the scheduled by its kind.
@@ -30,7 +30,7 @@ class AlertRegister {
 
   private:
     mutable std::mutex mutex_;
-    std::vector<ScheduledAlert> scheduled_;
+    std::vector<AlertInvocation> scheduled_;
     std::vector<AlertInvocation> snoozed_;
     /// Made with the first question after a change.
     mutable Invocations all_;

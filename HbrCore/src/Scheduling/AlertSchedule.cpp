@@ -60,7 +60,7 @@ std::optional<platform::Date> AlertSchedule::dateOf(const Event& event) const {
 }
 
 void AlertSchedule::append(const std::vector<platform::EKEventRef>& events,
-                           std::vector<ScheduledAlert>& alerts, EventRefs* insideLead) const {
+                           std::vector<AlertInvocation>& alerts, EventRefs* insideLead) const {
     const AttendanceSettings attendance = settings_.attendance();
     for (const auto& record : events) {
         if (!shouldSchedule(*record, attendance)) continue;
@@ -74,7 +74,7 @@ void AlertSchedule::append(const std::vector<platform::EKEventRef>& events,
     }
 }
 
-void AlertSchedule::append(const std::vector<Reminder>& reminders, std::vector<ScheduledAlert>& alerts,
+void AlertSchedule::append(const std::vector<Reminder>& reminders, std::vector<AlertInvocation>& alerts,
                            EventRefs* insideLead) const {
     for (const Reminder& reminder : reminders) {
         const double offset = static_cast<double>(reminder.timeOffsetSeconds());
@@ -90,7 +90,7 @@ void AlertSchedule::append(const std::vector<Reminder>& reminders, std::vector<S
 }
 
 void AlertSchedule::append(const std::vector<platform::EKReminderRef>& reminders,
-                           std::vector<ScheduledAlert>& alerts) const {
+                           std::vector<AlertInvocation>& alerts) const {
     for (const auto& reminder : reminders) {
         if (!shouldSchedule(*reminder)) continue;
         EventRef event;

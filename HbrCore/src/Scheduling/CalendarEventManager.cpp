@@ -230,7 +230,7 @@ void CalendarEventManager::snooze(const Event& event, std::int64_t minutes) {
                          state_->services.reminders->moveReminder(event.id, seconds);
     if (!isMoved) {
         state_->alerts.snooze({.date = state_->services.environment->now().addingTimeInterval(seconds),
-                               .event = event,
+                               .event = std::make_shared<const Event>(event),
                                .isSnooze = true});
         ++state_->changes;
     }
@@ -240,7 +240,7 @@ void CalendarEventManager::snooze(const Event& event, std::int64_t minutes) {
 void CalendarEventManager::snoozeUntilTimeOfEvent(const Event& event, std::function<void()> completion) {
     platform::MainQueue::shared().async([state = state_, event, completion = std::move(completion)] {
         if (event.startDate > state->services.environment->now()) {
-            state->alerts.snooze({.date = event.startDate, .event = event, .isSnooze = true});
+            state->alerts.snooze({event.startDate, std::make_shared<const Event>(event), true});
             ++state->changes;
             startReload(state, ReloadKind::announced);
         }
@@ -273,7 +273,7 @@ void CalendarEventManager::debug_printScheduledAlerts() const {
     const auto alerts = invocations();
     std::string text = "scheduled alerts (" + std::to_string(alerts.size()) + "):";
     for (const AlertInvocation& alert : alerts) {
-        text += "\n" + alert.date.description() + ": " + alert.event.title.value_or("(unknown)");
+        text += "\n" + alert.date.description() + ": " + alert.event->title.value_or("(unknown)");
     }
     MxLogger::debug(text + "\n-------------------");
 }

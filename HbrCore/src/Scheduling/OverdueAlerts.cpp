@@ -69,13 +69,7 @@ class Search {
         });
     }
 
-    std::vector<AlertInvocation> found() const {
-        std::vector<AlertInvocation> list;
-        list.reserve(alerts_.size());
-        for (const ScheduledAlert& alert : alerts_)
-            list.push_back(alert.invocation());
-        return list;
-    }
+    const std::vector<AlertInvocation>& found() const { return alerts_; }
 
     platform::Date firstDueOfTasks() const { return now_.addingTimeInterval(-DAY); }
     platform::Date end() const { return end_; }
@@ -95,7 +89,7 @@ class Search {
     /// says nothing about how long after the start it is of use.
     template <class LeadOf>
     void keepOverdue(std::size_t first, const LeadOf& leadOf) {
-        const auto isLeftOut = [&](const ScheduledAlert& alert) {
+        const auto isLeftOut = [&](const AlertInvocation& alert) {
             const double late = now_.timeIntervalSince(alert.event->startDate);
             return alert.date > now_ || late > lateAlertPeriod(leadOf(*alert.event));
         };
@@ -111,7 +105,7 @@ class Search {
     const std::optional<EventSettingsStore::Settings> eventSettings_;
     const std::vector<FilterRule> rules_;
     const AlertSchedule schedule_;
-    std::vector<ScheduledAlert> alerts_;
+    std::vector<AlertInvocation> alerts_;
 };
 
 }  // namespace

@@ -75,7 +75,7 @@ EventLists demoEvents(const DemoEvents& demo) {
     return lists;
 }
 
-std::vector<ScheduledAlert> computeAlerts(Reload& reload, platform::Date now, EventRefs& insideLead) {
+std::vector<AlertInvocation> computeAlerts(Reload& reload, platform::Date now, EventRefs& insideLead) {
     ReloadContext& context = *reload.context;
     const auto& services = context.services;
     const ReloadSettings& settings = *reload.settings;
@@ -83,7 +83,7 @@ std::vector<ScheduledAlert> computeAlerts(Reload& reload, platform::Date now, Ev
                                  services.environment->calendar, now, &context.conversions);
     services.reminders->purgePastReminders();
     context.exclusions.setRules(settings.excludeRules);
-    std::vector<ScheduledAlert> alerts;
+    std::vector<AlertInvocation> alerts;
     schedule.append(context.exclusions.withoutExcluded(std::move(reload.events)), alerts, &insideLead);
     schedule.append(services.reminders->reminders(reload.window.start, reload.window.end), alerts,
                     &insideLead);
@@ -93,24 +93,23 @@ std::vector<ScheduledAlert> computeAlerts(Reload& reload, platform::Date now, Ev
     return alerts;
 }
 
-EventRefs eventsOf(const std::vector<ScheduledAlert>& alerts) {
+EventRefs eventsOf(const std::vector<AlertInvocation>& alerts) {
     EventRefs events;
     events.reserve(alerts.size());
-    for (const ScheduledAlert& alert : alerts)
+    for (const AlertInvocation& alert : alerts)
         events.push_back(alert.event);
     sortByStart(events);
     return events;
 }
 
 EventRefs snoozedPastTasks(const ReloadContext& context, platform::Date now) {
-    std::vector<Event> events;
+    EventRefs events;
     for (AlertInvocation& alert : context.alerts.snoozed()) {
-        const bool isPast = alert.event.startDate < now;
-        if (alert.event.type == Event::EventType::appleReminder && isPast) {
+        const bool isPast = alert.event->startDate < now;
+        if (alert.event->type == Event::EventType::appleReminder && isPast)
             events.push_back(std::move(alert.event));
-        }
     }
-    return references(std::move(events));
+    return events;
 }
 
 /// Rebuilds alerts and lists from what was queried.

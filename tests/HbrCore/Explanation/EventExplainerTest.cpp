@@ -68,7 +68,7 @@ Listing listedByTheManager(CoreServices& core) {
     // Demonstration events leave the alerts as they were.
     if (core.settings().debugScreenshotMode()) return result;
     for (const auto& alert : core.manager().invocations())
-        result[*alert.event.title].insert("upcoming " + platform::formatRfc3339(alert.date));
+        result[*alert.event->title].insert("upcoming " + platform::formatRfc3339(alert.date));
     return result;
 }
 

@@ -38,11 +38,11 @@ TEST(AlertSchedule, AnOwnRemindersAlertLiesStrictlyAhead) {
     const std::vector<Reminder> reminders = {{"now", at("2026-03-04T10:00:00Z"), "", "", 0},
                                              {"late", at("2026-03-04T10:01:00Z"), "", "", 60},
                                              {"ahead", at("2026-03-04T10:01:01Z"), "", "", 60}};
-    std::vector<ScheduledAlert> alerts;
+    std::vector<AlertInvocation> alerts;
     schedule.append(reminders, alerts);
     ASSERT_EQ(alerts.size(), 1u);
-    EXPECT_EQ(alerts[0].invocation().id(), "ahead.1772618401.0");
-    EXPECT_EQ(alerts[0].invocation().debugDescription(), ", 2026-03-04 10:00:01 +0000, isSnooze: false");
+    EXPECT_EQ(alerts[0].id(), "ahead.1772618401.0");
+    EXPECT_EQ(alerts[0].debugDescription(), ", 2026-03-04 10:00:01 +0000, isSnooze: false");
 }
 
 }  // namespace

@@ -134,11 +134,11 @@ struct RecordingDelegate final : CalendarEventManagerDelegate {
         EXPECT_TRUE(platform::MainQueue::shared().isCurrent());
         std::string line = "alerts";
         for (const auto& each : invocations)
-            line += " " + each.event.title.value_or("-") + (each.isSnooze ? "*" : "");
+            line += " " + each.event->title.value_or("-") + (each.isSnooze ? "*" : "");
         told.push_back(line);
     }
     void didRemoveSnoozedInvocation(const AlertInvocation& removed) override {
-        told.push_back("removed " + removed.event.title.value_or("-"));
+        told.push_back("removed " + removed.event->title.value_or("-"));
     }
 };
 
@@ -514,7 +514,7 @@ TEST(CalendarEventManager, WhatAReloadThatFellBehindWroteDoesNotStay) {
     runUntil([&] { return !seen.empty(); });
     EXPECT_THAT(seen, ElementsAre("Old", "Task"));
     runUntil([&] { return titles(manager.allCachedUpcomingEvents()) == std::vector<std::string>{"New"}; });
-    EXPECT_EQ(manager.invocations().at(0).event.title, "New");
+    EXPECT_EQ(manager.invocations().at(0).event->title, "New");
     stop.gate.release(10);
 }
 

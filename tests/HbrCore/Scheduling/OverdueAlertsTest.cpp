@@ -17,7 +17,7 @@ std::vector<std::string> overdue(CoreServices& core) {
     findOverdueAlerts(core, [&](const std::vector<AlertInvocation>& alerts) {
         found.emplace();
         for (const AlertInvocation& one : alerts)
-            found->push_back(*one.event.title + " due at " + one.date.description().substr(11, 8));
+            found->push_back(*one.event->title + " due at " + one.date.description().substr(11, 8));
     });
     EXPECT_TRUE(platform::MainQueue::shared().runUntil([&] { return found.has_value(); }, 20));
     return found.value_or(std::vector<std::string>{});

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace hbr {
 
@@ -34,6 +35,9 @@ struct Participant {
         return a.id == b.id || (a.email && b.email && *a.email == *b.email);
     }
 };
+
+/// Without those that equal an organizer before them, who is often among the attendees too.
+std::vector<Participant> withOrganizersOnce(std::vector<Participant> participants);
 
 }  // namespace hbr
 

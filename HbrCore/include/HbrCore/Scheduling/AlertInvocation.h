@@ -1,6 +1,6 @@
 #pragma once
 
-#include <HbrCore/Events/Event.h>
+#include <HbrCore/Events/EventRef.h>
 #include <TimeAndText/Date.h>
 
 #include <cstddef>
@@ -9,17 +9,21 @@
 
 namespace hbr {
 
-/// An alert still to come.
+/// An alert still to come. Its event is never null and is shared with the lists; equal events make equal
+/// alerts.
 struct AlertInvocation {
     platform::Date date;
-    Event event;
+    EventRef event;
     bool isSnooze = false;
 
     /// The event's id, ".", the date in seconds since 1970.
-    std::string id() const;
+    std::string id() const { return idOf(*event, date); }
+    static std::string idOf(const Event& event, platform::Date date);
     std::string debugDescription() const;
 
-    friend bool operator==(const AlertInvocation&, const AlertInvocation&) = default;
+    friend bool operator==(const AlertInvocation& a, const AlertInvocation& b) {
+        return a.date == b.date && a.isSnooze == b.isSnooze && (a.event == b.event || *a.event == *b.event);
+    }
 };
 
 }  // namespace hbr

@@ -2,7 +2,6 @@
 
 #include <CalendarStore/EKCalendarItem.h>
 #include <HbrCore/Events/Attendance.h>
-#include <HbrCore/Events/EventRef.h>
 #include <HbrCore/Events/EventSettings.h>
 #include <HbrCore/Events/Reminder.h>
 #include <HbrCore/Scheduling/AlertInvocation.h>
@@ -42,14 +41,6 @@ std::optional<platform::Date> alertDate(const Event& event, const AlertSettings&
 /// False for a calendar event without a conference link where only those with one are wanted.
 bool hasWantedCall(const Event& event, const AlertSettings& settings);
 
-/// An alert that is due at a date; its event is shared with the lists.
-struct ScheduledAlert {
-    platform::Date date;
-    EventRef event;
-
-    AlertInvocation invocation() const { return {.date = date, .event = *event, .isSnooze = false}; }
-};
-
 /// Computes the alerts still to come at `now`, in the order of what it is given, and appends them. What lies
 /// ahead while its alert is due or was is appended to `insideLead`, where that is wanted.
 class AlertSchedule {
@@ -59,12 +50,12 @@ class AlertSchedule {
                   const VideoConferenceLinkParser& parser, const platform::Calendar& calendar,
                   platform::Date now, EventConversions* conversions = nullptr);
 
-    void append(const std::vector<platform::EKEventRef>& events, std::vector<ScheduledAlert>& alerts,
+    void append(const std::vector<platform::EKEventRef>& events, std::vector<AlertInvocation>& alerts,
                 EventRefs* insideLead = nullptr) const;
-    void append(const std::vector<Reminder>& reminders, std::vector<ScheduledAlert>& alerts,
+    void append(const std::vector<Reminder>& reminders, std::vector<AlertInvocation>& alerts,
                 EventRefs* insideLead = nullptr) const;
     void append(const std::vector<platform::EKReminderRef>& reminders,
-                std::vector<ScheduledAlert>& alerts) const;
+                std::vector<AlertInvocation>& alerts) const;
 
   private:
     /// When the alert of an event or task is due or was; nothing for an excluded one.
