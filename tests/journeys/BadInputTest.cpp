@@ -54,7 +54,7 @@ TEST_F(BadInput, ABadItemIsSkippedAloneAndDoctorTellsWhich) {
                 {"doctor --json", 1}});
 }
 
-TEST_F(BadInput, ASettingOfAWrongKindCountsAsItsDefaultAndDoctorNamesIt) {
+TEST_F(BadInput, DoctorNamesASettingOfTheWrongTypeOrOutOfRange) {
     expect("setup ~/calendars");
     auto values = readSettings(test::sharedSettings);
     values.set("timeOffsetSeconds", "soon");
@@ -64,6 +64,15 @@ TEST_F(BadInput, ASettingOfAWrongKindCountsAsItsDefaultAndDoctorNamesIt) {
                 {"agenda", 0, {"Kept"}},
                 {"settings reset timeOffsetSeconds"},
                 {"doctor"}});
+    values = readSettings(test::sharedSettings);
+    values.set("upcomingEventsDaysFilter", std::int64_t{366});
+    writeSettings(test::sharedSettings, values);
+    expectEach({{"doctor", 1, {"from 0 to 365", "the stored value 366 is out of range"}},
+                {"agenda", 0, {"Kept"}},
+                {"settings reset upcomingEventsDaysFilter"},
+                {"doctor"}});
+    EXPECT_NE(type("settings set timeOffsetSeconds 2h").err, "") << "a warning";
+    EXPECT_EQ(type("settings set includeTravelTime true").err, "") << "the lead was not set";
 }
 
 TEST_F(BadInput, ASettingsFileThatIsNoneIsSetAsideNotOverwritten) {

@@ -219,13 +219,30 @@ const SettingEntry& settingNamed(const std::string& name, const platform::Enviro
                                                    nameProposal(environment, name, names));
 }
 
+namespace {
+
+/// Why a stored value is not what its setting takes; empty where it is.
+std::string faultOf(const SettingEntry& entry, const PropertyValue& stored,
+                    const UserSettingsStore& settings) {
+    if (!entry.isReadable(stored)) return "the stored value has the wrong type, so the default is used";
+    try {
+        entry.check(entry.read(settings));
+        return "";
+    } catch (const SettingRefusal& refusal) {
+        return "the stored value " + refusal.value + " is out of range";
+    }
+}
+
+}  // namespace
+
 std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& settings,
                                                      const platform::Environment& environment) {
     std::vector<platform::Diagnostic> found;
     for (const auto& entry : settingCatalogue()) {
         const auto& domain = settings.domains().domain(entry.isShared);
         const auto stored = domain->value(entry.key);
-        if (!stored || entry.isReadable(*stored)) continue;
+        const std::string fault = stored ? faultOf(entry, *stored, settings) : "";
+        if (fault.empty()) continue;
         platform::Diagnostic diagnostic;
         diagnostic.file = domain->file();
         diagnostic.field = entry.key;
@@ -234,10 +251,8 @@ std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& se
                 return englishCompanionText(environment, key, bounds);
             });
         const std::string name(entry.name);
-        diagnostic.text = name + " takes " + takes +
-                          "; the stored value has the wrong type, so the default is used. Fix it with: "
-                          "heedbanner settings reset " +
-                          name;
+        diagnostic.text =
+            name + " takes " + takes + "; " + fault + ". Fix it with: heedbanner settings reset " + name;
         found.push_back(std::move(diagnostic));
     }
     for (auto& diagnostic : unreadableRecords(*settings.domains().shared))

@@ -65,7 +65,7 @@ const std::vector<SettingEntry>& settingCatalogue();
 const SettingEntry& settingNamed(const std::string& name, const platform::Environment& environment);
 
 /// One diagnostic, in English, for each stored value that does not read as its setting, so that the default
-/// is used, and for what is stored beside them (own reminders, settings of events).
+/// is used, or that is out of range, and for what is stored beside them (own reminders, settings of events).
 std::vector<platform::Diagnostic> unreadableSettings(const UserSettingsStore& settings,
                                                      const platform::Environment& environment);
 

@@ -102,10 +102,11 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
         const SettingEntry& entry = settingNamed(name_, *context.environment());
         const auto value = entry.parse(value_);
         entry.check(value);
-        apply(context, {{&entry, value}});
+        const SettingChanges changes = {{&entry, value}};
+        apply(context, changes);
         const UserSettingsStore& settings = context.core().settings();
         context.console().out() << entry.name << " = " << onOneLine(shown(entry.read(settings))) << "\n";
-        warnAboutLongLead(context);
+        warnAboutLongLead(context, changes);
         return ExitCode::done;
     }
 
@@ -176,7 +177,7 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
         context.console().out() << companionText(environment, "Settings.imported",
                                                  {static_cast<std::int64_t>(changes.size()), place})
                                 << "\n";
-        warnAboutLongLead(context);
+        warnAboutLongLead(context, changes);
         return ExitCode::done;
     }
 
@@ -207,7 +208,11 @@ class SettingsCommand final : public CommandWithActions<SettingsCommand> {
     }
 
     /// Only events within the next hour can be pending.
-    static void warnAboutLongLead(CommandContext& context) {
+    static void warnAboutLongLead(CommandContext& context, const SettingChanges& changes) {
+        const bool setsLead = std::ranges::any_of(changes, [](const auto& change) {
+            return change.first->name == SettingsTable::timeOffsetSeconds.name;
+        });
+        if (!setsLead) return;
         const UserSettingsStore& settings = context.core().settings();
         if (static_cast<double>(settings.timeOffsetSeconds()) <= AggregatedEventStore::pendingWindow) return;
         context.console().complain(companionText(*context.environment(), "Settings.longLead"));
