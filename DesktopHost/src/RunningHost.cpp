@@ -275,9 +275,8 @@ void RunningHost::Parts::changePlacements(const PlacementsFile::Change& change) 
 }
 
 void RunningHost::Parts::awaitChangeOfLists() {
-    const CalendarEventManager& manager = world.core.manager();
-    listsAlarm->set(nextChangeWithinAMinute(manager.allCachedUpcomingEvents(),
-                                            manager.allCachedCurrentEvents(), world.environment->now()));
+    const auto lists = world.core.manager().lists();
+    listsAlarm->set(nextChangeWithinAMinute(lists->upcoming(), lists->underWay(), world.environment->now()));
 }
 
 void RunningHost::Parts::didReload() {

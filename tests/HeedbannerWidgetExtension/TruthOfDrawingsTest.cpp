@@ -152,7 +152,8 @@ class Desktop {
         awaitChangeOfLists();
     }
     void awaitChangeOfLists() {
-        listsAlarm_->set(nextChangeWithinAMinute(upcoming(), current(), drawing_.world->now()));
+        listsAlarm_->set(
+            nextChangeWithinAMinute(shared(upcoming()), shared(current()), drawing_.world->now()));
     }
     void reloadAtMinute() {
         const double seconds = drawing_.world->now().timeIntervalSinceReferenceDate();

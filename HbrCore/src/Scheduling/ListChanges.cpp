@@ -14,15 +14,15 @@ bool isWholeMinute(platform::Date moment) {
 
 }  // namespace
 
-std::optional<platform::Date> nextChangeWithinAMinute(const std::vector<Event>& upcoming,
-                                                      const std::vector<Event>& current, platform::Date now) {
+std::optional<platform::Date> nextChangeWithinAMinute(const EventRefs& upcoming, const EventRefs& current,
+                                                      platform::Date now) {
     platform::ChangeMoments changes;
     const platform::ClockReading clock(now, &changes);
-    for (const Event& event : upcoming) {
-        if (!isWholeMinute(event.startDate)) isInFuture(event, clock);
+    for (const EventRef& event : upcoming) {
+        if (!isWholeMinute(event->startDate)) isInFuture(*event, clock);
     }
-    for (const Event& event : current) {
-        if (!isWholeMinute(event.endDate)) isCurrentEvent(event, clock);
+    for (const EventRef& event : current) {
+        if (!isWholeMinute(event->endDate)) isCurrentEvent(*event, clock);
     }
     return changes.earliest();
 }
