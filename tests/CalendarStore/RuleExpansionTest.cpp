@@ -105,12 +105,17 @@ TEST(RuleExpansion, RulesThatYieldNothingEndSoon) {
           "FREQ=DAILY;BYMONTH=4;BYMONTHDAY=31", "FREQ=YEARLY;INTERVAL=4;BYMONTH=2;BYMONTHDAY=29"}) {
         std::string problem;
         const RuleExpansion expansion(*RecurrenceRule::parse(rule, problem), {2001, 1, 1, 9, 0, 0}, false);
-        EXPECT_FALSE(expansion.yieldsAnything()) << rule;
+        std::int64_t steps = 1;
+        EXPECT_FALSE(expansion.yieldsAnything(steps)) << rule;
+        EXPECT_LE(steps, 0) << "the search costs";
+        EXPECT_TRUE(expansion.yieldsAnything(steps)) << "nothing is left for a search";
     }
     std::string problem;
     const RuleExpansion leap(*RecurrenceRule::parse("FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=29", problem),
                              {2024, 2, 29}, true);
-    EXPECT_TRUE(leap.yieldsAnything());
+    std::int64_t steps = 10'000;
+    EXPECT_TRUE(leap.yieldsAnything(steps));
+    EXPECT_GT(steps, 0);
 }
 
 TEST(RuleExpansion, ARuleOfSecondsIsStopped) {

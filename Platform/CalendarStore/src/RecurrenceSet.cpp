@@ -139,7 +139,7 @@ std::optional<RecurrenceSet::Rule> RecurrenceSet::makeRule(const std::string& te
         rule.untilLocal = secondsOf(start_.local) + steps * *step;
         rule.count.reset();
     }
-    if (!rule.expansion.yieldsAnything()) {
+    if (!rule.expansion.yieldsAnything(resolver.stepsOfRuleChecks())) {
         resolver.tell(item, "recurrence rule that yields no further occurrence: " + text.substr(0, 120));
     }
     return rule;

@@ -110,7 +110,6 @@ RuleExpansion::RuleExpansion(const RecurrenceRule& rule, const LocalTime& start,
         // An all-day event has no hours to repeat by.
         if (rule_.frequency < Frequency::daily) rule_.frequency = Frequency::daily;
     }
-    if (rule_.frequency >= Frequency::daily) times_ = timesOfDay();
     if (hasDayParts()) return;
     // What the rule leaves open comes from the start.
     if (rule_.frequency == Frequency::weekly)
@@ -186,18 +185,19 @@ std::vector<std::int64_t> RuleExpansion::timesOfDay() const {
 
 /// A year may have every second of it: nothing is listed that is not asked for.
 template <class Visit>
-bool RuleExpansion::visitInstances(const std::vector<std::int64_t>& days, std::int64_t from,
+bool RuleExpansion::visitInstances(const std::vector<std::int64_t>& days,
+                                   const std::vector<std::int64_t>& times, std::int64_t from,
                                    const Visit& visit) const {
     if (rule_.setPositions.empty()) {
         const auto first = std::lower_bound(days.begin(), days.end(), floorDivide(from, secondsPerDay) - 1);
         for (auto day = first; day != days.end(); ++day) {
-            for (const auto time : times_) {
+            for (const auto time : times) {
                 if (!visit(*day * secondsPerDay + time)) return false;
             }
         }
         return true;
     }
-    const auto perDay = static_cast<std::int64_t>(times_.size());
+    const auto perDay = static_cast<std::int64_t>(times.size());
     const auto size = static_cast<std::int64_t>(days.size()) * perDay;
     std::vector<std::int64_t> indices;
     for (const std::int64_t position : rule_.setPositions) {
@@ -208,7 +208,7 @@ bool RuleExpansion::visitInstances(const std::vector<std::int64_t>& days, std::i
     indices.erase(std::unique(indices.begin(), indices.end()), indices.end());
     return std::all_of(indices.begin(), indices.end(), [&](std::int64_t index) {
         return visit(days[static_cast<std::size_t>(index / perDay)] * secondsPerDay +
-                     times_[static_cast<std::size_t>(index % perDay)]);
+                     times[static_cast<std::size_t>(index % perDay)]);
     });
 }
 
@@ -261,6 +261,9 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
             distance = fromDay - startDay;
             break;
     }
+    const std::vector<std::int64_t> times = timesOfDay();
+    constexpr std::size_t timesOfStep = 10;
+    if (!budget.takeSteps(static_cast<std::int64_t>(times.size() / timesOfStep))) return Outcome::tooMany;
     std::vector<std::int64_t> days;
     for (auto period = distance / rule_.interval * rule_.interval;; period += rule_.interval) {
         std::int64_t steps = 1;
@@ -296,7 +299,7 @@ RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t 
         }
         collectDays(begin, end, days);
         std::optional<Outcome> outcome;
-        visitInstances(days, from, [&](std::int64_t instance) {
+        visitInstances(days, times, from, [&](std::int64_t instance) {
             if (instance < from) return true;
             if (instance > to) {
                 outcome = Outcome::finished;
@@ -369,17 +372,21 @@ RuleExpansion::Outcome RuleExpansion::visitTimes(std::int64_t from, std::int64_t
     return Outcome::finished;
 }
 
-bool RuleExpansion::yieldsAnything() const {
+bool RuleExpansion::yieldsAnything(std::int64_t& steps) const {
     // Rules with one kind of day part always come round; combinations may exclude each other for good.
     const int parts = !rule_.months.empty() + !rule_.monthDays.empty() + !rule_.yearDays.empty() +
                       !rule_.weekNumbers.empty() + !rule_.weekdays.empty() + !rule_.setPositions.empty();
     if (parts < 2 && rule_.interval == 1) return true;
+    if (steps <= 0) return true;
+    ExpansionBudget budget;
     bool found = false;
     const auto years = std::int64_t{41} * (rule_.frequency == Frequency::yearly ? rule_.interval : 1);
-    const auto outcome = visit(start_ + 1, start_ + years * 366 * secondsPerDay, [&](std::int64_t) {
+    const auto onInstance = [&](std::int64_t) {
         found = true;
         return false;
-    });
+    };
+    const auto outcome = visit(start_ + 1, start_ + years * 366 * secondsPerDay, onInstance, budget);
+    steps -= budget.stepsTaken();
     return found || outcome == Outcome::tooMany;
 }
 

@@ -35,8 +35,9 @@ class RuleExpansion {
         return visit(from, to, visitor, budget);
     }
 
-    /// False when a search of some decades finds no instance after the start.
-    bool yieldsAnything() const;
+    /// False when a search of some decades finds no instance after the start. Takes what it costs from
+    /// `steps`; true without a search when there are none left.
+    bool yieldsAnything(std::int64_t& steps) const;
 
   private:
     struct Day;
@@ -44,10 +45,13 @@ class RuleExpansion {
     bool passesWeekday(const Day& day) const;
     bool hasDayParts() const;
     void collectDays(std::int64_t first, std::int64_t last, std::vector<std::int64_t>& days) const;
+    /// Seconds since midnight, of a rule that yields days. Up to 86,400, so they are made for each visit, not
+    /// kept for each rule.
     std::vector<std::int64_t> timesOfDay() const;
     /// The instances of one period on these days, of which BYSETPOS may choose some.
     template <class Visit>
-    bool visitInstances(const std::vector<std::int64_t>& days, std::int64_t from, const Visit& visit) const;
+    bool visitInstances(const std::vector<std::int64_t>& days, const std::vector<std::int64_t>& times,
+                        std::int64_t from, const Visit& visit) const;
     void applySetPositions(std::vector<std::int64_t>& instances) const;
     Outcome visitDays(std::int64_t from, std::int64_t to, const Visitor& visit,
                       ExpansionBudget& budget) const;
@@ -57,8 +61,6 @@ class RuleExpansion {
     RecurrenceRule rule_;
     std::int64_t start_;
     LocalTime startTime_;
-    /// Seconds since midnight, of rules that yield days.
-    std::vector<std::int64_t> times_;
 };
 
 }  // namespace platform

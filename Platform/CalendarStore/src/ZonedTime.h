@@ -49,6 +49,8 @@ class TimeResolver {
     ItemLength timeToDue(const ScannedItem& task, const ZonedTime& start);
     const TimeZone& userZone() const { return userZone_; }
     void tell(const ScannedItem& item, std::string text);
+    /// Left for finding rules of this file that yield nothing; far more than a real file takes.
+    std::int64_t& stepsOfRuleChecks() { return stepsOfRuleChecks_; }
 
   private:
     ZonedTime resolveAsWritten(const WrittenTime& time, const ScannedItem& item,
@@ -60,6 +62,7 @@ class TimeResolver {
     DiagnosticsSink& diagnostics_;
     /// Reports of this file so far.
     int told_ = 0;
+    std::int64_t stepsOfRuleChecks_ = 2'000'000;
 };
 
 }  // namespace platform
