@@ -38,6 +38,11 @@ formatted() {
     git ls-files -z '*.h' '*.cpp' | xargs -0 clang-format-19 --dry-run --Werror
 }
 
+# No two types of the programs with one name: the linker would mix them up.
+type_names() {
+    git ls-files -z '*.h' '*.cpp' ':!tests' ':!benchmarks' ':!fuzz' | xargs -0 python3 tests/duplicate-types.py
+}
+
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 export TSAN_OPTIONS=halt_on_error=1:suppressions=$PWD/tests/support/thread-suppressions.txt
 
@@ -78,6 +83,7 @@ fuzz() {
 }
 
 stage "formatting" formatted
+stage "names of types" type_names
 stage "release" release
 stage "address and undefined behaviour" address
 stage "threads" thread

@@ -78,6 +78,29 @@ TEST(EventCard, LeavesOutLinesThatAreOnlyACallThatItsButtonJoins) {
     }
 }
 
+TEST(EventCard, NamesParticipantsAsTheContactsDo) {
+    test::CoreFixture core;
+    core.environment.home.write(
+        "contacts/ada.vcf",
+        "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Ada Lovelace\r\nN:Lovelace;Ada;;;\r\n"
+        "NICKNAME:The Countess of Lovelace\r\nEMAIL:ada@example.org\r\nEND:VCARD\r\n");
+    platform::AccountsFile(core.environment).update([&](std::vector<platform::Account>& accounts) {
+        accounts.push_back({.name = "Friends",
+                            .location = core.environment.home / "contacts",
+                            .addresses = {},
+                            .contents = platform::Account::Contents::contacts});
+    });
+    const HeedbannerWidgetBundle bundle(core.environment,
+                                        [&core]() -> CoreServices& { return core.services(); });
+    Event event;
+    event.participantsData.push_back({.name = "A.",
+                                      .email = "ada@example.org",
+                                      .contactPredicate = {.email = "ada@example.org", .name = ""}});
+    const auto card = eventCard(core.services(), CardTexts(core.services(), bundle), event, {});
+    ASSERT_EQ(card.people.size(), 1u);
+    EXPECT_EQ(card.people[0].name, "Ada Lovelace");
+}
+
 TEST(EventCard, ListsFiftyParticipantsAndTwentyCallsAndSaysThatThereAreMore) {
     test::CoreFixture core;
     const HeedbannerWidgetBundle bundle(core.environment,

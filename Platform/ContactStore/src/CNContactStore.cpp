@@ -145,7 +145,7 @@ std::vector<CNContact> CNContactStore::unifiedContacts(const ContactPredicate& p
     const auto snapshot = state_->snapshot();
     std::vector<CNContact> contacts;
     for (const auto& place : snapshot->index.find(predicate)) {
-        const Card& card = place.card();
+        const ContactCard& card = place.card();
         CNContact contact{.identifier = place.identifier(),
                           .givenName = isWanted(CNContactGivenNameKey) ? card.givenName : "",
                           .familyName = isWanted(CNContactFamilyNameKey) ? card.familyName : "",

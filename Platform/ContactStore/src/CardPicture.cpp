@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Card.h"
+#include "ContactCard.h"
 #include "CardLines.h"
 #include "CardProperty.h"
 

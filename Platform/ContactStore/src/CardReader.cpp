@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "Card.h"
+#include "ContactCard.h"
 #include "CardLines.h"
 #include "CardProperty.h"
 
@@ -71,7 +71,7 @@ class CardBuilder {
     }
 
     /// Nothing when the card says neither a name nor an address.
-    std::optional<Card> finish(std::size_t end) {
+    std::optional<ContactCard> finish(std::size_t end) {
         card_.end = end;
         setNames();
         if (card_.names.empty() && card_.emails.empty()) return std::nullopt;
@@ -110,7 +110,7 @@ class CardBuilder {
         card_.familyName = name->familyName;
     }
 
-    Card card_;
+    ContactCard card_;
     bool isPerson_ = true;
     Preferred<std::string> formattedName_;
     Preferred<std::vector<std::string>> nameParts_;
@@ -126,7 +126,7 @@ class CardReader {
   public:
     CardReader(std::string_view text, const CardComplaint& complain) : lines_(text), complain_(complain) {}
 
-    std::vector<Card> read() {
+    std::vector<ContactCard> read() {
         while (lines_.next())
             readLine();
         if (open_) complain_(open_->line(), "VCARD", "has no END:VCARD; the card is left out");
@@ -192,7 +192,7 @@ class CardReader {
 
     CardLines lines_;
     const CardComplaint& complain_;
-    std::vector<Card> cards_;
+    std::vector<ContactCard> cards_;
     std::optional<CardBuilder> open_;
     bool wasAgent_ = false;
     int agentDepth_ = 0;
@@ -200,7 +200,7 @@ class CardReader {
 
 }  // namespace
 
-std::vector<Card> readCards(std::string_view text, const CardComplaint& complain) {
+std::vector<ContactCard> readCards(std::string_view text, const CardComplaint& complain) {
     return CardReader(text, complain).read();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Card.h"
+#include "ContactCard.h"
 
 #include <Values/ContactPredicate.h>
 
@@ -17,7 +17,7 @@ namespace platform {
 /// The cards of one file.
 struct CardFile {
     std::filesystem::path path;
-    std::vector<Card> cards;
+    std::vector<ContactCard> cards;
 };
 
 /// One card and where it stands.
@@ -25,7 +25,7 @@ struct CardPlace {
     const CardFile* file = nullptr;
     std::size_t number = 0;
 
-    const Card& card() const { return file->cards[number]; }
+    const ContactCard& card() const { return file->cards[number]; }
     /// The card's UID, else its place.
     std::string identifier() const;
 };

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t keptPictures = 32;
 
 /// The text that the card had when its file was read; empty when it is another one by now.
-std::string_view textOf(const Card& card, std::string_view text) {
+std::string_view textOf(const ContactCard& card, std::string_view text) {
     if (card.end > text.size()) return {};
     const auto cardText = text.substr(card.begin, card.end - card.begin);
     const auto cards = readCards(cardText, [](int, const std::string&, const std::string&) {});
@@ -46,7 +46,7 @@ std::optional<ImageBytes> PictureReader::fromFile(const CardPlace& place) const 
     auto bytes = readForCache(path, *diagnostics_);
     if (!bytes) return std::nullopt;
     const std::string text = withoutUtf16(*std::move(bytes));
-    const Card& card = place.card();
+    const ContactCard& card = place.card();
     const auto complain = [&](int line, const std::string& property, const std::string& reason) {
         diagnostics_->report({.file = path, .line = line, .field = property, .text = reason});
     };

@@ -10,7 +10,7 @@
 namespace platform {
 
 /// What is kept of one card; its picture stays in the file until it is asked for.
-struct Card {
+struct ContactCard {
     /// Of the BEGIN line, counted from 1.
     int line = 0;
     /// Where in the decoded text of the file it stands.
@@ -32,7 +32,7 @@ struct Card {
 using CardComplaint = std::function<void(int line, const std::string& property, const std::string& text)>;
 
 /// The cards of a text, which is UTF-8 or a single-byte character set. Bad cards are left out alone.
-std::vector<Card> readCards(std::string_view text, const CardComplaint& complain);
+std::vector<ContactCard> readCards(std::string_view text, const CardComplaint& complain);
 
 /// The bytes of the most wanted picture that the text of one card holds; nothing, with a complaint where
 /// there is a reason to, when it holds none, or only an address. Line numbers count from `firstLine`.
