@@ -17,12 +17,18 @@ std::string_view LogicalLines::physicalLine() {
     return line;
 }
 
-bool LogicalLines::isSoftBreak() const {
+bool LogicalLines::isSoftBreak() {
     if (!options_.joinsSoftBreaks || !line_.ends_with('=') || rest_.empty()) return false;
-    const auto content = ContentLine::parse(line_);
-    if (!content) return false;
-    const auto encoding = content->parameter("ENCODING");
-    return encoding ? equalIgnoringCase(*encoding, "QUOTED-PRINTABLE") : content->hasType("QUOTED-PRINTABLE");
+    // Parameters of a real line are folded into a few pieces; each search reads the whole line.
+    constexpr int mostHeaderSearches = 20;
+    if (!isQuotedPrintable_ && headerSearches_++ < mostHeaderSearches) {
+        if (const auto content = ContentLine::parse(line_)) {
+            const auto encoding = content->parameter("ENCODING");
+            isQuotedPrintable_ = encoding ? equalIgnoringCase(*encoding, "QUOTED-PRINTABLE")
+                                          : content->hasType("QUOTED-PRINTABLE");
+        }
+    }
+    return isQuotedPrintable_.value_or(false);
 }
 
 void LogicalLines::append(std::string_view piece) {
@@ -40,6 +46,8 @@ bool LogicalLines::next() {
     line_ = physicalLine();
     tooLong_ = line_.size() > options_.longest;
     line_ = line_.substr(0, options_.longest);
+    isQuotedPrintable_.reset();
+    headerSearches_ = 0;
     for (bool isFirst = true;; isFirst = false) {
         // A blank behind a soft break belongs to the text.
         const bool isSoft = isSoftBreak();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,7 +32,7 @@ class LogicalLines {
 
   private:
     std::string_view physicalLine();
-    bool isSoftBreak() const;
+    bool isSoftBreak();
     void append(std::string_view piece);
 
     Options options_;
@@ -43,6 +44,9 @@ class LogicalLines {
     int number_ = 0;
     int physicalLines_ = 0;
     bool tooLong_ = false;
+    /// Of this line, once its name and parameters were read.
+    std::optional<bool> isQuotedPrintable_;
+    int headerSearches_ = 0;
 };
 
 }  // namespace platform

@@ -1,0 +1,211 @@
+// The doubling test: input that is twice as long may take 2.5 times the processor time at most. Every
+// property and parameter of calendar items and of cards grows, in each of the ways of Growing.h, on its way
+// from the file to the event, its calls, its card and the names of its participants. Prints what takes
+// longer, and ends with 1 then.
+//
+//     heedbanner-doubling [PART-OF-A-NAME ...]      --list names the cases, --all prints each result
+
+#include "DoublingCases.h"
+
+#include <Accounts/AccountSources.h>
+
+#include <CalendarStore/EKEventStore.h>
+#include <ContactStore/CNContactStore.h>
+#include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
+#include <HbrCore/CoreServices.h>
+#include <HbrCore/Events/Event.h>
+#include <HeedbannerWidgetExtension/HeedbannerWidgetBundle.h>
+#include <System/NotificationCenter.h>
+
+#include <CardTexts.h>
+#include <EventCard.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <memory>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using doubling::Case;
+
+constexpr double mostTimes = 2.5;
+/// Shorter times are too uncertain to compare.
+constexpr double enoughSeconds = 0.06;
+constexpr double hopelessSeconds = 20;
+constexpr std::size_t smallest = std::size_t{16} << 10;
+constexpr int repetitions = 3;
+
+/// A home of its own that goes with it.
+class Home {
+  public:
+    Home() {
+        std::string name = (std::filesystem::temp_directory_path() / "heedbanner-doubling-XXXXXX").string();
+        if (!mkdtemp(name.data())) throw std::runtime_error("no temporary directory");
+        path_ = name;
+        auto world = std::make_shared<platform::Environment>();
+        world->programName = "benchmark";
+        world->clock = [] { return platform::Date(794307600); };
+        world->calendar = platform::Calendar(platform::TimeZone::named("Europe/Berlin").value());
+        world->homeDirectory = path_;
+        world->configDirectory = path_ / "config";
+        world->dataDirectory = path_ / "data";
+        world->cacheDirectory = path_ / "cache";
+        world->resourceDirectories = {HEEDBANNER_BUILD_RESOURCES};
+        environment_ = world;
+    }
+    ~Home() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    Home(const Home&) = delete;
+    Home& operator=(const Home&) = delete;
+
+    const platform::EnvironmentRef& environment() const { return environment_; }
+    std::filesystem::path write(const std::string& name, const std::string& content) const {
+        std::ofstream(path_ / name, std::ios::binary) << content;
+        return path_ / name;
+    }
+
+  private:
+    std::filesystem::path path_;
+    platform::EnvironmentRef environment_;
+};
+
+double processorSeconds() {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
+/// Everything that a program does with the events of a day and the tasks of a year.
+void useCalendar(const Home& home) {
+    const auto& environment = home.environment();
+    hbr::CoreServices core(environment, {});
+    const hbr::HeedbannerWidgetBundle bundle(environment, [&core]() -> hbr::CoreServices& { return core; });
+    const hbr::CardTexts texts(core, bundle);
+    platform::NotificationCenter center;
+    platform::EKEventStore store(environment, center,
+                                 std::make_shared<platform::AccountSources>(environment));
+    const auto now = environment->now();
+    const auto from = now.addingTimeInterval(-86400);
+    const auto to = now.addingTimeInterval(86400);
+    // What is shown are a few of them.
+    constexpr std::size_t shown = 8;
+    std::size_t count = 0;
+    for (const auto& record :
+         store.events(store.predicateForEvents(from, to, store.calendars(platform::EKEntityType::event)))) {
+        const auto event = hbr::Event::fromCalendarEvent(*record, core.parser());
+        if (++count > shown) continue;
+        hbr::eventCard(core, texts, event, {});
+        hbr::callChoiceCard(texts, event, event.videoConferenceLinks, {});
+    }
+    std::promise<void> done;
+    store.fetchReminders(
+        store.predicateForIncompleteReminders(from, to, store.calendars(platform::EKEntityType::reminder)),
+        [&](const auto&) { done.set_value(); });
+    done.get_future().wait();
+}
+
+void useCards(const Home& home, const std::filesystem::path& file) {
+    const platform::CNContactStore store(
+        home.environment(),
+        {.load = [&] { return std::vector<platform::ContactSource>{{"Cards", file}}; }, .definedIn = {}});
+    for (const auto* email : {"ann@example.org", "nobody@example.org"}) {
+        store.unifiedContacts({.email = email, .name = "Ann Doe"},
+                              {platform::CNContactGivenNameKey, platform::CNContactThumbnailImageDataKey});
+    }
+}
+
+double secondsOf(const Case& one, std::size_t size) {
+    const Home home;
+    const bool isCalendar = one.kind == Case::Kind::calendar;
+    const auto file = home.write(isCalendar ? "a.ics" : "a.vcf", one.file(size));
+    if (isCalendar) {
+        platform::AccountsFile(home.environment()).update([&](std::vector<platform::Account>& accounts) {
+            accounts.push_back({.name = "Home", .location = file, .addresses = {}});
+        });
+    }
+    const double begin = processorSeconds();
+    isCalendar ? useCalendar(home) : useCards(home, file);
+    return processorSeconds() - begin;
+}
+
+double leastSecondsOf(const Case& one, std::size_t size) {
+    double least = secondsOf(one, size);
+    for (int i = 1; i < repetitions && least < hopelessSeconds / 10; ++i)
+        least = std::min(least, secondsOf(one, size));
+    return least;
+}
+
+/// The first size at which it takes long enough to be compared with half of it.
+bool grows(const Case& one, double alone, bool printsAll) {
+    double before = secondsOf(one, smallest) - alone;
+    double times = 0;
+    std::size_t size = smallest;
+    while (size * 2 <= one.largest && before < hopelessSeconds && times <= mostTimes) {
+        size *= 2;
+        double now = secondsOf(one, size) - alone;
+        times = now < enoughSeconds || before <= 0 ? 0 : now / before;
+        if (times > mostTimes) {
+            now = leastSecondsOf(one, size) - alone;
+            before = leastSecondsOf(one, size / 2) - alone;
+            times = now / before;
+        }
+        before = now;
+        // Once it is long and has grown as it should, it will go on so.
+        if (before > enoughSeconds * 8) break;
+    }
+    const bool isTooMuch = times > mostTimes;
+    if (isTooMuch || printsAll) {
+        std::printf("%s %-60s %9zu bytes %8.0f ms  x %.2f\n", isTooMuch ? "TOO MUCH" : "ok      ",
+                    one.name.c_str(), size, before * 1000, times);
+        std::fflush(stdout);
+    }
+    return isTooMuch;
+}
+
+bool isWanted(const std::string& name, const std::vector<std::string>& parts) {
+    return parts.empty() || std::ranges::any_of(parts, [&](const std::string& part) {
+               return name.find(part) != std::string::npos;
+           });
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    std::vector<std::string> parts;
+    bool printsAll = false;
+    bool lists = false;
+    for (const char* value : std::span(values, static_cast<std::size_t>(count)).subspan(1)) {
+        const std::string_view argument = value;
+        printsAll = printsAll || argument == "--all";
+        lists = lists || argument == "--list";
+        if (!argument.starts_with("--")) parts.emplace_back(argument);
+    }
+    auto cases = doubling::calendarCases();
+    for (auto& one : doubling::cardCases())
+        cases.push_back(std::move(one));
+    std::erase_if(cases, [&](const Case& one) { return !isWanted(one.name, parts); });
+    int tooMuch = 0;
+    for (const auto& one : cases) {
+        if (lists) {
+            std::puts(one.name.c_str());
+            continue;
+        }
+        const double alone = leastSecondsOf(one, 1);
+        tooMuch += grows(one, alone, printsAll) ? 1 : 0;
+    }
+    if (!lists)
+        std::printf("%zu cases, %d take more than %.1f times as long\n", cases.size(), tooMuch, mostTimes);
+    return tooMuch == 0 ? 0 : 1;
+}
