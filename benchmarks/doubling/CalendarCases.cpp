@@ -8,8 +8,9 @@
 namespace doubling {
 namespace {
 
-constexpr std::size_t lineLimit = std::size_t{1} << 20;
-constexpr std::size_t itemLimit = std::size_t{4} << 20;
+// Lines and items that are longer are left out.
+constexpr std::size_t lineLimit = (std::size_t{1} << 20) - 1;
+constexpr std::size_t itemLimit = (std::size_t{4} << 20) - 1;
 constexpr std::size_t fileSize = std::size_t{8} << 20;
 /// Small costs show when they are there several times.
 constexpr int copies = 4;

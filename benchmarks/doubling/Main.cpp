@@ -21,6 +21,7 @@
 #include <EventCard.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -39,8 +40,10 @@ namespace {
 using doubling::Case;
 
 constexpr double mostTimes = 2.5;
-/// Shorter times are too uncertain to compare.
+/// Shorter times are too uncertain to compare, or do no harm.
+constexpr double measurableSeconds = 0.02;
 constexpr double enoughSeconds = 0.06;
+constexpr int mostDoublings = 4;
 constexpr double hopelessSeconds = 20;
 constexpr std::size_t smallest = std::size_t{16} << 10;
 constexpr int repetitions = 3;
@@ -147,28 +150,35 @@ double leastSecondsOf(const Case& one, std::size_t size) {
     return least;
 }
 
-/// The first size at which it takes long enough to be compared with half of it.
+/// How much longer each doubling takes, on average of several: one alone may be the step to slower memory.
+double timesOfADoubling(double first, double last, int doublings) {
+    return first <= 0 ? 0 : std::pow(last / first, 1.0 / doublings);
+}
+
+/// Doubles the input some times from the size on at which its time can be measured.
 bool grows(const Case& one, double alone, bool printsAll) {
-    double before = secondsOf(one, smallest) - alone;
-    double times = 0;
-    std::size_t size = smallest;
-    while (size * 2 <= one.largest && before < hopelessSeconds && times <= mostTimes) {
-        size *= 2;
-        double now = secondsOf(one, size) - alone;
-        times = now < enoughSeconds || before <= 0 ? 0 : now / before;
-        if (times > mostTimes) {
-            now = leastSecondsOf(one, size) - alone;
-            before = leastSecondsOf(one, size / 2) - alone;
-            times = now / before;
-        }
-        before = now;
-        // Once it is long and has grown as it should, it will go on so.
-        if (before > enoughSeconds * 8) break;
+    const auto secondsWithout = [&](std::size_t size) { return leastSecondsOf(one, size) - alone; };
+    std::size_t first = smallest;
+    double firstSeconds = secondsOf(one, first) - alone;
+    while (firstSeconds < measurableSeconds && first * 2 <= one.largest)
+        firstSeconds = secondsOf(one, first *= 2) - alone;
+    std::size_t last = first;
+    double lastSeconds = firstSeconds;
+    int doublings = 0;
+    while (doublings < mostDoublings && last * 2 <= one.largest && lastSeconds < hopelessSeconds / 8) {
+        lastSeconds = secondsOf(one, last *= 2) - alone;
+        ++doublings;
     }
-    const bool isTooMuch = times > mostTimes;
+    double times = doublings == 0 ? 0 : timesOfADoubling(firstSeconds, lastSeconds, doublings);
+    if (times > mostTimes) {
+        firstSeconds = secondsWithout(first);
+        lastSeconds = secondsWithout(last);
+        times = timesOfADoubling(firstSeconds, lastSeconds, doublings);
+    }
+    const bool isTooMuch = times > mostTimes && lastSeconds > enoughSeconds;
     if (isTooMuch || printsAll) {
         std::printf("%s %-60s %9zu bytes %8.0f ms  x %.2f\n", isTooMuch ? "TOO MUCH" : "ok      ",
-                    one.name.c_str(), size, before * 1000, times);
+                    one.name.c_str(), last, lastSeconds * 1000, times);
         std::fflush(stdout);
     }
     return isTooMuch;

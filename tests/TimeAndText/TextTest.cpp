@@ -43,6 +43,14 @@ TEST(Text, ComparesWrittenFormsAlike) {
     EXPECT_TRUE(canonicallyEqual("Zo\u00EB", "Zoe\u0308"));
     EXPECT_FALSE(canonicallyEqual("Zoë", "Zoe"));
     EXPECT_FALSE(canonicallyEqual("ﬁ", "fi"));
+    // As many marks above and below one letter as are sorted.
+    std::string marked = "e", markedOtherwise = "e";
+    for (int i = 0; i < 15; ++i) {
+        marked += "\u0301\u0323";
+        markedOtherwise += "\u0323\u0301";
+    }
+    EXPECT_TRUE(canonicallyEqual(marked + "a", markedOtherwise + "a"));
+    EXPECT_FALSE(canonicallyEqual(marked + "\u0301", markedOtherwise + "\u0323"));
 }
 
 TEST(Text, SplitsAtASeparator) {

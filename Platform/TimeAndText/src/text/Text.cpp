@@ -1,10 +1,10 @@
 #include <TimeAndText/Ascii.h>
+#include <TimeAndText/Normalization.h>
 #include <TimeAndText/Text.h>
 
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
-#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
@@ -169,13 +169,7 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) {
 bool canonicallyEqual(std::string_view a, std::string_view b) {
     if (a == b) return true;
     if (isAscii(a) && isAscii(b)) return false;
-    const auto decomposed = [](std::string_view text) {
-        return converted(text, [](auto input, auto& sink, UErrorCode& status) {
-            const icu::Normalizer2* normalizer = icu::Normalizer2::getNFDInstance(status);
-            if (U_SUCCESS(status)) normalizer->normalizeUTF8(0, input, sink, nullptr, status);
-        });
-    };
-    return decomposed(a) == decomposed(b);
+    return canonicallyDecomposed(a) == canonicallyDecomposed(b);
 }
 
 std::vector<std::string> split(std::string_view text, std::string_view separator, bool keepEmptyPieces) {
