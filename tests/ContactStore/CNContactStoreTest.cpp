@@ -214,6 +214,18 @@ TEST_F(CNContactStoreTest, ABadCardIsLeftOutAloneWithFileAndLine) {
     EXPECT_EQ(store->report()[0].cards, 3u);
 }
 
+TEST_F(CNContactStoreTest, ACardKeepsAThousandAddressesAndSaysThatThereAreMore) {
+    std::string lines = "N:One;Many\r\n";
+    for (int i = 1; i <= 1001; ++i)
+        lines += "EMAIL:" + std::to_string(i) + "@x.org\r\n";
+    environment.home.write("contacts/many.vcf", card(lines) + card("NICKNAME:a\r\nEMAIL:few@x.org\r\n"));
+    open();
+    EXPECT_THAT(names("1000@x.org"), ElementsAre("Many|One"));
+    EXPECT_THAT(names("1001@x.org"), IsEmpty());
+    EXPECT_THAT(diagnostics(), HasSubstr("many.vcf:1: VCARD: has more than 1000 addresses or nicknames"));
+    EXPECT_THAT(diagnostics(), Not(HasSubstr("many.vcf:1006")));
+}
+
 TEST_F(CNContactStoreTest, AccessIsGivenWhenOneSourceCanBeRead) {
     bool isGranted = true;
     const auto ask = [&] { store->requestAccess([&](bool granted, auto) { isGranted = granted; }); };

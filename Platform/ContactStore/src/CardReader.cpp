@@ -4,14 +4,16 @@
 #include <algorithm>
 #include <limits>
 
-#include "ContactCard.h"
 #include "CardLines.h"
 #include "CardProperty.h"
+#include "ContactCard.h"
 
 namespace platform {
 namespace {
 
 constexpr std::string_view mailScheme = "mailto:";
+/// Of addresses, and of nicknames, of one card: far more than anybody has.
+constexpr std::size_t mostOfAKind = 1000;
 
 /// The most wanted of a property's several values; the first of equally wanted ones.
 template <class T>
@@ -49,14 +51,14 @@ class CardBuilder {
             if (equalIgnoringCase(std::string_view(email).substr(0, mailScheme.size()), mailScheme)) {
                 email.erase(0, mailScheme.size());
             }
-            if (!email.empty()) card_.emails.push_back(std::move(email));
+            keep(std::move(email), card_.emails);
         } else if (property.is("FN")) {
             formattedName_.offer(property.preference(), property.text());
         } else if (property.is("N")) {
             nameParts_.offer(property.preference(), property.components());
         } else if (property.is("NICKNAME")) {
             for (auto& name : property.list())
-                if (!name.empty()) nicknames_.push_back(std::move(name));
+                keep(std::move(name), nicknames_);
         } else if (property.is("ORG")) {
             organization_.offer(property.preference(), component(property.components(), 0));
         } else if (property.is("UID")) {
@@ -70,6 +72,8 @@ class CardBuilder {
         }
     }
 
+    bool hasTooMany() const { return hasTooMany_; }
+
     /// Nothing when the card says neither a name nor an address.
     std::optional<ContactCard> finish(std::size_t end) {
         card_.end = end;
@@ -79,6 +83,15 @@ class CardBuilder {
     }
 
   private:
+    void keep(std::string text, std::vector<std::string>& list) {
+        if (text.empty()) return;
+        if (list.size() == mostOfAKind) {
+            hasTooMany_ = true;
+        } else {
+            list.push_back(std::move(text));
+        }
+    }
+
     void setNames() {
         const auto& parts = nameParts_.value();
         const auto& formatted = formattedName_.value();
@@ -112,6 +125,7 @@ class CardBuilder {
 
     ContactCard card_;
     bool isPerson_ = true;
+    bool hasTooMany_ = false;
     Preferred<std::string> formattedName_;
     Preferred<std::vector<std::string>> nameParts_;
     Preferred<std::string> organization_;
@@ -169,6 +183,11 @@ class CardReader {
         if (!open_) {
             complain_(lines_.number(), "VCARD", "END:VCARD without its BEGIN");
             return;
+        }
+        if (open_->hasTooMany()) {
+            complain_(open_->line(), "VCARD",
+                      "has more than " + std::to_string(mostOfAKind) +
+                          " addresses or nicknames; the others are left out");
         }
         if (auto card = open_->finish(lines_.end())) {
             cards_.push_back(*std::move(card));
