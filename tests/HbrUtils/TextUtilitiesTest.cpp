@@ -1,4 +1,3 @@
-#include <HbrUtils/Crc32.h>
 #include <HbrUtils/HexFormatter.h>
 #include <HbrUtils/Prefixes.h>
 #include <HbrUtils/RegexReplacement.h>
@@ -64,11 +63,6 @@ TEST(ReplacingRegex, ReplacesWhereTheMatchingOptionsAllow) {
     EXPECT_EQ(replacingRegex("baa", "a", {}, {.anchored = true}, "x"), "baa");
     EXPECT_EQ(replacingRegex("aa", "^a", {}, {}, "x"), "xa");
     EXPECT_EQ(replacingRegex("ünd", "(ü)", {}, {.anchored = true}, "$1$1"), "üünd");
-}
-
-TEST(Crc32, IsTheStandardOne) {
-    EXPECT_EQ(crc32("123456789"), 0xCBF43926U);
-    EXPECT_EQ(crc32(""), 0U);
 }
 
 }  // namespace

@@ -4,8 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <thread>
-
 namespace platform {
 namespace {
 
@@ -260,56 +258,6 @@ TEST(Locale, WritesDigitsOfItsOwn) {
                                                          {"ff_Adlm_GN", "𞥑:𞥐𞥒:𞥐𞥓"}};
     for (const auto& [identifier, text] : cases)
         EXPECT_EQ(withLocalDigits("1:02:03", locale(identifier)), text) << identifier;
-}
-
-TEST(FormatEngines, AreSharedByThreads) {
-    struct Engines {
-        DateFormatter time;
-        DateFormatter relative;
-        DurationFormatter duration;
-        RelativeDateTimeFormatter distance;
-
-        std::string text(Date now, int step) const {
-            const Date date = now.addingTimeInterval(step * 7321.0);
-            return time.string(date) + "|" + relative.string(date, now) + "|" +
-                   duration.string(now, date).value() + "|" + distance.string(date, now);
-        }
-    };
-    constexpr int steps = 60;
-    const Date now = at("2026-10-24T09:41:00Z");
-    const Calendar berlin = calendarIn("Europe/Berlin");
-    std::vector<std::thread> threads;
-    std::vector<int> wrong(5);
-    const char* const names[] = {"en_US", "de_DE", "ja_JP", "ar_EG", "he_IL"};
-    std::vector<Engines> all;
-    for (const char* name : names) {
-        const Locale l = locale(name);
-        all.push_back({DateFormatter::withStyles(l, berlin, Style::none, Style::short_),
-                       DateFormatter::relativeDateAndTime(l, berlin), DurationFormatter(l, berlin, {}),
-                       RelativeDateTimeFormatter(l, berlin)});
-    }
-    std::vector<std::vector<std::string>> expected;
-    for (const Engines& engines : all) {
-        auto& texts = expected.emplace_back();
-        for (int i = 0; i < steps; ++i)
-            texts.push_back(engines.text(now, i));
-    }
-    for (std::size_t first = 0; first < wrong.size(); ++first) {
-        threads.emplace_back([&, first] {
-            for (std::size_t n = 0; n < all.size(); ++n) {
-                const std::size_t which = (first + n) % all.size();
-                for (int i = 0; i < steps; ++i) {
-                    if (all[which].text(now, i) != expected[which][static_cast<std::size_t>(i)])
-                        ++wrong[first];
-                }
-                // Making formatters beside others' use of them.
-                DateFormatter::relativeDateAndTime(locale(names[which]), berlin);
-            }
-        });
-    }
-    for (auto& thread : threads)
-        thread.join();
-    EXPECT_THAT(wrong, testing::Each(0));
 }
 
 }  // namespace

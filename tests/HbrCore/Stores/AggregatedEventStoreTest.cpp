@@ -198,27 +198,16 @@ TEST(AggregatedEventStore, AccessRequestsSayWhatCameOfThem) {
         bool isRefused;
         std::vector<std::string> told;
     };
-    const std::vector<std::string> granted = {"INFO [EventKit]: Requesting Calendar access",
-                                              "INFO [EventKit]: Calendar permission granted", "posted"};
-    const std::vector<std::string> refused = {
-        "INFO [EventKit]: Requesting Calendar access",
-        "WARNING [EventKit]: No Calendar access. Showing permission alert"};
-    const Case cases[] = {{true, 14, true, false, granted},
-                          {true, 13, true, false, granted},
-                          {false, 14, true, true, refused},
-                          {false, 13, true, true, refused},
-                          {true,
-                           14,
-                           false,
-                           false,
-                           {"INFO [EventKit]: Requesting Reminders access",
-                            "INFO [EventKit]: Reminder permission granted", "posted"}},
-                          {false,
-                           13,
-                           false,
-                           false,
-                           {"INFO [EventKit]: Requesting Reminders access",
-                            "WARNING [EventKit]: No Reminder access.", "posted"}}};
+    using Lines = std::vector<std::string>;
+    const std::string asksCalendar = "INFO [EventKit]: Requesting Calendar access";
+    const std::string asksReminders = "INFO [EventKit]: Requesting Reminders access";
+    const Lines granted = {asksCalendar, "INFO [EventKit]: Calendar permission granted", "posted"};
+    const Lines refused = {asksCalendar, "WARNING [EventKit]: No Calendar access. Showing permission alert"};
+    const Lines reminders = {asksReminders, "INFO [EventKit]: Reminder permission granted", "posted"};
+    const Lines noReminders = {asksReminders, "WARNING [EventKit]: No Reminder access.", "posted"};
+    const Case cases[] = {{true, 14, true, false, granted},    {true, 13, true, false, granted},
+                          {false, 14, true, true, refused},    {false, 13, true, true, refused},
+                          {true, 14, false, false, reminders}, {false, 13, false, false, noReminders}};
     for (const Case& c : cases) {
         test::CoreFixture core;
         if (!c.hasAccount) std::filesystem::remove(platform::AccountsFile(core.environment).path());
