@@ -4,7 +4,6 @@
 #include <HbrCore/Events/EventLookup.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrLocalization/L10n.h>
-#include <System/MainQueue.h>
 
 #include <utility>
 
@@ -195,8 +194,7 @@ void CardDeck::hide(const Event& event, HiddenPart part) {
 
 void CardDeck::close(const std::string& name) {
     // Not inside the window's own call: one of its buttons may still be at work.
-    platform::MainQueue::shared().async([this, name, alive = std::weak_ptr(isAlive_)] {
-        if (!alive.lock()) return;
+    calls_.later([this, name] {
         windows_.erase(name);
         if (closed_) closed_();
     });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EventCard.h"
+#include "MainQueueCalls.h"
 
 #include <Desktop/CardWindow.h>
 #include <Desktop/DesktopSession.h>
@@ -80,7 +81,7 @@ class CardDeck {
     std::function<void(const Event&)> answered_;
     std::function<void()> closed_;
     std::map<std::string, Shown> windows_;
-    std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
+    MainQueueCalls calls_;
 };
 
 }  // namespace hbr

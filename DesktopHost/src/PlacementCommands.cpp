@@ -1,9 +1,10 @@
 #include "PlacementCommands.h"
 
+#include "PlacementChanges.h"
+
 #include <Values/JsonText.h>
 #include <Values/JsonValue.h>
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -68,9 +69,7 @@ void listWidgets(const PlacementsFile& file, bool wantsJson, std::ostream& out) 
 void addWidget(const PlacementsFile& file, const WidgetCatalogue& catalogue, const HostRequest& request) {
     const auto choice = catalogue.choice(request.widgets.front());
     const auto corner = platform::cornerNamed(request.corner).value_or(platform::Corner::topEnd);
-    change(file, [choice, corner, output = request.output](std::vector<PlacedWidget>& widgets) {
-        widgets.push_back(placedWidget(choice.name, choice.family, corner, output, widgets));
-    });
+    change(file, addingWidget(choice, corner, request.output));
 }
 
 void removeWidgets(const PlacementsFile& file, const std::string& which) {
@@ -94,17 +93,7 @@ void removeWidgets(const PlacementsFile& file, const std::string& which) {
 }
 
 void placeMissing(const PlacementsFile& file, const std::vector<WidgetCatalogue::Choice>& wanted) {
-    if (wanted.empty()) return;
-    change(file, [wanted](std::vector<PlacedWidget>& widgets) {
-        for (const auto& choice : wanted) {
-            const bool isThere = std::ranges::any_of(widgets, [&](const PlacedWidget& widget) {
-                return widget.name == choice.name && widget.family == choice.family;
-            });
-            if (!isThere)
-                widgets.push_back(
-                    placedWidget(choice.name, choice.family, platform::Corner::topEnd, "", widgets));
-        }
-    });
+    if (!wanted.empty()) change(file, addingMissingWidgets(wanted));
 }
 
 }  // namespace hbr

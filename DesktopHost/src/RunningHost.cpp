@@ -1,33 +1,26 @@
 #include "RunningHost.h"
 
-#include <DesktopHost/AccountNotice.h>
 #include "AlertCenter.h"
 #include "CalendarSetup.h"
 #include "CardDeck.h"
 #include "Handover.h"
+#include "HostSignals.h"
+#include "ListReloads.h"
+#include "MainQueueCalls.h"
+#include "ShownPlacements.h"
+#include "SnoozeRequest.h"
 #include "WidgetBoard.h"
 #include "WidgetGallery.h"
 #include "WidgetMenus.h"
 
 #include <Desktop/DesktopSession.h>
+#include <DesktopHost/AccountNotice.h>
 #include <HbrCore/DeepLinks/DesktopApplication.h>
 #include <HbrCore/Events/EventLookup.h>
-#include <HbrCore/Scheduling/ListChanges.h>
-#include <HbrUtils/DateOperations.h>
-#include <MxLogger/MxLogger.h>
-#include <System/ClockChange.h>
 #include <System/DeferredWrites.h>
-#include <System/DesktopClock.h>
-#include <System/FileWatcher.h>
-#include <System/MainQueue.h>
-#include <System/TerminationRequest.h>
 #include <System/WakeSchedule.h>
-#include <System/ZoneChange.h>
 #include <WidgetHost/WidgetScheduler.h>
 
-#include <algorithm>
-#include <charconv>
-#include <iterator>
 #include <utility>
 
 namespace hbr {
@@ -36,8 +29,6 @@ namespace {
 
 constexpr const char* programName = "Heedbanner";
 constexpr const char* desktopEntry = desktopApplication::identifier;
-/// A burst of changes of the file of placements is over after this many seconds.
-constexpr double placementsQuiet = 0.1;
 
 }  // namespace
 
@@ -47,9 +38,8 @@ struct RunningHost::Parts {
     bool isService = false;
     /// Nobody wants anything on the desktop: the program goes with the last thing that is open or put off.
     bool endsWhenIdle = false;
-    PlacementsFile::Contents contents;
+    ShownPlacements placements;
     AccountNotice notice;
-    bool isRefreshPending = false;
     std::optional<Handover> handover = takeHandover();
 
     std::shared_ptr<platform::WakeSchedule> wakes;
@@ -62,53 +52,30 @@ struct RunningHost::Parts {
     std::unique_ptr<WidgetGallery> gallery;
     std::shared_ptr<platform::WidgetScheduler> scheduler;
     std::unique_ptr<platform::WakeSchedule::Alarm> schedulerAlarm;
-    /// When an event enters or leaves a list between two reloads of the manager.
-    std::unique_ptr<platform::WakeSchedule::Alarm> listsAlarm;
-    /// The manager's own timer leaves the first whole minute out.
-    std::unique_ptr<platform::WakeSchedule::Alarm> firstMinute;
+    std::unique_ptr<ListReloads> listReloads;
     std::unique_ptr<AlertCenter> alerts;
 
-    std::unique_ptr<platform::ClockChange> clockChange;
-    std::unique_ptr<platform::ClockFormatChange> clockFormatChange;
-    std::unique_ptr<platform::ZoneChange> zoneChange;
-    std::unique_ptr<platform::TerminationRequest> termination;
-    std::shared_ptr<void> settingsWatch;
-    std::unique_ptr<platform::FileWatcher> placementsWatch;
-    platform::NotificationCenter::Observation reloads;
-    std::shared_ptr<bool> isAlive = std::make_shared<bool>(true);
+    /// Last, so that nothing new arrives while the rest is destroyed.
+    std::unique_ptr<HostSignals> signals;
+    MainQueueCalls calls;
 
-    explicit Parts(World given) : world(std::move(given)) {}
-    ~Parts() {
-        platform::WidgetCenter::install(nullptr);
-        // Threads first, so that nothing new arrives.
-        placementsWatch.reset();
-        settingsWatch.reset();
-        zoneChange.reset();
-    }
-
-    /// On the main queue, unless this is gone by then.
-    void later(std::function<void()> work) {
-        platform::MainQueue::shared().async([alive = std::weak_ptr(isAlive), work = std::move(work)] {
-            if (alive.lock()) work();
-        });
-    }
+    explicit Parts(World given)
+        : world(std::move(given)), placements(world.placements, [this] { showPlacements(); }) {}
+    ~Parts() { platform::WidgetCenter::install(nullptr); }
 
     bool isRightToLeft() const { return platform::isRightToLeftLanguage(world.bundle.language()); }
     void openDesktop();
     void makeScheduler();
     void makeAlerts();
-    void watchWorld();
+    void makeSignals();
 
     void showPlacements();
     void playShownKinds();
-    void placementsChanged();
-    void changePlacements(const PlacementsFile::Change& change);
     void didReload();
-    void awaitChangeOfLists();
     void refreshNotice();
     void executeAnew();
     std::vector<platform::MenuItem> itemsOf(const platform::Url& target);
-    std::vector<platform::GalleryChoice> placedInGallery() const;
+    void makeGallery();
     void showGallery();
     void useActivationToken(const std::string& token);
     void didHandleRequest();
@@ -122,25 +89,13 @@ void RunningHost::Parts::openDesktop() {
     if (const std::string limitation = session->capabilities().limitation(); !limitation.empty()) {
         world.environment->diagnostics->report({.text = limitation});
     }
-    const auto text = [this](const char* key) {
-        return world.bundle.localizedText(std::string("Widget.desktop.menu.") + key);
-    };
     wakes = platform::WakeSchedule::onMainQueue(world.environment->clock);
     pictures = std::make_shared<const platform::PictureLibrary>(world.environment);
     desk = platform::WidgetDesk::make(*session, {.environment = world.environment,
                                                  .pictures = pictures,
                                                  .isRightToLeft = isRightToLeft(),
-                                                 .texts = {.size = text("size"),
-                                                           .moveTo = text("moveTo"),
-                                                           .topStart = text("topStart"),
-                                                           .topEnd = text("topEnd"),
-                                                           .bottomStart = text("bottomStart"),
-                                                           .bottomEnd = text("bottomEnd"),
-                                                           .screen = text("screen"),
-                                                           .openGallery = text("openGallery"),
-                                                           .remove = text("remove"),
-                                                           .cannotPlace = text("cannotPlace")},
-                                                 .widgetScale = contents.scale,
+                                                 .texts = widgetMenuTexts(world.bundle),
+                                                 .widgetScale = placements.contents().scale,
                                                  .wakes = wakes});
     cards = std::make_unique<CardDeck>(world.core, world.bundle, *session, wakes);
     setup = std::make_unique<CalendarSetup>(*world.core.environment(), world.bundle, *session, *cards);
@@ -156,7 +111,7 @@ void RunningHost::Parts::openDesktop() {
                     }
                 },
             .openGallery = [this] { showGallery(); },
-            .change = [this](const PlacementsFile::Change& change) { changePlacements(change); },
+            .change = [this](const PlacementsFile::Change& change) { placements.change(change); },
             .targetItems = [this](const platform::Url& url) { return itemsOf(url); },
             .programItems =
                 [this] { return programMenu(world.bundle, world.core, [this] { hasEnded = true; }); }});
@@ -174,19 +129,14 @@ void RunningHost::Parts::makeScheduler() {
                  if (gallery) gallery->setEntry(kind, entry);
              }});
     platform::WidgetCenter::install(scheduler);
-    const auto reload = [this] { world.core.manager().reloadEvents(true); };
-    listsAlarm = wakes->add(reload);
-    firstMinute = wakes->add(reload);
-    const platform::Environment& environment = *world.environment;
-    firstMinute->set(
-        removingSeconds(environment.calendar.addingMinutes(environment.now(), 1), environment.calendar));
+    listReloads = std::make_unique<ListReloads>(world.core, *wakes);
 }
 
 void RunningHost::Parts::makeAlerts() {
     auto notifications = platform::DesktopNotifications::onSessionBus(
         programName, desktopEntry, [this](const std::string& tag, const std::string& reason) {
             world.environment->diagnostics->report({.text = reason});
-            later([this, tag] { alerts->presentOtherwise(tag); });
+            calls.later([this, tag] { alerts->presentOtherwise(tag); });
         });
     alerts = std::make_unique<AlertCenter>(
         world.core, std::move(notifications),
@@ -195,7 +145,7 @@ void RunningHost::Parts::makeAlerts() {
             .preview = [this](const Event& event) { cards->preview(event); },
             .presentCard = [this](const Event& event) { cards->present(event); },
             .useActivationToken = [this](const std::string& token) { useActivationToken(token); },
-            .choices = [this] { return contents; },
+            .choices = [this] { return placements.contents(); },
             .titleOfRest =
                 [this](std::size_t count) {
                     return CardTexts(world.core, world.bundle).text("otherAlerts", {std::to_string(count)});
@@ -210,26 +160,25 @@ void RunningHost::Parts::makeAlerts() {
     if (handover) alerts->restoreHandled(handover->handled);
 }
 
-void RunningHost::Parts::watchWorld() {
-    clockChange = std::make_unique<platform::ClockChange>([this] {
-        scheduler->clockChanged();
-        alerts->clockChanged();
-    });
-    zoneChange = std::make_unique<platform::ZoneChange>(*world.environment, [this] { executeAnew(); });
-    clockFormatChange = std::make_unique<platform::ClockFormatChange>([this] { executeAnew(); });
-    termination = std::make_unique<platform::TerminationRequest>([this] { hasEnded = true; });
-    settingsWatch = reloadAfterSettingsChange(world.core);
-    placementsWatch = std::make_unique<platform::FileWatcher>(
-        std::vector{world.placements.path()}, [this](const auto&) { later([this] { placementsChanged(); }); },
-        placementsQuiet, world.environment->diagnostics);
-    reloads =
-        world.core.center().observe(didReloadEventsNotification, [this] { later([this] { didReload(); }); });
+void RunningHost::Parts::makeSignals() {
+    signals = std::make_unique<HostSignals>(
+        *world.environment, world.core, placements.file().path(),
+        HostSignals::Actions{.clockChanged =
+                                 [this] {
+                                     scheduler->clockChanged();
+                                     alerts->clockChanged();
+                                 },
+                             .zoneOrFormatChanged = [this] { executeAnew(); },
+                             .placementsChanged = [this] { placements.refresh(); },
+                             .didReload = [this] { didReload(); },
+                             .termination = [this] { hasEnded = true; }});
 }
 
 void RunningHost::Parts::showPlacements() {
-    if (!contents.widgets.empty()) endsWhenIdle = false;
-    board->show(contents.widgets);
-    if (gallery) gallery->setPlaced(placedInGallery());
+    const auto& widgets = placements.contents().widgets;
+    if (!widgets.empty()) endsWhenIdle = false;
+    board->show(widgets);
+    if (gallery) gallery->setPlaced(widgets);
     playShownKinds();
 }
 
@@ -242,45 +191,13 @@ std::vector<platform::MenuItem> RunningHost::Parts::itemsOf(const platform::Url&
                      [this, event = *event] { cards->preview(event); });
 }
 
-std::vector<platform::GalleryChoice> RunningHost::Parts::placedInGallery() const {
-    std::vector<platform::GalleryChoice> placed;
-    for (const PlacedWidget& one : contents.widgets) {
-        if (const auto* widget = world.catalogue.find(one.name))
-            placed.push_back({widget->configuration.kind(), one.family});
-    }
-    return placed;
-}
-
 void RunningHost::Parts::playShownKinds() {
     // Those of the gallery are all that there are.
     scheduler->setShownKinds(gallery ? gallery->kinds() : board->kinds());
 }
 
-void RunningHost::Parts::placementsChanged() {
-    auto changed = world.placements.load();
-    // Half written by an editor, or with a slip: the widgets stay until it can be read.
-    if (changed.isBroken) return;
-    contents = std::move(changed);
-    showPlacements();
-}
-
-void RunningHost::Parts::changePlacements(const PlacementsFile::Change& change) {
-    world.placements.update(change);
-    // Not inside a window's own call, which may be the one to go.
-    if (std::exchange(isRefreshPending, true)) return;
-    later([this] {
-        isRefreshPending = false;
-        placementsChanged();
-    });
-}
-
-void RunningHost::Parts::awaitChangeOfLists() {
-    const auto lists = world.core.manager().lists();
-    listsAlarm->set(nextChangeWithinAMinute(lists->upcoming(), lists->underWay(), world.environment->now()));
-}
-
 void RunningHost::Parts::didReload() {
-    awaitChangeOfLists();
+    listReloads->awaitNextChange();
     refreshNotice();
     alerts->didReload();
     cards->refresh();
@@ -294,13 +211,13 @@ void RunningHost::Parts::useActivationToken(const std::string& token) {
 }
 
 void RunningHost::Parts::didHandleRequest() {
-    if (isService && contents.widgets.empty() && !gallery) endsWhenIdle = true;
+    if (isService && placements.contents().widgets.empty() && !gallery) endsWhenIdle = true;
     endIfIdle();
 }
 
 void RunningHost::Parts::endIfIdle() {
-    const bool isIdle = contents.widgets.empty() && !gallery && !cards->isShowing() && !alerts->isShowing() &&
-                        world.core.manager().snoozedInvocations().empty();
+    const bool isIdle = placements.contents().widgets.empty() && !gallery && !cards->isShowing() &&
+                        !alerts->isShowing() && world.core.manager().snoozedInvocations().empty();
     if (endsWhenIdle && isIdle) hasEnded = true;
 }
 
@@ -326,47 +243,30 @@ void RunningHost::Parts::executeAnew() {
                                                     reason});
 }
 
-void RunningHost::Parts::showGallery() {
-    if (gallery) return gallery->present();
+void RunningHost::Parts::makeGallery() {
     gallery = std::make_unique<WidgetGallery>(
         *session, *desk, world.bundle, *HeedbannerWidgetBundle::demonstration(world.environment),
-        notice.title.has_value(),
-        platform::GalleryWindow::Actions{
-            .add =
-                [this](const std::string& kind, platform::WidgetFamily family) {
-                    const auto* widget = world.catalogue.find(kind);
-                    if (!widget) return;
-                    changePlacements([name = widget->name, family](std::vector<PlacedWidget>& widgets) {
-                        widgets.push_back(placedWidget(name, family, platform::Corner::topEnd, "", widgets));
-                    });
-                },
-            .remove =
-                [this](const std::string& kind, platform::WidgetFamily family) {
-                    const auto* widget = world.catalogue.find(kind);
-                    if (!widget) return;
-                    changePlacements([name = widget->name, family](std::vector<PlacedWidget>& widgets) {
-                        // The one that was added last.
-                        const auto found = std::ranges::find_if(
-                            widgets.rbegin(), widgets.rend(), [&](const PlacedWidget& one) {
-                                return one.name == name && one.family == family;
-                            });
-                        if (found != widgets.rend()) widgets.erase(std::next(found).base());
-                    });
-                },
-            .closed =
-                [this] {
-                    later([this] {
-                        gallery.reset();
-                        playShownKinds();
-                        endsWhenIdle = contents.widgets.empty();
-                        endIfIdle();
-                    });
-                }});
+        world.catalogue, notice.title.has_value(),
+        WidgetGallery::Actions{.change = [this](const auto& change) { placements.change(change); },
+                               .closed =
+                                   [this] {
+                                       calls.later([this] {
+                                           gallery.reset();
+                                           playShownKinds();
+                                           endsWhenIdle = placements.contents().widgets.empty();
+                                           endIfIdle();
+                                       });
+                                   }});
     for (const std::string& kind : gallery->kinds()) {
         if (const auto entry = scheduler->currentEntry(kind)) gallery->setEntry(kind, *entry);
     }
-    gallery->setPlaced(placedInGallery());
+    gallery->setPlaced(placements.contents().widgets);
     playShownKinds();
+}
+
+void RunningHost::Parts::showGallery() {
+    if (gallery) return gallery->present();
+    makeGallery();
 }
 
 RunningHost::RunningHost(World world) : parts_(std::make_unique<Parts>(std::move(world))) {}
@@ -374,25 +274,24 @@ RunningHost::~RunningHost() = default;
 
 void RunningHost::start(const HostRequest& request) {
     Parts& parts = *parts_;
-    parts.contents = parts.world.placements.load();
+    parts.placements.load();
     parts.isService = request.isService;
     parts.openDesktop();
     parts.makeScheduler();
     parts.makeAlerts();
-    parts.watchWorld();
+    parts.makeSignals();
     parts.refreshNotice();
     // Alerts count also while no widget is placed. Before the widgets, which share this reload.
-    parts.world.core.manager().reloadEvents(true, [&parts, alive = std::weak_ptr(parts.isAlive)] {
-        if (!alive.lock()) return;
+    parts.world.core.manager().reloadEvents(true, parts.calls.guarded([&parts] {
         if (const auto handover = std::exchange(parts.handover, std::nullopt)) {
             parts.world.core.manager().restoreSnoozedInvocations(handover->invocations(parts.world.core));
             parts.world.core.manager().reloadEvents(true);
             // The request was that of the program that was executed anew.
             parts.didHandleRequest();
         }
-    });
+    }));
     parts.showPlacements();
-    const bool isEmpty = parts.contents.widgets.empty() && !request.isService;
+    const bool isEmpty = parts.placements.contents().widgets.empty() && !request.isService;
     if (request.task == HostRequest::Task::gallery || isEmpty) parts.showGallery();
     if (request.task == HostRequest::Task::focus) focus(request.focused);
 }
@@ -408,32 +307,8 @@ void RunningHost::openUrl(const std::string& url) {
 }
 
 void RunningHost::snooze(const std::string& eventId, const std::string& how) {
-    putOff(eventId, how);
+    handleSnoozeRequest(parts_->world.core, *parts_->alerts, eventId, how);
     parts_->didHandleRequest();
-}
-
-void RunningHost::putOff(const std::string& eventId, const std::string& how) {
-    auto event = eventWithIdentifier(parts_->world.core, eventId);
-    if (!event) {
-        // Its file may have been written a moment ago.
-        parts_->world.core.aggregatedEventStore().refreshData();
-        event = eventWithIdentifier(parts_->world.core, eventId);
-    }
-    if (!event) {
-        parts_->world.environment->diagnostics->report(
-            {.text = "snooze: no event has the identifier \"" + eventId + "\""});
-        return;
-    }
-    auto& manager = parts_->world.core.manager();
-    if (how == desktopApplication::clear) {
-        manager.removeSnooze(*event);
-        return manager.reloadEvents(true);
-    }
-    parts_->alerts->withdraw(*event);
-    if (how == desktopApplication::untilStart) return manager.snoozeUntilTimeOfEvent(*event);
-    std::int64_t minutes = 0;
-    const auto end = std::from_chars(how.data(), how.data() + how.size(), minutes).ptr;
-    if (end == how.data() + how.size() && minutes > 0) manager.snooze(*event, minutes);
 }
 
 void RunningHost::reload() {
@@ -452,8 +327,8 @@ void RunningHost::showGallery() {
 }
 
 void RunningHost::activate() {
-    parts_->placementsChanged();
-    if (parts_->contents.widgets.empty()) parts_->showGallery();
+    parts_->placements.refresh();
+    if (parts_->placements.contents().widgets.empty()) parts_->showGallery();
 }
 
 void RunningHost::quit() {

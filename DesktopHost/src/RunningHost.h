@@ -45,8 +45,6 @@ class RunningHost {
     bool hasEnded() const;
 
   private:
-    void putOff(const std::string& eventId, const std::string& how);
-
     struct Parts;
     std::unique_ptr<Parts> parts_;
 };

@@ -1,6 +1,7 @@
 #include "WidgetGallery.h"
 
 #include "EntryContent.h"
+#include "PlacementChanges.h"
 #include "WidgetBoard.h"
 
 #include <utility>
@@ -17,9 +18,11 @@ std::string galleryText(const platform::WidgetBundle& bundle, const char* key) {
 
 WidgetGallery::WidgetGallery(platform::DesktopSession& session, const platform::WidgetDesk& desk,
                              const platform::WidgetBundle& bundle,
-                             const platform::WidgetBundle& demonstration, bool isDemonstration,
-                             platform::GalleryWindow::Actions actions)
+                             const platform::WidgetBundle& demonstration, const WidgetCatalogue& catalogue,
+                             bool isDemonstration, Actions actions)
     : bundle_(bundle),
+      catalogue_(catalogue),
+      actions_(std::move(actions)),
       staysOnDesktop_(session.capabilities().staysOnDesktop),
       isDemonstration_(isDemonstration) {
     for (const platform::StaticConfiguration& configuration : demonstration.body()) {
@@ -42,7 +45,19 @@ WidgetGallery::WidgetGallery(platform::DesktopSession& session, const platform::
                                              .add = galleryText(bundle, "add"),
                                              .remove = galleryText(bundle, "remove"),
                                              .placed = galleryText(bundle, "placed")},
-                                            std::move(items), std::move(actions));
+                                            std::move(items), windowActions());
+}
+
+platform::GalleryWindow::Actions WidgetGallery::windowActions() const {
+    const auto changing = [this](auto makeChange) {
+        return [this, makeChange](const std::string& kind, platform::WidgetFamily family) {
+            if (const auto* widget = catalogue_.find(kind))
+                actions_.change(makeChange(WidgetCatalogue::Choice{widget->name, family}));
+        };
+    };
+    return {.add = changing([](auto widget) { return addingWidget(std::move(widget)); }),
+            .remove = changing(removingLastWidget),
+            .closed = actions_.closed};
 }
 
 std::string WidgetGallery::introduction() const {
@@ -61,6 +76,15 @@ platform::View WidgetGallery::preview(const std::string& kind, const platform::V
 void WidgetGallery::setEntry(const std::string& kind, const platform::WidgetEntry& entry) {
     contents_.insert_or_assign(kind, entryContent(entry));
     if (!isDemonstration_) window_->invalidate();
+}
+
+void WidgetGallery::setPlaced(const std::vector<PlacedWidget>& placed) {
+    std::vector<platform::GalleryChoice> choices;
+    for (const PlacedWidget& one : placed) {
+        if (const auto* widget = catalogue_.find(one.name))
+            choices.push_back({widget->configuration.kind(), one.family});
+    }
+    window_->setPlaced(std::move(choices));
 }
 
 void WidgetGallery::setDemonstration(bool isDemonstration) {

@@ -1,12 +1,15 @@
 #pragma once
 
+#include "WidgetCatalogue.h"
+
 #include <Desktop/GalleryWindow.h>
+#include <DesktopHost/PlacementsFile.h>
 #include <WidgetHost/WidgetBundle.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace hbr {
@@ -15,23 +18,33 @@ namespace hbr {
 /// events where there is nothing to show, and say so; it also says what this desktop lacks. Main thread.
 class WidgetGallery {
   public:
+    struct Actions {
+        /// Keeps a change of the placements; the gallery is then shown them again.
+        std::function<void(const PlacementsFile::Change&)> change;
+        /// The user closed it.
+        std::function<void()> closed;
+    };
+
     /// Shows it in front. `demonstration` is asked for its snapshots once.
     WidgetGallery(platform::DesktopSession& session, const platform::WidgetDesk& desk,
                   const platform::WidgetBundle& bundle, const platform::WidgetBundle& demonstration,
-                  bool isDemonstration, platform::GalleryWindow::Actions actions);
+                  const WidgetCatalogue& catalogue, bool isDemonstration, Actions actions);
 
     void present() { window_->present(); }
     /// Of the previews, to be played while this exists.
     const std::vector<std::string>& kinds() const { return kinds_; }
     void setEntry(const std::string& kind, const platform::WidgetEntry& entry);
     void setDemonstration(bool isDemonstration);
-    void setPlaced(std::vector<platform::GalleryChoice> placed) { window_->setPlaced(std::move(placed)); }
+    void setPlaced(const std::vector<PlacedWidget>& placed);
 
   private:
+    platform::GalleryWindow::Actions windowActions() const;
     std::string introduction() const;
     platform::View preview(const std::string& kind, const platform::ViewContext& context) const;
 
     const platform::WidgetBundle& bundle_;
+    const WidgetCatalogue& catalogue_;
+    const Actions actions_;
     const bool staysOnDesktop_;
     bool isDemonstration_;
     std::vector<std::string> kinds_;

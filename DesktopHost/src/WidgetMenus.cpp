@@ -47,6 +47,20 @@ MenuItem leadMenu(const platform::WidgetBundle& bundle, CoreServices& core) {
 
 }  // namespace
 
+platform::WidgetMenuTexts widgetMenuTexts(const platform::WidgetBundle& bundle) {
+    const auto text = [&](const char* key) { return menuText(bundle, key); };
+    return {.size = text("size"),
+            .moveTo = text("moveTo"),
+            .topStart = text("topStart"),
+            .topEnd = text("topEnd"),
+            .bottomStart = text("bottomStart"),
+            .bottomEnd = text("bottomEnd"),
+            .screen = text("screen"),
+            .openGallery = text("openGallery"),
+            .remove = text("remove"),
+            .cannotPlace = text("cannotPlace")};
+}
+
 std::vector<MenuItem> eventMenu(const platform::WidgetBundle& bundle, const platform::Card& card,
                                 std::function<void()> showCard) {
     std::vector<MenuItem> items = {{.label = menuText(bundle, "details"), .chosen = std::move(showCard)}};

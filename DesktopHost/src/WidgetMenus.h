@@ -2,6 +2,7 @@
 
 #include <Desktop/CardWindow.h>
 #include <Desktop/MenuItem.h>
+#include <Desktop/WidgetDesk.h>
 #include <HbrCore/CoreServices.h>
 #include <WidgetHost/WidgetBundle.h>
 
@@ -9,6 +10,9 @@
 #include <vector>
 
 namespace hbr {
+
+/// The words of the menu that every widget has.
+platform::WidgetMenuTexts widgetMenuTexts(const platform::WidgetBundle& bundle);
 
 /// What a row's menu offers of its event: the card itself, then what the card's buttons do.
 std::vector<platform::MenuItem> eventMenu(const platform::WidgetBundle& bundle, const platform::Card& card,
