@@ -103,14 +103,6 @@ EnvironmentRef withClock(const EnvironmentRef& environment, const std::optional<
     return frozen;
 }
 
-void addWidgetArgument(CLI::App& command, Arguments& arguments) {
-    command.add_option("WIDGET", arguments.widget, "Short name of a widget, or its kind")->required();
-}
-
-void addJson(CLI::App& command, Arguments& arguments) {
-    command.add_flag("--json", arguments.wantsJson, "Answer in JSON");
-}
-
 /// What is wrong with it. "nan", which lies in no range and outside of none, is.
 std::string wrongScale(const std::string& text) {
     double scale = 0;
@@ -156,6 +148,47 @@ std::string footer(const WidgetCommandLine::Program& program) {
     return text;
 }
 
+void addGeneralOptions(CLI::App& app, const WidgetCommandLine::Program& program, Arguments& arguments) {
+    setHelpStyle(app);
+    app.footer(footer(program));
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.set_version_flag("-V,--version", program.name + " " + program.version)
+        ->description("Show the version")
+        ->group(generalOptions);
+    app.add_flag("-v,--verbose", arguments.isVerbose, "Say everything on standard error")
+        ->group(generalOptions);
+    app.add_flag("--no-color", arguments.isWithoutColor, "Plain text")->group(generalOptions);
+    app.add_option("--now", arguments.now, "Take this time (RFC 3339) for the clock's")
+        ->type_name("TIME")
+        ->group(generalOptions);
+}
+
+void addCommands(CLI::App& app, Arguments& arguments) {
+    CLI::App* gallery = app.add_subcommand("gallery", "The widgets that there are");
+    CLI::App* placeholder = app.add_subcommand("placeholder", "What a widget shows while nothing is known");
+    CLI::App* snapshot = app.add_subcommand("snapshot", "What a widget shows now");
+    CLI::App* timeline = app.add_subcommand("timeline", "What a widget shows from now on, and until when");
+    CLI::App* render = app.add_subcommand("render", "Draw one entry of a widget's timeline");
+    for (CLI::App* command : {placeholder, snapshot, timeline, render})
+        command->add_option("WIDGET", arguments.widget, "Short name of a widget, or its kind")->required();
+    for (CLI::App* command : {gallery, placeholder, snapshot, timeline})
+        command->add_flag("--json", arguments.wantsJson, "Answer in JSON");
+    addRenderOptions(*render, arguments.render);
+}
+
+void runCommand(const CLI::App& app, const WidgetSession& session, const Arguments& given,
+                std::ostream& out) {
+    if (app.got_subcommand("gallery")) return gallery(session, given.wantsJson, out);
+    const StaticConfiguration widget = session.widget(given.widget);
+    if (app.got_subcommand("placeholder"))
+        return writeEntry(session, widget, session.placeholder(widget), given.wantsJson, out);
+    if (app.got_subcommand("snapshot"))
+        return writeEntry(session, widget, session.snapshot(widget), given.wantsJson, out);
+    if (app.got_subcommand("timeline")) return timeline(session, widget, given.wantsJson, out);
+    render(session, widget, given.render, out);
+}
+
 std::vector<std::string> commandNames(const CLI::App& app) {
     std::vector<std::string> names;
     for (const CLI::App* command : app.get_subcommands({}))
@@ -163,15 +196,16 @@ std::vector<std::string> commandNames(const CLI::App& app) {
     return names;
 }
 
-/// The command that a wrong first word most likely means.
+/// What to say of a first word that is not a command.
 std::optional<std::string> unknownCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
     const auto names = commandNames(app);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (arguments[i] == "--now") {
+        const std::string& word = arguments[i];
+        if (word == "--now") {
             ++i;
-        } else if (!arguments[i].starts_with('-')) {
-            return std::ranges::find(names, arguments[i]) == names.end() ? std::optional(arguments[i])
-                                                                         : std::nullopt;
+        } else if (!word.starts_with('-')) {
+            if (std::ranges::find(names, word) != names.end()) break;
+            return "unknown command \"" + word + "\"" + proposal(word, names);
         }
     }
     return std::nullopt;
@@ -193,39 +227,15 @@ WidgetCommandLine::WidgetCommandLine(Program program, std::shared_ptr<const Envi
     : program_(std::move(program)), environment_(std::move(environment)), out_(out), err_(err) {}
 
 int WidgetCommandLine::run(const std::vector<std::string>& arguments) {
+    const auto complain = [this](const std::string& message) {
+        err_ << program_.name << ": " << message << '\n';
+    };
     Arguments given;
     CLI::App app(program_.summary, program_.name);
-    setHelpStyle(app);
-    app.footer(footer(program_));
-    app.require_subcommand(1);
-    app.fallthrough();
-    app.set_version_flag("-V,--version", program_.name + " " + program_.version)
-        ->description("Show the version")
-        ->group(generalOptions);
-    app.add_flag("-v,--verbose", given.isVerbose, "Say everything on standard error")->group(generalOptions);
-    app.add_flag("--no-color", given.isWithoutColor, "Plain text")->group(generalOptions);
-    app.add_option("--now", given.now, "Take this time (RFC 3339) for the clock's")
-        ->type_name("TIME")
-        ->group(generalOptions);
-
-    CLI::App* galleryCommand = app.add_subcommand("gallery", "The widgets that there are");
-    CLI::App* placeholderCommand =
-        app.add_subcommand("placeholder", "What a widget shows while nothing is known");
-    CLI::App* snapshotCommand = app.add_subcommand("snapshot", "What a widget shows now");
-    CLI::App* timelineCommand =
-        app.add_subcommand("timeline", "What a widget shows from now on, and until when");
-    CLI::App* renderCommand = app.add_subcommand("render", "Draw one entry of a widget's timeline");
-    for (CLI::App* command : {placeholderCommand, snapshotCommand, timelineCommand, renderCommand}) {
-        addWidgetArgument(*command, given);
-    }
-    for (CLI::App* command : {galleryCommand, placeholderCommand, snapshotCommand, timelineCommand}) {
-        addJson(*command, given);
-    }
-    addRenderOptions(*renderCommand, given.render);
-    for (CLI::App* command : app.get_subcommands({}))
-        command->footer(footer(program_));
-
-    auto complain = [&](const std::string& message) { err_ << program_.name << ": " << message << '\n'; };
+    addGeneralOptions(app, program_, given);
+    addCommands(app, given);
+    for (CLI::App* part : app.get_subcommands({}))
+        part->footer(footer(program_));
     try {
         // CLI11 takes the words from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -236,12 +246,7 @@ int WidgetCommandLine::run(const std::vector<std::string>& arguments) {
         out_ << app.help();
         return exitStatus::done;
     } catch (const CLI::ParseError& error) {
-        if (const auto word = unknownCommand(app, arguments)) {
-            complain("unknown command \"" + *word + "\"" + proposal(*word, commandNames(app)) +
-                     "; see --help");
-        } else {
-            complain(std::string(error.what()) + "; see --help");
-        }
+        complain(unknownCommand(app, arguments).value_or(error.what()) + "; see --help");
         return exitStatus::wrongUsage;
     }
 
@@ -249,20 +254,7 @@ int WidgetCommandLine::run(const std::vector<std::string>& arguments) {
     try {
         const WidgetSession session(program_, withClock(environment_, given.now),
                                     given.render.isDemonstration);
-        if (galleryCommand->parsed()) {
-            gallery(session, given.wantsJson, out_);
-        } else {
-            const StaticConfiguration widget = session.widget(given.widget);
-            if (placeholderCommand->parsed()) {
-                writeEntry(session, widget, session.placeholder(widget), given.wantsJson, out_);
-            } else if (snapshotCommand->parsed()) {
-                writeEntry(session, widget, session.snapshot(widget), given.wantsJson, out_);
-            } else if (timelineCommand->parsed()) {
-                timeline(session, widget, given.wantsJson, out_);
-            } else {
-                render(session, widget, given.render, out_);
-            }
-        }
+        runCommand(app, session, given, out_);
         out_.flush();
         if (!out_) throw CommandFailure(exitStatus::failed, "standard output cannot be written");
     } catch (const CommandFailure& failure) {
