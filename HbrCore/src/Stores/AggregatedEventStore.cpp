@@ -11,14 +11,13 @@
 #include <cstdint>
 #include <future>
 #include <iterator>
-#include <map>
-#include <mutex>
 #include <set>
 #include <string>
 #include <tuple>
 #include <utility>
 
 #include "Events/EventOrder.h"
+#include "Stores/CalendarStorePair.h"
 
 namespace hbr {
 
@@ -78,31 +77,17 @@ struct AggregatedEventStore::State {
     explicit State(Collaborators given)
         : environment(std::move(given.environment)),
           center(given.center),
-          sources(std::move(given.sources)),
           settings(std::move(given.settings)),
           eventSettings(std::move(given.eventSettings)),
           parser(std::move(given.parser)),
-          eventStore(environment, center, sources),
-          storeChange(center.observe(platform::eventStoreChangedNotification, [this] { emptyCache(); })) {}
+          stores(environment, center, std::move(given.sources)) {}
 
     platform::EnvironmentRef environment;
     platform::NotificationCenter& center;
-    platform::CalendarSourcesRef sources;
     std::shared_ptr<UserSettingsStore> settings;
     std::shared_ptr<EventSettingsStore> eventSettings;
     std::shared_ptr<const VideoConferenceLinkParser> parser;
-
-    EKEventStore eventStore;
-
-    mutable std::mutex mutex;
-    std::shared_ptr<EKEventStore> delegatesEventStore;
-    bool isWatching = false;
-    std::map<std::string, EKCalendarRef, std::less<>> calendarCache;
-    std::uint64_t formerDelegatesRevisions = 0;
-    /// Counts the emptyings, so that a lookup under way does not put an old calendar back.
-    std::uint64_t cacheGeneration = 0;
-
-    platform::NotificationCenter::Observation storeChange;
+    CalendarStorePair stores;
 
     MakeEvent make() const {
         return [this](const EKEventRef& record) {
@@ -110,57 +95,11 @@ struct AggregatedEventStore::State {
         };
     }
 
-    std::shared_ptr<EKEventStore> delegates() const {
-        std::lock_guard lock(mutex);
-        return delegatesEventStore;
-    }
-
-    void emptyCache() {
-        std::lock_guard lock(mutex);
-        calendarCache.clear();
-        ++cacheGeneration;
-    }
-
-    void replaceDelegates() {
-        auto store =
-            std::make_shared<EKEventStore>(environment, center, sources, eventStore.delegateSources());
-        std::unique_lock lock(mutex);
-        if (isWatching) store->startWatching();
-        delegatesEventStore.swap(store);
-        // So that the sum of the revisions never comes back to an old one.
-        formerDelegatesRevisions += 1 + (store ? store->revision() : 0);
-        // It has read the delegated calendars anew.
-        calendarCache.clear();
-        ++cacheGeneration;
-        // The old store ends outside the lock: its end waits for a notification that may want the cache.
-        lock.unlock();
-    }
-
-    EKCalendarRef calendar(std::string_view identifier) {
-        std::shared_ptr<EKEventStore> delegated;
-        std::uint64_t generation = 0;
-        {
-            std::lock_guard lock(mutex);
-            if (auto cached = calendarCache.find(identifier); cached != calendarCache.end()) {
-                return cached->second;
-            }
-            delegated = delegatesEventStore;
-            generation = cacheGeneration;
-        }
-        EKCalendarRef found = eventStore.calendarWithIdentifier(identifier);
-        if (!found && delegated) found = delegated->calendarWithIdentifier(identifier);
-        if (found) {
-            std::lock_guard lock(mutex);
-            if (generation == cacheGeneration) calendarCache.emplace(identifier, found);
-        }
-        return found;
-    }
-
     std::vector<EKCalendarRef> resolved(const std::vector<std::string>& identifiers) {
         std::vector<EKCalendarRef> calendars;
         calendars.reserve(identifiers.size());
         for (const std::string& identifier : identifiers) {
-            if (auto found = calendar(identifier)) calendars.push_back(std::move(found));
+            if (auto found = stores.calendar(identifier)) calendars.push_back(std::move(found));
         }
         return calendars;
     }
@@ -168,11 +107,11 @@ struct AggregatedEventStore::State {
     template <class Completion>
     void requestAccess(EKEntityType type, const Completion& completion) {
         if (environment->platformVersion < platform::PlatformVersion{14, 0, 0}) {
-            eventStore.requestAccess(type, completion);
+            stores.own().requestAccess(type, completion);
         } else if (type == EKEntityType::event) {
-            eventStore.requestFullAccessToEvents(completion);
+            stores.own().requestFullAccessToEvents(completion);
         } else {
-            eventStore.requestFullAccessToReminders(completion);
+            stores.own().requestFullAccessToReminders(completion);
         }
     }
 };
@@ -183,11 +122,11 @@ AggregatedEventStore::AggregatedEventStore(Collaborators collaborators)
 AggregatedEventStore::~AggregatedEventStore() = default;
 
 bool AggregatedEventStore::hasCalendarAccess() const {
-    return state_->eventStore.authorizationStatus(EKEntityType::event) == EKAuthorizationStatus::fullAccess;
+    return state_->stores.own().authorizationStatus(EKEntityType::event) == EKAuthorizationStatus::fullAccess;
 }
 
 bool AggregatedEventStore::hasReminderAccess() const {
-    return state_->eventStore.authorizationStatus(EKEntityType::reminder) ==
+    return state_->stores.own().authorizationStatus(EKEntityType::reminder) ==
            EKAuthorizationStatus::fullAccess;
 }
 
@@ -200,7 +139,7 @@ void AggregatedEventStore::requestCalendarAccess(const AccessCompletion& complet
             return completion(std::make_exception_ptr(EventKitError(EventKitError::Code::accessNotGranted)));
         }
         MxLogger::info(LogCategory::eventKit, "Calendar permission granted");
-        state_->replaceDelegates();
+        state_->stores.openDelegates();
         state_->center.post(grantedPermissionNotification);
         completion(nullptr);
     });
@@ -221,26 +160,20 @@ void AggregatedEventStore::requestReminderAccess(const AccessCompletion& complet
 }
 
 void AggregatedEventStore::refreshData() {
-    state_->eventStore.refreshSourcesIfNecessary();
-    if (auto delegated = state_->delegates()) delegated->refreshSourcesIfNecessary();
+    state_->stores.refresh();
 }
 
 void AggregatedEventStore::startWatching() {
-    {
-        std::lock_guard lock(state_->mutex);
-        if (std::exchange(state_->isWatching, true)) return;
-    }
-    state_->eventStore.startWatching();
-    if (auto delegated = state_->delegates()) delegated->startWatching();
+    state_->stores.startWatching();
 }
 
 EKCalendarRef AggregatedEventStore::calendarWithIdentifier(std::string_view identifier) const {
-    return state_->calendar(identifier);
+    return state_->stores.calendar(identifier);
 }
 
 std::vector<EKCalendarRef> AggregatedEventStore::calendars(EKEntityType type) const {
-    auto calendars = state_->eventStore.calendars(type);
-    if (auto delegated = state_->delegates()) {
+    auto calendars = state_->stores.own().calendars(type);
+    if (auto delegated = state_->stores.delegates()) {
         std::set<std::string_view> known;
         for (const auto& calendar : calendars)
             known.insert(calendar->calendarIdentifier);
@@ -260,20 +193,20 @@ std::vector<EKCalendarRef> AggregatedEventStore::activeReminderCalendars() const
 }
 
 EKEventRef AggregatedEventStore::eventWithIdentifier(std::string_view identifier) const {
-    if (auto event = state_->eventStore.eventWithIdentifier(identifier)) return event;
-    auto delegated = state_->delegates();
+    if (auto event = state_->stores.own().eventWithIdentifier(identifier)) return event;
+    auto delegated = state_->stores.delegates();
     return delegated ? delegated->eventWithIdentifier(identifier) : nullptr;
 }
 
 EKReminderRef AggregatedEventStore::reminderWithIdentifier(std::string_view identifier) const {
-    return state_->eventStore.reminderWithIdentifier(identifier);
+    return state_->stores.own().reminderWithIdentifier(identifier);
 }
 
 std::vector<EKEventRef> AggregatedEventStore::events(platform::Date start, platform::Date end) const {
     const auto calendars = activeCalendars();
     if (calendars.empty()) return {};
-    auto events = state_->eventStore.events(state_->eventStore.predicateForEvents(start, end, calendars));
-    const auto delegated = state_->delegates();
+    auto events = state_->stores.own().events(state_->stores.own().predicateForEvents(start, end, calendars));
+    const auto delegated = state_->stores.delegates();
     if (!delegated) return events;
 
     std::set<decltype(occurrenceKey(*events.front()))> known;
@@ -289,7 +222,7 @@ void AggregatedEventStore::reminders(platform::Date start, platform::Date end,
                                      RemindersCompletion completion) const {
     auto lists = activeReminderCalendars();
     if (lists.empty()) return completion({});
-    const EKEventStore& store = state_->eventStore;
+    const EKEventStore& store = state_->stores.own();
     store.fetchReminders(store.predicateForIncompleteReminders(start, end, std::move(lists)),
                          std::move(completion));
 }
@@ -299,8 +232,8 @@ std::vector<EKEventRef> AggregatedEventStore::eventsOfAllCalendars(platform::Dat
     const auto all = [&](const EKEventStore& store) {
         return store.events(store.predicateForEvents(start, end, store.calendars(EKEntityType::event)));
     };
-    auto events = all(state_->eventStore);
-    if (const auto delegated = state_->delegates())
+    auto events = all(state_->stores.own());
+    if (const auto delegated = state_->stores.delegates())
         std::ranges::move(all(*delegated), std::back_inserter(events));
     return events;
 }
@@ -312,8 +245,8 @@ std::vector<EKReminderRef> AggregatedEventStore::remindersOfAllLists() const {
                              [&](std::vector<EKReminderRef> found) { tasks.set_value(std::move(found)); });
         return tasks.get_future().get();
     };
-    auto tasks = all(state_->eventStore);
-    if (const auto delegated = state_->delegates())
+    auto tasks = all(state_->stores.own());
+    if (const auto delegated = state_->stores.delegates())
         std::ranges::move(all(*delegated), std::back_inserter(tasks));
     return tasks;
 }
@@ -363,23 +296,16 @@ void AggregatedEventStore::pendingAppleReminderEvents(platform::Date now, Choice
 }
 
 bool AggregatedEventStore::hasDelegatedAccounts() const {
-    return !state_->eventStore.delegateSources().empty();
+    return !state_->stores.own().delegateSources().empty();
 }
 
 std::uint64_t AggregatedEventStore::revision() const {
-    std::shared_ptr<EKEventStore> delegated;
-    std::uint64_t revision = state_->eventStore.revision();
-    {
-        std::lock_guard lock(state_->mutex);
-        delegated = state_->delegatesEventStore;
-        revision += state_->formerDelegatesRevisions;
-    }
-    return delegated ? revision + delegated->revision() : revision;
+    return state_->stores.revision();
 }
 
 std::vector<platform::AccountReport> AggregatedEventStore::report() const {
-    auto report = state_->eventStore.report();
-    if (auto delegated = state_->delegates()) {
+    auto report = state_->stores.own().report();
+    if (auto delegated = state_->stores.delegates()) {
         std::ranges::move(delegated->report(), std::back_inserter(report));
     }
     return report;
