@@ -1,69 +1,17 @@
 #include "RuleExpansion.h"
 
 #include <algorithm>
-#include <chrono>
+#include <optional>
+#include <utility>
 
 namespace platform {
+
 namespace {
 
 using Frequency = RecurrenceRule::Frequency;
 
-constexpr std::int64_t secondsPerDay = 86400;
 /// Beyond the years that four digits write.
 constexpr int lastYear = 9999;
-
-std::int64_t floorDivide(std::int64_t a, std::int64_t b) {
-    return a / b - (a % b != 0 && (a < 0) != (b < 0));
-}
-
-std::int64_t dayNumber(int year, int month, int day) {
-    using namespace std::chrono;
-    return sys_days(std::chrono::year(year) / month / day).time_since_epoch().count();
-}
-
-/// 0 Sunday to 6 Saturday; day 0 (1970-01-01) was a Thursday.
-int weekdayOf(std::int64_t day) {
-    return static_cast<int>(((day + 4) % 7 + 7) % 7);
-}
-
-bool isLeap(int year) {
-    return std::chrono::year(year).is_leap();
-}
-
-bool contains(const std::vector<int>& list, int value) {
-    return std::find(list.begin(), list.end(), value) != list.end();
-}
-
-/// Value from the front, or the same counted from the end.
-bool containsEither(const std::vector<int>& list, int value, int length) {
-    return contains(list, value) || contains(list, value - length - 1);
-}
-
-int nthFromFront(int dayIndex) {
-    return dayIndex / 7 + 1;
-}
-int nthFromBack(int dayIndex, int length) {
-    return -((length - 1 - dayIndex) / 7 + 1);
-}
-
-/// First day of week 1 of the year: the first week with at least four days in it.
-std::int64_t firstWeekStart(int year, int weekStart) {
-    const auto fourth = dayNumber(year, 1, 4);
-    return fourth - (weekdayOf(fourth) - weekStart + 7) % 7;
-}
-
-bool matchesWeekNumber(const RecurrenceRule& rule, std::int64_t day, int year) {
-    int weekYear = year;
-    auto first = firstWeekStart(weekYear, rule.weekStart);
-    if (day < first) first = firstWeekStart(--weekYear, rule.weekStart);
-    auto next = firstWeekStart(weekYear + 1, rule.weekStart);
-    if (day >= next) {
-        first = next;
-        next = firstWeekStart(weekYear + 2, rule.weekStart);
-    }
-    return containsEither(rule.weekNumbers, static_cast<int>((day - first) / 7) + 1,
-                          static_cast<int>((next - first) / 7));
-}
 
 std::int64_t periodSeconds(Frequency frequency) {
     switch (frequency) {
@@ -78,29 +26,6 @@ std::int64_t periodSeconds(Frequency frequency) {
 
 }  // namespace
 
-struct RuleExpansion::Day {
-    explicit Day(std::int64_t dayNumber) : number(dayNumber) {
-        using namespace std::chrono;
-        const year_month_day date{sys_days{std::chrono::days(dayNumber)}};
-        year = static_cast<int>(date.year());
-        month = static_cast<int>(static_cast<unsigned>(date.month()));
-        day = static_cast<int>(static_cast<unsigned>(date.day()));
-    }
-    int monthLength() const {
-        using namespace std::chrono;
-        const year_month_day_last last{std::chrono::year(year),
-                                       month_day_last{std::chrono::month(static_cast<unsigned>(month))}};
-        return static_cast<int>(static_cast<unsigned>(last.day()));
-    }
-    int yearDay() const { return static_cast<int>(number - platform::dayNumber(year, 1, 1)) + 1; }
-    int yearLength() const { return isLeap(year) ? 366 : 365; }
-
-    std::int64_t number;
-    int year;
-    int month;
-    int day;
-};
-
 RuleExpansion::RuleExpansion(const RecurrenceRule& rule, const LocalTime& start, bool allDay)
     : rule_(rule), start_(secondsOf(start)), startTime_(start) {
     if (allDay) {
@@ -110,7 +35,7 @@ RuleExpansion::RuleExpansion(const RecurrenceRule& rule, const LocalTime& start,
         // An all-day event has no hours to repeat by.
         if (rule_.frequency < Frequency::daily) rule_.frequency = Frequency::daily;
     }
-    if (hasDayParts()) return;
+    if (hasDayParts(rule_)) return;
     // What the rule leaves open comes from the start.
     if (rule_.frequency == Frequency::weekly)
         rule_.weekdays = {{0, weekdayOf(floorDivide(start_, secondsPerDay))}};
@@ -122,44 +47,6 @@ RuleExpansion::RuleExpansion(const RecurrenceRule& rule, const LocalTime& start,
             if (rule_.months.empty()) rule_.months = {start.month};
             rule_.monthDays = {start.day};
         }
-    }
-}
-
-/// Parts that say which days of a period are meant, so that the start's day is not.
-bool RuleExpansion::hasDayParts() const {
-    return !rule_.weekdays.empty() || !rule_.monthDays.empty() || !rule_.yearDays.empty();
-}
-
-bool RuleExpansion::passesWeekday(const Day& day) const {
-    if (rule_.weekdays.empty()) return true;
-    const int weekday = weekdayOf(day.number);
-    const bool byYear = rule_.frequency == Frequency::yearly && rule_.months.empty();
-    const bool positionsCount = (rule_.frequency == Frequency::yearly && rule_.weekNumbers.empty()) ||
-                                rule_.frequency == Frequency::monthly;
-    const int index = byYear ? day.yearDay() - 1 : day.day - 1;
-    const int length = byYear ? day.yearLength() : day.monthLength();
-    return std::any_of(
-        rule_.weekdays.begin(), rule_.weekdays.end(), [&](const RecurrenceRule::Weekday& wanted) {
-            if (wanted.day != weekday) return false;
-            return wanted.position == 0 || !positionsCount || wanted.position == nthFromFront(index) ||
-                   wanted.position == nthFromBack(index, length);
-        });
-}
-
-bool RuleExpansion::passes(const Day& day) const {
-    if (!rule_.months.empty() && !contains(rule_.months, day.month)) return false;
-    if (!rule_.monthDays.empty() && !containsEither(rule_.monthDays, day.day, day.monthLength()))
-        return false;
-    if (!rule_.yearDays.empty() && !containsEither(rule_.yearDays, day.yearDay(), day.yearLength()))
-        return false;
-    if (!rule_.weekNumbers.empty() && !matchesWeekNumber(rule_, day.number, day.year)) return false;
-    return passesWeekday(day);
-}
-
-void RuleExpansion::collectDays(std::int64_t first, std::int64_t last,
-                                std::vector<std::int64_t>& days) const {
-    for (auto number = first; number <= last; ++number) {
-        if (passes(Day(number))) days.push_back(number);
     }
 }
 
@@ -236,68 +123,73 @@ RuleExpansion::Outcome RuleExpansion::visit(std::int64_t from, std::int64_t to, 
                                               : visitDays(from, to, visit, budget);
 }
 
+std::int64_t RuleExpansion::startOfWeek(std::int64_t day) const {
+    return day - (weekdayOf(day) - rule_.weekStart + 7) % 7;
+}
+
+std::int64_t RuleExpansion::periodsBetween(const RuleDay& first, const RuleDay& day) const {
+    switch (rule_.frequency) {
+        case Frequency::yearly:
+            return day.year - first.year;
+        case Frequency::monthly:
+            return (day.year - first.year) * 12 + day.month - first.month;
+        case Frequency::weekly:
+            return (startOfWeek(day.number) - startOfWeek(first.number)) / 7;
+        default:
+            return day.number - first.number;
+    }
+}
+
+/// The days of one period.
+struct RuleExpansion::Period {
+    std::int64_t begin;
+    /// Of the days that may pass: those of the only month, in a rule that names one.
+    std::int64_t firstDay;
+    std::int64_t lastDay;
+    std::int64_t steps;
+};
+
+std::optional<RuleExpansion::Period> RuleExpansion::period(const RuleDay& first,
+                                                           std::int64_t distance) const {
+    const auto endOfMonth = [](std::int64_t begin) { return begin + RuleDay(begin).monthLength() - 1; };
+    if (rule_.frequency == Frequency::yearly) {
+        const auto year = first.year + distance;
+        if (year > lastYear) return std::nullopt;
+        const auto begin = dayNumber(static_cast<int>(year), 1, 1);
+        if (rule_.months.size() == 1 && rule_.weekNumbers.empty()) {
+            const auto month = dayNumber(static_cast<int>(year), rule_.months.front(), 1);
+            return Period{begin, month, endOfMonth(month), 101};
+        }
+        return Period{begin, begin, dayNumber(static_cast<int>(year), 12, 31), 101};
+    }
+    if (rule_.frequency == Frequency::monthly) {
+        const auto month = first.year * std::int64_t{12} + first.month - 1 + distance;
+        if (month / 12 > lastYear) return std::nullopt;
+        const auto begin = dayNumber(static_cast<int>(month / 12), static_cast<int>(month % 12) + 1, 1);
+        return Period{begin, begin, endOfMonth(begin), 11};
+    }
+    if (rule_.frequency == Frequency::weekly) {
+        const auto begin = startOfWeek(first.number) + distance * 7;
+        return Period{begin, begin, begin + 6, 1};
+    }
+    const auto day = first.number + distance;
+    return Period{day, day, day, 1};
+}
+
 /// Years, months, weeks and days.
 RuleExpansion::Outcome RuleExpansion::visitDays(std::int64_t from, std::int64_t to, const Visitor& visit,
                                                 ExpansionBudget& budget) const {
-    const auto startDay = floorDivide(start_, secondsPerDay);
-    const auto fromDay = floorDivide(from, secondsPerDay);
-    const Day first(startDay);
-    const Day wanted(fromDay);
-    const auto weekOf = [this](std::int64_t day) { return day - (weekdayOf(day) - rule_.weekStart + 7) % 7; };
-
-    // Whole periods between the start's and the one that holds `from`.
-    std::int64_t distance = 0;
-    switch (rule_.frequency) {
-        case Frequency::yearly:
-            distance = wanted.year - first.year;
-            break;
-        case Frequency::monthly:
-            distance = (wanted.year - first.year) * 12 + wanted.month - first.month;
-            break;
-        case Frequency::weekly:
-            distance = (weekOf(fromDay) - weekOf(startDay)) / 7;
-            break;
-        default:
-            distance = fromDay - startDay;
-            break;
-    }
+    const RuleDay first(floorDivide(start_, secondsPerDay));
     const std::vector<std::int64_t> times = timesOfDay();
     constexpr std::size_t timesOfStep = 10;
     if (!budget.takeSteps(static_cast<std::int64_t>(times.size() / timesOfStep))) return Outcome::tooMany;
     std::vector<std::int64_t> days;
-    for (auto period = distance / rule_.interval * rule_.interval;; period += rule_.interval) {
-        std::int64_t steps = 1;
-        std::int64_t begin = 0;
-        std::int64_t end = 0;
-        if (rule_.frequency == Frequency::yearly) {
-            const auto year = first.year + period;
-            if (year > lastYear) return Outcome::finished;
-            begin = dayNumber(static_cast<int>(year), 1, 1);
-            end = dayNumber(static_cast<int>(year), 12, 31);
-            steps += 100;
-        } else if (rule_.frequency == Frequency::monthly) {
-            const auto month = first.year * std::int64_t{12} + first.month - 1 + period;
-            if (month / 12 > lastYear) return Outcome::finished;
-            begin = dayNumber(static_cast<int>(month / 12), static_cast<int>(month % 12) + 1, 1);
-            end = begin + Day(begin).monthLength() - 1;
-            steps += 10;
-        } else {
-            const bool weekly = rule_.frequency == Frequency::weekly;
-            begin = (weekly ? weekOf(startDay) + period * 7 : startDay + period);
-            end = begin + (weekly ? 6 : 0);
-        }
-        if (begin * secondsPerDay > to) return Outcome::finished;
-        if (!budget.takeSteps(steps)) return Outcome::tooMany;
-
-        days.clear();
-        const bool singleMonth =
-            rule_.frequency == Frequency::yearly && rule_.months.size() == 1 && rule_.weekNumbers.empty();
-        if (singleMonth) {
-            const auto year = static_cast<int>(first.year + period);
-            begin = dayNumber(year, rule_.months.front(), 1);
-            end = begin + Day(begin).monthLength() - 1;
-        }
-        collectDays(begin, end, days);
+    const std::int64_t wanted = periodsBetween(first, RuleDay(floorDivide(from, secondsPerDay)));
+    for (auto distance = wanted / rule_.interval * rule_.interval;; distance += rule_.interval) {
+        const auto span = period(first, distance);
+        if (!span || span->begin * secondsPerDay > to) return Outcome::finished;
+        if (!budget.takeSteps(span->steps)) return Outcome::tooMany;
+        collectDays(rule_, span->firstDay, span->lastDay, days);
         std::optional<Outcome> outcome;
         visitInstances(days, times, from, [&](std::int64_t instance) {
             if (instance < from) return true;
@@ -332,7 +224,7 @@ RuleExpansion::Outcome RuleExpansion::visitTimes(std::int64_t from, std::int64_t
         if (!budget.takeSteps()) return Outcome::tooMany;
         const auto day = floorDivide(period, secondsPerDay);
         const auto second = period - day * secondsPerDay;
-        if (day != checkedDay && !passes(Day(day))) {
+        if (day != checkedDay && !passesDayParts(rule_, RuleDay(day))) {
             period = firstAtOrAfter((day + 1) * secondsPerDay);
             continue;
         }

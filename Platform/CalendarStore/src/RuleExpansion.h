@@ -2,11 +2,14 @@
 
 #include "ExpansionBudget.h"
 #include "RecurrenceRule.h"
+#include "RuleDays.h"
 
 #include <TimeAndText/TimeZone.h>
 
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <vector>
 
 namespace platform {
 
@@ -40,11 +43,6 @@ class RuleExpansion {
     bool yieldsAnything(std::int64_t& steps) const;
 
   private:
-    struct Day;
-    bool passes(const Day& day) const;
-    bool passesWeekday(const Day& day) const;
-    bool hasDayParts() const;
-    void collectDays(std::int64_t first, std::int64_t last, std::vector<std::int64_t>& days) const;
     /// Seconds since midnight, of a rule that yields days. Up to 86,400, so they are made for each visit, not
     /// kept for each rule.
     std::vector<std::int64_t> timesOfDay() const;
@@ -53,6 +51,12 @@ class RuleExpansion {
     bool visitInstances(const std::vector<std::int64_t>& days, const std::vector<std::int64_t>& times,
                         std::int64_t from, const Visit& visit) const;
     void applySetPositions(std::vector<std::int64_t>& instances) const;
+    struct Period;
+    std::int64_t startOfWeek(std::int64_t day) const;
+    /// From the period of `first` to that of `day`.
+    std::int64_t periodsBetween(const RuleDay& first, const RuleDay& day) const;
+    /// So many periods after that of `first`; nothing beyond the last year.
+    std::optional<Period> period(const RuleDay& first, std::int64_t distance) const;
     Outcome visitDays(std::int64_t from, std::int64_t to, const Visitor& visit,
                       ExpansionBudget& budget) const;
     Outcome visitTimes(std::int64_t from, std::int64_t to, const Visitor& visit,
