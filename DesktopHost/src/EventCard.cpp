@@ -88,6 +88,37 @@ std::string peopleHeading(const platform::Environment& environment, std::size_t 
                       : L10n::Alert::Participants::participants(environment, number);
 }
 
+void addCalendarButtons(platform::Card& card, const CardTexts& texts, const EventRef& event,
+                        HiddenPart hidden, const EventCardActions& actions) {
+    const platform::Environment& environment = texts.environment();
+    card.buttons.push_back({L10n::Alert::showInCalendarTooltip(environment),
+                            [show = actions.showInCalendar, event] { show(*event); }});
+    if (hidden != HiddenPart::none) {
+        const bool isSeries = event->isRecurring && hidden == HiddenPart::all;
+        card.aside = {texts.text(isSeries ? "showSeriesAgain" : "showAgain"),
+                      [show = actions.showAgain, event] { show(*event); }, true};
+    } else {
+        card.aside = {event->isRecurring ? texts.text("hideOneOrAll")
+                                         : L10n::EventCustomization::excludeEvent(environment),
+                      [hide = actions.hide, event] { hide(*event); }, true};
+    }
+}
+
+void addSnoozes(platform::Card& card, const CoreServices& core, const EventRef& event, bool isInFuture,
+                const EventCardActions& actions) {
+    const platform::Environment& environment = *core.environment();
+    card.menuLabel = L10n::Alert::snooze(environment);
+    for (const std::int64_t minutes : snoozeTimes(core.settings())) {
+        card.menu.push_back({minutes == 1 ? L10n::Alert::_1minute(environment)
+                                          : L10n::Alert::customMinutes(environment, minutes),
+                             [snooze = actions.snooze, event, minutes] { snooze(*event, minutes); }});
+    }
+    if (isInFuture) {
+        card.menu.push_back({L10n::Alert::snoozeUntilEvent(environment),
+                             [snooze = actions.snoozeUntilEvent, event] { snooze(*event); }});
+    }
+}
+
 }  // namespace
 
 HiddenPart hiddenPart(const CoreServices& core, const Event& event) {
@@ -144,31 +175,10 @@ platform::Card eventCard(const CoreServices& core, const CardTexts& texts, const
         card.primary = {L10n::Alert::VideoConferenceMenu::join(environment),
                         [join = actions.join, kept] { join(*kept); }};
     }
-    if (event.type != Event::EventType::hbrReminder) {
-        card.buttons.push_back({L10n::Alert::showInCalendarTooltip(environment),
-                                [show = actions.showInCalendar, kept] { show(*kept); }});
-        if (hidden != HiddenPart::none) {
-            const bool isSeries = event.isRecurring && hidden == HiddenPart::all;
-            card.aside = {texts.text(isSeries ? "showSeriesAgain" : "showAgain"),
-                          [show = actions.showAgain, kept] { show(*kept); }, true};
-        } else {
-            card.aside = {event.isRecurring ? texts.text("hideOneOrAll")
-                                            : L10n::EventCustomization::excludeEvent(environment),
-                          [hide = actions.hide, kept] { hide(*kept); }, true};
-        }
-    }
+    if (event.type != Event::EventType::hbrReminder) addCalendarButtons(card, texts, kept, hidden, actions);
     card.changesAt = changes.earliest();
     if (isPast) return card;
-    card.menuLabel = L10n::Alert::snooze(environment);
-    for (const std::int64_t minutes : snoozeTimes(core.settings())) {
-        card.menu.push_back({minutes == 1 ? L10n::Alert::_1minute(environment)
-                                          : L10n::Alert::customMinutes(environment, minutes),
-                             [snooze = actions.snooze, kept, minutes] { snooze(*kept, minutes); }});
-    }
-    if (isInFuture(event, clock)) {
-        card.menu.push_back({L10n::Alert::snoozeUntilEvent(environment),
-                             [snooze = actions.snoozeUntilEvent, kept] { snooze(*kept); }});
-    }
+    addSnoozes(card, core, kept, isInFuture(event, clock), actions);
     card.changesAt = changes.earliest();
     return card;
 }
