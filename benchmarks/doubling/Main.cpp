@@ -8,7 +8,6 @@
 #include "DoublingCases.h"
 
 #include <Accounts/AccountSources.h>
-
 #include <CalendarStore/EKEventStore.h>
 #include <ContactStore/CNContactStore.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
@@ -16,6 +15,7 @@
 #include <HbrCore/Events/Event.h>
 #include <HeedbannerWidgetExtension/HeedbannerWidgetBundle.h>
 #include <System/NotificationCenter.h>
+#include <support/TestEnvironment.h>
 
 #include <CardTexts.h>
 #include <EventCard.h>
@@ -23,14 +23,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <filesystem>
-#include <fstream>
 #include <future>
 #include <memory>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,42 +45,6 @@ constexpr double hopelessSeconds = 20;
 constexpr std::size_t smallest = std::size_t{16} << 10;
 constexpr int repetitions = 3;
 
-/// A home of its own that goes with it.
-class Home {
-  public:
-    Home() {
-        std::string name = (std::filesystem::temp_directory_path() / "heedbanner-doubling-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw std::runtime_error("no temporary directory");
-        path_ = name;
-        auto world = std::make_shared<platform::Environment>();
-        world->programName = "benchmark";
-        world->clock = [] { return platform::Date(794307600); };
-        world->calendar = platform::Calendar(platform::TimeZone::named("Europe/Berlin").value());
-        world->homeDirectory = path_;
-        world->configDirectory = path_ / "config";
-        world->dataDirectory = path_ / "data";
-        world->cacheDirectory = path_ / "cache";
-        world->resourceDirectories = {HEEDBANNER_BUILD_RESOURCES};
-        environment_ = world;
-    }
-    ~Home() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    Home(const Home&) = delete;
-    Home& operator=(const Home&) = delete;
-
-    const platform::EnvironmentRef& environment() const { return environment_; }
-    std::filesystem::path write(const std::string& name, const std::string& content) const {
-        std::ofstream(path_ / name, std::ios::binary) << content;
-        return path_ / name;
-    }
-
-  private:
-    std::filesystem::path path_;
-    platform::EnvironmentRef environment_;
-};
-
 double processorSeconds() {
     timespec time{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
@@ -91,8 +52,7 @@ double processorSeconds() {
 }
 
 /// Everything that a program does with the events of a day and the tasks of a year.
-void useCalendar(const Home& home) {
-    const auto& environment = home.environment();
+void useCalendar(const platform::EnvironmentRef& environment) {
     hbr::CoreServices core(environment, {});
     const hbr::HeedbannerWidgetBundle bundle(environment, [&core]() -> hbr::CoreServices& { return core; });
     const hbr::CardTexts texts(core, bundle);
@@ -119,9 +79,9 @@ void useCalendar(const Home& home) {
     done.get_future().wait();
 }
 
-void useCards(const Home& home, const std::filesystem::path& file) {
+void useCards(const platform::EnvironmentRef& environment, const std::filesystem::path& file) {
     const platform::CNContactStore store(
-        home.environment(),
+        environment,
         {.load = [&] { return std::vector<platform::ContactSource>{{"Cards", file}}; }, .definedIn = {}});
     for (const auto* email : {"ann@example.org", "nobody@example.org"}) {
         store.unifiedContacts({.email = email, .name = "Ann Doe"},
@@ -130,16 +90,16 @@ void useCards(const Home& home, const std::filesystem::path& file) {
 }
 
 double secondsOf(const Case& one, std::size_t size) {
-    const Home home;
+    const test::TestEnvironment environment;
     const bool isCalendar = one.kind == Case::Kind::calendar;
-    const auto file = home.write(isCalendar ? "a.ics" : "a.vcf", one.file(size));
+    const auto file = environment.home.write(isCalendar ? "a.ics" : "a.vcf", one.file(size));
     if (isCalendar) {
-        platform::AccountsFile(home.environment()).update([&](std::vector<platform::Account>& accounts) {
+        platform::AccountsFile(environment).update([&](std::vector<platform::Account>& accounts) {
             accounts.push_back({.name = "Home", .location = file, .addresses = {}});
         });
     }
     const double begin = processorSeconds();
-    isCalendar ? useCalendar(home) : useCards(home, file);
+    isCalendar ? useCalendar(environment) : useCards(environment, file);
     return processorSeconds() - begin;
 }
 
