@@ -40,7 +40,10 @@ constexpr double mostTimes = 2.5;
 /// Shorter times are too uncertain to compare, or do no harm.
 constexpr double measurableSeconds = 0.02;
 constexpr double enoughSeconds = 0.06;
+constexpr int enoughDoublings = 3;
 constexpr int mostDoublings = 4;
+/// Of the largest input, where it was not doubled often enough.
+constexpr double harmfulSeconds = 0.5;
 constexpr double hopelessSeconds = 20;
 constexpr std::size_t smallest = std::size_t{16} << 10;
 constexpr int repetitions = 3;
@@ -135,7 +138,9 @@ bool grows(const Case& one, double alone, bool printsAll) {
         lastSeconds = secondsWithout(last);
         times = timesOfADoubling(firstSeconds, lastSeconds, doublings);
     }
-    const bool isTooMuch = times > mostTimes && lastSeconds > enoughSeconds;
+    const bool isCertain =
+        doublings >= enoughDoublings ? lastSeconds > enoughSeconds : lastSeconds > harmfulSeconds;
+    const bool isTooMuch = times > mostTimes && isCertain;
     if (isTooMuch || printsAll) {
         std::printf("%s %-60s %9zu bytes %8.0f ms  x %.2f\n", isTooMuch ? "TOO MUCH" : "ok      ",
                     one.name.c_str(), last, lastSeconds * 1000, times);
