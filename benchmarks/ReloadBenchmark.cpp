@@ -23,7 +23,7 @@ void reload(hbr::CoreServices& services) {
     platform::MainQueue::shared().runUntil([&] { return isDone; });
 }
 
-/// Services made anew, so that every file is read and scanned.
+/// New services, so that every file is read and scanned.
 void reloadCold(benchmark::State& state) {
     const auto& home = CalendarHome::of(state.range(0));
     std::size_t events = 0;

@@ -118,7 +118,7 @@ struct Unref {
     void operator()(gpointer object) const { g_object_unref(object); }
 };
 
-/// The widget's texts as Pango layouts made anew each time.
+/// The widget's texts as Pango layouts made again each time.
 class BareTexts {
   public:
     BareTexts() : texts_(widget().layOut().texts()) {

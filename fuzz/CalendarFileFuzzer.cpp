@@ -16,7 +16,7 @@ namespace {
 
 using namespace platform;
 
-using Standing = std::pair<std::string, double>;
+using Occurrence = std::pair<std::string, double>;
 
 class Collection {
   public:
@@ -29,19 +29,19 @@ class Collection {
             CollectionSettings{berlin, "/usr/share/zoneinfo", {"me@example.org"}, diagnostics_});
     }
 
-    std::multiset<Standing> eventsTouching(Date from, Date to) const {
+    std::multiset<Occurrence> eventsTouching(Date from, Date to) const {
         std::vector<EKEventRef> events;
         index_->appendEvents(from, to, calendar_, events);
-        std::multiset<Standing> standings;
+        std::multiset<Occurrence> occurrences;
         for (const auto& event : events) {
             expect(event->endDate >= event->startDate, "an event ends at its start or later");
             expect(event->startDate <= to && event->endDate >= from, "an event touches the interval");
             expect(event->eventIdentifier.find_first_not_of("0123456789abcdefghijklmnopqrstuvwxyz-") ==
                        std::string::npos,
                    "an identifier has plain characters");
-            standings.emplace(event->eventIdentifier, event->startDate.timeIntervalSinceReferenceDate());
+            occurrences.emplace(event->eventIdentifier, event->startDate.timeIntervalSinceReferenceDate());
         }
-        return standings;
+        return occurrences;
     }
     void askForTasks(Date from, Date to) const {
         std::vector<EKReminderRef> tasks;
@@ -50,8 +50,8 @@ class Collection {
             expect(task->dueDate && *task->dueDate >= from && *task->dueDate <= to, "a task is due then");
     }
     bool leftSomethingOut() const {
-        for (const auto& told : diagnostics_->all())
-            if (told.text.find("too many") != std::string::npos) return true;
+        for (const auto& reported : diagnostics_->all())
+            if (reported.text.find("too many") != std::string::npos) return true;
         return false;
     }
 

@@ -1,6 +1,6 @@
 #include "Expect.h"
 
-#include <Card.h>
+#include <ContactCard.h>
 #include <TimeAndText/Text.h>
 
 #include <cstddef>

@@ -23,7 +23,7 @@ class CardDeck {
              std::shared_ptr<platform::WakeSchedule> wakes);
     ~CardDeck();
 
-    /// A deep link; anything else is told the user as unknown.
+    /// A deep link; any other link is reported to the user as unknown.
     void open(const platform::Url& url);
     void preview(const Event& event);
     /// As `preview`, without being asked by the user: keyboard and windows stay as they are.

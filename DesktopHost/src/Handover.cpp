@@ -62,7 +62,7 @@ std::vector<AlertInvocation> Handover::invocations(const CoreServices& core) con
     return invocations;
 }
 
-std::string executeAnew(char** argv, const Handover& handover) {
+std::string restartProgram(char** argv, const Handover& handover) {
     const std::string text = handover.text();
     const int file = memfd_create("heedbanner-handover", MFD_CLOEXEC);
     if (file < 0 || write(file, text.data(), text.size()) != static_cast<ssize_t>(text.size()))

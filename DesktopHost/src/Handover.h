@@ -26,9 +26,9 @@ struct Handover {
     std::vector<AlertInvocation> invocations(const CoreServices& core) const;
 };
 
-/// Executes this program anew with the same arguments; the new process finds the handover. Returns only
+/// Restarts this program with the same arguments; the new process finds the handover. Returns only
 /// when that failed, with the reason.
-std::string executeAnew(char** argv, const Handover& handover);
+std::string restartProgram(char** argv, const Handover& handover);
 /// Of the process before, if there was one; once.
 std::optional<Handover> takeHandover();
 

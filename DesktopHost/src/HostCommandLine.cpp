@@ -145,7 +145,7 @@ class HostOptions {
         return option->group(group);
     }
 
-    CLI::App app_{"Puts the Heedbanner widgets on the desktop and tells of your events in time.",
+    CLI::App app_{"Puts the Heedbanner widgets on the desktop and reminds you of your events in time.",
                   "heedbanner-desktop"};
     HostRequest request_;
     std::string added_;

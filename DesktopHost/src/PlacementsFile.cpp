@@ -40,7 +40,7 @@ class Reader {
             if (const auto shows = value->asBool()) {
                 contents.showsNotifications = *shows;
             } else {
-                tell("notifications", "must be true or false");
+                report("notifications", "must be true or false");
             }
         }
         if (const auto urgent = text(root, "urgent")) {
@@ -49,7 +49,7 @@ class Reader {
             } else if (*urgent == "never") {
                 contents.urgent = UrgentAlerts::never;
             } else if (*urgent != "soon") {
-                tell("urgent", "must be soon, always or never");
+                report("urgent", "must be soon, always or never");
             }
         }
         if (const auto* value = root.find("scale")) {
@@ -57,20 +57,20 @@ class Reader {
             if (scale && *scale >= 0.5 && *scale <= 4) {
                 contents.scale = *scale;
             } else {
-                tell("scale", "must be a number from 0.5 to 4");
+                report("scale", "must be a number from 0.5 to 4");
             }
         }
         const auto* tables = root.find(tableName);
         if (!tables) return contents;
         if (!tables->asArray()) {
-            tell(std::string(tableName), "must be an array of tables, [[widget]]");
+            report(std::string(tableName), "must be an array of tables, [[widget]]");
             return contents;
         }
         for (std::size_t i = 0; i < tables->asArray()->size(); ++i) {
             prefix_ = "widget " + std::to_string(i + 1);
             const auto* table = (*tables->asArray())[i].asDictionary();
             if (!table) {
-                tell("", "must be a table");
+                report("", "must be a table");
             } else if (auto widget = widgetOf(*table)) {
                 widget->table = i;
                 contents.widgets.push_back(*std::move(widget));
@@ -84,13 +84,13 @@ class Reader {
         PlacedWidget widget;
         widget.name = text(table, "name").value_or("");
         if (widget.name.empty()) {
-            tell("name", "is missing; the widget is left out");
+            report("name", "is missing; the widget is left out");
             return std::nullopt;
         }
         if (const auto family = text(table, "family")) {
             const auto known = platform::widgetFamily(*family);
             if (!known) {
-                tell("family", "must be small, medium or large; the widget is left out");
+                report("family", "must be small, medium or large; the widget is left out");
                 return std::nullopt;
             }
             widget.family = *known;
@@ -99,7 +99,7 @@ class Reader {
             if (const auto known = platform::cornerNamed(*corner)) {
                 widget.placement.corner = *known;
             } else {
-                tell("corner", "must be top-start, top-end, bottom-start or bottom-end");
+                report("corner", "must be top-start, top-end, bottom-start or bottom-end");
             }
         }
         widget.placement.output = text(table, "output").value_or("");
@@ -115,7 +115,7 @@ class Reader {
         const auto* value = table.find(key);
         if (!value) return std::nullopt;
         if (const auto* found = value->asString()) return *found;
-        tell(key, "must be a text");
+        report(key, "must be a text");
         return std::nullopt;
     }
     std::optional<double> number(const PropertyDictionary& table, const char* key) {
@@ -123,11 +123,11 @@ class Reader {
         if (!value) return std::nullopt;
         const auto found = value->asDouble();
         if (found && std::isfinite(*found)) return found;
-        tell(key, "must be a number");
+        report(key, "must be a number");
         return std::nullopt;
     }
 
-    void tell(const std::string& field, std::string what) {
+    void report(const std::string& field, std::string what) {
         if (!diagnostics_) return;
         const std::string separator = prefix_.empty() || field.empty() ? "" : ", ";
         diagnostics_->report({.file = file_, .field = prefix_ + separator + field, .text = std::move(what)});

@@ -73,7 +73,7 @@ struct RunningHost::Parts {
     void playShownKinds();
     void didReload();
     void refreshNotice();
-    void executeAnew();
+    void restartProgram();
     std::vector<platform::MenuItem> itemsOf(const platform::Url& target);
     void makeGallery();
     void showGallery();
@@ -168,7 +168,7 @@ void RunningHost::Parts::makeSignals() {
                                      scheduler->clockChanged();
                                      alerts->clockChanged();
                                  },
-                             .zoneOrFormatChanged = [this] { executeAnew(); },
+                             .zoneOrFormatChanged = [this] { restartProgram(); },
                              .placementsChanged = [this] { placements.refresh(); },
                              .didReload = [this] { didReload(); },
                              .termination = [this] { hasEnded = true; }});
@@ -231,12 +231,12 @@ void RunningHost::Parts::refreshNotice() {
     if (gallery) gallery->setDemonstration(notice.title.has_value());
 }
 
-void RunningHost::Parts::executeAnew() {
+void RunningHost::Parts::restartProgram() {
     const auto kept = Handover::of(world.core.manager(), alerts->handledAndAnswered());
     // Nobody would be left to answer their buttons.
     alerts->withdrawAll();
     platform::DeferredWrites::finish();
-    const std::string reason = hbr::executeAnew(world.argv, kept);
+    const std::string reason = hbr::restartProgram(world.argv, kept);
     world.environment->diagnostics->report({.severity = platform::Diagnostic::Severity::error,
                                             .text = "the time zone or the clock's format changed, but the "
                                                     "program could not restart: " +
@@ -286,7 +286,7 @@ void RunningHost::start(const HostRequest& request) {
         if (const auto handover = std::exchange(parts.handover, std::nullopt)) {
             parts.world.core.manager().restoreSnoozedInvocations(handover->invocations(parts.world.core));
             parts.world.core.manager().reloadEvents(true);
-            // The request was that of the program that was executed anew.
+            // The request was that of the program that restarted.
             parts.didHandleRequest();
         }
     }));

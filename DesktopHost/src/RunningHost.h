@@ -22,7 +22,7 @@ class RunningHost {
         const HeedbannerWidgetBundle& bundle;
         const WidgetCatalogue& catalogue;
         PlacementsFile placements;
-        /// For executing the program anew.
+        /// For restarting the program.
         char** argv;
     };
 

@@ -42,7 +42,7 @@ class WidgetBoard {
     /// Stands in every widget in place of its entry; nothing takes it away.
     void setNotice(std::optional<platform::WidgetContent> notice);
     void setBadge(const std::optional<std::string>& tooltip);
-    /// Draws everything anew.
+    /// Draws everything again.
     void invalidate();
     /// Lifts the widgets; the keyboard goes to the first with the name, if any.
     void lift(std::string_view name);

@@ -25,7 +25,7 @@ class WidgetGallery {
         std::function<void()> closed;
     };
 
-    /// Shows it in front. `demonstration` is asked for its snapshots once.
+    /// Shows it in front. Takes the snapshots of `demonstration` once.
     WidgetGallery(platform::DesktopSession& session, const platform::WidgetDesk& desk,
                   const platform::WidgetBundle& bundle, const platform::WidgetBundle& demonstration,
                   const WidgetCatalogue& catalogue, bool isDemonstration, Actions actions);

@@ -21,7 +21,7 @@ struct Entry {
     std::string text;
 };
 
-/// A form of another key's text for some numbers ("KEY#one"): it stands in the table only.
+/// A form of another key's text for some numbers ("KEY#one"): only the table has it.
 bool isPluralForm(const Entry& entry) {
     return entry.key.find('#') != std::string::npos;
 }
@@ -127,7 +127,7 @@ std::vector<Entry> readCatalogue(const std::string& file) {
         try {
             const auto& entry = entries.emplace_back(parseEntry(line));
             if (!argumentsOf.emplace(entry.key, entry.arguments).second)
-                throw std::runtime_error("the key stands twice");
+                throw std::runtime_error("the key appears twice");
             const auto of = argumentsOf.find(entry.key.substr(0, entry.key.find('#')));
             if (of == argumentsOf.end() || of->second != entry.arguments)
                 throw std::runtime_error("a form of no text with these arguments above it");

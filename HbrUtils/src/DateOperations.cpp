@@ -73,7 +73,7 @@ Date endOfDay(Date date, const Calendar& calendar) {
     return calendar.startOfDay(calendar.addingDays(beginning, 1)).addingTimeInterval(-1);
 }
 
-// By subtraction: made anew from its reading, a moment in the second of two equal hours would move to the
+// By subtraction: made again from its reading, a moment in the second of two equal hours would move to the
 // first.
 Date removingSeconds(Date date, const Calendar& calendar) {
     const int second = calendar.timeZone().localTime(date).second;

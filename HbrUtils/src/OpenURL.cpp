@@ -6,7 +6,7 @@ namespace {
 
 std::optional<std::string> openText(const std::string& text, platform::Workspace& workspace) {
     const auto url = platform::Url::parse(text);
-    return url ? workspace.open(*url) : "\"" + text + "\" is no valid link";
+    return url ? workspace.open(*url) : "\"" + text + "\" is not a valid link";
 }
 
 }  // namespace

@@ -86,7 +86,7 @@ void print(const std::string& line) {
     }
 }
 
-void tellTarget() {
+void notifyTarget() {
     if (auto target = MxLogger::logTarget()) target->logTextDidChange(MxLogger::logString());
 }
 
@@ -112,7 +112,7 @@ void MxLogger::log(std::string_view message, Level level, const std::optional<Lo
         print(messages.back());
         if (std::ssize(messages) > maxLogLines()) messages.pop_front();
     }
-    platform::MainQueue::shared().async(tellTarget);
+    platform::MainQueue::shared().async(notifyTarget);
 }
 
 void MxLogger::debug(const std::optional<LogCategory>& category, std::string_view message) {

@@ -21,7 +21,7 @@ TEST(TextDecoding, Base64IsReadWholeOrNotAtAll) {
         EXPECT_EQ(decodedBase64(text), bytes) << text;
 }
 
-TEST(TextDecoding, WhatIsNoEscapeInQuotedPrintableStays) {
+TEST(TextDecoding, WhatIsNotAnEscapeInQuotedPrintableStays) {
     EXPECT_EQ(decodedQuotedPrintable("M=C3=BCller =3d 1=0A2"), "Müller = 1\n2");
     EXPECT_EQ(decodedQuotedPrintable("a=XYb=C"), "a=XYb=C");
 }

@@ -75,7 +75,7 @@ class CalendarFixture {
         if (!store_) store_ = std::make_unique<platform::EKEventStore>(environment, center, sources());
         return *store_;
     }
-    /// A store that reads everything anew.
+    /// A store that reads everything again.
     void restart() { store_.reset(); }
 
     std::vector<platform::EKEventRef> events(std::string_view from, std::string_view to) {

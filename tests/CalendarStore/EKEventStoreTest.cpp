@@ -90,7 +90,7 @@ TEST(EKEventStore, LinksAreFollowedAndOnlyRegularFilesOpened) {
     fs::create_symlink(fixture.folder() / "a/pipe.ics", fixture.folder() / "a/to-pipe.ics");
     EXPECT_THAT(fixture.list(dayStart, dayEnd),
                 testing::UnorderedElementsAre("2026-03-04 09:00Z 0m own", "2026-03-04 09:00Z 0m linked"));
-    EXPECT_THAT(fixture.diagnostics(), Contains(HasSubstr("pipe.ics:0 is no regular file")));
+    EXPECT_THAT(fixture.diagnostics(), Contains(HasSubstr("pipe.ics:0 is not a regular file")));
     EXPECT_EQ(fixture.store().calendars(EKEntityType::event).size(), 1u);
 }
 
@@ -129,15 +129,15 @@ TEST(EKEventStore, DelegatedAccountsFormAStoreOfTheirOwn) {
         1u);
 }
 
-TEST(EKEventStore, EveryChangeIsSeenAndToldOnce) {
+TEST(EKEventStore, EveryChangeIsSeenAndReportedOnce) {
     CalendarFixture fixture;
     fixture.write("a.ics", meeting("before"));
     EXPECT_THAT(fixture.list(dayStart, dayEnd), ElementsAre("2026-03-04 09:00Z 0m before"));
-    std::atomic<int> told = 0;
-    const auto observation = fixture.center.observe(eventStoreChangedNotification, [&] { ++told; });
+    std::atomic<int> reported = 0;
+    const auto observation = fixture.center.observe(eventStoreChangedNotification, [&] { ++reported; });
     const auto expectChange = [&](int times, const std::vector<std::string>& lines) {
         fixture.store().refreshSourcesIfNecessary();
-        EXPECT_TRUE(eventually([&] { return told == times; })) << told;
+        EXPECT_TRUE(eventually([&] { return reported == times; })) << reported;
         EXPECT_EQ(fixture.list(dayStart, dayEnd), lines);
     };
     expectChange(0, {"2026-03-04 09:00Z 0m before"});
@@ -145,7 +145,7 @@ TEST(EKEventStore, EveryChangeIsSeenAndToldOnce) {
     expectChange(1, {"2026-03-04 09:00Z 0m behind"});
     fixture.write("b.ics", meeting("second", "2"));
     fixture.store().refreshSourcesIfNecessary();
-    EXPECT_TRUE(eventually([&] { return told == 2; }));
+    EXPECT_TRUE(eventually([&] { return reported == 2; }));
     EXPECT_EQ(fixture.list(dayStart, dayEnd).size(), 2u);
     std::filesystem::remove(fixture.folder() / "b.ics");
     expectChange(3, {"2026-03-04 09:00Z 0m behind"});
@@ -162,8 +162,8 @@ TEST(EKEventStore, WatchingNoticesEveryWayInWhichFilesChange) {
     CalendarFixture fixture;
     const auto folder = fixture.folder();
     fixture.write("a.ics", meeting("one"));
-    std::atomic<int> told = 0;
-    const auto observation = fixture.center.observe(eventStoreChangedNotification, [&] { ++told; });
+    std::atomic<int> reported = 0;
+    const auto observation = fixture.center.observe(eventStoreChangedNotification, [&] { ++reported; });
     fixture.store().startWatching();
     const auto shows = [&](const std::vector<std::string>& titles) {
         std::vector<std::string> lines;
@@ -195,11 +195,11 @@ TEST(EKEventStore, WatchingNoticesEveryWayInWhichFilesChange) {
             return fixture.list(dayStart, dayEnd).size() == (file[4] == 'a' ? 2u : 3u);
         })) << "a folder that came later is watched too";
     }
-    const int before = told;
+    const int before = reported;
     for (int i = 0; i < 100; ++i)
         fixture.write("burst" + std::to_string(i) + ".ics", meeting("more", "more" + std::to_string(i)));
     EXPECT_TRUE(eventually([&] { return fixture.list(dayStart, dayEnd).size() == 103; }));
-    EXPECT_LT(told - before, 10) << "a hundred files are not told one by one";
+    EXPECT_LT(reported - before, 10) << "a hundred files are not reported one by one";
 }
 
 /// One account whose texts are in memory.
@@ -341,15 +341,15 @@ TEST(EKEventStore, ARecordStaysTheSameObjectUntilItsItemChanges) {
     EXPECT_EQ(fixture.events(dayStart, dayEnd)[0]->calendar->color.hexString(), "#123456");
 }
 
-TEST(EKEventStore, MayBeLetGoOfByWhatItTells) {
+TEST(EKEventStore, MayBeReleasedByItsObserver) {
     CalendarFixture fixture;
     auto store = std::make_shared<EKEventStore>(fixture.environment, fixture.center, fixture.sources());
     std::promise<void> released;
-    std::atomic<bool> isTold = false;
+    std::atomic<bool> isReported = false;
     const auto observation = fixture.center.observe(eventStoreChangedNotification, [&] {
         released.get_future().wait();
         store.reset();
-        isTold = true;
+        isReported = true;
     });
     fixture.write("a.ics", meeting("one"));
     auto asking = store;
@@ -358,7 +358,7 @@ TEST(EKEventStore, MayBeLetGoOfByWhatItTells) {
     asking->refreshSourcesIfNecessary();
     asking.reset();
     released.set_value();
-    EXPECT_TRUE(eventually([&] { return isTold.load(); }));
+    EXPECT_TRUE(eventually([&] { return isReported.load(); }));
     // What is left of it ends on the main queue.
     bool isDrained = false;
     MainQueue::shared().async([&] { isDrained = true; });

@@ -23,7 +23,7 @@ TEST(ItemScanner, ANulCharacterIsLeftOutOfATitle) {
                 ElementsAre("2026-03-04 09:00Z 0m null"));
 }
 
-TEST(ItemScanner, BadItemsAreLeftOutAloneAndTold) {
+TEST(ItemScanner, BadItemsAreLeftOutAloneAndReported) {
     const std::pair<const char*, const char*> cases[] = {
         {"BEGIN:VEVENT\nUID:x\nSUMMARY:no start\nEND:VEVENT\n", "a.ics:3 event without DTSTART; left out"},
         {"BEGIN:VEVENT\nUID:x\nDTSTART:20260230T090000Z\nEND:VEVENT\n",
@@ -155,10 +155,11 @@ TEST(ItemScanner, WhatNoRealFileHoldsIsLeftOutWithADiagnostic) {
             platform::ZonePool zones;
             const auto file = platform::scanItems("a.ics", one.file(one.limit + isAbove), diagnostics, zones);
             EXPECT_EQ(one.kept(file), isAbove ? one.keptAbove : one.limit) << one.diagnostic << one.limit;
-            const auto told = diagnostics.all();
-            const bool isTold = isAbove && *one.diagnostic;
-            ASSERT_EQ(told.size(), isTold ? 1 : 0) << one.diagnostic << (told.empty() ? "" : told[0].text);
-            for (const auto& diagnostic : told)
+            const auto reported = diagnostics.all();
+            const bool isReported = isAbove && *one.diagnostic;
+            ASSERT_EQ(reported.size(), isReported ? 1 : 0)
+                << one.diagnostic << (reported.empty() ? "" : reported[0].text);
+            for (const auto& diagnostic : reported)
                 EXPECT_THAT(diagnostic.text, HasSubstr(one.diagnostic));
         }
     }
@@ -195,7 +196,7 @@ TEST(ZonePool, ADefinitionIsNotChangedByBrokenOnesAndByPartsOutsideOfIt) {
     }
 }
 
-TEST(ZoneLookup, APathIsNoZone) {
+TEST(ZoneLookup, APathIsNotAZone) {
     CalendarFixture fixture;
     EXPECT_THAT(fixture.list(test::event("DTSTART;TZID=../../etc/passwd:20260304T100000"),
                              "2026-03-01T00:00:00Z", "2026-04-01T00:00:00Z"),

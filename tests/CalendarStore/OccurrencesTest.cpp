@@ -107,7 +107,7 @@ TEST(Occurrences, KnowTheirPlaceInTheSeries) {
               test::at("2026-03-03T09:00:00Z"));
 }
 
-TEST(Occurrences, HostileRulesCostLittleAndAreTold) {
+TEST(Occurrences, HostileRulesCostLittleAndAreReported) {
     CalendarFixture fixture;
     const auto items =
         event("UID:a\nSUMMARY:every second\nDTSTART:20010101T000000Z\nRRULE:FREQ=SECONDLY") +

@@ -154,12 +154,12 @@ TEST_F(CNContactStoreTest, GivesAPictureOnlyFromBytesThatAreOne) {
          ""},
         {"PHOTO;VALUE=uri:http://192.0.2.1/a.png\r\n", "4.0", false, ""},
         {"PHOTO:https://192.0.2.1/a.png\r\n", "4.0", false, ""},
-        {"NOTE:x\r\nPHOTO;ENCODING=b:iVBO*w0KGgo=\r\n", "3.0", false, "one.vcf:6: PHOTO: is no readable"},
-        {"PHOTO;ENCODING=b:SGVsbG8=\r\n", "3.0", false, "PHOTO: is no picture"},
+        {"NOTE:x\r\nPHOTO;ENCODING=b:iVBO*w0KGgo=\r\n", "3.0", false, "one.vcf:6: PHOTO: is not readable"},
+        {"PHOTO;ENCODING=b:SGVsbG8=\r\n", "3.0", false, "PHOTO: is not a picture"},
         {"PHOTO;ENCODING=b:iVBORw0KGgoAAAANSUhEUgAAG1gAABtY\r\n", "3.0", false,
          "PHOTO: takes too long to decode (7000 × 7000 pixels); left out"},
-        {"PHOTO;ENCODING=b:\r\n", "3.0", false, "PHOTO: is no readable base64"},
-        {"PHOTO:data:image/svg+xml,%3Csvg/%3E\r\n", "4.0", false, "PHOTO: is no readable base64"},
+        {"PHOTO;ENCODING=b:\r\n", "3.0", false, "PHOTO: is not readable base64"},
+        {"PHOTO:data:image/svg+xml,%3Csvg/%3E\r\n", "4.0", false, "PHOTO: is not readable base64"},
     };
     for (const auto& [photo, version, isPicture, complaint] : cases) {
         environment.diagnostics = std::make_shared<CollectedDiagnostics>();
@@ -178,7 +178,7 @@ TEST_F(CNContactStoreTest, GivesAPictureOnlyFromBytesThatAreOne) {
     EXPECT_EQ(find("a@x.org")[0].thumbnailImageData->format(), ImageBytes::Format::png);
 }
 
-TEST_F(CNContactStoreTest, APictureThatIsTooLargeIsLeftOutAndTheCardCounts) {
+TEST_F(CNContactStoreTest, APictureThatIsTooLargeIsLeftOutAndTheCardIsKept) {
     environment.home.write("contacts/one.vcf",
                            card("EMAIL:a@x.org\r\nPHOTO;ENCODING=b:" +
                                 std::string(std::size_t{15} << 20, 'A') + "\r\nN:Large;Very\r\n"));
@@ -207,8 +207,9 @@ TEST_F(CNContactStoreTest, ABadCardIsLeftOutAloneWithFileAndLine) {
         EXPECT_THAT(names(absent), IsEmpty()) << absent;
     for (const char* complaint :
          {"bad.vcf:1: VCARD: has no END:VCARD", "bad.vcf:8: VCARD: has neither a name nor an address",
-          "bad.vcf:12: VCARD: END:VCARD without its BEGIN", "bad.vcf:16: is no property",
-          "bad.vcf:19: VCARD: has no END:VCARD", "text.vcf: holds no card", "pipe.vcf: is no regular file"}) {
+          "bad.vcf:12: VCARD: END:VCARD without its BEGIN", "bad.vcf:16: is not a property",
+          "bad.vcf:19: VCARD: has no END:VCARD", "text.vcf: holds no card",
+          "pipe.vcf: is not a regular file"}) {
         EXPECT_THAT(diagnostics(), HasSubstr(complaint));
     }
     EXPECT_EQ(store->report()[0].cards, 3u);

@@ -62,7 +62,7 @@ TEST_F(Accessibility, NamesTheTextsAndEachTargetWhichCanBeActivated) {
     EXPECT_EQ(program->waitForLine("opened"), "opened heedbanner://joinCall/standup");
 }
 
-TEST_F(Accessibility, IsNotToldOfEachTickOfATimer) {
+TEST_F(Accessibility, IsNotNotifiedOfEachTickOfATimer) {
     show({"medium top-end"});
     ASSERT_TRUE(isSeenAt(topEnd));
     const auto listener =
@@ -73,8 +73,8 @@ TEST_F(Accessibility, IsNotToldOfEachTickOfATimer) {
         ASSERT_TRUE(waitUntil([&] { return screen().picture().differences(before, 0) > 0; }));
     }
     program->order("title Another");
-    const auto told = listener->waitForLine("changed");
-    EXPECT_TRUE(told && told->find("'Another'") != std::string::npos) << told.value_or("nothing");
+    const auto reported = listener->waitForLine("changed");
+    EXPECT_TRUE(reported && reported->find("'Another'") != std::string::npos) << reported.value_or("nothing");
 }
 
 TEST_F(Accessibility, ReachesTheGalleryAndTheCard) {

@@ -33,7 +33,7 @@ TEST_F(WidgetsOnX11, AreRoundWithAShadowWhereWindowsAreBlendedAndSquareElsewhere
     EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, corner), container); }));
 }
 
-TEST_F(WidgetsOnX11, StandInColumnsBelowEverything) {
+TEST_F(WidgetsOnX11, AreInColumnsBelowEverything) {
     show({"medium top-end", "medium top-end", "small bottom-start", "medium top-end", "medium top-end"});
     const int step = mediumHeight + 12;
     EXPECT_TRUE(isSeenAt(topEnd));
@@ -159,7 +159,7 @@ TEST_F(WidgetsOnX11, TakeTheKeyboardWhenLiftedAndGiveItBack) {
     }
 }
 
-TEST_F(WidgetsOnX11, TickWithoutMakingTheirViewsAnewAndOnlyWhereTheTextIs) {
+TEST_F(WidgetsOnX11, TickWithoutMakingTheirViewsAgainAndOnlyWhereTheTextIs) {
     show({"medium top-end"}, 3590);
     ASSERT_TRUE(isSeenAt(topEnd));
     const auto before = screen().picture();

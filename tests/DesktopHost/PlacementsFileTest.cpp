@@ -75,7 +75,7 @@ TEST_F(PlacementsFileTest, ChangesWhatChangedAndKeepsCommentsUnknownKeysAndBadEn
     EXPECT_THAT(diagnostics(), HasSubstr("widget 2, name: is missing"));
 }
 
-TEST_F(PlacementsFileTest, WritesALayoutThatItCannotEditAnew) {
+TEST_F(PlacementsFileTest, RewritesALayoutThatItCannotEdit) {
     write("widget = [{name = \"current\", flavour = 1}]\nnotifications = false\n");
     ASSERT_TRUE(file.update(
         [](std::vector<PlacedWidget>& widgets) { widgets[0].family = WidgetFamily::systemLarge; }));
@@ -86,7 +86,7 @@ TEST_F(PlacementsFileTest, WritesALayoutThatItCannotEditAnew) {
     EXPECT_THAT(text(), HasSubstr("flavour"));
 }
 
-TEST_F(PlacementsFileTest, ABrokenFileIsToldAndSetAsideBeforeTheFirstWrite) {
+TEST_F(PlacementsFileTest, ABrokenFileIsReportedAndSetAsideBeforeTheFirstWrite) {
     const auto path = write("[[widget]\nname = \"upcoming\"\n");
     EXPECT_TRUE(file.load().isBroken);
     EXPECT_THAT(diagnostics(), HasSubstr("desktop.toml:1"));
@@ -102,7 +102,7 @@ TEST_F(PlacementsFileTest, WhatIsWrongIsNamedAndTheRestGoesOn) {
     struct Case {
         const char* text;
         std::size_t widgets;
-        const char* told;
+        const char* reported;
     };
     for (const Case& c : {Case{"widget = 1", 0, "widget: must be an array of tables"},
                           Case{"[[widget]]\nname=\"a\"\nfamily=\"huge\"", 0, "widget 1, family: must be"},
@@ -113,7 +113,7 @@ TEST_F(PlacementsFileTest, WhatIsWrongIsNamedAndTheRestGoesOn) {
                           Case{"notifications = 2", 0, "notifications: must be true or false"}}) {
         write(c.text);
         EXPECT_THAT(file.load().widgets, SizeIs(c.widgets)) << c.text;
-        EXPECT_THAT(diagnostics(), HasSubstr(c.told)) << c.text;
+        EXPECT_THAT(diagnostics(), HasSubstr(c.reported)) << c.text;
     }
 }
 

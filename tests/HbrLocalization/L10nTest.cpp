@@ -66,7 +66,7 @@ TEST_F(L10nTest, TextsComeFromTheShippedTable) {
     EXPECT_EQ(LocalizedStringOrNil("TimeFormat.now"), "now");
 }
 
-TEST_F(L10nTest, EnglishStandsInForWhatATableLacks) {
+TEST_F(L10nTest, EnglishReplacesWhatATableLacks) {
     useTable(
         "de",
         R"({"TimeFormat.now": "jetzt", "TimeFormat.in": "in etwa 100%% %@", "General.all": "General.all"})");
@@ -99,7 +99,7 @@ TEST_F(L10nTest, OldPlatformsPreferTheOldWording) {
     }
 }
 
-TEST_F(L10nTest, ADamagedTableIsToldOnceAndLeavesTheEnglishTexts) {
+TEST_F(L10nTest, ADamagedTableIsReportedOnceAndLeavesTheEnglishTexts) {
     useTable("en", R"({"General.all": )");
     start();
     EXPECT_EQ(L10n::General::all(), "All");

@@ -44,7 +44,7 @@ TEST(BundleVersion, TheProgramsOwnBundleKnowsItsVersion) {
     EXPECT_TRUE(bundleVersionString(bundle));
 }
 
-TEST(BundleVersion, OnlyATextCounts) {
+TEST(BundleVersion, OnlyATextIsValid) {
     const test::TemporaryDirectory folder;
     folder.write(
         "Info.plist",

@@ -52,7 +52,7 @@ TEST(UpcomingEventsView, ShowsAsManyRowsAsFitFromTheFirst) {
     }
 }
 
-TEST(EventLists, RowsStandUnderTheHeaderAndAreHigherWhenTheListIsFull) {
+TEST(EventLists, RowsAreUnderTheHeaderAndHigherWhenTheListIsFull) {
     test::Drawing drawing;
     const auto medium = upcoming(drawing, events(drawing, 3, 30, 60), systemMedium).links();
     ASSERT_EQ(medium.size(), 3U);

@@ -27,7 +27,7 @@ TEST(WidgetStrings, AreInTheLanguageThatTheUserPrefers) {
     }
 }
 
-TEST(WidgetStrings, EnglishStandsInForWhatATableLacks) {
+TEST(WidgetStrings, EnglishReplacesWhatATableLacks) {
     test::TestEnvironment world("2026-03-04T09:00:00Z", "Europe/Berlin", "de_DE");
     test::TemporaryDirectory directory;
     directory.write("HeedbannerWidgetExtension.bundle/en.lproj/Localizable.json",

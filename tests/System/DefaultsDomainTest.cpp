@@ -106,10 +106,11 @@ TEST_F(DefaultsDomainTest, ADamagedFileIsSetAsideAndNeverOverwritten) {
         EXPECT_TRUE(domain.setValue("a", content));
     }
     EXPECT_EQ(test::readFile(file.string() + ".unreadable-3"), "half a fi");
-    EXPECT_NE(said().find("is no property list; set aside as shared.plist.unreadable-3"), std::string::npos);
+    EXPECT_NE(said().find("is not a property list; set aside as shared.plist.unreadable-3"),
+              std::string::npos);
 }
 
-TEST_F(DefaultsDomainTest, WithoutPermissionNothingIsLostAndTheReasonIsTold) {
+TEST_F(DefaultsDomainTest, WithoutPermissionNothingIsLostAndTheReasonIsReported) {
     domain.setValue("a", 1);
     chmod(folder.path().c_str(), 0755);
     chmod(file.parent_path().c_str(), 0755);
@@ -196,7 +197,7 @@ TEST_F(DefaultsDomainTest, DeferredChangesAreReadAtOnceAndStoredWhenTheLockIsFre
     close(other);
 }
 
-TEST_F(DefaultsDomainTest, WhatIsNoFileIsNeverReplaced) {
+TEST_F(DefaultsDomainTest, WhatIsNotAFileIsNeverReplaced) {
     fs::create_directories(file);
     EXPECT_FALSE(domain.value("a"));
     EXPECT_FALSE(domain.setValue("a", 1));

@@ -13,8 +13,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Collects what a watcher tells; waits with a deadline.
-class Told {
+/// Collects what a watcher reports; waits with a deadline.
+class Reports {
   public:
     FileWatcher::Callback callback() {
         return [this](const std::vector<fs::path>& changed) {
@@ -24,7 +24,7 @@ class Told {
             condition_.notify_all();
         };
     }
-    /// True when `path` is told of; forgets it then.
+    /// True when `path` was reported; forgets it then.
     bool waitFor(const fs::path& path, std::chrono::milliseconds patience = std::chrono::seconds(10)) {
         std::unique_lock lock(mutex_);
         return condition_.wait_for(lock, patience, [&] { return changed_.contains(path); }) &&
@@ -50,11 +50,11 @@ constexpr double quiet = 0.02;
 
 }  // namespace
 
-TEST(FileWatcher, TellsOfEveryWayInWhichAFileChanges) {
+TEST(FileWatcher, ReportsEveryWayInWhichAFileChanges) {
     test::TemporaryDirectory folder;
     auto file = folder.write("a/b/file", "1");
-    Told told;
-    FileWatcher watcher({file}, told.callback(), quiet);
+    Reports reports;
+    FileWatcher watcher({file}, reports.callback(), quiet);
     const std::pair<const char*, std::function<void()>> steps[] = {
         {"written in place", [&] { writeInPlace(file, "2"); }},
         {"renamed over", [&] { fs::rename(folder.write("a/b/other", "3"), file); }},
@@ -76,55 +76,55 @@ TEST(FileWatcher, TellsOfEveryWayInWhichAFileChanges) {
     };
     for (const auto& [name, step] : steps) {
         step();
-        EXPECT_TRUE(told.waitFor(file)) << name;
+        EXPECT_TRUE(reports.waitFor(file)) << name;
     }
 }
 
-TEST(FileWatcher, TellsOfTheEntriesOfAFolderAndOfAFileBehindALink) {
+TEST(FileWatcher, ReportsTheEntriesOfAFolderAndAFileBehindALink) {
     test::TemporaryDirectory folder;
     folder.write("calendar/one.ics", "1");
     folder.write("elsewhere/real.ics", "1");
     fs::create_symlink(folder / "elsewhere/real.ics", folder / "link.ics");
-    Told told;
-    FileWatcher watcher({folder / "calendar", folder / "link.ics"}, told.callback(), quiet);
+    Reports reports;
+    FileWatcher watcher({folder / "calendar", folder / "link.ics"}, reports.callback(), quiet);
 
     folder.write("calendar/two.ics", "2");
-    EXPECT_TRUE(told.waitFor(folder / "calendar"));
+    EXPECT_TRUE(reports.waitFor(folder / "calendar"));
     writeInPlace(folder / "calendar/one.ics", "3");
-    EXPECT_TRUE(told.waitFor(folder / "calendar"));
+    EXPECT_TRUE(reports.waitFor(folder / "calendar"));
     fs::remove_all(folder / "calendar");
-    EXPECT_TRUE(told.waitFor(folder / "calendar"));
+    EXPECT_TRUE(reports.waitFor(folder / "calendar"));
     fs::create_directory(folder / "calendar");
-    EXPECT_TRUE(told.waitFor(folder / "calendar"));
+    EXPECT_TRUE(reports.waitFor(folder / "calendar"));
 
     writeInPlace(folder / "elsewhere/real.ics", "4");
-    EXPECT_TRUE(told.waitFor(folder / "link.ics"));
+    EXPECT_TRUE(reports.waitFor(folder / "link.ics"));
     folder.write("elsewhere/new.ics", "5");
     fs::create_symlink(folder / "elsewhere/new.ics", folder / "next");
     fs::rename(folder / "next", folder / "link.ics");
-    EXPECT_TRUE(told.waitFor(folder / "link.ics"));
+    EXPECT_TRUE(reports.waitFor(folder / "link.ics"));
     writeInPlace(folder / "elsewhere/new.ics", "6");
-    EXPECT_TRUE(told.waitFor(folder / "link.ics"));
+    EXPECT_TRUE(reports.waitFor(folder / "link.ics"));
 }
 
-TEST(FileWatcher, ABurstIsToldOnceAndNeighboursAreNotTold) {
+TEST(FileWatcher, ABurstIsReportedOnceAndNeighboursAreNot) {
     test::TemporaryDirectory folder;
     auto file = folder.write("file", "1");
-    Told told;
-    FileWatcher watcher({file}, told.callback(), 0.2);
+    Reports reports;
+    FileWatcher watcher({file}, reports.callback(), 0.2);
     for (int i = 0; i < 50; ++i)
         folder.write("neighbour", "1");
     for (int i = 0; i < 50; ++i)
         writeInPlace(file, "2");
-    EXPECT_TRUE(told.waitFor(file));
-    EXPECT_FALSE(told.waitFor(file, std::chrono::milliseconds(300)));
-    EXPECT_EQ(told.calls(), 1);
+    EXPECT_TRUE(reports.waitFor(file));
+    EXPECT_FALSE(reports.waitFor(file, std::chrono::milliseconds(300)));
+    EXPECT_EQ(reports.calls(), 1);
 }
 
 TEST(FileWatcher, MayBeDestroyedByItsOwnCallback) {
     test::TemporaryDirectory folder;
     auto file = folder.write("file", "1");
-    Told told;
+    Reports reports;
     std::mutex mutex;
     std::unique_ptr<FileWatcher> watcher;
     std::unique_lock lock(mutex);
@@ -133,12 +133,12 @@ TEST(FileWatcher, MayBeDestroyedByItsOwnCallback) {
         [&](const auto& changed) {
             std::lock_guard inner(mutex);
             watcher.reset();
-            told.callback()(changed);
+            reports.callback()(changed);
         },
         quiet);
     lock.unlock();
     writeInPlace(file, "2");
-    EXPECT_TRUE(told.waitFor(file));
+    EXPECT_TRUE(reports.waitFor(file));
     std::lock_guard after(mutex);
     EXPECT_FALSE(watcher);
 }

@@ -45,7 +45,7 @@ TEST(Files, OnlyRegularFilesAreRead) {
     EXPECT_LT(written.size(), 1u << 20) << "this file system keeps no holes";
     std::erase(written, '\0');
     EXPECT_EQ(written, "beginend");
-    // A file whose size is told as 0 though it has content.
+    // A file whose size is reported as 0 though it has content.
     EXPECT_TRUE(readRegularFile("/proc/self/status", error)->starts_with("Name:"));
 }
 

@@ -21,7 +21,7 @@ Date at(const char* rfc3339) {
     return parseRfc3339(rfc3339).value();
 }
 
-/// Narrow no-break spaces as blanks: which of the two stands before AM is up to the library's data.
+/// Narrow no-break spaces as blanks: which of the two precedes AM is up to the library's data.
 std::string folded(std::string text) {
     for (std::size_t found; (found = text.find("\u202F")) != std::string::npos;)
         text.replace(found, 3, " ");

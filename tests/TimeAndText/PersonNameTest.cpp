@@ -58,7 +58,7 @@ TEST(PersonName, NothingIsReadFromATextWithoutLetters) {
         EXPECT_FALSE(abbreviated.personNameComponents(text)) << text;
 }
 
-TEST(PersonName, GivenPartsStandWholeInTheOrderOfTheirScript) {
+TEST(PersonName, GivenPartsStayWholeInTheOrderOfTheirScript) {
     const std::tuple<PersonNameComponents, const char*, const char*> cases[] = {
         {{.givenName = "ada", .familyName = "lovelace"}, "ada lovelace", "AL"},
         {{.givenName = "Maria José", .familyName = "de la Cruz"}, "Maria José de la Cruz", "MD"},

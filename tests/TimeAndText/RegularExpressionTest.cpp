@@ -29,7 +29,7 @@ TEST(RegularExpression, HonoursItsOptions) {
     EXPECT_TRUE(RegularExpression("^b", {.anchorsMatchLines = true}).matchesAnywhere("a\nb"));
 }
 
-TEST(RegularExpression, ASearchThatRunsAwayIsNoMatch) {
+TEST(RegularExpression, ASearchThatRunsAwayDoesNotMatch) {
     const std::string text(60, 'a');
     EXPECT_FALSE(RegularExpression("(a+)+$").matchesAnywhere(text + "!"));
     EXPECT_FALSE(RegularExpression("(a|aa)+$").matchesAnywhere(text + "!"));

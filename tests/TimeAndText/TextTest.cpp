@@ -5,7 +5,7 @@
 namespace platform {
 namespace {
 
-TEST(Text, WhatIsNoUtf8BecomesReplacementCharacters) {
+TEST(Text, WhatIsNotUtf8BecomesReplacementCharacters) {
     EXPECT_EQ(sanitizedUtf8("a\xff b\xc3"), "a\uFFFD b\uFFFD");
     EXPECT_EQ(sanitizedUtf8("é😀"), "é😀");
 }

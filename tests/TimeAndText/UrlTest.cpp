@@ -9,7 +9,7 @@ std::string shown(const std::optional<std::string>& text) {
     return text ? *text : "(none)";
 }
 
-TEST(Url, EncodesWhatMayNotStandThereAndLeavesTheRest) {
+TEST(Url, EncodesInvalidCharactersAndLeavesTheRest) {
     const char* const cases[][2] = {
         // null: no URL
         {"https://us02.Example.com:443/j/123%20a?pwd=a%26b&x=1#f%C3%A9",
@@ -40,7 +40,7 @@ TEST(Url, EncodesWhatMayNotStandThereAndLeavesTheRest) {
         const auto url = Url::parse(text);
         EXPECT_EQ(url ? url->absoluteString() : "(none)", expected ? expected : "(none)") << text;
         if (url) {
-            EXPECT_EQ(Url::parse(url->absoluteString()), url) << "made anew from its own text";
+            EXPECT_EQ(Url::parse(url->absoluteString()), url) << "made again from its own text";
         }
     }
 }
@@ -76,7 +76,7 @@ TEST(Url, TakesItselfApart) {
     }
 }
 
-TEST(Url, QueryItemsAreDecodedOnceAndTheFirstOfANameCounts) {
+TEST(Url, QueryItemsAreDecodedOnceAndTheFirstOfANameIsUsed) {
     const Url url = Url::parse("https://h/?q=https%253A%252F%252Fx&Q=2&q=3&a+b=c+d&flag&e==&=v").value();
     EXPECT_EQ(url.queryValue("q"), "https%3A%2F%2Fx");
     EXPECT_EQ(url.queryValue("a+b"), "c+d");

@@ -7,7 +7,7 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(ImageBytes, TheHeadTellsFormatAndSize) {
+TEST(ImageBytes, TheHeadSaysFormatAndSize) {
     const std::tuple<std::string, ImageBytes::Format, std::optional<ImageBytes::PixelSize>> cases[] = {
         {"\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\1\0\0\0\0\2"s, ImageBytes::Format::png,
          ImageBytes::PixelSize{256, 2}},

@@ -43,7 +43,7 @@ TEST(PropertyValue, NumberKindsConvertOnlyWhenNothingIsLost) {
     EXPECT_FALSE(PropertyValue(std::nan("")).asInteger());
 }
 
-TEST(PropertyValue, AListWithOneElementOfAWrongKindIsOfTheWrongKind) {
+TEST(PropertyValue, AListWithOneElementOfAWrongTypeHasTheWrongType) {
     EXPECT_EQ(PropertyValue(PropertyArray{"a", "b"}).asStrings(), (std::vector<std::string>{"a", "b"}));
     EXPECT_FALSE(PropertyValue(PropertyArray{"a", 1}).asStrings());
     EXPECT_EQ(PropertyValue(PropertyArray{1, 5.0, true}).asIntegers(), (std::vector<std::int64_t>{1, 5, 1}));

@@ -108,7 +108,7 @@ LaidOutNode laidOutText(const View& view, double width, Date now = Date(0)) {
     return *firstText(layOut(view, {width, 100}, context).root);
 }
 
-TEST(Layout, LinesHaveTheHeightOfTheirFontWhateverScriptStandsInThem) {
+TEST(Layout, LinesHaveTheHeightOfTheirFontWhateverTheirScript) {
     struct Case {
         double size, height;
     };
@@ -171,7 +171,7 @@ TEST(Layout, ATextIsTightenedBeforeItShrinksUnlessItsLettersJoin) {
     EXPECT_LT(fitted("1", 0.97).textScale, 1);
 }
 
-TEST(Layout, ACutOffTextTellsWhatIsLeftOfIt) {
+TEST(Layout, ACutOffTextSaysWhatIsLeftOfIt) {
     struct Case {
         const char* content;
         bool isRightToLeft;
@@ -204,7 +204,7 @@ TEST(Layout, BreaksAndControlCharactersOfATextBecomeBlanks) {
     EXPECT_EQ(laidOutText(text("line\nbreaks\n\nin a title").lineLimit(1), 300).lines, 1);
 }
 
-TEST(Layout, TextsOfARowStandOnOneBaseline) {
+TEST(Layout, TextsOfARowShareOneBaseline) {
     ViewContext context;
     const View row = hstack({.alignment = VerticalAlignment::firstTextBaseline},
                             {text("12").font(system(30)), text("12").font(system(11))});
@@ -244,7 +244,7 @@ TEST(Timer, CountsBegunSecondsDownAndWholeSecondsUp) {
     EXPECT_EQ(layOut(timer(target), {300, 100}, egypt).root.children.at(0).text, "٠:٥٩");
 }
 
-TEST(Timer, TellsWhenItShowsAnotherText) {
+TEST(Timer, SaysWhenItShowsAnotherText) {
     ViewContext context;
     const Date target(1000);
     const auto tree = layOut(vstack({}, {text("x"), timer(target)}), {100, 100}, context);
@@ -269,7 +269,7 @@ TEST(TapTargets, TheInnermostLinkIsHitAndLabelsLeaveInnerLinksOut) {
     EXPECT_FALSE(tree.linkAt({100, 5}));
 }
 
-TEST(Accessibility, SaysLinksAndWhatStandsOutsideThemAndNothingTwice) {
+TEST(Accessibility, SaysLinksAndWhatIsOutsideThemAndNothingTwice) {
     using Role = AccessibleElement::Role;
     const Url row = Url::parse("heedbanner://preview/1").value();
     const View camera = box(20, 20).accessibilityHidden();

@@ -181,7 +181,7 @@ TEST(Painters, ASymbolIsPaintedInTheForegroundColour) {
     EXPECT_TRUE(world.diagnostics->all().empty());
 }
 
-TEST(Painters, AMissingOrBrokenSymbolIsToldOnceAndTheRestIsDrawn) {
+TEST(Painters, AMissingOrBrokenSymbolIsReportedOnceAndTheRestIsDrawn) {
     test::TestEnvironment world;
     world.home.write("symbols/broken.svg", "<svg");
     world.change().resourceDirectories = {world.home.path()};

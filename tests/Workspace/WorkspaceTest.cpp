@@ -47,7 +47,7 @@ class DesktopWorkspaceTest : public testing::Test {
     static inline test::TemporaryDirectory* home = nullptr;
 };
 
-TEST_F(DesktopWorkspaceTest, HandsTheUrlToTheProgramAsItStands) {
+TEST_F(DesktopWorkspaceTest, HandsTheUrlToTheProgramAsItIs) {
     const std::string url = "hbrcall://zoom.us/join?confno=1&pwd=$(touch%20x);%27`id`|x";
     const auto workspace = platform::Workspace::shared();
     const auto parsed = platform::Url::parse(url).value();

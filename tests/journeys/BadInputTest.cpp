@@ -39,7 +39,7 @@ TEST_F(BadInput, AWrongLocationIsRefusedByName) {
     expect("agenda", {"Kept"});
 }
 
-TEST_F(BadInput, ABadItemIsSkippedAloneAndDoctorTellsWhich) {
+TEST_F(BadInput, ABadItemIsSkippedAloneAndDoctorSaysWhich) {
     expectEach({{"setup ~/calendars"},
                 {"doctor", 0, {"calendars: 1 file, 1 event"}},
                 {"doctor --json", 0, {R"("findings": [])"}}});
@@ -75,7 +75,7 @@ TEST_F(BadInput, DoctorNamesASettingOfTheWrongTypeOrOutOfRange) {
     EXPECT_EQ(type("settings set includeTravelTime true").err, "") << "the lead was not set";
 }
 
-TEST_F(BadInput, ASettingsFileThatIsNoneIsSetAsideNotOverwritten) {
+TEST_F(BadInput, ABadSettingsFileIsSetAsideNotOverwritten) {
     home.write("config/heedbanner/" + test::sharedSettings, "garbage");
     EXPECT_NE(expect("settings set timeOffsetSeconds 5m").err, "");
     int setAside = 0;

@@ -38,7 +38,7 @@ TEST_F(Contacts, AnEventsCardNamesItsParticipants) {
     EXPECT_EQ(ask("accounts list").asArray()->size(), 1u);
 }
 
-TEST_F(Contacts, WhatCannotBeActedOnIsToldByName) {
+TEST_F(Contacts, WhatCannotBeActedOnIsReportedByName) {
     expectEach({{"contacts add ~/people"},
                 {"show quarter", 3, {"several events match \"quarter\":\n  today, 9:40"}},
                 {"show lunch", 3, {"no event matches \"lunch\""}},

@@ -61,7 +61,7 @@ TEST_F(DesktopHost, SaysWhatWasMeantByASlip) {
     struct Case {
         Arguments arguments;
         int exitCode;
-        const char* told;
+        const char* reported;
     };
     for (const Case& c :
          {Case{{"upcomin:small"}, 1, "did you mean \"upcoming\"?"},
@@ -71,8 +71,8 @@ TEST_F(DesktopHost, SaysWhatWasMeantByASlip) {
           Case{{"--add", "current:small", "--at", "left"}, 2, "see --help"},
           Case{{"--focus"}, 3, "no heedbanner-desktop is running"}}) {
         const auto outcome = runDesktop(c.arguments);
-        EXPECT_EQ(outcome.exitCode, c.exitCode) << c.told;
-        EXPECT_THAT(outcome.err, HasSubstr(c.told));
+        EXPECT_EQ(outcome.exitCode, c.exitCode) << c.reported;
+        EXPECT_THAT(outcome.err, HasSubstr(c.reported));
     }
     EXPECT_THAT(runDesktop({"--help"}).out, HasSubstr("--add"));
 }
@@ -202,7 +202,7 @@ TEST_F(DesktopHost, StartedByTheBusForACardItShowsNothingElseAndEndsWithIt) {
     EXPECT_TRUE(waitUntilGone()) << "a request that shows nothing leaves nothing behind";
 }
 
-TEST_F(DesktopHost, AnAlertIsToldOnceAndASnoozeFromOutsideTellsItAgain) {
+TEST_F(DesktopHost, AnAlertIsShownOnceAndASnoozeFromOutsideShowsItAgain) {
     setUpCalendars();
     EXPECT_EQ(companion({"snooze", "Planning", "--minutes", "5"}).exitCode, 3);
     constexpr int startsIn = 30;
@@ -216,7 +216,7 @@ TEST_F(DesktopHost, AnAlertIsToldOnceAndASnoozeFromOutsideTellsItAgain) {
 
     EXPECT_EQ(companion({"snooze", "Planning", "--until-start"}).exitCode, 0);
     notifications->pressOnArrival("default");
-    // A further change loads the events anew.
+    // A further change loads the events again.
     writeEvent("second.ics", "Later", 7200);
     ASSERT_TRUE(notifications->waitFor(2, startsIn + 30));
     EXPECT_TRUE(notifications->shown()[0].isClosed);
@@ -365,7 +365,7 @@ TEST_F(DesktopHost, ManyAlertsAtOnceComeAsAFewMessagesOrCardsAndOneForTheRest) {
     }
 }
 
-TEST_F(DesktopHost, ANewTimeZoneOrClockExecutesItAnewWithItsSnoozes) {
+TEST_F(DesktopHost, ANewTimeZoneOrClockRestartsItWithItsSnoozes) {
     const auto zone = home / "localtime";
     std::filesystem::create_symlink("/usr/share/zoneinfo/Europe/Berlin", zone);
     variables["TZ"] = ":" + zone.string();
@@ -425,7 +425,7 @@ TEST_F(DesktopHost, OnWaylandItFollowsItsOutputAndTakesTheKeyboardAndMoreWidgets
     }));
 }
 
-TEST_F(DesktopHost, StandsThereAsItIsDrawnIntoAFileAndLooksLikeTheToolkitWherePortalsAreMissing) {
+TEST_F(DesktopHost, LooksAsItIsDrawnIntoAFileAndLikeTheToolkitWherePortalsAreMissing) {
     setUpCalendars();
     struct Case {
         const char* language;

@@ -33,7 +33,7 @@ class DesktopJourney : public Journey {
     void setUpCalendars(const Arguments& options = {});
 
     VirtualScreen& screen() { return desktop.screen(); }
-    /// The screen once it stands still.
+    /// The screen once it no longer changes.
     Picture picture();
     bool waitForAnotherPicture(const Picture& before);
     bool hasWindow(const std::string& title);

@@ -22,7 +22,7 @@ struct Case {
     std::string from;
     std::string to;
     std::vector<std::string> occurrences;
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
 };
 
 std::vector<Case> readCases(const std::filesystem::path& file) {
@@ -36,7 +36,7 @@ std::vector<Case> readCases(const std::filesystem::path& file) {
             Case& next = cases.emplace_back();
             words >> next.name >> next.zone >> next.from >> next.to;
         } else if (line[start] == '!') {
-            cases.back().told.push_back(line.substr(start + 2));
+            cases.back().reported.push_back(line.substr(start + 2));
         } else {
             cases.back().occurrences.push_back(line.substr(start));
         }
@@ -154,22 +154,22 @@ TEST_F(EdgeCases, EveryCalendarGivesExactlyItsOccurrences) {
                 << one->name << ".ics, in " << zone;
         }
     }
-    // Beside them stands expected.txt.
+    // expected.txt is beside them.
     const auto files = std::distance(std::filesystem::directory_iterator(edgeCases()), {});
     EXPECT_EQ(files, static_cast<std::ptrdiff_t>(cases.size()) + 1)
         << "calendars that nothing is expected of";
 }
 
-TEST_F(EdgeCases, WhatIsWrongIsToldAndNothingElse) {
+TEST_F(EdgeCases, WhatIsWrongIsReportedAndNothingElse) {
     for (const auto& one : cases)
         addCalendar(one, "calendars");
     ASSERT_EQ(companion({"setup", home / "calendars"}).exitCode, 0);
     auto found = findings();
     for (const auto& one : cases) {
         const auto& reasons = found[one.name];
-        EXPECT_EQ(reasons.size(), one.told.size()) << one.name << ": " << onLines(reasons);
-        for (const auto& told : one.told)
-            EXPECT_THAT(reasons, ::testing::Contains(HasSubstr(told))) << one.name;
+        EXPECT_EQ(reasons.size(), one.reported.size()) << one.name << ": " << onLines(reasons);
+        for (const auto& reported : one.reported)
+            EXPECT_THAT(reasons, ::testing::Contains(HasSubstr(reported))) << one.name;
     }
 }
 
@@ -205,7 +205,7 @@ std::string manyDates() {
     return lines;
 }
 
-TEST_F(EdgeCases, HostileCalendarsAreBoundedAndToldAndTheRestIsShown) {
+TEST_F(EdgeCases, HostileCalendarsAreBoundedAndReportedAndTheRestIsShown) {
     const struct {
         std::string lines;
         std::string reason;

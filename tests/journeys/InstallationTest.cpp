@@ -32,7 +32,7 @@ class Installation : public test::Journey {
         }
         return found;
     }
-    /// What stands in the first group, wherever the expression is found in the file.
+    /// What is in the first group, wherever the expression is found in the file.
     static std::vector<std::string> found(const fs::path& file, const std::string& expression) {
         const std::string text = test::readFile(file);
         const std::regex wanted(expression, std::regex::multiline);

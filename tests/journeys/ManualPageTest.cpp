@@ -19,7 +19,7 @@ class ManualPage : public test::Journey {
         return result;
     }
 
-    /// `word` stands in the page as a word of its own.
+    /// `word` is in the page as a word of its own.
     static bool names(const std::string& page, const std::string& word) {
         const auto isPart = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '-'; };
         for (auto at = page.find(word); at != std::string::npos; at = page.find(word, at + 1)) {

@@ -31,7 +31,7 @@ class NotificationRecorder {
     bool waitUntil(const std::function<bool()>& holds, double seconds);
     /// Handles what arrives for so long.
     void handleFor(double seconds) { waitFor(SIZE_MAX, seconds); }
-    /// As if the user pressed the button of all that come, before the service has told their numbers.
+    /// As if the user pressed the button of all that come, before the service has reported their numbers.
     void pressOnArrival(const std::string& action);
 
   private:

@@ -152,7 +152,7 @@ TEST_F(Setup, WhatOtherProgramsAndUsualPlacesHoldBecomesAccountsOnce) {
     }
 }
 
-TEST_F(Setup, APlaceThatCannotBeReadIsToldAndTheRestIsAdded) {
+TEST_F(Setup, APlaceThatCannotBeReadIsReportedAndTheRestIsAdded) {
     write({{".calendars/a.ics", "hidden"}});
     chmod((home / ".calendars").c_str(), 0);
     // Root reads everything unless it gives that up.

@@ -113,7 +113,7 @@ TEST_F(StatusLine, EachBarGetsItsOwnForm) {
                 {"status --within soon", 2}});
 }
 
-TEST_F(StatusLine, AFollowerPrintsChangesAndEndsWhenTold) {
+TEST_F(StatusLine, AFollowerPrintsChangesAndEndsOnRequest) {
     const auto follower = follow("{title}");
     EXPECT_EQ(lines(follower, 1).size(), 1u);
     home.write("cal/sooner.ics", oneEvent("Sooner", "20261125T095500Z", "20261125T100000Z"));

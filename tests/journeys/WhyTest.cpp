@@ -45,7 +45,7 @@ TEST_F(Why, EachCauseIsNamedAndItsCommandMakesTheEventAppear) {
     struct Case {
         std::string content;
         std::vector<std::string> choices;
-        /// "ID" stands for the event's identifier.
+        /// "ID" is replaced by the event's identifier.
         std::vector<std::string> causes;
     };
     const Case cases[] = {

@@ -16,7 +16,7 @@ inline platform::Date at(std::string_view rfc3339) {
     return platform::parseRfc3339(rfc3339).value();
 }
 
-/// A world of its own: temporary folders, a clock that stands still until it is set, a fixed zone and locale.
+/// A world of its own: temporary folders, a clock that stops until it is set, a fixed zone and locale.
 class TestEnvironment {
   public:
     explicit TestEnvironment(std::string_view now = "2026-03-04T09:00:00Z",

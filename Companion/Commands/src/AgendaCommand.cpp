@@ -46,7 +46,7 @@ class AgendaCommand final : public Command {
             console.out() << agendaText(context, agenda, ids_);
         }
         console.out().flush();
-        tellWhatIsNew(context);
+        reportWhatIsNew(context);
         return ExitCode::done;
     }
 
@@ -64,12 +64,12 @@ class AgendaCommand final : public Command {
         return writeJson(array, 2);
     }
 
-    static void tellWhatIsNew(CommandContext& context) {
-        tellWhatIsNew(context, platform::EKEntityType::event, "Agenda.newCalendars");
-        tellWhatIsNew(context, platform::EKEntityType::reminder, "Agenda.newTaskLists");
+    static void reportWhatIsNew(CommandContext& context) {
+        reportWhatIsNew(context, platform::EKEntityType::event, "Agenda.newCalendars");
+        reportWhatIsNew(context, platform::EKEntityType::reminder, "Agenda.newTaskLists");
     }
 
-    static void tellWhatIsNew(CommandContext& context, platform::EKEntityType type, std::string_view key) {
+    static void reportWhatIsNew(CommandContext& context, platform::EKEntityType type, std::string_view key) {
         const auto choices = collectionChoices(context, type);
         const std::int64_t count = std::ranges::count_if(choices, &CollectionChoice::isNew);
         if (count > 0) context.addRemark(companionText(*context.environment(), key, {count}));

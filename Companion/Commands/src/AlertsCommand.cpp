@@ -80,8 +80,8 @@ class AlertsCommand final : public Command {
             if (heading != day) text += (day.empty() ? "" : "\n") + console.bold(heading) + "\n";
             day = heading;
             text += "  " + padded(time(alert), width) + " " + console.colored("▌", alert.event->color) + " " +
-                    titleOf(*alert.event, *context.environment()) + console.faint(details(alert, formatters)) +
-                    "\n";
+                    titleOf(*alert.event, *context.environment()) +
+                    console.faint(details(alert, formatters)) + "\n";
         }
         return text;
     }

@@ -117,11 +117,11 @@ class SetupCommand final : public Command {
         for (const auto& note : found.notes)
             context.console().err() << companionText(*context.environment(), "Setup.note", {onOneLine(note)})
                                     << "\n";
-        // It is no error when the usual places are empty.
+        // It is not an error when the usual places are empty.
         std::erase_if(plan.refusals, [](const auto& one) { return one.code == ExitCode::nothingThere; });
         const ExitCode code = complain(context, plan);
         if (plan.accounts.empty()) {
-            tellWhatToDo(context);
+            showWhatToDo(context);
             return worse(ExitCode::nothingThere, code);
         }
         const SetupAnswers given = answers(context);
@@ -149,7 +149,7 @@ class SetupCommand final : public Command {
         return code;
     }
 
-    static void tellWhatToDo(const CommandContext& context) {
+    static void showWhatToDo(const CommandContext& context) {
         const auto& home = context.environment()->homeDirectory;
         std::string looked;
         for (const auto& folder : usualFolders(*context.environment()))

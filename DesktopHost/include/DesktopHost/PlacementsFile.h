@@ -37,7 +37,7 @@ enum class UrgentAlerts { soon, always, never };
 ///                           or "soon", those of an event that begins within a minute
 ///   scale = 1.25            logical pixels per point, before the desktop's text scaling
 /// A bad entry is left out with a diagnostic that names file and field. Writing keeps it, unknown keys and
-/// comments. A file that is no TOML is set aside before the first write.
+/// comments. A file that is not TOML is set aside before the first write.
 class PlacementsFile {
   public:
     explicit PlacementsFile(platform::EnvironmentRef environment);

@@ -71,7 +71,7 @@ std::string requiredText(const platform::PropertyDictionary& entry, std::size_t 
     const auto* text = required(entry, position, key).asString();
     if (!text)
         throw std::runtime_error("\"" + std::string(key) + "\" of entry " + std::to_string(position) +
-                                 " is no text");
+                                 " is not a text");
     return *text;
 }
 
@@ -79,7 +79,7 @@ bool requiredBoolean(const platform::PropertyDictionary& entry, std::size_t posi
     const auto* truth = std::get_if<bool>(&required(entry, position, key).storage());
     if (!truth)
         throw std::runtime_error("\"" + std::string(key) + "\" of entry " + std::to_string(position) +
-                                 " is no boolean");
+                                 " is not a boolean");
     return *truth;
 }
 
@@ -89,7 +89,7 @@ std::vector<VideoConferenceService> readServices(const std::filesystem::path& fi
     if (!content) fail(file, error);
     const auto list = platform::readPropertyList(
         std::span(reinterpret_cast<const std::uint8_t*>(content->data()), content->size()));
-    if (!list) throw std::runtime_error("it is no property list");
+    if (!list) throw std::runtime_error("it is not a property list");
     return decodeServices(*list);
 }
 
@@ -110,13 +110,13 @@ platform::PropertyValue encodeServices(const std::vector<VideoConferenceService>
 
 std::vector<VideoConferenceService> decodeServices(const platform::PropertyValue& list) {
     const auto* entries = list.asArray();
-    if (!entries) throw std::runtime_error("it is no list of services");
+    if (!entries) throw std::runtime_error("it is not a list of services");
     std::vector<VideoConferenceService> services;
     services.reserve(entries->size());
     for (std::size_t i = 0; i < entries->size(); ++i) {
         const auto position = i + 1;
         const auto* entry = (*entries)[i].asDictionary();
-        if (!entry) throw std::runtime_error("entry " + std::to_string(position) + " is no dictionary");
+        if (!entry) throw std::runtime_error("entry " + std::to_string(position) + " is not a dictionary");
         services.push_back({requiredText(*entry, position, "id"), requiredText(*entry, position, "regex"),
                             requiredText(*entry, position, "name"),
                             requiredBoolean(*entry, position, "supportsNativeApp")});

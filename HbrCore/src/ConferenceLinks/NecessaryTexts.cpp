@@ -80,7 +80,7 @@ class PatternReader {
                 skipSet();
                 quantifier();
             } else {
-                // ".", "^", "$" or an escape that stands for a kind of character or place.
+                // ".", "^", "$" or an escape for a class of characters or a position.
                 rest_.remove_prefix(rest_.front() == '\\' ? 2 : 1);
                 quantifier();
             }
@@ -89,7 +89,7 @@ class PatternReader {
         return best;
     }
 
-    /// The next character when it stands for itself; else nothing is read.
+    /// The next character when it is a literal; else nothing is read.
     std::optional<char> literal() {
         const char c = rest_.front();
         if (c == '\\') {

@@ -33,7 +33,7 @@ DeepLinkOutcome withEvent(const CoreServices& core, std::string_view eventID, co
     return action(*std::move(event));
 }
 
-/// The web page that the calendar gives for the event; an address that leads into a call is no page of it.
+/// The web page that the calendar gives for the event; the address of a call is not such a page.
 std::optional<platform::Url> ownPage(const CoreServices& core, const Event& event) {
     const auto stored = core.aggregatedEventStore().eventWithIdentifier(event.id);
     if (!stored || !stored->url || !core.parser().parse(*stored->url).empty()) return std::nullopt;

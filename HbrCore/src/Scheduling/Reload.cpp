@@ -22,7 +22,7 @@ using platform::EKEventRef;
 using platform::EKReminderRef;
 
 /// One reload on its way through the threads. The store's worker hands it over to the main queue and keeps
-/// nothing of it: the last one to let go of the store must not be the store's own thread.
+/// nothing of it: the store's own thread must not be the last to release the store.
 struct Reload {
     std::shared_ptr<ReloadContext> context;
     std::uint64_t number = 0;

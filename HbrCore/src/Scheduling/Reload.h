@@ -36,7 +36,7 @@ struct ReloadContext {
     platform::Atomic<std::weak_ptr<CalendarEventManagerDelegate>> delegate;
 };
 
-/// How a reload is asked for.
+/// How a reload is requested.
 enum class ReloadKind {
     /// A new one, announced at its end.
     announced,

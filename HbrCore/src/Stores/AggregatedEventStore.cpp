@@ -280,7 +280,7 @@ std::vector<Event> AggregatedEventStore::pendingEvents(platform::Date now, const
 
 void AggregatedEventStore::pendingAppleReminderEvents(platform::Date now, Choices choices,
                                                       EventsCompletion completion) const {
-    // Holds no store: the last one to let go of a store must not be its own worker thread.
+    // Holds no store: a store's own worker thread must not be the last to release it.
     auto select = [environment = state_->environment, choices = std::move(choices), now,
                    completion = std::move(completion)](const std::vector<EKReminderRef>& reminders) {
         std::vector<Event> candidates;

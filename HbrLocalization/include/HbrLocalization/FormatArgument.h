@@ -22,7 +22,7 @@ template <class T>
 concept HasDescription =
     (std::is_arithmetic_v<T> && !std::same_as<T, char> && !std::same_as<T, wchar_t>) || DescribesItself<T>;
 
-/// What stands for "%@": any value, by its textual description. A text is only valid during the call it is
+/// The argument of "%@": any value, by its textual description. A text is only valid during the call it is
 /// passed to.
 class ValueArgument {
   public:
@@ -52,7 +52,7 @@ class ValueArgument {
     std::optional<std::string> description_;
 };
 
-/// What stands for "%d" and "%i": a whole number, never a text, a truth value or a fraction.
+/// The argument of "%d" and "%i": a whole number, never a text, a truth value or a fraction.
 class IntegerArgument {
   public:
     template <class T>

@@ -38,7 +38,7 @@ class StringBundle {
     /// BCP 47 tag of the language in use; empty when the bundle holds none.
     const std::string& language() const { return language_; }
     bool isRightToLeft() const { return isRightToLeft_; }
-    /// Nothing when the table or the key is missing. A table that cannot be read is told as a diagnostic.
+    /// Nothing when the table or the key is missing. A table that cannot be read is reported as a diagnostic.
     std::optional<std::string> text(std::string_view key, std::string_view table) const;
     /// The same in English, whatever the language in use.
     std::optional<std::string> englishText(std::string_view key, std::string_view table,

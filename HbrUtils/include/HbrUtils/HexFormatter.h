@@ -17,7 +17,7 @@ class HexFormatter {
     std::optional<std::string> string(const platform::PropertyValue& object) const;
     /// The text without one leading "#"; always succeeds.
     std::string getObjectValue(std::string_view text) const;
-    /// Whether the text may stand in the field while the user types.
+    /// Whether the text is valid in the field while the user types.
     bool isPartialStringValid(std::string_view text) const;
 };
 

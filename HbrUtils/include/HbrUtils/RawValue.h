@@ -5,7 +5,7 @@
 
 namespace hbr {
 
-/// The case that a stored text stands for; specialised beside each enumeration with raw texts.
+/// The case of a stored text; specialised beside each enumeration with raw texts.
 template <class T>
 std::optional<T> fromRawValue(std::string_view text);
 

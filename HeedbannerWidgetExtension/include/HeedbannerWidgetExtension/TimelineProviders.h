@@ -38,7 +38,7 @@ class NextEventProvider final : public platform::TimelineProvider<NextEventEntry
     EventSource eventManager_;
 };
 
-/// The first six upcoming events, anew every minute.
+/// The first six upcoming events, renewed every minute.
 class UpcomingEvetsProvider final : public platform::TimelineProvider<UpcomingEventsEntry> {
   public:
     static constexpr std::size_t maximumEvents = 6;
@@ -54,7 +54,7 @@ class UpcomingEvetsProvider final : public platform::TimelineProvider<UpcomingEv
     EventSource eventManager_;
 };
 
-/// All events under way, anew every minute.
+/// All events under way, renewed every minute.
 class CurrentEvetsProvider final : public platform::TimelineProvider<CurrentEventsEntry> {
   public:
     explicit CurrentEvetsProvider(EventSource eventManager) : eventManager_(std::move(eventManager)) {}

@@ -21,7 +21,7 @@ class WidgetStrings {
     /// BCP 47 tag of the language in use.
     std::string language() const;
     std::string text(std::string_view key) const;
-    /// The key's text in its form for `count`, which stands for "%i".
+    /// The key's text in its form for `count`, the argument of "%i".
     std::string counted(std::string_view key, std::size_t count) const;
 
   private:

@@ -41,7 +41,7 @@ class MxLogger {
     /// Forced: on. Otherwise as the stored switch says. The result is stored.
     static void start(bool force);
     static void stop();
-    /// Forgets the recorded lines; the target is not told.
+    /// Forgets the recorded lines; the target is not notified.
     static void clear();
 
     /// The recorded lines, oldest first, joined with line feeds.

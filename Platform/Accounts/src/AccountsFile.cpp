@@ -30,22 +30,22 @@ std::filesystem::path withHome(const std::string& location, const std::filesyste
     return location.starts_with("~/") ? home / location.substr(2) : std::filesystem::path(location);
 }
 
-/// Reads one [[account]]; what is wrong with it goes to `tell(field, text)`.
-template <class Tell>
+/// Reads one [[account]]; reports what is wrong with it: `report(field, text)`.
+template <class Report>
 std::optional<Account> accountOf(const PropertyDictionary& table, const std::filesystem::path& home,
-                                 const Tell& tell) {
+                                 const Report& report) {
     Account account;
     const auto textField = [&](const char* key) -> std::optional<std::string> {
         const auto* value = table.find(key);
         if (!value) return std::nullopt;
         if (const auto* text = value->asString()) return *text;
-        tell(key, "must be a text");
+        report(key, "must be a text");
         return std::nullopt;
     };
     account.name = textField("name").value_or("");
     const auto location = textField("location").value_or("");
     if (account.name.empty() || location.empty()) {
-        tell(account.name.empty() ? "name" : "location", "is missing; the account is left out");
+        report(account.name.empty() ? "name" : "location", "is missing; the account is left out");
         return std::nullopt;
     }
     account.location = withHome(location, home);
@@ -56,14 +56,14 @@ std::optional<Account> accountOf(const PropertyDictionary& table, const std::fil
                 account.addresses.push_back(std::move(address));
             }
         } else {
-            tell("addresses", "must be a list of texts");
+            report("addresses", "must be a list of texts");
         }
     }
     if (const auto* value = table.find("delegate")) {
         if (const auto isDelegate = value->asBool()) {
             account.isDelegate = *isDelegate;
         } else {
-            tell("delegate", "must be true or false");
+            report("delegate", "must be true or false");
         }
     }
     const auto contents = textField("contents").value_or("calendars");
@@ -71,7 +71,7 @@ std::optional<Account> accountOf(const PropertyDictionary& table, const std::fil
     if (contents == "contacts") {
         account.contents = Account::Contents::contacts;
     } else if (contents != "calendars") {
-        tell("contents", "must be \"calendars\" or \"contacts\"; the account is left out");
+        report("contents", "must be \"calendars\" or \"contacts\"; the account is left out");
         return std::nullopt;
     }
     if (kind == "birthdays") {
@@ -79,7 +79,7 @@ std::optional<Account> accountOf(const PropertyDictionary& table, const std::fil
     } else if (kind == "holidays") {
         account.kind = Account::Kind::holidays;
     } else if (kind != "ordinary") {
-        tell("kind", "must be \"ordinary\", \"birthdays\" or \"holidays\"");
+        report("kind", "must be \"ordinary\", \"birthdays\" or \"holidays\"");
     }
     return account;
 }
@@ -105,7 +105,7 @@ struct LoadedAccounts {
     /// Beside `accounts`: the tables that they were read from, and their places in the file's array.
     std::vector<PropertyDictionary> tables;
     std::vector<std::size_t> places;
-    /// Entries that are no account.
+    /// Entries that are not accounts.
     PropertyArray others;
     /// The whole file, as it was read and as it is written.
     PropertyDictionary root;
@@ -215,7 +215,7 @@ LoadedAccounts read(std::string text, const std::filesystem::path& file, const E
     if (!value) return loaded;
     const auto* tables = value->asArray();
     std::size_t number = 0;
-    const auto tell = [&](const std::string& field, std::string what) {
+    const auto report = [&](const std::string& field, std::string what) {
         diagnostics.report(
             {.file = file,
              .field = "account " + std::to_string(number) + (field.empty() ? "" : ", " + field),
@@ -223,14 +223,14 @@ LoadedAccounts read(std::string text, const std::filesystem::path& file, const E
     };
     if (!tables) {
         loaded.broken = true;
-        tell("", "must be an array of tables, [[account]]");
+        report("", "must be an array of tables, [[account]]");
         return loaded;
     }
     for (const auto& entry : *tables) {
         ++number;
         const auto* table = entry.asDictionary();
-        auto account = table ? accountOf(*table, environment.homeDirectory, tell) : std::nullopt;
-        if (!table) tell("", "must be a table");
+        auto account = table ? accountOf(*table, environment.homeDirectory, report) : std::nullopt;
+        if (!table) report("", "must be a table");
         if (account) {
             loaded.accounts.push_back(*std::move(account));
             loaded.tables.push_back(*table);

@@ -51,7 +51,7 @@ class Discovery {
                 if (entries->is_regular_file(ignored)) {
                     collection.files.push_back(entry);
                 } else {
-                    diagnostics_.report({.file = entry, .text = "is no regular file; left out"});
+                    diagnostics_.report({.file = entry, .text = "is not a regular file; left out"});
                 }
             } else if (name == "displayname" || name == "color") {
                 isNamed = isNamed || entries->is_regular_file(ignored);

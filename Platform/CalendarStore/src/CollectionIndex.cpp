@@ -36,7 +36,7 @@ struct CollectionIndex::Window {
     std::vector<Date> latestEnd;
     /// False: the entries are only the first of too many.
     bool complete = true;
-    /// A series has so many occurrences that only what is asked for is worked out.
+    /// A series has so many occurrences that only the queried interval is expanded.
     bool neverWide = false;
     std::unordered_map<const ScannedItem*, std::shared_ptr<const ItemDetails>> details;
 };

@@ -136,7 +136,7 @@ EKEventStore::EKEventStore(EnvironmentRef environment, NotificationCenter& cente
                                      std::move(delegates))) {}
 
 EKEventStore::~EKEventStore() {
-    // Let go of by what it tells, on its own worker, which cannot wait for itself.
+    // Released from a notification on its own worker, which cannot join itself.
     if (state_->worker.isCurrent()) MainQueue::shared().async([state = std::move(state_)] {});
 }
 

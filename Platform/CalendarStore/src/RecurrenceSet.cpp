@@ -115,7 +115,7 @@ std::optional<RecurrenceSet::Rule> RecurrenceSet::makeRule(const std::string& te
     std::string problem;
     auto parsed = RecurrenceRule::parse(text, problem);
     if (!parsed) {
-        resolver.tell(item, problem + " left out");
+        resolver.report(item, problem + " left out");
         return std::nullopt;
     }
     Rule rule{*parsed, RuleExpansion(*parsed, start_.local, start_.isDate), parsed->count, {}, {}};
@@ -140,7 +140,7 @@ std::optional<RecurrenceSet::Rule> RecurrenceSet::makeRule(const std::string& te
         rule.count.reset();
     }
     if (!rule.expansion.yieldsAnything(resolver.stepsOfRuleChecks())) {
-        resolver.tell(item, "recurrence rule that yields no further occurrence: " + text.substr(0, 120));
+        resolver.report(item, "recurrence rule that yields no further occurrence: " + text.substr(0, 120));
     }
     return rule;
 }

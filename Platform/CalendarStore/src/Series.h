@@ -14,14 +14,14 @@ namespace platform {
 struct ItemRecord {
     std::shared_ptr<const ScannedFile> file;
     const ScannedItem* item = nullptr;
-    /// A task without DTSTART stands at its due moment, one without any time at the beginning of time.
+    /// A task without DTSTART starts at its due moment, one without any time at the beginning of time.
     ZonedTime start;
     /// To the end of an event, to the due moment of a task.
     ItemLength length;
     std::optional<ZonedTime> recurrenceId;
 };
 
-/// One standing of an event in time.
+/// One occurrence of an event.
 struct Occurrence {
     Date start;
     Date end;
@@ -34,7 +34,7 @@ struct Occurrence {
 /// The items of one UID in one collection: the series itself and the occurrences changed by themselves.
 class Series {
   public:
-    /// Without a master the overrides stand alone. `resolver` is the master's.
+    /// Without a master there are only the overrides. `resolver` is the master's.
     Series(std::string identifier, std::optional<ItemRecord> master, std::vector<ItemRecord> overrides,
            TimeResolver* resolver);
 

@@ -26,7 +26,7 @@ bool isOlder(const Found& a, const Found& b) {
            std::tie(b.item->sequence, b.item->modified, b.file->path);
 }
 
-/// Items without a UID are told apart by what they say.
+/// Items without a UID are distinguished by their content.
 std::string identityOf(const ScannedItem& item) {
     if (!item.uid.empty()) return item.uid;
     std::string identity(1, '\0');
@@ -79,11 +79,11 @@ class Builder {
             // Of equals the later one in the file.
             if (!isOlder(candidate, *best)) best = &candidate;
         }
-        if (candidates.size() > 1) tellRepeated(candidates, *best);
+        if (candidates.size() > 1) reportRepeated(candidates, *best);
         return *best;
     }
 
-    void tellRepeated(const std::vector<Found>& candidates, const Found& best) {
+    void reportRepeated(const std::vector<Found>& candidates, const Found& best) {
         const auto& other = candidates[candidates.front().item == best.item ? 1 : 0];
         const auto times =
             candidates.size() == 2 ? std::string("twice") : std::to_string(candidates.size()) + " times";

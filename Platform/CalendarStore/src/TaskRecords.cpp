@@ -17,9 +17,9 @@ bool hasDue(const ScannedItem& item) {
     return item.end || (item.start && item.duration);
 }
 
-/// The occurrence that a recurring task stands for: the next open one, else the last open one, else the
+/// The occurrence at which a recurring task is listed: the next open one, else the last open one, else the
 /// last of all. `isCut`: it was looked for among the first ones only, because there are too many.
-Occurrence standing(const Series& series, Date now, ExpansionBudget& budget, bool& isCut) {
+Occurrence listedOccurrence(const Series& series, Date now, ExpansionBudget& budget, bool& isCut) {
     bool complete = true;
     const auto search = [&](Date from, Date to) {
         std::vector<Occurrence> found;
@@ -50,7 +50,7 @@ DateComponents componentsOf(const Calendar& calendar, Date moment, bool isDate) 
     if (isDate) {
         components.hour = components.minute = components.second = std::nullopt;
     } else if (calendar.date(components) != moment) {
-        // The second of two equal readings: only its offset tells it from the first.
+        // The second of two equal readings: only its offset distinguishes it from the first.
         const auto& zone = calendar.timeZone();
         components.timeZone = TimeZone::fixed(zone.offsetAt(moment), zone.name());
     }
@@ -67,7 +67,7 @@ EKReminderRef CollectionIndex::taskOf(const Series& series, Date now, const EKCa
     bool isCut = false;
     const auto occurrence =
         standsAlone ? Occurrence{first.start.instant(), first.length.endAfter(first.start), {}, false, &first}
-                    : standing(series, now, budget, isCut);
+                    : listedOccurrence(series, now, budget, isCut);
     if (isCut) reportTooMany(series);
     if (auto made = made_->task(occurrence, series); made && made->calendar == calendar) return made;
     auto task = makeTask(series, occurrence, calendar);
@@ -99,7 +99,7 @@ EKReminderRef CollectionIndex::makeTask(const Series& series, const Occurrence& 
         task->dueDate = occurrence.end;
         task->dueDateComponents = componentsOf(settings_.calendar, occurrence.end, dueIsDate);
     }
-    // Tasks rarely carry alarms; one that is due at a moment counts as wanting to be told.
+    // Tasks rarely carry alarms; one that is due at a moment is treated as having an alarm.
     if (hasDue(item) && !dueIsDate) task->alarms.emplace();
     if (details->alarms) {
         task->alarms.emplace();

@@ -113,7 +113,7 @@ std::optional<WrittenDuration> parseDuration(std::string_view text) {
         any = true;
         text.remove_prefix(length + 1);
     }
-    // Longer than a thousand years is no duration of anything; keeps later sums in range.
+    // Nothing lasts a thousand years; keeps later sums in range.
     if (!any || days > 366000 || seconds > std::int64_t{366000} * 86400) return std::nullopt;
     return WrittenDuration{static_cast<int>(sign * days), sign * seconds};
 }

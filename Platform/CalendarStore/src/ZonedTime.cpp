@@ -12,10 +12,10 @@ Date ItemLength::endAfter(const ZonedTime& start) const {
     return start.zone.date(local).addingTimeInterval(static_cast<double>(seconds));
 }
 
-void TimeResolver::tell(const ScannedItem& item, std::string text) {
-    if (++told_ <= limits::problems) {
+void TimeResolver::report(const ScannedItem& item, std::string text) {
+    if (++reported_ <= limits::problems) {
         diagnostics_.report({.file = file_, .line = item.line, .field = item.uid, .text = std::move(text)});
-    } else if (told_ == limits::problems + 1) {
+    } else if (reported_ == limits::problems + 1) {
         diagnostics_.report({.file = file_, .text = "more problems with times in this file"});
     }
 }
@@ -35,12 +35,14 @@ ZonedTime TimeResolver::resolveAsWritten(const WrittenTime& time, const ScannedI
     if (time.isUtc) return {time.local, TimeZone::utc(), false};
     if (!time.tzid) return {time.local, floatingZone.value_or(userZone_), false};
     if (auto zone = zones_.find(*time.tzid)) return {time.local, std::move(*zone), false};
-    tell(item, "unknown time zone \"" + *time.tzid + "\"; its times are read as local time");
+    report(item, "unknown time zone \"" + *time.tzid + "\"; its times are read as local time");
     return {time.local, userZone_, false};
 }
 
 ItemLength TimeResolver::lengthOf(const ScannedItem& item, const ZonedTime& start) {
-    const auto endsTooEarly = [&] { tell(item, "the end lies before the start; the start is taken for it"); };
+    const auto endsTooEarly = [&] {
+        report(item, "the end lies before the start; the start is taken for it");
+    };
     if (item.end) {
         const auto end = resolve(*item.end, item, start.isDate ? std::nullopt : std::optional(start.zone));
         if (start.isDate) {

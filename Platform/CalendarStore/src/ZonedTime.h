@@ -48,7 +48,7 @@ class TimeResolver {
     /// From a task's start to its due moment.
     ItemLength timeToDue(const ScannedItem& task, const ZonedTime& start);
     const TimeZone& userZone() const { return userZone_; }
-    void tell(const ScannedItem& item, std::string text);
+    void report(const ScannedItem& item, std::string text);
     /// Left for finding rules of this file that yield nothing; far more than a real file takes.
     std::int64_t& stepsOfRuleChecks() { return stepsOfRuleChecks_; }
 
@@ -61,7 +61,7 @@ class TimeResolver {
     ZoneLookup zones_;
     DiagnosticsSink& diagnostics_;
     /// Reports of this file so far.
-    int told_ = 0;
+    int reported_ = 0;
     std::int64_t stepsOfRuleChecks_ = 2'000'000;
 };
 

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
-#include "ContactCard.h"
 #include "CardLines.h"
 #include "CardProperty.h"
+#include "ContactCard.h"
 
 namespace platform {
 namespace {
 
-/// What stands behind "data:…;base64,"; nothing for another address. A comma may be escaped.
+/// What follows "data:…;base64,"; nothing for another address. A comma may be escaped.
 std::optional<std::string_view> dataOf(std::string_view address) {
     if (!equalIgnoringCase(address.substr(0, 5), "data:")) return std::nullopt;
     const auto comma = address.find(',');
@@ -44,7 +44,7 @@ std::optional<std::string> pictureOf(std::string_view cardText, int firstLine,
         if (!encoded) encoded = value;
         auto bytes = decodedBase64(*encoded);
         if (!bytes || bytes->empty()) {
-            complain(firstLine + lines.number() - 1, "PHOTO", "is no readable base64; left out");
+            complain(firstLine + lines.number() - 1, "PHOTO", "is not readable base64; left out");
             continue;
         }
         best = std::move(bytes);

@@ -62,7 +62,7 @@ std::vector<std::string> CardProperty::pieces(char separator) const {
     };
     std::vector<std::string> result;
     if (isQuotedPrintable(content_)) {
-        // What is encoded is no separator.
+        // Encoded characters do not separate.
         for (const auto piece : splitUnescaped(content_.value, separator))
             result.push_back(inUtf8(decodedQuotedPrintable(text(piece))));
         return result;

@@ -151,7 +151,7 @@ class CardReader {
     void readLine() {
         if (trimmedAscii(lines_.line()).empty()) return;
         if (!lines_.content()) {
-            if (open_) complain_(lines_.number(), "", "is no property of a card; the line is left out");
+            if (open_) complain_(lines_.number(), "", "is not a property of a card; the line is left out");
             return;
         }
         const CardProperty property(*lines_.content());

@@ -9,7 +9,7 @@
 
 namespace platform {
 
-/// What is kept of one card; its picture stays in the file until it is asked for.
+/// What is kept of one card; its picture stays in the file until it is needed.
 struct ContactCard {
     /// Of the BEGIN line, counted from 1.
     int line = 0;
@@ -28,7 +28,7 @@ struct ContactCard {
     bool hasPicture = false;
 };
 
-/// Told what is wrong with a line, or with the card that begins there.
+/// Receives what is wrong with a line, or with the card that begins there.
 using CardComplaint = std::function<void(int line, const std::string& property, const std::string& text)>;
 
 /// The cards of a text, which is UTF-8 or a single-byte character set. Bad cards are left out alone.

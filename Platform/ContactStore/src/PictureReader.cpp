@@ -53,7 +53,7 @@ std::optional<ImageBytes> PictureReader::fromFile(const CardPlace& place) const 
     auto picture = pictureOf(textOf(card, text), card.line, complain);
     if (!picture) return std::nullopt;
     auto image = ImageBytes::recognize(*std::move(picture));
-    if (!image) complain(card.line, "PHOTO", "is no picture in PNG, JPEG, GIF or WebP; left out");
+    if (!image) complain(card.line, "PHOTO", "is not a picture in PNG, JPEG, GIF or WebP; left out");
     if (image && image->pixelSize() && image->isCostly()) {
         const auto size = *image->pixelSize();
         complain(card.line, "PHOTO",

@@ -29,7 +29,7 @@ constexpr int widgetDistance = 12;
 
 /// Places the widgets of one area, each in a column from its corner on. Where the area ends, or where a
 /// widget of another corner stands that came before, a new column begins beside it. A widget for which the
-/// area has no more room stands as if its corner were alone.
+/// area has no more room is placed as if its corner were empty.
 std::vector<CornerOffset> stackInCorners(const std::vector<CornerWidget>& widgets, StackedSize area);
 
 }  // namespace platform

@@ -85,7 +85,7 @@ void GtkAppearance::refresh() {
     if (look == look_) return;
     look_ = look;
     apply();
-    observers_.tell();
+    observers_.notify();
 }
 
 void GtkAppearance::apply() const {

@@ -27,7 +27,7 @@ class GtkDesktopSession final : public DesktopSession {
     GtkAppearance& appearance() override { return appearance_; }
 
     /// A window wants the front and the keyboard, which lifted widgets would keep from it.
-    void aboutToPresentWindow() { presenting_.tell(); }
+    void aboutToPresentWindow() { presenting_.notify(); }
     [[nodiscard]] std::shared_ptr<void> observePresenting(std::function<void()> presenting) {
         return presenting_.add(std::move(presenting));
     }

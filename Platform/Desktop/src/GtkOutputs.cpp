@@ -10,7 +10,7 @@ Output::Area area(const GdkRectangle& rectangle) {
     return {rectangle.x, rectangle.y, rectangle.width, rectangle.height};
 }
 
-/// The connector's name, which the toolkit only tells through a call that it calls old.
+/// The connector's name, which the toolkit only offers through a deprecated call.
 std::string connectorName(GdkDisplay* display, int index) {
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS
     const OwnedText name(gdk_screen_get_monitor_plug_name(gdk_display_get_default_screen(display), index));
@@ -63,7 +63,7 @@ void GtkOutputs::changed() {
         G_PRIORITY_DEFAULT,
         [](gpointer self) -> gboolean {
             static_cast<GtkOutputs*>(self)->pending_ = 0;
-            static_cast<GtkOutputs*>(self)->observers_.tell();
+            static_cast<GtkOutputs*>(self)->observers_.notify();
             return G_SOURCE_REMOVE;
         },
         this, nullptr);

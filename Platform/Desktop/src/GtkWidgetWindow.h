@@ -34,7 +34,7 @@ class GtkWidgetWindow final : public WidgetWindow {
 
     bool hasContent() const { return static_cast<bool>(content_); }
     StackedSize size() const { return canvas_.size(); }
-    /// Nothing: there is no output to stand on.
+    /// Nothing: there is no output.
     void standAt(std::optional<SurfacePlace> place);
     /// The look of the desktop or the font is another one.
     void lookChanged();

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// Those who want to be told. A token ends its own observation; it may outlive the list.
+/// Callbacks to notify. A token ends its own observation; it may outlive the list.
 class Observers {
   public:
     [[nodiscard]] std::shared_ptr<void> add(std::function<void()> changed) {
@@ -16,7 +16,7 @@ class Observers {
         return token;
     }
 
-    void tell() {
+    void notify() {
         std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
         // A copy: an observer may add others or take itself away.
         for (const auto& observer : std::vector(observers_)) {

@@ -71,7 +71,7 @@ void PortalSettings::ask(bool shouldWait) {
             GError* error = nullptr;
             const Variant answer(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &error));
             if (!answer) {
-                // Cancelled: there is nobody any more to tell.
+                // Cancelled: the receiver is gone.
                 g_error_free(error);
                 return;
             }

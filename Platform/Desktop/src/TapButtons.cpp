@@ -63,10 +63,10 @@ void TapButtons::addButton() {
 }
 
 void TapButtons::tapped(std::size_t target) const {
-    // Copies: what is told may take these buttons away.
+    // Copies: the receiver may destroy these buttons.
     const Url url = targets_[target].url;
-    const auto tell = events_.tapped;
-    tell(url);
+    const auto notify = events_.tapped;
+    notify(url);
 }
 
 void TapButtons::setHovered(GtkWidget* button, bool isHovered) {

@@ -55,7 +55,7 @@ class WidgetCanvas {
   private:
     enum class Speech {
         now,
-        /// Once in a while: what only ticks is said no oftener.
+        /// Timer ticks are announced at most once a minute.
         seldom,
     };
     /// False: nothing is to be painted.
@@ -69,7 +69,7 @@ class WidgetCanvas {
     std::vector<TapTarget> said(std::vector<TapTarget> targets, Speech speech);
 
     GtkFixed* parent_;
-    /// Kept until the end: widgets that go tell of it when these are gone from the window.
+    /// Kept until the end: widgets that are destroyed report it when these have left the window.
     Object<GtkWidget> area_;
     Object<GtkWidget> badge_;
     TapButtons buttons_;

@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-/// Milliseconds after which a window manager that says nothing is no longer waited for.
+/// Milliseconds to wait for the answer of a window manager.
 constexpr guint patience = 500;
 
 bool hasWindowManager(GdkDisplay* display) {

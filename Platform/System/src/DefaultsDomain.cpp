@@ -89,7 +89,7 @@ struct DefaultsDomain::State {
                                      const std::error_code& error) { file->reportLock(names, error); },
                 .didDefer =
                     [weak = std::weak_ptr(state)] {
-                        if (const auto living = weak.lock()) living->tellObservers();
+                        if (const auto living = weak.lock()) living->notifyObservers();
                     }});
         return state;
     }
@@ -99,7 +99,7 @@ struct DefaultsDomain::State {
         return values ? values : DefaultsFile::noValues();
     }
 
-    void tellObservers() {
+    void notifyObservers() {
         auto values = read();
         std::vector<std::shared_ptr<Observation>> living;
         {
@@ -202,7 +202,7 @@ std::shared_ptr<DefaultsDomain::Observation> DefaultsDomain::observe(std::vector
             state_->watcher = std::make_unique<FileWatcher>(
                 std::vector{state_->file->path()},
                 [weak = std::weak_ptr(state_)](const auto&) {
-                    if (auto state = weak.lock()) state->tellObservers();
+                    if (auto state = weak.lock()) state->notifyObservers();
                 },
                 quietSeconds, state_->diagnostics);
         }
@@ -211,7 +211,7 @@ std::shared_ptr<DefaultsDomain::Observation> DefaultsDomain::observe(std::vector
         std::erase_if(state_->observations, [](const auto& each) { return each.expired(); });
         state_->observations.push_back(observation);
     }
-    // A change told to the others before this one was known to them.
+    // The others were notified of a change before they knew this one.
     observation->compare(*state_->read());
     return observation;
 }

@@ -119,7 +119,7 @@ std::shared_ptr<const PropertyDictionary> DefaultsFile::readIfPossible() {
     const auto wait = DeferredWrites::areOn() ? FileLock::Wait::never : FileLock::Wait::patiently;
     if (const auto held = FileLock::of(file_, error, wait)) return readForChange(*held);
     if (error != FileLock::heldError()) reportLock("", error);
-    report("", "is no property list");
+    report("", "is not a property list");
     return nullptr;
 }
 
@@ -145,10 +145,10 @@ bool DefaultsFile::setDamagedAside(const Lock&) {
     std::error_code error;
     auto aside = setAside(file_, error);
     if (!aside) {
-        report("", "is no property list and cannot be set aside: " + error.message());
+        report("", "is not a property list and cannot be set aside: " + error.message());
         return false;
     }
-    report("", "is no property list; set aside as " + aside->filename().string());
+    report("", "is not a property list; set aside as " + aside->filename().string());
     lastRead_.reset();
     outcome_ = Outcome::absent;
     return true;

@@ -88,7 +88,7 @@ ClockFormatChange::ClockFormatChange(std::function<void()> changed) : state_(std
     state_->changed = std::move(changed);
     const std::string signal = std::string("changed::") + keyName;
     g_signal_connect(state_->settings.get(), signal.c_str(), G_CALLBACK(State::compare), state_.get());
-    // Only a key that was read is told of.
+    // GSettings signals only keys that were read before.
     state_->known = chosen(state_->settings.get());
 }
 

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// Which folders inotify has to watch, with which mask, so that every change of the targets is told, also
+/// Which folders inotify has to watch, with which mask, so that every change of the targets is reported, also
 /// when they or the folders above them vanish and come back.
 using FileWatchPlan = std::map<std::filesystem::path, std::uint32_t>;
 

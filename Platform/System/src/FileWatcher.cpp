@@ -80,14 +80,14 @@ class Watch {
             if (isStopped_) return;
             readEvents();
             if (touched_.empty() || Clock::now() < dueAt()) continue;
-            tell();
+            notify();
         }
     }
 
   private:
     using Folders = std::unordered_map<int, std::vector<fs::path>>;
 
-    /// A stream of changes that never goes quiet is told in pieces of this many quiet times.
+    /// Unbroken change is reported every so many quiet periods.
     static constexpr int longestBurst = 10;
 
     std::vector<fs::path> targetPaths() const {
@@ -97,7 +97,7 @@ class Watch {
         return paths;
     }
 
-    /// Watches what the plan says, all anew, until the plan no longer changes meanwhile.
+    /// Replaces all watches by those of the plan, until the plan no longer changes meanwhile.
     void install() {
         auto plan = planWatches(targetPaths());
         do {
@@ -182,8 +182,8 @@ class Watch {
         touched_.insert(target);
     }
 
-    void tell() {
-        // Watched anew before the callback looks: what changes after its look is seen.
+    void notify() {
+        // Watched again before the callback reads: what changes after it has read is noticed.
         if (isPlanDoubtful_ || planWatches(targetPaths()) != plan_ || hasLostWatch()) install();
         std::vector<fs::path> changed;
         for (std::size_t index : touched_) {

@@ -18,7 +18,7 @@ using HourCycleLookup = std::function<std::optional<HourCycle>()>;
 
 /// Texts by LANGUAGE, else LC_ALL, LC_MESSAGES, LANG; formats by LC_ALL, LC_TIME, LANG. C and POSIX mean
 /// en_US. The desktop's clock decides between 12 and 24 hours even where LC_TIME is set, for desktops set
-/// that for everyone who chose a region; LC_ALL is how one command is told otherwise and holds over it.
+/// that for everyone who chose a region; LC_ALL sets it for one command and comes first.
 Locale processLocale(const VariableLookup& variable, const HourCycleLookup& desktopClock);
 
 }  // namespace platform

@@ -40,7 +40,7 @@ struct WallClockTimer::Source {
         when.it_value.tv_sec = static_cast<time_t>(seconds);
         when.it_value.tv_nsec = std::min(static_cast<long>(std::ceil(fraction * 1e9)), 999'999'999L);
         if (when.it_value.tv_sec <= 0) when.it_value = {0, 1};  // zero would disarm
-        // A clock change between two calls is told by ECANCELED; the timer runs by the new clock then.
+        // A clock change between two calls is reported as ECANCELED; the timer runs by the new clock then.
         timerfd_settime(timer.number(), TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &when, nullptr);
     }
 

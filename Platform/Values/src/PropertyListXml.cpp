@@ -52,7 +52,7 @@ std::optional<PropertyValue> leafOf(std::string_view element, std::string& text)
     return std::nullopt;
 }
 
-/// Takes the parser's events; any answer of false means that the document is no property list.
+/// Takes the parser's events; any answer of false means that the document is not a property list.
 class PropertyListBuilder {
   public:
     bool start(std::string_view element) {

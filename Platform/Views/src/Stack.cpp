@@ -65,7 +65,7 @@ class StackNode : public ViewNode {
         const auto lengths = distribute(items, spacing_, proposal.along(axis_));
         const bool isIdeal = !proposal.along(axis_);
         for (std::size_t i = 0; i < children_.size(); ++i) {
-            // An ideal length is asked for as such: a text rounds less than a proposal would make it.
+            // An ideal length is requested as such: a text rounds less than a proposal would make it.
             const auto offered = isIdeal ? std::nullopt : std::optional(lengths[i]);
             auto extent = children_[i].node()->measure(along(offered, proposal), inherited);
             (axis_ == Axis::horizontal ? extent.size.width : extent.size.height) = lengths[i];

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// How a text stands in the width it is offered.
+/// How a text fits into the width it is offered.
 struct TextPlan {
     std::shared_ptr<const ShapedText> shaped;
     double width = 0;

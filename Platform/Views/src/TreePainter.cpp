@@ -93,7 +93,7 @@ class Painter {
 
     void paintLine(const TextPlan& plan, int line, Point origin) const {
         const SavedState saved(cairo_);
-        // Quarters of a pixel are as exact as an eye can tell.
+        // Quarters of a pixel are as exact as an eye can see.
         constexpr double steps = 4;
         const double x = std::round(origin.x * rules_.scale * steps) / steps;
         const double wholeX = std::floor(x), wholeY = std::round(origin.y * rules_.scale);

@@ -26,7 +26,7 @@ struct Proposal {
 };
 
 /// What a node takes of a proposal. Baselines are distances from its top; a node without text has its
-/// bottom there, and only stands in for a stack's baseline where no text does.
+/// bottom there, and is a stack's baseline only where no text is.
 struct Extent {
     Size size;
     double firstBaseline = 0;
@@ -57,7 +57,7 @@ struct Inherited {
     StackPlanCache* plans = nullptr;
 };
 
-/// One step of a layout: told a proposal it says what it takes; given a frame it adds what it draws.
+/// One step of a layout: it answers a proposal with what it takes, and adds what it draws in a frame.
 /// Immutable; leading is left here, the finished tree is mirrored for languages from the right.
 class ViewNode {
   public:

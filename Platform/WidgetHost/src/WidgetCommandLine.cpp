@@ -96,7 +96,7 @@ EnvironmentRef withClock(const EnvironmentRef& environment, const std::optional<
     const auto moment = parseRfc3339(*now);
     if (!moment) {
         throw CommandFailure(exitStatus::wrongUsage,
-                             "--now: \"" + *now + "\" is no time like 2026-03-04T09:30:00+01:00");
+                             "--now: \"" + *now + "\" is not a time like 2026-03-04T09:30:00+01:00");
     }
     auto frozen = std::make_shared<Environment>(*environment);
     frozen->clock = [moment = *moment] { return moment; };
@@ -109,7 +109,7 @@ std::string wrongScale(const std::string& text) {
     const char* end = text.data() + text.size();
     const auto [last, error] = std::from_chars(text.data(), end, scale);
     if (error == std::errc() && last == end && scale >= 0.5 && scale <= 4) return {};
-    return text + " is no number from 0.5 to 4";
+    return text + " is not a number from 0.5 to 4";
 }
 
 void addRenderOptions(CLI::App& command, RenderOptions& options) {

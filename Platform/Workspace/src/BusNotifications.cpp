@@ -134,7 +134,7 @@ class BusNotifications final : public DesktopNotifications {
             }
             self->hasCapabilities_ = true;
         }
-        // Without an answer each message gets its own chance, and tells why it failed.
+        // Without an answer each message is tried by itself and reports why it failed.
         for (auto& [tag, shown] : self->shown_) {
             if (shown.waiting) self->send(tag, shown);
         }
@@ -231,7 +231,7 @@ class BusNotifications final : public DesktopNotifications {
         static_cast<BusNotifications*>(data)->take(name, parameters);
     }
 
-    /// The service is gone, and with it what it showed; the next one counts anew.
+    /// The service is gone, and with it what it showed; the next one counts from the start.
     static void vanished(GDBusConnection*, const gchar*, gpointer data) {
         auto* self = static_cast<BusNotifications*>(data);
         self->hasCapabilities_ = false;

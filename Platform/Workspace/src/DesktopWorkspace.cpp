@@ -19,7 +19,7 @@ std::optional<std::string> displayName(const GObjectRef<GAppInfo>& program) {
     return std::string(g_app_info_get_display_name(program.get()));
 }
 
-/// The default program, if it is one for this very type: an editor of any text is no calendar.
+/// The default program, if it is one for this very type: an editor of any text is not a calendar.
 GObjectRef<GAppInfo> defaultProgram(std::string_view contentType) {
     const std::string type(contentType);
     GObjectRef<GAppInfo> program(g_app_info_get_default_for_type(type.c_str(), FALSE));

@@ -55,7 +55,7 @@ std::string typeOf(std::size_t parameterCount) {
     return "(" + std::string(parameterCount, 's') + ")";
 }
 
-/// Only a subclass is told of what comes along with a call.
+/// Only a subclass learns what comes along with a call.
 void beforeEmit(GApplication* application, GVariant* platformData) {
     const auto* state =
         static_cast<SessionApplication::State*>(g_object_get_data(G_OBJECT(application), stateKey));

@@ -42,7 +42,7 @@ TEST(EventMatch, FindsByIdBeginningOrPartOfTheTitle) {
     }
 }
 
-TEST(EventMatch, ASeriesStandsByItsNearestOccurrence) {
+TEST(EventMatch, ASeriesIsListedByItsNearestOccurrence) {
     const std::vector<Event> series = {
         event("s", "Daily", "2026-03-02T09:00:00Z"), event("s", "Daily", "2026-03-03T09:00:00Z"),
         event("s", "Daily", "2026-03-04T09:00:00Z"), event("s", "Daily", "2026-03-05T09:00:00Z")};

@@ -80,21 +80,21 @@ TEST_F(ConferenceServicesFile, ManyCopyingAtOnceLeaveOneWholeFile) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(world_->dataDirectory), {}), 1);
 }
 
-TEST_F(ConferenceServicesFile, CountsWholeOrNotAtAll) {
+TEST_F(ConferenceServicesFile, IsUsedWholeOrNotAtAll) {
     const std::string head = R"(<?xml version="1.0"?><plist version="1.0">)";
     const std::string entry =
         "<dict><key>id</key><string>a</string><key>regex</key><string>b</string>"
         "<key>name</key><string>c</string>";
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"", "no property list"},
-        {"garbage", "no property list"},
-        {head + "<dict/></plist>", "no list"},
-        {head + "<array><string>a</string></array></plist>", "entry 1 is no dictionary"},
+        {"", "not a property list"},
+        {"garbage", "not a property list"},
+        {head + "<dict/></plist>", "not a list"},
+        {head + "<array><string>a</string></array></plist>", "entry 1 is not a dictionary"},
         {head + "<array>" + entry + "<key>supportsNativeApp</key><true/></dict>" + entry +
              "</dict></array></plist>",
          "entry 2 lacks \"supportsNativeApp\""},
         {head + "<array>" + entry + "<key>supportsNativeApp</key><integer>1</integer></dict></array></plist>",
-         "no boolean"}};
+         "not a boolean"}};
     for (const auto& [content, reason] : cases) {
         write(content);
         EXPECT_TRUE(loaded().empty()) << content;

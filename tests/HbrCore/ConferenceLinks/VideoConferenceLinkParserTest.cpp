@@ -94,7 +94,7 @@ TEST(ParserWithServicesOfTheUser, TakesTheFirstServiceWhosePatternMatches) {
     std::vector<VideoConferenceService> services;
     for (std::size_t i = 0; i < patterns.size(); ++i)
         services.push_back({std::to_string(i), patterns[i], "S", false});
-    // The empty pattern matches everything: each of the others also stands alone.
+    // The empty pattern matches everything: each of the others is also tried alone.
     for (std::size_t left = 0; left < services.size(); ++left) {
         auto list = services;
         list.erase(list.begin(), list.begin() + static_cast<std::ptrdiff_t>(left));
@@ -116,7 +116,7 @@ TEST(ParserWithServicesOfTheUser, TakesTheFirstServiceWhosePatternMatches) {
     }
 }
 
-TEST(ParserWithServicesOfTheUser, APatternThatRunsAwayIsSwitchedOffAndSaidOnce) {
+TEST(ParserWithServicesOfTheUser, APatternThatRunsAwayIsSwitchedOffAndReportedOnce) {
     test::TestEnvironment world;
     world.home.write(
         "data/heedbanner/ConferenceServices.plist",
@@ -137,7 +137,7 @@ TEST(ParserWithServicesOfTheUser, APatternThatRunsAwayIsSwitchedOffAndSaidOnce) 
     EXPECT_EQ(said[0].file, world->dataDirectory / "ConferenceServices.plist");
 }
 
-TEST_F(Parser, TakesTextsThatAreNoText) {
+TEST_F(Parser, AcceptsBytesThatAreNotText) {
     const std::string link = "https://zoom.us/j/1";
     for (const std::string& noise : {std::string("\0", 1), std::string("\xFF\xC3\x28\xED\xA0\x80"),
                                      std::string("\xF0\x9F"), std::string(5'000'000, '(')}) {

@@ -20,7 +20,7 @@ std::vector<std::string> addresses(const Event& event) {
     return list;
 }
 
-TEST(Event, LinksOfAnEventStandOnceInTheOrderNotesLocationUrl) {
+TEST(Event, LinksOfAnEventAreListedOnceInTheOrderNotesLocationUrl) {
     test::TestEnvironment environment;
     const VideoConferenceLinkParser parser(environment);
     platform::EKEvent item;
@@ -57,7 +57,7 @@ TEST(Event, ParticipantsAreTheOrganizerThenAllAttendees) {
     EXPECT_EQ(people[2].status, ParticipantStatus::unknown);
 }
 
-TEST(Event, ATaskWithoutAUsableDueDateIsNone) {
+TEST(Event, ATaskWithoutAUsableDueDateMakesNoEvent) {
     const platform::Calendar calendar(platform::TimeZone::named("Europe/Berlin").value());
     platform::EKReminder task;
     EXPECT_FALSE(Event::fromAppleReminder(task, calendar));

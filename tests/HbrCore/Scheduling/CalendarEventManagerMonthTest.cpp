@@ -34,7 +34,7 @@ std::string written(double moment) {
     return text + "Z";
 }
 
-/// A standing of something in time, and what of the settings concerns it.
+/// One occurrence of something, and what of the settings concerns it.
 struct Item {
     enum Kind { event, own, task } kind;
     std::string title;

@@ -128,33 +128,33 @@ TEST(CalendarEventManager, ScreenshotModeShowsTheDemonstration) {
 }
 
 struct RecordingDelegate final : CalendarEventManagerDelegate {
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
     void didUpdateInvocations(const std::vector<AlertInvocation>& invocations) override {
         EXPECT_TRUE(platform::MainQueue::shared().isCurrent());
         std::string line = "alerts";
         for (const auto& each : invocations)
             line += " " + each.event->title.value_or("-") + (each.isSnooze ? "*" : "");
-        told.push_back(line);
+        reported.push_back(line);
     }
     void didRemoveSnoozedInvocation(const AlertInvocation& removed) override {
-        told.push_back("removed " + removed.event->title.value_or("-"));
+        reported.push_back("removed " + removed.event->title.value_or("-"));
     }
 };
 
-TEST(CalendarEventManager, AReloadTellsTheDelegateThenAnnouncesThenCompletes) {
+TEST(CalendarEventManager, AReloadNotifiesTheDelegateThenAnnouncesThenCompletes) {
     test::CoreFixture core;
     core.write("calendars/work.ics", meeting("Later", "20260304T120000Z"));
     auto& manager = core.reloaded();
     const auto delegate = std::make_shared<RecordingDelegate>();
     manager.setDelegate(delegate);
-    const auto observation = core.services().center().observe(didReloadEventsNotification,
-                                                              [&] { delegate->told.push_back("announced"); });
+    const auto observation = core.services().center().observe(
+        didReloadEventsNotification, [&] { delegate->reported.push_back("announced"); });
     bool isDone = false;
     manager.reloadEvents(true, [&] { isDone = true; });
     runUntil([&] { return isDone; });
     core.environment.advance(1);
     reloadAndWait(core.services());
-    EXPECT_THAT(delegate->told, ElementsAre("alerts Later", "announced", "alerts Later"));
+    EXPECT_THAT(delegate->reported, ElementsAre("alerts Later", "announced", "alerts Later"));
 }
 
 TEST(CalendarEventManager, RequestsShareAReloadOfTheSameSecondThatKnowsEverything) {
@@ -206,9 +206,9 @@ TEST(CalendarEventManager, RequestsShareAReloadOfTheSameSecondThatKnowsEverythin
             runUntil([&] { return answered == 3; });
             const auto expected = isQuiet ? c.quiet : c.announced;
             if (std::string_view(c.change) == "a calendar") {
-                EXPECT_GE(silent->told.size(), expected) << c.change;
+                EXPECT_GE(silent->reported.size(), expected) << c.change;
             } else {
-                EXPECT_EQ(silent->told.size(), expected) << c.change << (isQuiet ? "" : ", announced");
+                EXPECT_EQ(silent->reported.size(), expected) << c.change << (isQuiet ? "" : ", announced");
             }
         }
     }
@@ -283,10 +283,10 @@ TEST(CalendarEventManager, SnoozesOutliveReloadsUntilHandledOrRemoved) {
     EXPECT_EQ(snoozed[2].date, later.startDate);
 
     manager.didHandleAlertInvocation(snoozed[0]);
-    delegate->told.clear();
+    delegate->reported.clear();
     manager.removeSnooze(later);
     manager.removeSnooze(manager.scheduledEvents().at(0));
-    EXPECT_THAT(delegate->told, ElementsAre("removed Later"));
+    EXPECT_THAT(delegate->reported, ElementsAre("removed Later"));
     EXPECT_EQ(manager.snoozedInvocations(), std::vector{snoozed[2]});
 
     manager.snooze(*manager.cachedEvent("own"), 10);

@@ -105,7 +105,7 @@ TEST(CalendarEventManager, ReloadsSnoozesSettingsFilesAndReadersAtOnce) {
     EXPECT_EQ(titles(manager.pendingEvents()).size() + titles(manager.scheduledEvents()).size(), 4u);
 }
 
-TEST(CalendarEventManager, MayEndWhileAChangeIsToldOnAnotherThread) {
+TEST(CalendarEventManager, MayEndWhileAChangeIsReportedOnAnotherThread) {
     test::CoreFixture core;
     for (int i = 0; i < 6; ++i) {
         CoreServices services(core.environment, {});

@@ -45,7 +45,7 @@ TEST(CallToJoin, PendingFirstThenTheOneBegunLastThenTheNextInsideItsLead) {
     }
 }
 
-TEST(CallToJoin, AnOwnReminderCountsInsideItsLead) {
+TEST(CallToJoin, AnOwnReminderIsOfferedInsideItsLead) {
     test::CoreFixture core;
     core.services().reminders().addReminder(
         {"own", test::at("2026-03-04T09:10:00Z"), "https://zoom.us/j/1", std::nullopt, 600});

@@ -16,7 +16,7 @@ using test::titles;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(AggregatedEventStore, DelegatedCalendarsCountOnceAccessWasAskedFor) {
+TEST(AggregatedEventStore, DelegatedCalendarsAreListedOnceAccessWasRequested) {
     test::CoreFixture core;
     core.account("Boss", "delegated", true);
     core.write("calendars/own.ics", meeting("Both", "20260304T120000Z") + meeting("Own", "20260304T130000Z"));
@@ -54,7 +54,7 @@ TEST(AggregatedEventStore, WithoutAccessTheRequestSaysSoAndListsAreEmpty) {
     EXPECT_THAT(services.manager().allCachedEvents(), IsEmpty());
 }
 
-TEST(AggregatedEventStore, OneOccurrenceInBothStoresStandsOnce) {
+TEST(AggregatedEventStore, OneOccurrenceInBothStoresIsListedOnce) {
     test::CoreFixture core;
     core.account("Boss", "delegated", true);
     const auto item = [](std::string_view uid, std::string_view lines) {
@@ -116,7 +116,7 @@ TEST(AggregatedEventStore, AStartLooksThroughEachFolderOnce) {
     }
 }
 
-TEST(AggregatedEventStore, LooksCalendarsUpAnewAfterAccessWasGiven) {
+TEST(AggregatedEventStore, LooksCalendarsUpAgainAfterAccessWasGiven) {
     test::CoreFixture core;
     core.account("Boss", "delegated", true);
     core.write("delegated/theirs/1.ics", meeting("Theirs", "20260304T120000Z"));
@@ -162,18 +162,18 @@ TEST(AggregatedEventStore, PendingEventsBeginWithinTheHourAndInsideTheirAlertPer
 }
 
 /// What is logged while it lives, and what is announced.
-struct Told {
-    Told() {
+struct Reports {
+    Reports() {
         MxLogger::setOutput(open("/dev/null", O_WRONLY | O_CLOEXEC));
         MxLogger::clear();
         MxLogger::start(true);
     }
-    ~Told() {
+    ~Reports() {
         MxLogger::stop();
         MxLogger::setOutput(STDOUT_FILENO);
     }
-    Told(const Told&) = delete;
-    Told& operator=(const Told&) = delete;
+    Reports(const Reports&) = delete;
+    Reports& operator=(const Reports&) = delete;
 
     /// Without stamps and markers; "posted" for the notification.
     std::vector<std::string> lines() const {
@@ -196,7 +196,7 @@ TEST(AggregatedEventStore, AccessRequestsSayWhatCameOfThem) {
         int version;
         bool isForEvents;
         bool isRefused;
-        std::vector<std::string> told;
+        std::vector<std::string> reports;
     };
     using Lines = std::vector<std::string>;
     const std::string asksCalendar = "INFO [EventKit]: Requesting Calendar access";
@@ -213,14 +213,14 @@ TEST(AggregatedEventStore, AccessRequestsSayWhatCameOfThem) {
         if (!c.hasAccount) std::filesystem::remove(platform::AccountsFile(core.environment).path());
         core.environment.change().platformVersion = {c.version, 0, 0};
         auto& store = core.services().aggregatedEventStore();
-        const Told told;
+        const Reports reports;
         int completed = 0;
         const auto completion = [&](std::exception_ptr error) {
             ++completed;
             EXPECT_EQ(static_cast<bool>(error), c.isRefused);
         };
         c.isForEvents ? store.requestCalendarAccess(completion) : store.requestReminderAccess(completion);
-        EXPECT_EQ(told.lines(), c.told);
+        EXPECT_EQ(reports.lines(), c.reports);
         EXPECT_EQ(completed, 1);
         EXPECT_EQ(store.hasCalendarAccess(), c.hasAccount);
         EXPECT_EQ(store.hasReminderAccess(), c.hasAccount);

@@ -83,7 +83,7 @@ TEST_F(ContactsStoreTest, NamesComeFromTheCardsElseFromTheCalendar) {
     EXPECT_NE(contacts.participants(event)[3].id, participants[3].id);
 }
 
-TEST_F(ContactsStoreTest, AFailingQueryCountsAsNoMatchForThatParticipantOnly) {
+TEST_F(ContactsStoreTest, AFailingQueryFindsNobodyForThatParticipantOnly) {
     const ContactsStore contacts(std::make_shared<FailingContacts>());
     const auto participants =
         contacts.participants(eventWith({data("Broken", "broken@x.org"), data("Fine", "fine@x.org")}));
@@ -92,7 +92,7 @@ TEST_F(ContactsStoreTest, AFailingQueryCountsAsNoMatchForThatParticipantOnly) {
     EXPECT_EQ(participants[1].id, "first");
 }
 
-TEST_F(ContactsStoreTest, AskingForAccessTellsWhatItGave) {
+TEST_F(ContactsStoreTest, ARequestForAccessReportsItsResult) {
     auto platformStore = std::make_shared<FailingContacts>();
     platformStore->status = platform::CNAuthorizationStatus::denied;
     ContactsStore contacts(platformStore);

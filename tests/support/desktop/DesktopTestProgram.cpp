@@ -76,16 +76,16 @@ class Program {
             .openGallery = [] { say("gallery wanted"); },
             .targetItems =
                 [](const Url& target) {
-                    const auto tell = [target] { say("item " + target.absoluteString()); };
-                    return std::vector<MenuItem>{{.label = "Details", .chosen = tell}};
+                    const auto report = [target] { say("item " + target.absoluteString()); };
+                    return std::vector<MenuItem>{{.label = "Details", .chosen = report}};
                 },
             .programItems =
                 [] {
-                    const auto tell = [] { say("toggled"); };
+                    const auto report = [] { say("toggled"); };
                     return std::vector<MenuItem>{
                         {.kind = MenuItem::Kind::submenu,
                          .label = "Settings",
-                         .submenu = {{.kind = MenuItem::Kind::toggle, .label = "Travel", .chosen = tell}}}};
+                         .submenu = {{.kind = MenuItem::Kind::toggle, .label = "Travel", .chosen = report}}}};
                 }};
         widgets_.push_back(desk_.add(identity(), widgetFamily(family).value_or(WidgetFamily::systemMedium),
                                      placement, std::move(actions)));

@@ -71,7 +71,7 @@ class VirtualScreen {
     /// Atoms of a property, by name.
     std::vector<std::string> atoms(unsigned long window, const std::string& property) const;
 
-    /// Of the root window, which tells of a window manager.
+    /// Of the root window, which a window manager sets.
     bool hasProperty(const std::string& property) const;
     /// A compositor of the X server runs.
     bool isBlended() const;

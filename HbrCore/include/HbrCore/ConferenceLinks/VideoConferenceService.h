@@ -50,7 +50,8 @@ struct VideoConferenceService {
     static const VideoConferenceService& doxyMe();
 
     /// Searches the lower-cased text of the URL, or of its safe-link target, for the pattern. A pattern
-    /// that does not compile is logged once and never matches; one that runs away is no match.
+    /// that does not compile is logged once and never matches; one that exceeds its limit of steps does not
+    /// match.
     bool matches(const platform::Url& url) const;
 
     friend bool operator==(const VideoConferenceService&, const VideoConferenceService&) = default;

@@ -44,7 +44,7 @@ struct DeepLinkOutcome {
 /// Does what a tap asks for. Main thread.
 class DeepLinkActions {
   public:
-    /// `core` must outlive this; the lists of its manager count as they are at each call.
+    /// `core` must outlive this; each call uses the manager's current lists.
     explicit DeepLinkActions(const CoreServices& core,
                              std::shared_ptr<platform::Workspace> workspace = platform::Workspace::shared());
 

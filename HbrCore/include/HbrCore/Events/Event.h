@@ -52,7 +52,7 @@ struct Event {
     std::vector<VideoConferenceLink> videoConferenceLinks;
     /// Seconds; 0 when there is none.
     double travelTime = 0;
-    /// The organizer first, then the attendees; one who is both stands twice.
+    /// The organizer first, then the attendees; one who is both is listed twice.
     std::vector<ParticipantData> participantsData;
 
     static Event fromCalendarEvent(const platform::EKEvent& event, const VideoConferenceLinkParser& parser);

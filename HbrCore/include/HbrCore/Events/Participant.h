@@ -18,7 +18,7 @@ struct Participant {
     std::optional<std::string> givenName;
     std::optional<std::string> familyName;
     std::optional<std::string> email;
-    /// What the calendar calls them; counts where there are no names.
+    /// What the calendar calls them; used where there are no names.
     std::string fallbackName;
     std::optional<platform::ImageBytes> image;
     bool isOrganizer = false;

@@ -26,7 +26,7 @@ class UserSettingsStore;
 
 inline constexpr std::string_view didReloadEventsNotification = "DidReloadEvents";
 
-/// Told about alerts, on the main queue.
+/// Notified of alerts, on the main queue.
 class CalendarEventManagerDelegate {
   public:
     virtual ~CalendarEventManagerDelegate() = default;
@@ -36,7 +36,7 @@ class CalendarEventManagerDelegate {
     virtual void didRemoveSnoozedInvocation(const AlertInvocation& invocation) = 0;
 };
 
-/// The one object that is asked for events. A reload queries the sources on the calling thread, does the
+/// Answers all questions about events. A reload queries the sources on the calling thread, does the
 /// rest on the main queue and ends there; it is started on request, by changes of calendars and own
 /// reminders and, in a long-lived process, at every whole minute. Lists are replaced as a whole and can be
 /// read from any thread. Made and destroyed on the main thread; work under way then ends by itself.

@@ -64,7 +64,7 @@ class AggregatedEventStore {
     using AccessCompletion = std::function<void(std::exception_ptr error)>;
     /// Completes with EventKitError without full access; with it, delegated calendars count from now on.
     void requestCalendarAccess(const AccessCompletion& completion);
-    /// Refused access is no error.
+    /// Refused access is not an error.
     void requestReminderAccess(const AccessCompletion& completion);
     void refreshData();
     /// Watches the sources for changes; long-lived processes only.
@@ -81,14 +81,14 @@ class AggregatedEventStore {
     /// Own lists only.
     platform::EKReminderRef reminderWithIdentifier(std::string_view identifier) const;
 
-    /// Of the active calendars; an occurrence in both stores stands once, as the own store's.
+    /// Of the active calendars; an occurrence in both stores is listed once, as the own store's.
     std::vector<platform::EKEventRef> events(platform::Date start, platform::Date end) const;
     using RemindersCompletion = std::function<void(std::vector<platform::EKReminderRef>)>;
     /// Incomplete ones due in the interval. Completes on the store's worker thread, or at once on the
     /// calling thread when no list is active.
     void reminders(platform::Date start, platform::Date end, RemindersCompletion completion) const;
 
-    /// Of every calendar, watched or not; what both stores hold stands twice, the own store's first.
+    /// Of every calendar, watched or not; what both stores hold is listed twice, the own store's first.
     std::vector<platform::EKEventRef> eventsOfAllCalendars(platform::Date start, platform::Date end) const;
     /// Of every list, watched or not, completed or not, due or not. Waits for the stores' worker threads:
     /// never to be called on one of them.

@@ -40,8 +40,8 @@ class ContactsStore {
     using AccessCompletion = std::function<void(std::exception_ptr error)>;
     /// Completes with ContactsError without access, or with what went wrong while asking.
     void requestAccess(const AccessCompletion& completion);
-    /// In the event's order; those that agree in every field stand once. Asks the contacts for each one, on
-    /// the calling thread; whom they do not know gets a new id with every call.
+    /// In the event's order; those that agree in every field are listed once. Asks the contacts for each one,
+    /// on the calling thread; whom they do not know gets a new id with every call.
     std::vector<Participant> participants(const Event& event) const;
 
   private:

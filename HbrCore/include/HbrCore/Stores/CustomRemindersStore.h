@@ -30,7 +30,7 @@ class CustomRemindersStoring {
     /// Updates the first reminder with that id to be this many seconds later, whoever else changes it
     /// meanwhile. False when there is none or it could not be stored.
     virtual bool moveReminder(std::string_view id, double seconds) = 0;
-    /// Drops what lies more than 30 calendar days back; tells nobody.
+    /// Drops what lies more than 30 calendar days back, without an announcement.
     virtual bool purgePastReminders() = 0;
     virtual std::optional<Reminder> reminder(std::string_view forID) const = 0;
     /// Both bounds included.
@@ -38,7 +38,7 @@ class CustomRemindersStoring {
 };
 
 /// Own reminders in the shared domain under "customReminders". Every read sees the newest write of any
-/// process; a block that cannot be read counts as an empty list. Writes but the purge post "RemindersChanged"
+/// process; a block that cannot be read is an empty list. Writes but the purge post "RemindersChanged"
 /// on the calling thread and are false when the file could not be written. Safe from any thread; writers
 /// never lose each other's change.
 class CustomRemindersStore final : public CustomRemindersStoring {

@@ -30,7 +30,7 @@ class EventSettingsStore {
     /// Of one event in a list that was read before.
     static std::optional<EventSettings> find(const std::optional<Settings>& settings,
                                              std::string_view eventIdentifier);
-    /// By event id, unreadable entries left out; nothing when a stored value is no data block.
+    /// By event id, unreadable entries left out; nothing when a stored value is not a data block.
     std::optional<Settings> customSettings() const;
     std::optional<EventSettings> customSettings(std::string_view forEventIdentifier) const;
     /// Entries of other events stay as they are, readable or not.

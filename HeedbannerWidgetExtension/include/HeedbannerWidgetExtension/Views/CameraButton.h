@@ -17,7 +17,7 @@ struct CameraButton {
     const platform::Environment& environment;
 
     bool isActive() const;
-    /// `ground`: what the button stands on, opaque.
+    /// `ground`: what is behind the button, opaque.
     platform::View body(const platform::ViewContext& context, platform::Color ground) const;
 };
 

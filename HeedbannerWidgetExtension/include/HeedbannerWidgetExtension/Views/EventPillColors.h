@@ -14,7 +14,7 @@ struct EventPillColors {
     platform::Color fill;
     /// The fill over the container, opaque.
     platform::Color ground;
-    /// True when the fill can hardly be told from the container, so that the pill wants an edge.
+    /// True when fill and container can hardly be distinguished, so that the pill needs an edge.
     bool needsEdge = false;
     platform::Color edge;
     platform::Color primary;

@@ -13,7 +13,7 @@ namespace platform {
 /// [[account]] with name, location, addresses, delegate, contents, kind. A bad entry is left out with a
 /// diagnostic that names file and field. Writing keeps it, and every key that is none of these; where
 /// accounts are added, changed or removed in the file's own order, comments and layout stay too. A file that
-/// is no TOML is set aside before the first write; one that holds nothing any more is removed.
+/// is not TOML is set aside before the first write; an empty one is deleted.
 class AccountsFile {
   public:
     explicit AccountsFile(EnvironmentRef environment);

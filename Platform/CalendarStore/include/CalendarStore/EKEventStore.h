@@ -20,7 +20,7 @@ namespace platform {
 inline constexpr std::string_view eventStoreChangedNotification = "EKEventStoreChanged";
 
 /// What to ask for; made by the store's predicate operations. Calendars that the store does not know are
-/// passed over; without calendars nothing is asked for.
+/// skipped; without calendars there is no query.
 struct EKPredicate {
     EKEntityType entityType = EKEntityType::event;
     Date start;
@@ -30,7 +30,7 @@ struct EKPredicate {
     bool wantsEveryTask = false;
 };
 
-/// What `doctor` tells of one collection.
+/// What `doctor` reports about one collection.
 struct CollectionReport {
     std::string account;
     std::filesystem::path location;
@@ -88,7 +88,7 @@ class EKEventStore {
     EKCalendarRef calendarWithIdentifier(std::string_view identifier) const;
     /// The first occurrence; nullptr when there is none.
     EKEventRef eventWithIdentifier(std::string_view identifier) const;
-    /// A recurring task stands for its next open due, from the environment's clock on.
+    /// A recurring task is listed at its next open due, from the environment's clock on.
     EKReminderRef reminderWithIdentifier(std::string_view identifier) const;
 
     EKPredicate predicateForEvents(Date start, Date end, std::vector<EKCalendarRef> calendars) const;

@@ -34,7 +34,7 @@ struct ContactSource {
     friend bool operator==(const ContactSource&, const ContactSource&) = default;
 };
 
-/// Tells the user's sources each time it is asked; `definedIn` is the file whose change can change them.
+/// Gives the user's sources with each call; `definedIn` is the file whose change can change them.
 struct ContactSources {
     std::function<std::vector<ContactSource>()> load;
     std::filesystem::path definedIn;
@@ -50,13 +50,13 @@ struct ContactSourceReport {
 };
 
 /// The cards (vCard 2.1, 3.0 and 4.0) of the user's sources. They are read with the first question and again
-/// when access is asked for or, after `startWatching`, when something changed; of the files only those that
+/// when access is requested or, after `startWatching`, when something changed; of the files only those that
 /// did. Pictures are read when a query asks for them, never from the network. A card that cannot be read is
 /// left out alone, with a diagnostic (file, line, reason) in the environment's sink.
 ///
 /// A predicate matches the cards with its mail address, letter case ignored; where there are none, those
 /// with its name (formatted, "given family", nickname, organization), letter case and white space ignored.
-/// Matches stand in the order of sources, files and cards.
+/// Matches are in the order of sources, files and cards.
 class CNContactStore final : public CNContactStoring {
   public:
     CNContactStore(EnvironmentRef environment, ContactSources sources);

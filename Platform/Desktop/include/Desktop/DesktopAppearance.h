@@ -21,13 +21,13 @@ struct DesktopLook {
 };
 
 /// Follows the desktop's look: the settings portal (org.freedesktop.portal.Settings) where there is one, else
-/// what the toolkit is told. Main thread.
+/// the toolkit's own settings. Main thread.
 class DesktopAppearance {
   public:
     virtual ~DesktopAppearance() = default;
 
     virtual DesktopLook current() const = 0;
-    /// Called after each change, when current() already tells it. Ends with the returned token.
+    /// Called after each change, when current() already has it. Ends with the returned token.
     [[nodiscard]] virtual std::shared_ptr<void> observe(std::function<void()> changed) = 0;
 };
 

@@ -22,7 +22,7 @@ struct Output {
     /// As the desktop names its connector: "DP-1".
     std::string name;
     Area geometry;
-    /// Without panels, where the desktop tells; else the geometry.
+    /// Without panels, where the desktop reports them; else the geometry.
     Area workArea;
     /// Device pixels per logical pixel.
     int scale = 1;

@@ -17,10 +17,10 @@ std::optional<Corner> cornerNamed(std::string_view name);
 /// Where a widget stands. Start and end follow the language's direction.
 struct WidgetPlacement {
     Corner corner = Corner::topEnd;
-    /// Name of the output; empty for the main one. While the output is away the widget stands on another one
+    /// Name of the output; empty for the main one. While the output is away the widget is on another one
     /// and returns when it comes back.
     std::string output;
-    /// Widgets of one corner stand in a column by this number, from the corner on; equal numbers in the order
+    /// Widgets of one corner form a column by this number, from the corner on; equal numbers in the order
     /// in which they were added.
     int order = 0;
     /// Where the user dragged it, if so: its top left corner in logical pixels from that of the output's work

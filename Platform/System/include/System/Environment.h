@@ -68,7 +68,7 @@ struct Environment {
 
 using EnvironmentRef = std::shared_ptr<const Environment>;
 
-/// Where the running program lies; `name` (its argv[0]) where the system does not tell.
+/// Where the running program lies; `name` (its argv[0]) where the system does not say.
 std::filesystem::path programPath(const char* name);
 
 }  // namespace platform

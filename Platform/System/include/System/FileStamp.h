@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// Tells one state of a file from another.
+/// Distinguishes one state of a file from another.
 struct FileStamp {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;

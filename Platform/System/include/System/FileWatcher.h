@@ -9,12 +9,12 @@
 
 namespace platform {
 
-/// Tells, on a worker thread of its own, that something in the watched files or folders changed (written in
+/// Reports, on a worker thread of its own, that something in the watched files or folders changed (written in
 /// place, renamed over, added, removed, vanished and come back; of a folder its own entries, not those of
-/// the folders in it). `changed` holds the watched paths as absolute paths, not the entries. A burst is told
-/// once, after it went quiet for `quietSeconds`, at the latest after ten times that. Never polls. Watching
-/// begins before the constructor returns; destruction waits for a call under way, unless the call itself
-/// destroys the watcher.
+/// the folders in it). `changed` holds the watched paths as absolute paths, not the entries. A burst is
+/// reported once, after it went quiet for `quietSeconds`, at the latest after ten times that. Never polls.
+/// Watching begins before the constructor returns; destruction waits for a call under way, unless the call
+/// itself destroys the watcher.
 class FileWatcher {
   public:
     using Callback = std::function<void(const std::vector<std::filesystem::path>& changed)>;

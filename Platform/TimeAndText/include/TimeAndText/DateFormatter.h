@@ -24,7 +24,7 @@ class DateFormatter {
     static DateFormatter withPattern(const Locale& locale, const Calendar& calendar,
                                      std::string_view pattern);
     /// Medium date and short time where days next to `now` are words (today, tomorrow, …) in the form that
-    /// stands in the middle of a sentence.
+    /// is in the middle of a sentence.
     static DateFormatter relativeDateAndTime(const Locale& locale, const Calendar& calendar);
 
     std::string string(Date date) const { return string(date, date); }

@@ -11,7 +11,7 @@
 namespace platform {
 
 /// A pattern in ICU syntax over UTF-8 text. Immutable after construction, safe from any thread. Every
-/// search is bounded in steps and stack: one that would run away counts as no match.
+/// search is bounded in steps and stack: one that exceeds the bound does not match.
 class RegularExpression {
   public:
     struct Options {

@@ -9,7 +9,7 @@
 
 namespace platform {
 
-/// A URL as its text. Characters that may not stand in a URL are percent-encoded when it is made, the rest
+/// A URL as its text. Characters that are not valid in a URL are percent-encoded when it is made, the rest
 /// is left as written (letter case of the host too). Equality is that of the texts.
 class Url {
   public:
@@ -42,7 +42,7 @@ class Url {
     /// Value of the first item of that exact name.
     std::optional<std::string> queryValue(std::string_view name) const;
 
-    /// Joins with "/" and percent-encodes what may not stand in a path; "/" stays, "%" becomes %25.
+    /// Joins with "/" and percent-encodes what is not valid in a path; "/" stays, "%" becomes %25.
     Url appendingPathComponent(std::string_view component) const;
 
     friend bool operator==(const Url&, const Url&) = default;
@@ -53,9 +53,9 @@ class Url {
     std::string text_;
 };
 
-/// Nothing when a "%" is not followed by two hexadecimal digits or the result is no UTF-8.
+/// Nothing when a "%" is not followed by two hexadecimal digits or the result is not UTF-8.
 std::optional<std::string> removingPercentEncoding(std::string_view text);
-/// Encodes what may not stand in a query, as in "mailto:" fields.
+/// Encodes what is not valid in a query, as in "mailto:" fields.
 std::string percentEncodedForQuery(std::string_view text);
 
 }  // namespace platform

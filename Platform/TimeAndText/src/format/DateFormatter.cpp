@@ -79,7 +79,7 @@ DateFormatter DateFormatter::withPattern(const Locale& locale, const Calendar& c
 }
 
 // ICU's own relative date format reads the clock itself and must not be shared between threads. A day's word
-// stands in a text, so it and what joins it to the time come from the language of texts.
+// is part of a text, so it and what joins it to the time come from the language of texts.
 DateFormatter DateFormatter::relativeDateAndTime(const Locale& locale, const Calendar& calendar) {
     const auto lock = constructionLock();
     const icu::Locale icu = icuLocale(locale);

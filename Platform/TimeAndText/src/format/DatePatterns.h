@@ -20,7 +20,7 @@ icu::UnicodeString shortTimePattern(const icu::Locale& locale);
 icu::UnicodeString stylePattern(const icu::Locale& locale, DateFormatter::Style date,
                                 DateFormatter::Style time);
 icu::UnicodeString skeletonPattern(const icu::Locale& locale, std::string_view skeleton);
-/// "{1}, {0}": how a medium date and a short time stand beside each other.
+/// "{1}, {0}": how a medium date and a short time are combined.
 icu::UnicodeString dateTimeGlue(const icu::Locale& locale);
 
 /// Writes dates by the pattern in the locale's own calendar. Throws std::runtime_error without ICU's data.

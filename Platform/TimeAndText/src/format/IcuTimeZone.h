@@ -8,7 +8,7 @@
 
 namespace platform {
 
-/// Our zone as ICU sees it. The whole offset counts as standard time: no text here names daylight time.
+/// Our zone as ICU sees it. The whole offset is standard time: no text here names daylight time.
 class IcuTimeZone final : public icu::TimeZone {
   public:
     explicit IcuTimeZone(platform::TimeZone zone);

@@ -49,7 +49,7 @@ Words wordsOf(std::string_view text) {
     return found;
 }
 
-/// Without what stands in brackets or angle brackets ("John Harper (Sales) <john@example.com>").
+/// Without what is in brackets or angle brackets ("John Harper (Sales) <john@example.com>").
 std::string withoutAsides(std::string_view text) {
     std::string kept;
     int depth = 0;
@@ -115,7 +115,7 @@ PersonNameComponents inReadingOrder(Words words) {
     return name;
 }
 
-/// "Family, given middle"; suffixes and titles may stand behind further commas.
+/// "Family, given middle"; suffixes and titles may follow after further commas.
 PersonNameComponents withCommas(const Words& parts) {
     PersonNameComponents name;
     Words family = wordsOf(parts.front());

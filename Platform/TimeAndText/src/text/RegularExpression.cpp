@@ -63,7 +63,7 @@ std::uint32_t flagsOf(const RegularExpression::Options& options) {
     return flags;
 }
 
-/// The template as the engine takes it, which fails where a group does not exist or where "$" stands alone.
+/// The template as the engine takes it, which fails where a group does not exist or where "$" is alone.
 std::string safeTemplate(std::string_view text, int groupCount) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {

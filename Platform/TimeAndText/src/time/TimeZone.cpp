@@ -73,7 +73,7 @@ struct TimeZone::Table {
                 if (transitions.empty() || change.at > last) changes.push_back(change);
             }
         }
-        // Stable: where daylight time ends in the instant in which it begins anew, the beginning holds.
+        // Stable: where daylight time ends in the instant in which it begins again, it begins.
         std::stable_sort(changes.begin(), changes.end(), [](auto& a, auto& b) { return a.at < b.at; });
         for (const Transition& change : changes)
             append(change);

@@ -11,7 +11,7 @@ namespace platform {
 
 inline constexpr std::int64_t referenceSeconds = 978307200;
 
-/// Cut off towards the past. Dates beyond 30 million years are held there, what is no number is the
+/// Cut off towards the past. Dates beyond 30 million years are held there, NaN is the
 /// reference date, so that no arithmetic below overflows.
 inline std::int64_t wholeSecondsSince1970(Date date) {
     constexpr double furthest = 1e15;

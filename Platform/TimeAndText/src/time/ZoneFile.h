@@ -16,7 +16,8 @@ struct ZoneFile {
     std::vector<TimeZone::Transition> transitions;
     std::string footer;
 
-    /// Nothing when the bytes are no zone file, are cut short, contradict themselves or count leap seconds.
+    /// Nothing when the bytes are not a zone file, are cut short, contradict themselves or count leap
+    /// seconds.
     static std::optional<ZoneFile> parse(std::string_view bytes);
     /// Regular files only.
     static std::optional<ZoneFile> read(const std::filesystem::path& path);

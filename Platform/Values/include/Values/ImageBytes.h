@@ -23,10 +23,10 @@ class ImageBytes {
     static std::optional<ImageBytes> recognize(std::string bytes);
 
     Format format() const { return format_; }
-    /// As the file's head says; nothing when it cannot be told, and for WebP.
+    /// As the file's head says; nothing when it is unknown, and for WebP.
     std::optional<PixelSize> pixelSize() const;
     /// Decoding may take more memory or time than a picture is worth: it has more than 16 million pixels (50
-    /// as a JPEG in one scan, which can be decoded at a fraction of its size), its size cannot be told, or
+    /// as a JPEG in one scan, which can be decoded at a fraction of its size), its size is unknown, or
     /// the scans of a progressive JPEG together decode more than 200 million pixels.
     bool isCostly() const;
     const std::string& bytes() const { return *bytes_; }

@@ -41,7 +41,7 @@ class JsonValue {
     const Array* asArray() const { return std::get_if<Array>(&storage_); }
     const Object* asObject() const { return std::get_if<Object>(&storage_); }
 
-    /// Member of an object; nullptr when absent or this is no object.
+    /// Member of an object; nullptr when absent or this is not an object.
     const JsonValue* find(std::string_view key) const;
     /// Makes this an object when it is null.
     JsonValue& set(std::string_view key, JsonValue value);

@@ -16,11 +16,11 @@ class DecodingError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Reads the keys of one record; a required key that is absent or of another kind throws DecodingError,
+/// Reads the keys of one record; a required key that is absent or has another type throws DecodingError,
 /// an optional one that is absent or null is nothing.
 class KeyedDecoder {
   public:
-    /// Throws when `record` is no object.
+    /// Throws when `record` is not an object.
     explicit KeyedDecoder(const JsonValue& record);
 
     std::string string(std::string_view key) const;

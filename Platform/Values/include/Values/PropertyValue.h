@@ -36,7 +36,7 @@ class PropertyDictionary {
 };
 
 /// One value of the property-list kinds. Reads convert between number kinds only when nothing is lost:
-/// 1 ↔ true, 5.0 → 5; 2 is no boolean, 5.5 no integer, a text never a number.
+/// 1 ↔ true, 5.0 → 5; 2 is not a boolean, 5.5 not an integer, a text never a number.
 class PropertyValue {
   public:
     using Storage =
@@ -62,7 +62,7 @@ class PropertyValue {
     const Data* asData() const;
     const PropertyArray* asArray() const;
     const PropertyDictionary* asDictionary() const;
-    /// Nothing when it is no array or one element is of another kind.
+    /// nullopt unless every element of an array has that type.
     std::optional<std::vector<std::string>> asStrings() const;
     std::optional<std::vector<std::int64_t>> asIntegers() const;
 

@@ -43,7 +43,7 @@ struct StreamReceiver {
     std::function<void()> finished;
 };
 
-/// What can be subscribed to. A copy stands for the same stream.
+/// What can be subscribed to. Copies share the stream.
 template <class T>
 class ValueStream {
   public:

@@ -17,7 +17,7 @@ struct Font {
     constexpr Font bold() const { return {size, true, hasMonospacedDigits, leading}; }
     constexpr Font monospacedDigits() const { return {size, isBold, true, leading}; }
     constexpr Font leaded(double points) const { return {size, isBold, hasMonospacedDigits, points}; }
-    /// Height of one line whatever script stands in it; glyphs may reach beyond it.
+    /// Height of one line whatever script is in it; glyphs may reach beyond it.
     double lineHeight() const;
     /// "11", "11 bold", "30 tabular", "10 bold tabular".
     std::string description() const;

@@ -25,7 +25,7 @@ struct LaidOutNode {
     /// In points of the whole tree, not of the parent.
     Rect frame;
 
-    /// text, timer: what stands there, before truncation; symbol, picture: its name.
+    /// text, timer: the text before truncation; symbol, picture: its name.
     std::string text;
     int lines = 0;
     bool isTruncated = false;
@@ -35,7 +35,7 @@ struct LaidOutNode {
     /// What the text may do to fit its frame.
     double minimumScaleFactor = 1;
     bool allowsTightening = false;
-    /// As it stands in the frame, with "…" where it was cut off; empty when that is `text`.
+    /// As shown in the frame, with "…" where it was cut off; empty when that is `text`.
     std::string truncatedText;
     HorizontalAlignment textAlignment = HorizontalAlignment::leading;
     int lineLimit = 0;

@@ -20,7 +20,7 @@ struct PixelImage {
 };
 
 PixelImage paintPixels(const LaidOutTree& tree, double scale);
-/// Paints one rectangle of the tree, in points, anew into a picture that paintPixels made at the same scale
+/// Paints one rectangle of the tree, in points, again into a picture that paintPixels made at the same scale
 /// of a tree of the same size.
 void repaintPixels(PixelImage& image, const LaidOutTree& tree, double scale, Rect changed);
 std::string paintPng(const LaidOutTree& tree, double scale);

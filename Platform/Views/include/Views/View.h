@@ -93,14 +93,14 @@ View zstack(Alignment alignment, std::vector<View> children);
 
 /// Bad UTF-8 is replaced; line breaks and control characters become blanks.
 View text(std::string text);
-/// "0:59", "12:03", "1:02:03" to `target` or since; draws itself anew every second.
+/// "0:59", "12:03", "1:02:03" to `target` or since; draws itself again every second.
 View timer(Date target);
 /// A mask from symbols/NAME.svg, drawn in the foreground colour.
 View symbol(std::string name);
 /// From pictures/NAME.svg, its ink in the foreground colour, its accents in `accent`.
 View picture(std::string name, Color accent);
 /// Fills the room it is offered: cut at its longer sides, never distorted. Nothing is drawn in place of bytes
-/// that cannot be decoded or that stand for far more pixels than any portrait.
+/// that cannot be decoded or that have far more pixels than any portrait.
 View photo(ImageBytes image, double cornerRadius = 0);
 View shape(ShapeOptions options);
 inline View rectangle(double cornerRadius = 0) {

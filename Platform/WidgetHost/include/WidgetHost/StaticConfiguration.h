@@ -64,7 +64,7 @@ class StaticConfiguration {
 
     using SnapshotCompletion = std::function<void(WidgetEntry)>;
     using TimelineCompletion = std::function<void(WidgetTimeline)>;
-    /// Also what stands for a timeline without entries.
+    /// Also shown for a timeline without entries.
     WidgetEntry placeholder(const TimelineProviderContext& context) const { return placeholder_(context); }
     void getSnapshot(const TimelineProviderContext& context, SnapshotCompletion completion) const {
         snapshot_(context, std::move(completion));

@@ -9,7 +9,7 @@ namespace platform {
 /// Which entry of a timeline is shown when.
 class TimelinePlayer {
   public:
-    /// `fallback` stands for a timeline without entries.
+    /// `fallback` is shown for a timeline without entries.
     TimelinePlayer(WidgetTimeline timeline, WidgetEntry fallback);
 
     /// The last entry whose date is not after `now`; before the first one's date, the first.

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// When the owner of an item wants to be told: at a moment, or so many seconds from its start (negative:
+/// When to notify the owner of an item: at a moment, or so many seconds from its start (negative:
 /// before).
 struct EKAlarm {
     std::optional<Date> absoluteDate;

@@ -12,7 +12,7 @@ struct EKParticipant {
     std::optional<std::string> name;
     /// The address as written, with its scheme in lower case ("mailto:ada@example.org").
     std::string url;
-    /// The mail address that the source gives beside an address of another kind (EMAIL parameter).
+    /// The mail address that the source gives beside an address that is not one (EMAIL parameter).
     std::optional<std::string> email;
     EKParticipantRole participantRole = EKParticipantRole::required;
     EKParticipantStatus participantStatus = EKParticipantStatus::pending;
