@@ -1,17 +1,18 @@
 #include <Desktop/FolderChooser.h>
 
+#include <gtk/gtk.h>
+
 #include <memory>
 #include <utility>
 
 #include "GObjects.h"
-#include "GtkDesktopSession.h"
 
 namespace platform {
 
 void chooseFolder(DesktopSession& session, const std::string& title, const std::string& accept,
                   std::function<void(const std::filesystem::path&)> chosen) {
     using Chosen = std::function<void(const std::filesystem::path&)>;
-    static_cast<GtkDesktopSession&>(session).aboutToPresentWindow();
+    session.aboutToPresentWindow();
     GtkFileChooserNative* dialog = gtk_file_chooser_native_new(
         title.c_str(), nullptr, GTK_FILE_CHOOSER_ACTION_SELECT_FOLDER, accept.c_str(), nullptr);
     gtk_file_chooser_set_create_folders(GTK_FILE_CHOOSER(dialog), FALSE);

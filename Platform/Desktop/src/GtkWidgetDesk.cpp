@@ -20,11 +20,10 @@ Point within(const Output::Area& area, StackedSize size, Point position) {
 }  // namespace
 
 std::unique_ptr<WidgetDesk> WidgetDesk::make(DesktopSession& session, Options options) {
-    // The only kind of session there is.
-    return std::make_unique<GtkWidgetDesk>(static_cast<GtkDesktopSession&>(session), std::move(options));
+    return std::make_unique<GtkWidgetDesk>(session, std::move(options));
 }
 
-GtkWidgetDesk::GtkWidgetDesk(GtkDesktopSession& session, Options options)
+GtkWidgetDesk::GtkWidgetDesk(DesktopSession& session, Options options)
     : session_(session),
       options_(std::move(options)),
       outputsToken_(session.outputs().observe([this] { restack(); })),

@@ -1,19 +1,19 @@
 #pragma once
 
+#include <Desktop/DesktopSession.h>
 #include <Desktop/WidgetDesk.h>
 
 #include <memory>
 #include <vector>
 
 #include "GObjects.h"
-#include "GtkDesktopSession.h"
 #include "GtkWidgetWindow.h"
 
 namespace platform {
 
 class GtkWidgetDesk final : public WidgetDesk {
   public:
-    GtkWidgetDesk(GtkDesktopSession& session, Options options);
+    GtkWidgetDesk(DesktopSession& session, Options options);
     ~GtkWidgetDesk() override;
 
     std::unique_ptr<WidgetWindow> add(WidgetIdentity identity, WidgetFamily family,
@@ -27,7 +27,7 @@ class GtkWidgetDesk final : public WidgetDesk {
     // For the windows:
 
     const DesktopCapabilities& capabilities() const { return session_.capabilities(); }
-    const GtkOutputs& outputs() const { return session_.outputs(); }
+    const Outputs& outputs() const { return session_.outputs(); }
     const WidgetMenuTexts& menuTexts() const { return options_.texts; }
     bool isRightToLeft() const { return options_.isRightToLeft; }
     bool isComposited() const;
@@ -48,7 +48,7 @@ class GtkWidgetDesk final : public WidgetDesk {
     void giveKeyboard(GtkWidgetWindow& window, bool fromEnd);
     std::vector<GtkWidgetWindow*> inOrder() const;
 
-    GtkDesktopSession& session_;
+    DesktopSession& session_;
     Options options_;
     std::vector<GtkWidgetWindow*> windows_;
     std::shared_ptr<void> outputsToken_;

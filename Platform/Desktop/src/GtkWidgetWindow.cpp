@@ -46,7 +46,7 @@ GtkWidgetWindow::GtkWidgetWindow(GtkWidgetDesk& desk, WidgetIdentity identity, W
                   desk_.lower();
                   if (const auto open = actions_.open) open(url);
               }),
-      surface_(WidgetSurface::make(desk.capabilities().surfaceKind, GTK_WINDOW(window_), desk.outputs())) {
+      surface_(WidgetSurface::make(desk.capabilities().surfaceKind, GTK_WINDOW(window_))) {
     gtk_window_set_title(GTK_WINDOW(window_), identity_.name.c_str());
     const auto connect = [this](const char* signal, GCallback handler) {
         g_signal_connect(window_, signal, handler, this);

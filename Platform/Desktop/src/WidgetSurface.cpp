@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "MonitorNames.h"
 #include "X11Surface.h"
 
 namespace platform {
@@ -12,7 +13,7 @@ namespace {
 
 class LayerSurface final : public WidgetSurface {
   public:
-    LayerSurface(GtkWindow* window, const GtkOutputs& outputs) : window_(window), outputs_(outputs) {
+    explicit LayerSurface(GtkWindow* window) : window_(window) {
         gtk_layer_init_for_window(window);
         gtk_layer_set_namespace(window, g_get_prgname());
         gtk_layer_set_layer(window, GTK_LAYER_SHELL_LAYER_BOTTOM);
@@ -20,7 +21,7 @@ class LayerSurface final : public WidgetSurface {
     }
 
     void place(const SurfacePlace& place) override {
-        GdkMonitor* monitor = outputs_.monitor(place.output.name);
+        GdkMonitor* monitor = monitorNamed(gdk_display_get_default(), place.output.name);
         if (monitor && monitor != gtk_layer_get_monitor(window_)) gtk_layer_set_monitor(window_, monitor);
         const bool isLeft = place.position || place.isLeft(), isTop = place.position || place.isTop();
         anchor(GTK_LAYER_SHELL_EDGE_LEFT, isLeft);
@@ -55,7 +56,6 @@ class LayerSurface final : public WidgetSurface {
     }
 
     GtkWindow* window_;
-    const GtkOutputs& outputs_;
 };
 
 /// The desktop decides about all of it.
@@ -75,11 +75,10 @@ class PlainSurface final : public WidgetSurface {
 
 }  // namespace
 
-std::unique_ptr<WidgetSurface> WidgetSurface::make(SurfaceKind kind, GtkWindow* window,
-                                                   const GtkOutputs& outputs) {
+std::unique_ptr<WidgetSurface> WidgetSurface::make(SurfaceKind kind, GtkWindow* window) {
     switch (kind) {
         case SurfaceKind::layerShell:
-            return std::make_unique<LayerSurface>(window, outputs);
+            return std::make_unique<LayerSurface>(window);
         case SurfaceKind::x11Desktop:
             return std::make_unique<X11Surface>(window);
         case SurfaceKind::plainWindow:

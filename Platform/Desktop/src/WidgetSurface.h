@@ -8,7 +8,6 @@
 #include <optional>
 
 #include "CornerStack.h"
-#include "GtkOutputs.h"
 
 namespace platform {
 
@@ -45,8 +44,7 @@ class WidgetSurface {
     };
 
     /// To be called before the window is realized.
-    static std::unique_ptr<WidgetSurface> make(SurfaceKind kind, GtkWindow* window,
-                                               const GtkOutputs& outputs);
+    static std::unique_ptr<WidgetSurface> make(SurfaceKind kind, GtkWindow* window);
     virtual ~WidgetSurface() = default;
 
     virtual void place(const SurfacePlace& place) = 0;

@@ -9,7 +9,6 @@
 
 #include "ActionSignal.h"
 #include "GObjects.h"
-#include "GtkDesktopSession.h"
 
 namespace platform {
 
@@ -158,9 +157,8 @@ void moveToPointer(GtkWidget* window) {
 }
 
 void presentWindow(GtkWidget* window, DesktopSession& session) {
-    auto& desktop = static_cast<GtkDesktopSession&>(session);
-    desktop.aboutToPresentWindow();
-    if (const std::string token = desktop.takeActivationToken(); !token.empty())
+    session.aboutToPresentWindow();
+    if (const std::string token = session.takeActivationToken(); !token.empty())
         gtk_window_set_startup_id(GTK_WINDOW(window), token.c_str());
     gtk_window_present_with_time(GTK_WINDOW(window), gtk_get_current_event_time());
 }

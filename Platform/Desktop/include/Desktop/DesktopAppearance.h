@@ -21,14 +21,22 @@ struct DesktopLook {
 };
 
 /// Follows the desktop's look: the settings portal (org.freedesktop.portal.Settings) where there is one, else
-/// the toolkit's own settings. Main thread.
+/// the toolkit's settings. Applies it to the views (their font) and to the toolkit's own windows (light or
+/// dark). Main thread.
 class DesktopAppearance {
   public:
-    virtual ~DesktopAppearance() = default;
+    DesktopAppearance();
+    ~DesktopAppearance();
+    DesktopAppearance(const DesktopAppearance&) = delete;
+    DesktopAppearance& operator=(const DesktopAppearance&) = delete;
 
-    virtual DesktopLook current() const = 0;
-    /// Called after each change, when current() already has it. Ends with the returned token.
-    [[nodiscard]] virtual std::shared_ptr<void> observe(std::function<void()> changed) = 0;
+    const DesktopLook& current() const;
+    /// Called after each change of current(). Ends with the returned token.
+    [[nodiscard]] std::shared_ptr<void> observe(std::function<void()> changed);
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
 };
 
 }  // namespace platform

@@ -3,10 +3,13 @@
 #include <Desktop/DesktopAppearance.h>
 #include <Desktop/Outputs.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 
 namespace platform {
+
+class Observers;
 
 /// What windows of widgets are on this desktop, found out from the protocols that it speaks.
 enum class SurfaceKind {
@@ -36,8 +39,6 @@ struct DesktopCapabilities {
 /// the program runs that loop. Main thread.
 class DesktopSession {
   public:
-    virtual ~DesktopSession() = default;
-
     struct Opened {
         std::unique_ptr<DesktopSession> session;
         /// Why there is none, as one line for the user.
@@ -47,14 +48,34 @@ class DesktopSession {
     /// then on. `programName` names the windows to the desktop (their class or application identifier);
     /// `isRightToLeft`: direction of the language of the texts.
     static Opened open(const std::string& programName, bool isRightToLeft);
+    ~DesktopSession();
+    DesktopSession(const DesktopSession&) = delete;
+    DesktopSession& operator=(const DesktopSession&) = delete;
 
     /// What the desktop gave for the next window to come to the front: an activation token or a startup
     /// identifier.
-    virtual void useActivationToken(const std::string& token) = 0;
+    void useActivationToken(const std::string& token) { activationToken_ = token; }
 
-    virtual const DesktopCapabilities& capabilities() const = 0;
-    virtual Outputs& outputs() = 0;
-    virtual DesktopAppearance& appearance() = 0;
+    const DesktopCapabilities& capabilities() const { return capabilities_; }
+    Outputs& outputs() { return outputs_; }
+    DesktopAppearance& appearance() { return appearance_; }
+
+    // For the windows of this room:
+
+    /// Empty where there is none; each is good for one window.
+    std::string takeActivationToken();
+    /// A window wants the front and the keyboard, which lifted widgets would keep from it.
+    void aboutToPresentWindow();
+    [[nodiscard]] std::shared_ptr<void> observePresenting(std::function<void()> presenting);
+
+  private:
+    explicit DesktopSession(SurfaceKind kind);
+
+    DesktopCapabilities capabilities_;
+    Outputs outputs_;
+    DesktopAppearance appearance_;
+    std::unique_ptr<Observers> presenting_;
+    std::string activationToken_;
 };
 
 }  // namespace platform

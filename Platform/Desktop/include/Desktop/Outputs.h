@@ -33,15 +33,23 @@ struct Output {
 /// The outputs that are there now. Main thread.
 class Outputs {
   public:
-    virtual ~Outputs() = default;
+    /// Of the display that the program has opened.
+    Outputs();
+    ~Outputs();
+    Outputs(const Outputs&) = delete;
+    Outputs& operator=(const Outputs&) = delete;
 
     /// The main output first, else in the desktop's order.
-    virtual std::vector<Output> all() const = 0;
+    std::vector<Output> all() const;
     /// The named one, else the main one; nothing while there is none.
     std::optional<Output> find(std::string_view name) const;
 
     /// Called once after any number of changes that come together. Ends with the returned token.
-    [[nodiscard]] virtual std::shared_ptr<void> observe(std::function<void()> changed) = 0;
+    [[nodiscard]] std::shared_ptr<void> observe(std::function<void()> changed);
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
 };
 
 }  // namespace platform

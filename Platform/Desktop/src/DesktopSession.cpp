@@ -1,12 +1,15 @@
-#include "GtkDesktopSession.h"
+#include <Desktop/DesktopSession.h>
 
 #include <gdk/gdkx.h>
 #include <gtk-layer-shell/gtk-layer-shell.h>
+#include <gtk/gtk.h>
 
 #include <clocale>
 #include <cstdlib>
+#include <utility>
 
 #include "LayerShellProbe.h"
+#include "Observers.h"
 
 namespace platform {
 
@@ -62,19 +65,32 @@ DesktopSession::Opened DesktopSession::open(const std::string& programName, bool
         return {nullptr, "there is no desktop here (neither WAYLAND_DISPLAY nor DISPLAY leads to one)"};
     gdk_set_program_class(programName.c_str());
     gtk_widget_set_default_direction(isRightToLeft ? GTK_TEXT_DIR_RTL : GTK_TEXT_DIR_LTR);
-    GdkDisplay* display = gdk_display_get_default();
-    return {std::make_unique<GtkDesktopSession>(surfaceKindOf(display), display), {}};
+    return {std::unique_ptr<DesktopSession>(new DesktopSession(surfaceKindOf(gdk_display_get_default()))),
+            {}};
 }
 
-GtkDesktopSession::GtkDesktopSession(SurfaceKind kind, GdkDisplay* display)
+DesktopSession::DesktopSession(SurfaceKind kind)
     : capabilities_{.surfaceKind = kind,
                     .staysOnDesktop = kind != SurfaceKind::plainWindow,
                     .canPlace = kind != SurfaceKind::plainWindow,
                     .canDrag = kind == SurfaceKind::x11Desktop},
-      outputs_(display),
-      appearance_(gtk_settings_get_default()) {
+      presenting_(std::make_unique<Observers>()) {
     // Otherwise a text that gets the keyboard is selected.
     g_object_set(gtk_settings_get_default(), "gtk-label-select-on-focus", FALSE, nullptr);
+}
+
+DesktopSession::~DesktopSession() = default;
+
+std::string DesktopSession::takeActivationToken() {
+    return std::exchange(activationToken_, {});
+}
+
+void DesktopSession::aboutToPresentWindow() {
+    presenting_->tell();
+}
+
+std::shared_ptr<void> DesktopSession::observePresenting(std::function<void()> presenting) {
+    return presenting_->add(std::move(presenting));
 }
 
 }  // namespace platform
