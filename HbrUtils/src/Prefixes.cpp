@@ -4,10 +4,6 @@
 
 namespace hbr {
 
-std::string_view removingLeadingHash(std::string_view text) {
-    return deletingPrefix(text, "#");
-}
-
 std::string_view deletingPrefix(std::string_view text, std::string_view prefix) {
     const auto head = platform::firstCharacters(text, platform::characterCount(prefix));
     return platform::canonicallyEqual(head, prefix) ? text.substr(head.size()) : text;

@@ -1,4 +1,5 @@
 #include <HbrUtils/DateOperations.h>
+#include <HbrUtils/Unused/DateShorthands.h>
 
 #include <gtest/gtest.h>
 

@@ -6,9 +6,6 @@
 // reading of the clock does not exist or exists twice, the rules of platform::TimeZone hold.
 namespace hbr {
 
-/// Year to second; no fraction.
-platform::DateComponents components(platform::Date date, const platform::Calendar& calendar);
-platform::DateComponents dateComponents(int day, int month, int year, int hours, int minutes);
 /// Second 0.
 platform::Date make(int day, int month, int year, int hours, int minutes, const platform::Calendar& calendar);
 platform::Date makeToday(int hours, int minutes, const platform::Calendar& calendar, platform::Date now);
@@ -16,16 +13,7 @@ platform::Date makeToday(int hours, int minutes, const platform::Calendar& calen
 bool isOnSameDay(platform::Date date, platform::Date as, const platform::Calendar& calendar);
 bool isToday(platform::Date date, const platform::Calendar& calendar, platform::Date now);
 bool isTomorrow(platform::Date date, platform::Date relativeTo, const platform::Calendar& calendar);
-bool isInFuture(platform::Date date, platform::Date now);
-bool isInPast(platform::Date date, platform::Date now);
-/// 24 and 25 December and the first instant of the 26th.
-bool isInChristmasPeriod(platform::Date date, const platform::Calendar& calendar);
 
-/// Keeps the wall clock.
-platform::Date addingDays(platform::Date date, int days, const platform::Calendar& calendar);
-/// Elapsed time.
-platform::Date addingMinutes(platform::Date date, int minutes, const platform::Calendar& calendar);
-platform::Date beginningOfDay(platform::Date date, const platform::Calendar& calendar);
 /// 23:59:59: the first one where the day's last hour comes twice, and the last second that there is where the
 /// clock leaves it out.
 platform::Date endOfDay(platform::Date date, const platform::Calendar& calendar);

@@ -4,8 +4,6 @@
 
 namespace hbr {
 
-/// Without one "#" at the front. The result lives as long as the text.
-std::string_view removingLeadingHash(std::string_view text);
 /// Without the prefix, if the text starts with its characters as a reader sees them: "e" is not a prefix of
 /// "é", however that is encoded. The result lives as long as the text.
 std::string_view deletingPrefix(std::string_view text, std::string_view prefix);

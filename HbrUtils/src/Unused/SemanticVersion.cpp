@@ -1,4 +1,4 @@
-#include <HbrUtils/SemanticVersion.h>
+#include <HbrUtils/Unused/SemanticVersion.h>
 
 #include <TimeAndText/Text.h>
 

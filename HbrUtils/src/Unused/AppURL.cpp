@@ -1,4 +1,6 @@
-#include <HbrUtils/AppURL.h>
+#include <HbrUtils/Unused/AppURL.h>
+
+#include <TimeAndText/Url.h>
 
 #include <array>
 #include <utility>
@@ -17,6 +19,11 @@ constexpr std::array<std::pair<AppURL, std::string_view>, 7> addresses{{
     {AppURL::termsOfUse, "https://quietlark.example/heedbanner/terms"},
 }};
 
+std::optional<std::string> openText(const std::string& text, platform::Workspace& workspace) {
+    const auto url = platform::Url::parse(text);
+    return url ? workspace.open(*url) : "\"" + text + "\" is not a valid link";
+}
+
 }  // namespace
 
 std::string_view rawValue(AppURL url) {
@@ -32,6 +39,19 @@ std::optional<AppURL> fromRawValue<AppURL>(std::string_view text) {
         if (address == text) return known;
     }
     return std::nullopt;
+}
+
+std::optional<std::string> openAppURL(AppURL url, platform::Workspace& workspace) {
+    return openText(std::string(rawValue(url)), workspace);
+}
+
+std::optional<std::string> openMailAppWithComposeWindow(std::string_view recipient, std::string_view subject,
+                                                        std::string_view message,
+                                                        platform::Workspace& workspace) {
+    return openText("mailto:" + std::string(recipient) +
+                        "?subject=" + platform::percentEncodedForQuery(subject) +
+                        "&body=" + platform::percentEncodedForQuery(message),
+                    workspace);
 }
 
 }  // namespace hbr

@@ -1,5 +1,5 @@
-#include <HbrUtils/Optionals.h>
-#include <HbrUtils/SafeSubscript.h>
+#include <HbrUtils/Unused/Optionals.h>
+#include <HbrUtils/Unused/SafeSubscript.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include <HbrUtils/RegexReplacement.h>
+#include <HbrUtils/Unused/RegexReplacement.h>
 
 namespace hbr {
 

@@ -1,5 +1,5 @@
-#include <HbrUtils/BundleVersion.h>
-#include <HbrUtils/SemanticVersion.h>
+#include <HbrUtils/Unused/BundleVersion.h>
+#include <HbrUtils/Unused/SemanticVersion.h>
 
 #include <gtest/gtest.h>
 #include <support/TestEnvironment.h>

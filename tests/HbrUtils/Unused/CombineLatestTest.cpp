@@ -1,4 +1,4 @@
-#include <HbrUtils/CombineLatest.h>
+#include <HbrUtils/Unused/CombineLatest.h>
 
 #include <gmock/gmock.h>
 #include <support/Threads.h>

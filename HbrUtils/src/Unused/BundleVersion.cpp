@@ -1,4 +1,4 @@
-#include <HbrUtils/BundleVersion.h>
+#include <HbrUtils/Unused/BundleVersion.h>
 
 namespace hbr {
 

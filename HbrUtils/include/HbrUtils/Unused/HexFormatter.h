@@ -8,6 +8,9 @@
 
 namespace hbr {
 
+/// Without one "#" at the front. The result lives as long as the text.
+std::string_view removingLeadingHash(std::string_view text);
+
 /// Colours written as "#" and up to six hexadecimal digits.
 class HexFormatter {
   public:

@@ -1,4 +1,4 @@
-#include <HbrUtils/OpenURL.h>
+#include <HbrUtils/Unused/AppURL.h>
 
 #include <gtest/gtest.h>
 

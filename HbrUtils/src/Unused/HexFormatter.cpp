@@ -1,8 +1,12 @@
-#include <HbrUtils/HexFormatter.h>
+#include <HbrUtils/Unused/HexFormatter.h>
 
 #include <HbrUtils/Prefixes.h>
 
 namespace hbr {
+
+std::string_view removingLeadingHash(std::string_view text) {
+    return deletingPrefix(text, "#");
+}
 
 std::optional<std::string> HexFormatter::string(const platform::PropertyValue& object) const {
     const auto* text = object.asString();
