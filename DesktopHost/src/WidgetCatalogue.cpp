@@ -2,22 +2,12 @@
 
 #include "HostFailure.h"
 
+#include <TimeAndText/JoinedText.h>
 #include <TimeAndText/NearestName.h>
 
 #include <algorithm>
 
 namespace hbr {
-
-namespace {
-
-std::string joined(const std::vector<std::string>& words) {
-    std::string text;
-    for (const std::string& word : words)
-        text += (text.empty() ? "" : ", ") + word;
-    return text;
-}
-
-}  // namespace
 
 WidgetCatalogue::WidgetCatalogue(const platform::WidgetBundle& bundle) {
     for (platform::StaticConfiguration& configuration : bundle.body()) {
@@ -53,7 +43,7 @@ WidgetCatalogue::Choice WidgetCatalogue::choice(std::string_view text) const {
     if (!widget) {
         throw HostFailure(ExitStatus::failed, "no widget \"" + std::string(name) + "\"" +
                                                   platform::proposal(name, names()) +
-                                                  "; there are: " + joined(names()));
+                                                  "; there are: " + platform::joined(names()));
     }
     if (colon == std::string_view::npos) return {widget->name, platform::WidgetFamily::systemMedium};
 
@@ -63,9 +53,10 @@ WidgetCatalogue::Choice WidgetCatalogue::choice(std::string_view text) const {
     std::vector<std::string> families;
     for (const platform::WidgetFamily one : widget->configuration.families())
         families.emplace_back(nameOf(one));
-    throw HostFailure(ExitStatus::failed,
-                      "the widget " + widget->name + " has no family \"" + std::string(familyName) + "\"" +
-                          platform::proposal(familyName, families) + "; it has: " + joined(families));
+    throw HostFailure(ExitStatus::failed, "the widget " + widget->name + " has no family \"" +
+                                              std::string(familyName) + "\"" +
+                                              platform::proposal(familyName, families) +
+                                              "; it has: " + platform::joined(families));
 }
 
 }  // namespace hbr

@@ -1,16 +1,11 @@
-#include <System/SystemClock.h>
-#include "FileDescriptor.h"
-
 #include <System/WallClockTimer.h>
 
-#include <glib-unix.h>
-#include <sys/timerfd.h>
+#include <System/SystemClock.h>
+#include "TimerSource.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <cstdint>
-#include <system_error>
+#include <utility>
 
 namespace platform {
 
@@ -19,29 +14,17 @@ struct WallClockTimer::Source {
         : next(firstDate),
           interval(seconds),
           action(std::make_shared<const std::function<void()>>(std::move(work))),
-          timer(timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)) {
-        if (!timer) throw std::system_error(errno, std::generic_category(), "timerfd_create");
+          timer(ready, this) {
         arm();
-        source = g_unix_fd_source_new(timer.number(), G_IO_IN);
-        g_source_set_callback(source, G_SOURCE_FUNC(ready), this, nullptr);
-        g_source_attach(source, nullptr);
     }
-    ~Source() {
-        g_source_destroy(source);
-        g_source_unref(source);
-    }
-    Source(const Source&) = delete;
-    Source& operator=(const Source&) = delete;
 
     void arm() {
-        itimerspec when{};
-        double seconds = std::floor(next.timeIntervalSince1970());
-        double fraction = next.timeIntervalSince1970() - seconds;
-        when.it_value.tv_sec = static_cast<time_t>(seconds);
-        when.it_value.tv_nsec = std::min(static_cast<long>(std::ceil(fraction * 1e9)), 999'999'999L);
-        if (when.it_value.tv_sec <= 0) when.it_value = {0, 1};  // zero would disarm
-        // A clock change between two calls is reported as ECANCELED; the timer runs by the new clock then.
-        timerfd_settime(timer.number(), TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &when, nullptr);
+        const double seconds = std::floor(next.timeIntervalSince1970());
+        const double fraction = next.timeIntervalSince1970() - seconds;
+        timespec moment{.tv_sec = static_cast<time_t>(seconds),
+                        .tv_nsec = std::min(static_cast<long>(std::ceil(fraction * 1e9)), 999'999'999L)};
+        if (moment.tv_sec <= 0) moment = {.tv_sec = 0, .tv_nsec = 1};  // zero would disarm
+        timer.set(moment);
     }
 
     /// The first point of the grid `next + n * interval` that lies after `now`, also to the left.
@@ -52,14 +35,13 @@ struct WallClockTimer::Source {
 
     static gboolean ready(gint, GIOCondition, gpointer data) noexcept {
         auto* self = static_cast<Source*>(data);
-        std::uint64_t expirations = 0;
-        ssize_t count = read(self->timer.number(), &expirations, sizeof expirations);
-        if (count < 0 && errno != ECANCELED) return G_SOURCE_CONTINUE;
+        const auto event = self->timer.takeEvent();
+        if (!event) return G_SOURCE_CONTINUE;
         Date now = systemNow();
         bool isDue = now >= self->next;
         if (self->interval <= 0) {
-            if (isDue) g_source_destroy(self->source);
-        } else if (isDue || count < 0) {
+            if (isDue) self->timer.stop();
+        } else if (isDue || event == TimerSource::Event::clockSet) {
             self->align(now);
         }
         self->arm();
@@ -74,8 +56,7 @@ struct WallClockTimer::Source {
     Date next;
     double interval;
     std::shared_ptr<const std::function<void()>> action;
-    FileDescriptor timer;
-    GSource* source = nullptr;
+    TimerSource timer;
 };
 
 WallClockTimer::WallClockTimer(Date first, double interval, std::function<void()> action)

@@ -1,6 +1,7 @@
 #include "WidgetSession.h"
 
 #include <System/MainQueue.h>
+#include <TimeAndText/JoinedText.h>
 #include <TimeAndText/NearestName.h>
 
 #include <optional>
@@ -19,13 +20,6 @@ Result waitFor(Start start) {
     start([result](Result value) { *result = std::move(value); });
     MainQueue::shared().runUntil([&] { return result->has_value(); });
     return *std::move(*result);
-}
-
-std::string joined(const std::vector<std::string>& words) {
-    std::string text;
-    for (const std::string& word : words)
-        text += (text.empty() ? "" : ", ") + word;
-    return text;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "Framework/MomentOptions.h"
 
 #include <Session/CommandContext.h>
+#include <TimeAndText/JoinedText.h>
 #include <TimeAndText/Text.h>
 #include <Values/JsonText.h>
 #include <Values/Uuid.h>
@@ -46,7 +47,7 @@ class RemindCommand final : public Command {
         const platform::Date now = context.now();
         const std::int64_t lead = leadOfOption("remind: --lead", lead_, *context.environment());
         const auto moment = moment_.moment("remind", text_, context);
-        const std::string title = platform::trimmed(platform::sanitizedUtf8(joinedWords(text_)));
+        const std::string title = platform::trimmed(platform::sanitizedUtf8(platform::joined(text_, " ")));
         if (title.empty()) {
             throw CommandFailure(ExitCode::wrongUsage,
                                  companionText(*context.environment(), "Remind.sayWhat"));

@@ -5,6 +5,7 @@
 #include <Setup/AccountAddition.h>
 #include <Setup/AccountRenaming.h>
 #include <Setup/CollectionChoices.h>
+#include <TimeAndText/JoinedText.h>
 #include <Values/JsonText.h>
 #include <Values/JsonValue.h>
 #include <Words/CompanionText.h>
@@ -19,13 +20,6 @@ namespace hbr {
 namespace {
 
 using platform::Account;
-
-std::string joined(const std::vector<std::string>& texts) {
-    std::string all;
-    for (const auto& text : texts)
-        all += (all.empty() ? "" : ", ") + text;
-    return all;
-}
 
 /// Adds, removes, renames and refreshes accounts.
 class AccountsCommand final : public CommandWithActions<AccountsCommand> {
@@ -96,7 +90,7 @@ class AccountsCommand final : public CommandWithActions<AccountsCommand> {
             if (!report.account.addresses.empty()) {
                 console.out() << "  "
                               << companionText(*context.environment(), "Accounts.yours",
-                                               {onOneLine(joined(report.account.addresses))})
+                                               {onOneLine(platform::joined(report.account.addresses))})
                               << "\n";
             }
             if (report.account.isDelegate)

@@ -1,16 +1,10 @@
 #include "Framework/MomentOptions.h"
 
+#include <TimeAndText/JoinedText.h>
 #include <When/WhenText.h>
 #include <CLI/App.hpp>
 
 namespace hbr {
-
-std::string joinedWords(const std::vector<std::string>& words) {
-    std::string text;
-    for (const auto& word : words)
-        text += (text.empty() ? "" : " ") + word;
-    return text;
-}
 
 void MomentOptions::declare(CLI::App& app) {
     auto* at = app.add_option("--at", at_,
@@ -30,7 +24,7 @@ std::optional<platform::Date> MomentOptions::moment(std::string_view command, st
     for (std::size_t count = words.size(); count >= fewest; --count) {
         const auto end = words.begin() + static_cast<std::ptrdiff_t>(count);
         try {
-            const auto moment = read(joinedWords({words.begin(), end}), *context.environment());
+            const auto moment = read(platform::joined({words.begin(), end}, " "), *context.environment());
             if (text.empty()) text.assign(end, words.end());
             return moment;
         } catch (const WhenRefusal& reason) {

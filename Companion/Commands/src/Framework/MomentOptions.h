@@ -30,6 +30,4 @@ class MomentOptions {
     std::vector<std::string> in_;
 };
 
-std::string joinedWords(const std::vector<std::string>& words);
-
 }  // namespace hbr

@@ -1,5 +1,6 @@
 #include "Settings/RuleText.h"
 
+#include <TimeAndText/JoinedText.h>
 #include <TimeAndText/RegularExpression.h>
 #include <TimeAndText/Text.h>
 #include <When/WhenWords.h>
@@ -50,13 +51,6 @@ std::vector<std::string> namesOf(std::span<const Case> cases) {
     for (const Case one : cases)
         names.emplace_back(rawValue(one));
     return names;
-}
-
-std::string listed(const std::vector<std::string>& names) {
-    std::string list;
-    for (const auto& name : names)
-        list += (list.empty() ? "" : ", ") + name;
-    return list;
 }
 
 std::optional<int> wholeNumber(std::string_view text) {
@@ -114,7 +108,7 @@ FilterRule typedRule(const std::vector<std::string>& words, bool isCaseSensitive
     if (!field) {
         refuse(companionText(environment, "Rules.noField", {words[0]}) +
                nameProposal(environment, words[0], namesOf(fields)) + "; " +
-               companionText(environment, "Rules.thereAre", {listed(namesOf(fields))}));
+               companionText(environment, "Rules.thereAre", {platform::joined(namesOf(fields))}));
     }
     FilterRule rule = FilterRule::makeDefault();
     rule.field = *field;
@@ -125,7 +119,7 @@ FilterRule typedRule(const std::vector<std::string>& words, bool isCaseSensitive
         const std::string word = words.size() > 1 ? words[1] : "";
         refuse(companionText(environment, "Rules.noComparison", {word, rawValue(*field)}) +
                nameProposal(environment, word, namesOf(allowed)) + "; " +
-               companionText(environment, "Rules.thereAre", {listed(namesOf(allowed))}));
+               companionText(environment, "Rules.thereAre", {platform::joined(namesOf(allowed))}));
     }
     rule.comparison = comparison.value_or(defaultComparisonOperation(*field));
     const bool isAboutDays = rule.comparison == Comparison::isOnDayOfWeek;
