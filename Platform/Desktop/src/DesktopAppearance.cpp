@@ -93,7 +93,7 @@ struct DesktopAppearance::State {
         if (seen == look) return;
         look = seen;
         apply();
-        observers.tell();
+        observers.notify();
     }
 
     void apply() const {

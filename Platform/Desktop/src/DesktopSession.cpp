@@ -86,7 +86,7 @@ std::string DesktopSession::takeActivationToken() {
 }
 
 void DesktopSession::aboutToPresentWindow() {
-    presenting_->tell();
+    presenting_->notify();
 }
 
 std::shared_ptr<void> DesktopSession::observePresenting(std::function<void()> presenting) {

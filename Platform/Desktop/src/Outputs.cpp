@@ -63,7 +63,7 @@ struct Outputs::State {
             G_PRIORITY_DEFAULT,
             [](gpointer self) -> gboolean {
                 static_cast<State*>(self)->pending = 0;
-                static_cast<State*>(self)->observers.tell();
+                static_cast<State*>(self)->observers.notify();
                 return G_SOURCE_REMOVE;
             },
             this, nullptr);
