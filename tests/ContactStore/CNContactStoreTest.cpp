@@ -5,8 +5,6 @@
 #include <support/Threads.h>
 
 #include <sys/stat.h>
-#include <chrono>
-#include <thread>
 
 namespace platform {
 namespace {
@@ -50,12 +48,7 @@ class CNContactStoreTest : public ::testing::Test {
             list.push_back(contact.givenName + "|" + contact.familyName);
         return list;
     }
-    std::string diagnostics() const {
-        std::string all;
-        for (const auto& one : environment.diagnostics->all())
-            all += describe(one) + "\n";
-        return all;
-    }
+    std::string diagnostics() const { return environment.reports(); }
 
     test::TestEnvironment environment;
     std::vector<std::string> sources;
@@ -251,10 +244,7 @@ TEST_F(CNContactStoreTest, WhatChangesWhileWatchedShowsInTheNextAnswer) {
     open().startWatching();
     EXPECT_THAT(names("a@x.org"), ElementsAre("A|One"));
     const auto eventually = [&](const std::string& email, const std::string& expected) {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (names(email) != std::vector{expected} && std::chrono::steady_clock::now() < deadline)
-            std::this_thread::yield();
-        return names(email) == std::vector{expected};
+        return test::eventually([&] { return names(email) == std::vector{expected}; });
     };
     environment.home.write("contacts/one.vcf", card("N:Two;A\r\nEMAIL:a@x.org\r\n"));
     EXPECT_TRUE(eventually("a@x.org", "A|Two"));

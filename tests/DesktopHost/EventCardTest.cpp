@@ -20,7 +20,17 @@ std::vector<std::string> words(const platform::Card& card) {
     return words;
 }
 
-TEST(EventCard, SaysUntilWhenItIsTrue) {
+class EventCardTest : public testing::Test {
+  protected:
+    platform::Card card(const Event& event) { return eventCard(core.services(), texts, event, {}); }
+
+    test::CoreFixture core;
+    const HeedbannerWidgetBundle bundle{core.environment,
+                                        [this]() -> CoreServices& { return core.services(); }};
+    const CardTexts texts{core.services(), bundle};
+};
+
+TEST_F(EventCardTest, SaysUntilWhenItIsTrue) {
     struct Case {
         const char* start;
         double length;
@@ -30,10 +40,6 @@ TEST(EventCard, SaysUntilWhenItIsTrue) {
                                      {"2026-03-04T22:59:30Z", 90},   {"2026-03-04T12:00:05Z", 0},
                                      {"2026-03-06T09:00:00Z", 3600}, {"2026-03-03T23:00:00Z", 172800}};
     for (const Case& c : cases) {
-        test::CoreFixture core;
-        const HeedbannerWidgetBundle bundle(core.environment,
-                                            [&core]() -> CoreServices& { return core.services(); });
-        const CardTexts texts(core.services(), bundle);
         Event event;
         event.title = "Standup";
         event.startDate = test::at(c.start);
@@ -46,7 +52,7 @@ TEST(EventCard, SaysUntilWhenItIsTrue) {
                 const auto now = around.addingTimeInterval(second + 0.01);
                 const auto fresh = [&](platform::Date moment) {
                     core.environment.setNow(moment);
-                    return eventCard(core.services(), texts, event, {});
+                    return card(event);
                 };
                 if (second == -130) shown = fresh(now);
                 while (shown.changesAt && *shown.changesAt <= now) {
@@ -60,10 +66,7 @@ TEST(EventCard, SaysUntilWhenItIsTrue) {
     }
 }
 
-TEST(EventCard, LeavesOutLinesThatAreOnlyACallThatItsButtonJoins) {
-    test::CoreFixture core;
-    const HeedbannerWidgetBundle bundle(core.environment,
-                                        [&core]() -> CoreServices& { return core.services(); });
+TEST_F(EventCardTest, LeavesOutLinesThatAreOnlyACallThatItsButtonJoins) {
     const std::string call = "https://zoom.us/j/1";
     Event event;
     event.videoConferenceLinks = {{VideoConferenceService::zoom(), *platform::Url::parse(call)}};
@@ -72,14 +75,13 @@ TEST(EventCard, LeavesOutLinesThatAreOnlyACallThatItsButtonJoins) {
     for (const bool isOver : {false, true}) {
         event.startDate = core.environment->now().addingTimeInterval(isOver ? -7200 : 60);
         event.endDate = event.startDate.addingTimeInterval(60);
-        const auto card = eventCard(core.services(), CardTexts(core.services(), bundle), event, {});
-        EXPECT_EQ(card.place, isOver ? call : "");
-        EXPECT_EQ(card.notes, isOver ? *event.notes : "Agenda\nor by " + call);
+        const auto shown = card(event);
+        EXPECT_EQ(shown.place, isOver ? call : "");
+        EXPECT_EQ(shown.notes, isOver ? *event.notes : "Agenda\nor by " + call);
     }
 }
 
-TEST(EventCard, NamesParticipantsAsTheContactsDo) {
-    test::CoreFixture core;
+TEST_F(EventCardTest, NamesParticipantsAsTheContactsDo) {
     core.environment.home.write(
         "contacts/ada.vcf",
         "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Ada Lovelace\r\nN:Lovelace;Ada;;;\r\n"
@@ -90,32 +92,26 @@ TEST(EventCard, NamesParticipantsAsTheContactsDo) {
                             .addresses = {},
                             .contents = platform::Account::Contents::contacts});
     });
-    const HeedbannerWidgetBundle bundle(core.environment,
-                                        [&core]() -> CoreServices& { return core.services(); });
     Event event;
     event.participantsData.push_back({.name = "A.",
                                       .email = "ada@example.org",
                                       .contactPredicate = {.email = "ada@example.org", .name = ""}});
-    const auto card = eventCard(core.services(), CardTexts(core.services(), bundle), event, {});
-    ASSERT_EQ(card.people.size(), 1u);
-    EXPECT_EQ(card.people[0].name, "Ada Lovelace");
+    const auto shown = card(event);
+    ASSERT_EQ(shown.people.size(), 1u);
+    EXPECT_EQ(shown.people[0].name, "Ada Lovelace");
 }
 
-TEST(EventCard, ListsFiftyParticipantsAndTwentyCallsAndSaysThatThereAreMore) {
-    test::CoreFixture core;
-    const HeedbannerWidgetBundle bundle(core.environment,
-                                        [&core]() -> CoreServices& { return core.services(); });
-    const CardTexts texts(core.services(), bundle);
+TEST_F(EventCardTest, ListsFiftyParticipantsAndTwentyCallsAndSaysThatThereAreMore) {
     Event event;
     for (int i = 1; i <= 51; ++i)
         event.participantsData.push_back(
             {.name = "P" + std::to_string(i), .email = {}, .contactPredicate = {}});
-    const auto card = eventCard(core.services(), texts, event, {});
-    ASSERT_EQ(card.people.size(), 51u);
-    EXPECT_EQ(card.people[49].name, "P50");
-    EXPECT_EQ(card.people[50].name, "1 more participant");
+    const auto shown = card(event);
+    ASSERT_EQ(shown.people.size(), 51u);
+    EXPECT_EQ(shown.people[49].name, "P50");
+    EXPECT_EQ(shown.people[50].name, "1 more participant");
     event.participantsData.pop_back();
-    EXPECT_EQ(eventCard(core.services(), texts, event, {}).people.back().name, "P50");
+    EXPECT_EQ(card(event).people.back().name, "P50");
 
     std::vector<VideoConferenceLink> links;
     for (int i = 1; i <= 21; ++i)

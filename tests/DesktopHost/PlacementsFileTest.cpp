@@ -18,12 +18,7 @@ class PlacementsFileTest : public testing::Test {
         return environment.home.write("config/heedbanner/desktop.toml", text);
     }
     std::string text() const { return test::readFile(file.path()); }
-    std::string diagnostics() const {
-        std::string lines;
-        for (const auto& one : environment.diagnostics->all())
-            lines += describe(one) + "\n";
-        return lines;
-    }
+    std::string diagnostics() const { return environment.reports(); }
 
     test::TestEnvironment environment;
     PlacementsFile file{environment};

@@ -46,23 +46,7 @@ TEST_F(L10nTest, AValueIsInsertedByItsDescription) {
     EXPECT_EQ(L10n::TimeFormat::left(0.5), "0.5 left");
     EXPECT_EQ(L10n::TimeFormat::left(true), "true left");
     EXPECT_EQ(L10n::TimeFormat::left(platform::Date(0)), "2001-01-01 00:00:00 +0000 left");
-}
-
-TEST_F(L10nTest, TextsComeFromTheShippedTable) {
-    start();
-    EXPECT_EQ(L10n::TimeFormat::left("12 m"), "12 m left");
-    EXPECT_EQ(L10n::TimeFormat::remaining(std::string("2 hours")), "2 hours remaining");
-    EXPECT_EQ(L10n::Alert::_1minute(), "1 minute");
     EXPECT_EQ(L10n::Alert::customMinutes(5), "5 minutes");
-    EXPECT_EQ(L10n::General::ok(), "OK");
-    EXPECT_EQ(L10n::General::default_(), "default");
-    EXPECT_EQ(L10n::Menu::upcomingEvents(), "Upcoming Events");
-    EXPECT_EQ(L10n::Menu::UpcomingEvents::noEvents(), "No upcoming events");
-    EXPECT_EQ(L10n::Menu::PauseAlerts::_10minutes(), "10 minutes");
-    EXPECT_EQ(L10n::Ios::Event::join(), "Join");
-    EXPECT_EQ(L10n::Accessibility::EventSummary::titleAndLocation("Standup", "Room 1"), "Standup at Room 1.");
-    EXPECT_EQ(L10n::openSystemPreferencesLegacy(), "Open System Preferences");
-    EXPECT_EQ(L10n::About::Statistics::top(), "Heedbanner has alerted you");
     EXPECT_EQ(LocalizedStringOrNil("TimeFormat.now"), "now");
 }
 

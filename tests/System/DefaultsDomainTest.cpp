@@ -5,7 +5,7 @@
 
 #include <System/FileLock.h>
 #include <gtest/gtest.h>
-#include <support/TemporaryDirectory.h>
+#include <support/TestEnvironment.h>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -29,12 +29,7 @@ struct DefaultsDomainTest : testing::Test {
     fs::path file = folder / "config/shared.plist";
     DefaultsDomain domain{file, diagnostics};
 
-    std::string said() const {
-        std::string text;
-        for (const Diagnostic& each : diagnostics->all())
-            text += describe(each) + "\n";
-        return text;
-    }
+    std::string said() const { return test::reports(*diagnostics); }
     ino_t inode() const {
         struct stat status{};
         return stat(file.c_str(), &status) == 0 ? status.st_ino : 0;

@@ -3,9 +3,7 @@
 #include <TimeAndText/WindowsZone.h>
 
 #include <gtest/gtest.h>
-#include <support/Threads.h>
 
-#include <atomic>
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
@@ -15,10 +13,6 @@
 
 namespace platform {
 namespace {
-
-std::int64_t since1970(Date date) {
-    return static_cast<std::int64_t>(date.timeIntervalSince1970());
-}
 
 /// Sets the process's zone for as long as it lives.
 class ProcessZone {
@@ -213,17 +207,6 @@ TEST(TimeZone, ADamagedFileGivesNoZone) {
         changed[at] = static_cast<char>(0xff);
         if (const auto zone = zoneOf(changed)) zone->date({.year = 2026, .month = 3, .day = 29, .hour = 2});
     }
-}
-
-TEST(TimeZone, MayBeAskedForFromSeveralThreads) {
-    std::atomic<int> wrong{0};
-    test::onThreads(4, [&wrong](int) {
-        for (const char* name : {"Asia/Tokyo", "Europe/Paris", "America/Chicago", "Asia/Dubai"}) {
-            const auto zone = TimeZone::named(name);
-            if (!zone || since1970(zone->date({.year = 2026})) == 0) ++wrong;
-        }
-    });
-    EXPECT_EQ(wrong, 0);
 }
 
 }  // namespace

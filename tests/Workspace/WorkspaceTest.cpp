@@ -1,14 +1,13 @@
 #include <Workspace/Workspace.h>
 
 #include <support/TemporaryDirectory.h>
+#include <support/Threads.h>
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <thread>
 
 namespace {
 
@@ -36,12 +35,9 @@ class DesktopWorkspaceTest : public testing::Test {
     static void TearDownTestSuite() { delete home; }
 
     static std::string openedUrl() {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (std::chrono::steady_clock::now() < deadline) {
-            if (auto url = test::readFile(*home / "handler.sh.opened"); !url.empty()) return url;
-            std::this_thread::yield();
-        }
-        return {};
+        std::string url;
+        test::eventually([&] { return !(url = test::readFile(*home / "handler.sh.opened")).empty(); });
+        return url;
     }
 
     static inline test::TemporaryDirectory* home = nullptr;

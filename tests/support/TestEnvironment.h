@@ -16,6 +16,14 @@ inline platform::Date at(std::string_view rfc3339) {
     return platform::parseRfc3339(rfc3339).value();
 }
 
+/// A line each.
+inline std::string reports(const platform::CollectedDiagnostics& diagnostics) {
+    std::string text;
+    for (const platform::Diagnostic& one : diagnostics.all())
+        text += platform::describe(one) + "\n";
+    return text;
+}
+
 /// A world of its own: temporary folders, a clock that stops until it is set, a fixed zone and locale.
 class TestEnvironment {
   public:
@@ -47,6 +55,8 @@ class TestEnvironment {
     }
     platform::EnvironmentRef ref() const { return environment_; }
     operator platform::EnvironmentRef() const { return environment_; }
+    /// Everything reported so far, a line each.
+    std::string reports() const { return test::reports(*diagnostics); }
     const platform::Environment* operator->() const { return environment_.get(); }
 
     TemporaryDirectory home;

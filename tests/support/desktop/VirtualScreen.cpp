@@ -82,17 +82,25 @@ struct VirtualScreen::Connection {
     ::Window root() const { return DefaultRootWindow(display); }
     Atom atom(const char* name) const { return XInternAtom(display, name, False); }
 
-    std::string text(::Window window, const char* property) const {
+    /// The bytes, or the numbers, of a property; Xlib gives numbers of 32 bits as longs.
+    template <class Element>
+    std::vector<Element> property(::Window window, const char* name, Atom wanted, int bits) const {
         Atom type = None;
         int format = 0;
         unsigned long count = 0, rest = 0;
         unsigned char* data = nullptr;
-        XGetWindowProperty(display, window, atom(property), 0, 256, False, AnyPropertyType, &type, &format,
-                           &count, &rest, &data);
-        std::string result;
-        if (data && format == 8) result.assign(reinterpret_cast<char*>(data), count);
+        XGetWindowProperty(display, window, atom(name), 0, 256, False, wanted, &type, &format, &count, &rest,
+                           &data);
+        const auto* elements = reinterpret_cast<const Element*>(data);
+        std::vector<Element> result;
+        if (data && format == bits) result.assign(elements, elements + count);
         if (data) XFree(data);
         return result;
+    }
+
+    std::string text(::Window window, const char* name) const {
+        const auto bytes = property<char>(window, name, AnyPropertyType, 8);
+        return {bytes.begin(), bytes.end()};
     }
 
     std::string title(::Window window) const {
@@ -264,19 +272,12 @@ void VirtualScreen::closeWindow(unsigned long window) {
 }
 
 std::vector<std::string> VirtualScreen::atoms(unsigned long window, const std::string& property) const {
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0, rest = 0;
-    unsigned char* data = nullptr;
     std::vector<std::string> names;
-    XGetWindowProperty(connection_->display, window, connection_->atom(property.c_str()), 0, 64, False,
-                       XA_ATOM, &type, &format, &count, &rest, &data);
-    for (unsigned long i = 0; i < count; ++i) {
-        char* name = XGetAtomName(connection_->display, reinterpret_cast<Atom*>(data)[i]);
+    for (const Atom atom : connection_->property<Atom>(window, property.c_str(), XA_ATOM, 32)) {
+        char* name = XGetAtomName(connection_->display, atom);
         names.emplace_back(name);
         XFree(name);
     }
-    if (data) XFree(data);
     return names;
 }
 
