@@ -1,5 +1,6 @@
 #include "Expect.h"
 
+#include <CardPicture.h>
 #include <ContactCard.h>
 #include <TimeAndText/Text.h>
 

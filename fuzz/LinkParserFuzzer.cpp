@@ -1,6 +1,7 @@
 #include "Expect.h"
 #include "FuzzedHome.h"
 
+#include <HbrCore/ConferenceLinks/VideoCallAnnotation.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 
 #include <algorithm>

@@ -2,6 +2,7 @@
 
 #include "AlertMessage.h"
 
+#include <HbrCore/ConferenceLinks/VideoCallAnnotation.h>
 #include <HbrCore/Events/EventLookup.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>

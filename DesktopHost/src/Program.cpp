@@ -11,6 +11,7 @@
 #include <System/FileLock.h>
 #include <System/MainQueue.h>
 #include <Workspace/SessionApplication.h>
+#include <Workspace/SessionApplicationClient.h>
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -3,7 +3,7 @@
 #include <Setup/DesktopProgram.h>
 #include <System/Files.h>
 #include <Words/CompanionText.h>
-#include <Workspace/SessionApplication.h>
+#include <Workspace/SessionApplicationClient.h>
 
 #include <array>
 #include <filesystem>

@@ -1,4 +1,6 @@
-#include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
+#include <HbrCore/ConferenceLinks/VideoCallAnnotation.h>
+
+#include <string_view>
 
 namespace hbr {
 

@@ -1,5 +1,6 @@
+#include "CollectionNaming.h"
+
 #include "CssColorNames.h"
-#include "StoreLoader.h"
 
 namespace platform {
 namespace {

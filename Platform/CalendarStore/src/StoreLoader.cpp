@@ -1,5 +1,7 @@
 #include "StoreLoader.h"
 
+#include "CollectionNaming.h"
+
 #include "CalendarPalette.h"
 #include "Identifiers.h"
 

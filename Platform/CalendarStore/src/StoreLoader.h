@@ -40,12 +40,4 @@ class StoreLoader {
     FileCache<ScannedFile> files_;
 };
 
-/// The title and color of a collection, as its source or its first text says.
-struct CollectionNaming {
-    std::optional<std::string> title;
-    std::optional<Color> color;
-};
-CollectionNaming namingOf(const CalendarCollection& found,
-                          const std::vector<std::shared_ptr<const ScannedFile>>& files);
-
 }  // namespace platform

@@ -1,3 +1,5 @@
+#include "CardPicture.h"
+
 #include <Values/Base64.h>
 
 #include <algorithm>

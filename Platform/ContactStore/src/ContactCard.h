@@ -34,8 +34,4 @@ using CardComplaint = std::function<void(int line, const std::string& property, 
 /// The cards of a text, which is UTF-8 or a single-byte character set. Bad cards are left out alone.
 std::vector<ContactCard> readCards(std::string_view text, const CardComplaint& complain);
 
-/// The bytes of the most wanted picture that the text of one card holds; nothing, with a complaint where
-/// there is a reason to, when it holds none, or only an address. Line numbers count from `firstLine`.
-std::optional<std::string> pictureOf(std::string_view cardText, int firstLine, const CardComplaint& complain);
-
 }  // namespace platform

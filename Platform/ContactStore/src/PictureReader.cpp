@@ -1,5 +1,7 @@
 #include "PictureReader.h"
 
+#include "CardPicture.h"
+
 #include <CalendarFiles/FileCache.h>
 #include <CalendarFiles/TextDecoding.h>
 

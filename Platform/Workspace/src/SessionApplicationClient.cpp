@@ -1,4 +1,4 @@
-#include <Workspace/SessionApplication.h>
+#include <Workspace/SessionApplicationClient.h>
 
 #include "GObjectRef.h"
 #include "SessionBus.h"

@@ -1,3 +1,4 @@
+#include <HbrCore/ConferenceLinks/VideoCallAnnotation.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>

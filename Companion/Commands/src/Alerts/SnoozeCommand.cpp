@@ -6,7 +6,7 @@
 #include <Setup/DesktopProgram.h>
 #include <Words/CompanionText.h>
 #include <Words/EventName.h>
-#include <Workspace/SessionApplication.h>
+#include <Workspace/SessionApplicationClient.h>
 #include <CLI/App.hpp>
 
 #include <HbrCore/DeepLinks/DesktopApplication.h>

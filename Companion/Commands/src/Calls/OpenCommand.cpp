@@ -5,7 +5,7 @@
 #include <Session/CommandContext.h>
 #include <Words/CompanionText.h>
 #include <Words/OneLine.h>
-#include <Workspace/SessionApplication.h>
+#include <Workspace/SessionApplicationClient.h>
 #include <CLI/App.hpp>
 
 #include <HbrCore/DeepLinks/DeepLinkActions.h>

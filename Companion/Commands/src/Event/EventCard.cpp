@@ -9,6 +9,7 @@
 #include <Words/OneLine.h>
 #include <Words/TextColumns.h>
 
+#include <HbrCore/ConferenceLinks/VideoCallAnnotation.h>
 #include <HbrCore/ConferenceLinks/VideoConferenceLinkParser.h>
 #include <HbrCore/Events/EventTexts.h>
 #include <HbrCore/Events/EventTiming.h>

@@ -33,7 +33,4 @@ class VideoConferenceLinkParser {
     std::unique_ptr<State> state_;
 };
 
-/// Notes without the block that a conferencing add-in appended; nothing when nothing is left.
-std::optional<std::string> removingVideoCallAnnotation(const std::string& text);
-
 }  // namespace hbr

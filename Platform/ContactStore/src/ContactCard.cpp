@@ -1,3 +1,5 @@
+#include "ContactCard.h"
+
 #include <TimeAndText/PersonName.h>
 #include <TimeAndText/Text.h>
 
@@ -6,7 +8,6 @@
 
 #include "CardLines.h"
 #include "CardProperty.h"
-#include "ContactCard.h"
 
 namespace platform {
 namespace {
