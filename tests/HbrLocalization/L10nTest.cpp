@@ -182,11 +182,13 @@ TEST_F(L10nTest, TextsAreReadByThreadsAtOnce) {
 }
 
 TEST_F(L10nTest, EveryShippedTableIsComplete) {
-    for (const char* name : {"HbrLocalization_HbrLocalization.bundle", "Companion.bundle"}) {
+    for (const char* name :
+         {"HbrLocalization_HbrLocalization.bundle", "Companion.bundle", "HeedbannerWidgetExtension.bundle"}) {
         const auto bundle = test::buildResources() / name;
         const auto english = test::readStringTable(bundle, "en");
         const auto languages = test::languagesIn(bundle);
         EXPECT_THAT(languages, testing::IsSupersetOf({"de", "en", "he"}));
+        EXPECT_EQ(languages, test::languagesIn(test::buildResources() / "Companion.bundle")) << name;
         for (const auto& language : languages) {
             test::TableExamination examination(language, test::readStringTable(bundle, language), english);
             EXPECT_THAT(examination.faults(), testing::IsEmpty()) << name;

@@ -208,23 +208,4 @@ TEST(CameraButton, IsActiveWhilePendingOrUnderWay) {
         test::nodesOf(pill(drawing, drawing.event("1", 0, 30), systemMedium).root, Kind::symbol).empty());
 }
 
-TEST(EventDetailView, TitlesOfAnyKindAreDrawnInsideThePill) {
-    test::Drawing drawing;
-    for (const char* title :
-         {"", "設計レビュー 🎉 第二回 とても長い題名がここに続きます", "اجتماع الفريق", "\xFF\xFE",
-          "one\ntwo\r\nthree", "Donaudampfschifffahrtsgesellschaftskapitänsmützenabzeichen"}) {
-        Event event = drawing.event("1", 30, 60);
-        event.title = title;
-        for (const auto family : {systemSmall, systemMedium, systemLarge}) {
-            const auto tree = pill(drawing, event, family, {.titleLineLimit = 2});
-            const auto& frame = tree.root.children.at(0).frame;
-            for (const auto* node : test::nodesOf(tree.root, Kind::text)) {
-                EXPECT_LE(node->frame.right(), frame.right()) << title;
-                EXPECT_LE(node->frame.bottom(), frame.bottom()) << title;
-                EXPECT_LE(node->lines, 2) << title;
-            }
-        }
-    }
-}
-
 }  // namespace

@@ -1,8 +1,6 @@
 #include <HeedbannerWidgetExtension/WidgetStrings.h>
 
 #include <gmock/gmock.h>
-#include <support/BuildResources.h>
-#include <support/StringTables.h>
 #include <support/TestEnvironment.h>
 
 #include <string>
@@ -39,18 +37,6 @@ TEST(WidgetStrings, EnglishReplacesWhatATableLacks) {
     EXPECT_EQ(strings.text("b"), "B");
     EXPECT_EQ(strings.counted("n", 1), "1 event");
     EXPECT_EQ(strings.text("c"), "c");
-}
-
-TEST(WidgetStrings, EveryShippedTableIsComplete) {
-    const auto bundle = test::buildResources() / hbr::WidgetStrings::bundleName;
-    auto english = test::readStringTable(bundle, "en");
-    const auto core = test::languagesIn(test::buildResources() / "HbrLocalization_HbrLocalization.bundle");
-    const auto languages = test::languagesIn(bundle);
-    EXPECT_EQ(languages, core);
-    for (const auto& language : languages) {
-        test::TableExamination examination(language, test::readStringTable(bundle, language), english);
-        EXPECT_THAT(examination.faults(), testing::IsEmpty());
-    }
 }
 
 }  // namespace

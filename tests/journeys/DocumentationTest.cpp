@@ -56,21 +56,35 @@ TEST_F(Documentation, EveryCommandOnEveryPageWorks) {
     EXPECT_GT(tried, 30u);
 }
 
-/// The table of docs/settings.md: names and defaults, in the program's order.
-TEST_F(Documentation, EverySettingIsDescribedWithItsDefault) {
+/// The table of docs/settings.md: names, bounds and defaults, in the program's order.
+TEST_F(Documentation, EverySettingIsDescribedWithItsDefaultAndTheBoundsThatAreKept) {
     std::vector<std::string> rows;
+    int bounded = 0;
+    const auto exported = platform::parseJson(companion({"settings", "export"}).out);
     for (const auto& line :
          platform::split(test::readFile(std::filesystem::path(documents()) / "settings.md"), "\n")) {
         const auto cells = platform::split(line, " | ");
-        if (cells.size() == 4 && cells[0].starts_with("| `")) rows.push_back(cells[0] + " = " + cells[3]);
+        if (cells.size() != 4 || !cells[0].starts_with("| `")) continue;
+        rows.push_back(cells[0] + " = " + cells[3]);
+        const std::string name = cells[0].substr(3, cells[0].size() - 4);
+        int first = 0;
+        int last = 0;
+        if (std::sscanf(cells[2].c_str(), "%d to %d", &first, &last) != 2) continue;
+        ++bounded;
+        for (const int value : {first - 1, first, last, last + 1}) {
+            const auto outcome = companion({"settings", "set", "--", name, std::to_string(value)});
+            const bool isValid = value >= first && value <= last;
+            EXPECT_EQ(outcome.exitCode, isValid ? 0 : 2) << name << " " << value;
+            EXPECT_EQ(outcome.err.find(name + " takes") == std::string::npos, isValid) << outcome.err;
+        }
     }
     std::vector<std::string> expected;
-    const auto exported = platform::parseJson(companion({"settings", "export"}).out);
     for (const auto& [name, value] : *exported->asObject()) {
         const bool isList = value.asArray();
         expected.push_back("| `" + name + "` = " + (isList ? "empty" : "`" + writeJson(value) + "`") + " |");
     }
     EXPECT_EQ(rows, expected);
+    EXPECT_EQ(bounded, 6);
     EXPECT_EQ(companion({"settings", "list"}).out.find("Settings."), std::string::npos)
         << "a key without text";
 }

@@ -1,6 +1,7 @@
 #include "Journey.h"
 
 #include <gmock/gmock.h>
+#include <support/WithoutIsolates.h>
 
 namespace {
 
@@ -8,14 +9,6 @@ using ::test::Journey;
 using ::test::oneEvent;
 using ::testing::HasSubstr;
 using Language = Journey;
-
-std::string withoutIsolates(std::string text) {
-    for (const std::string_view mark : {"\u2068", "\u2069"}) {
-        for (auto at = text.find(mark); at != std::string::npos; at = text.find(mark))
-            text.erase(at, mark.size());
-    }
-    return text;
-}
 
 TEST_F(Language, TheWidgetsSpeakTheUsersLanguage) {
     struct Case {
@@ -107,7 +100,7 @@ TEST_F(Language, TheCompanionSpeaksTheUsersLanguage) {
             Arguments all = arguments;
             all.insert(all.end(), {"--now", now});
             const auto outcome = companion(all);
-            EXPECT_THAT(withoutIsolates(outcome.out + outcome.err), HasSubstr(texts[i]))
+            EXPECT_THAT(test::withoutIsolates(outcome.out + outcome.err), HasSubstr(texts[i]))
                 << languages[i] << " " << arguments.front();
         }
     }

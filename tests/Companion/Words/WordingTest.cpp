@@ -6,16 +6,9 @@
 
 #include <gtest/gtest.h>
 #include <support/TestEnvironment.h>
+#include <support/WithoutIsolates.h>
 
 namespace {
-
-std::string withoutIsolates(std::string text) {
-    for (const std::string_view mark : {"\u2068", "\u2069"}) {
-        for (auto at = text.find(mark); at != std::string::npos; at = text.find(mark))
-            text.erase(at, mark.size());
-    }
-    return text;
-}
 
 TEST(Wording, IsInTheUsersLanguage) {
     using platform::Environment;
@@ -52,7 +45,7 @@ TEST(Wording, IsInTheUsersLanguage) {
     for (std::size_t i = 0; i < std::size(locales); ++i) {
         const test::TestEnvironment world("2026-03-04T09:00:00Z", "Europe/Berlin", locales[i]);
         for (const Case& one : cases)
-            EXPECT_EQ(withoutIsolates(one.text(*world.ref())), one.expected[i]) << locales[i];
+            EXPECT_EQ(test::withoutIsolates(one.text(*world.ref())), one.expected[i]) << locales[i];
     }
 }
 
