@@ -86,12 +86,7 @@ TEST_F(EventCardTest, NamesParticipantsAsTheContactsDo) {
         "contacts/ada.vcf",
         "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Ada Lovelace\r\nN:Lovelace;Ada;;;\r\n"
         "NICKNAME:The Countess of Lovelace\r\nEMAIL:ada@example.org\r\nEND:VCARD\r\n");
-    platform::AccountsFile(core.environment).update([&](std::vector<platform::Account>& accounts) {
-        accounts.push_back({.name = "Friends",
-                            .location = core.environment.home / "contacts",
-                            .addresses = {},
-                            .contents = platform::Account::Contents::contacts});
-    });
+    core.contacts("contacts");
     Event event;
     event.participantsData.push_back({.name = "A.",
                                       .email = "ada@example.org",

@@ -21,13 +21,18 @@ class CoreFixture {
         account("Home", "calendars", false);
     }
 
-    void account(std::string name, std::string_view folder, bool isDelegate) {
+    void account(std::string name, std::string_view folder, bool isDelegate,
+                 platform::Account::Contents contents = platform::Account::Contents::calendars) {
         platform::AccountsFile(environment).update([&](std::vector<platform::Account>& accounts) {
             accounts.push_back({.name = std::move(name),
                                 .location = environment.home / folder,
                                 .addresses = {"me@example.org"},
-                                .isDelegate = isDelegate});
+                                .isDelegate = isDelegate,
+                                .contents = contents});
         });
+    }
+    void contacts(std::string_view folder) {
+        account("Contacts", folder, false, platform::Account::Contents::contacts);
     }
     /// Items of one file, each "BEGIN:…" to "END:…" with "\n" line ends.
     void write(std::string_view name, std::string_view items) {

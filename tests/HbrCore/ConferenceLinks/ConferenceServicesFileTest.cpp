@@ -1,13 +1,10 @@
 #include <HbrCore/ConferenceLinks/ConferenceServicesFile.h>
 
-#include <MxLogger/MxLogger.h>
 #include <Values/PropertyList.h>
+#include <support/LogCapture.h>
 #include <support/TestEnvironment.h>
 
 #include <gmock/gmock.h>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 #include <thread>
 
@@ -25,17 +22,6 @@ std::string xml(const std::vector<VideoConferenceService>& services) {
 
 class ConferenceServicesFile : public testing::Test {
   protected:
-    ConferenceServicesFile() : quiet_(open("/dev/null", O_WRONLY | O_CLOEXEC)) {
-        MxLogger::setOutput(quiet_);
-        MxLogger::clear();
-        MxLogger::start(true);
-    }
-    ~ConferenceServicesFile() override {
-        MxLogger::stop();
-        MxLogger::setOutput(STDOUT_FILENO);
-        close(quiet_);
-    }
-
     std::filesystem::path file() const { return world_->dataDirectory / "ConferenceServices.plist"; }
     void write(const std::string& content) {
         world_.home.write("data/heedbanner/ConferenceServices.plist", content);
@@ -47,14 +33,14 @@ class ConferenceServicesFile : public testing::Test {
         return services;
     }
     static std::vector<std::string> messages() {
-        std::vector<std::string> texts;
-        for (const auto& line : MxLogger::logMessages())
-            texts.push_back(line.substr(line.find("[ConferenceLinks]: ") + 19));
+        auto texts = test::LogCapture::lines();
+        for (auto& text : texts)
+            text.erase(0, text.find("[ConferenceLinks]: ") + 19);
         return texts;
     }
 
+    const test::LogCapture log_;
     test::TestEnvironment world_;
-    int quiet_;
 };
 
 TEST_F(ConferenceServicesFile, IsCopiedOnceAndNeverReplaced) {

@@ -1,11 +1,9 @@
 #include <HbrCore/CoreFixture.h>
-#include <MxLogger/MxLogger.h>
 #include <System/MainQueue.h>
 #include <gmock/gmock.h>
+#include <support/LogCapture.h>
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -161,35 +159,6 @@ TEST(AggregatedEventStore, PendingEventsBeginWithinTheHourAndInsideTheirAlertPer
     EXPECT_THAT(pending(), ElementsAre("Half a minute", "A minute", "Half an hour", "An hour"));
 }
 
-/// What is logged while it lives, and what is announced.
-struct Reports {
-    Reports() {
-        MxLogger::setOutput(open("/dev/null", O_WRONLY | O_CLOEXEC));
-        MxLogger::clear();
-        MxLogger::start(true);
-    }
-    ~Reports() {
-        MxLogger::stop();
-        MxLogger::setOutput(STDOUT_FILENO);
-    }
-    Reports(const Reports&) = delete;
-    Reports& operator=(const Reports&) = delete;
-
-    /// Without stamps and markers; "posted" for the notification.
-    std::vector<std::string> lines() const {
-        std::vector<std::string> list;
-        for (const std::string& line : MxLogger::logMessages())
-            list.push_back(line.substr(line.find_first_of("IW", 20)));
-        for (int i = 0; i < granted; ++i)
-            list.emplace_back("posted");
-        return list;
-    }
-
-    int granted = 0;
-    platform::NotificationCenter::Observation observation =
-        platform::NotificationCenter::shared().observe(grantedPermissionNotification, [this] { ++granted; });
-};
-
 TEST(AggregatedEventStore, AccessRequestsSayWhatCameOfThem) {
     struct Case {
         bool hasAccount;
@@ -213,14 +182,19 @@ TEST(AggregatedEventStore, AccessRequestsSayWhatCameOfThem) {
         if (!c.hasAccount) std::filesystem::remove(platform::AccountsFile(core.environment).path());
         core.environment.change().platformVersion = {c.version, 0, 0};
         auto& store = core.services().aggregatedEventStore();
-        const Reports reports;
+        const test::LogCapture log;
+        int announced = 0;
+        const auto observation = platform::NotificationCenter::shared().observe(grantedPermissionNotification,
+                                                                                [&] { ++announced; });
         int completed = 0;
         const auto completion = [&](std::exception_ptr error) {
             ++completed;
             EXPECT_EQ(static_cast<bool>(error), c.isRefused);
         };
         c.isForEvents ? store.requestCalendarAccess(completion) : store.requestReminderAccess(completion);
-        EXPECT_EQ(reports.lines(), c.reports);
+        auto lines = log.lines();
+        if (announced == 1) lines.emplace_back("posted");
+        EXPECT_EQ(lines, c.reports);
         EXPECT_EQ(completed, 1);
         EXPECT_EQ(store.hasCalendarAccess(), c.hasAccount);
         EXPECT_EQ(store.hasReminderAccess(), c.hasAccount);

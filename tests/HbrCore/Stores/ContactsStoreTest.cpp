@@ -1,7 +1,7 @@
 #include <HbrCore/Stores/ContactsStore.h>
 
-#include <MxLogger/MxLogger.h>
 #include <gmock/gmock.h>
+#include <support/LogCapture.h>
 
 #include "../CoreFixture.h"
 
@@ -50,11 +50,7 @@ class ContactsStoreTest : public ::testing::Test {
 };
 
 TEST_F(ContactsStoreTest, NamesComeFromTheCardsElseFromTheCalendar) {
-    platform::AccountsFile(core.environment.ref()).update([&](auto& accounts) {
-        accounts.push_back({.name = "People",
-                            .location = core.environment.home / "people",
-                            .contents = platform::Account::Contents::contacts});
-    });
+    core.contacts("people");
     core.environment.home.write("people/a.vcf",
                                 "BEGIN:VCARD\nUID:ada\nN:Lovelace;Ada\nEMAIL:Ada@X.org\n"
                                 "PHOTO;ENCODING=b:iVBORw0KGgo=\nEND:VCARD\n"
@@ -111,13 +107,10 @@ TEST_F(ContactsStoreTest, ARequestForAccessReportsItsResult) {
         });
         return outcome;
     };
-    MxLogger::clear();
-    MxLogger::start(true);
+    const test::LogCapture log;
     EXPECT_EQ(ask(), "granted");
-    EXPECT_THAT(MxLogger::logMessages(),
-                testing::ElementsAre(testing::HasSubstr("INFO [Contacts]: Requesting Contacts access"),
-                                     testing::HasSubstr("INFO [Contacts]: Contacts access granted")));
-    MxLogger::stop();
+    EXPECT_THAT(log.lines(), testing::ElementsAre("INFO [Contacts]: Requesting Contacts access",
+                                                  "INFO [Contacts]: Contacts access granted"));
     EXPECT_TRUE(contacts.hasContactsAccess());
     platformStore->error = std::make_exception_ptr(std::runtime_error("out of order"));
     platformStore->isGranted = false;

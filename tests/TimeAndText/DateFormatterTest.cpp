@@ -1,6 +1,7 @@
 #include <TimeAndText/DateFormatter.h>
 #include <TimeAndText/DurationFormatter.h>
 #include <TimeAndText/RelativeDateTimeFormatter.h>
+#include <TimeAndText/Text.h>
 
 #include <gmock/gmock.h>
 
@@ -30,17 +31,13 @@ std::string folded(std::string text) {
 
 TEST(DateFormatter, WritesAsTheLocaleDoes) {
     const char* const cases[][5] = {
-        {"en_US", "9:05 PM", "March 4, 2026", "Wed, Mar 4", "Mar 4, 2026, 9:05 PM"},
         {"en_GB", "21:05", "4 March 2026", "Wed, 4 Mar", "4 Mar 2026, 21:05"},
         {"en_GB@hours=h12", "9:05 pm", "4 March 2026", "Wed, 4 Mar", "4 Mar 2026, 9:05 pm"},
         {"en_GB@hours=h23", "21:05", "4 March 2026", "Wed, 4 Mar", "4 Mar 2026, 21:05"},
         // The letter in its pattern is a word: "21 h 05".
         {"fr_CA@hours=h12", "9 h 05 p.m.", "4 mars 2026", "mer. 4 mars", "4 mars 2026, 9 h 05 p.m."},
         {"en_US@hours=h23", "21:05", "March 4, 2026", "Wed, Mar 4", "Mar 4, 2026, 21:05"},
-        {"de_DE", "21:05", "4. März 2026", "Mi., 4. März", "04.03.2026, 21:05"},
-        {"ja_JP", "21:05", "2026年3月4日", "3月4日(水)", "2026/03/04 21:05"},
         {"ar_EG", "٩:٠٥ م", "٤ مارس ٢٠٢٦", "الأربعاء، ٤ مارس", "٠٤\u200F/٠٣\u200F/٢٠٢٦، ٩:٠٥ م"},
-        {"he_IL", "21:05", "4 במרץ 2026", "יום ד׳, 4 במרץ", "4 במרץ 2026, 21:05"},
         // Only texts follow the locale's own calendar.
         {"th_TH", "21:05", "4 มีนาคม 2569", "พ. 4 มี.ค.", "4 มี.ค. 2569 21:05"},
     };
@@ -200,37 +197,23 @@ TEST(RelativeDateTimeFormatter, NamesTheLargestUnitThatDiffers) {
 }
 
 TEST(FormatEngines, WordsFollowTheLanguageOfTextsAndDatesTheFormats) {
-    const std::tuple<std::vector<std::string>, const char*, const char*, const char*, const char*,
-                     const char*>
-        cases[] = {
-            {{"en-US"}, "de_DE", "1 hour, 30 minutes", "2 hours ago", "tomorrow, 21:05", "11.03.2026, 21:05"},
-            {{"de"},
-             "en_US",
-             "1 Stunde, 30 Minuten",
-             "vor 2 Stunden",
-             "morgen, 9:05 PM",
-             "Mar 11, 2026, 9:05 PM"},
-            {{"en"},
-             "ar_EG",
-             "١ hour, ٣٠ minutes",
-             "٢ hours ago",
-             "tomorrow, ٩:٠٥ م",
-             "١١\u200F/٠٣\u200F/٢٠٢٦، ٩:٠٥ م"},
-            {{"ar"}, "en_GB", "ساعة و30 دقيقة", "قبل ساعتين", "غدًا، 21:05", "11 Mar 2026, 21:05"},
-            // A region of the formats alone is that of the words as well; an unknown language is passed over.
-            {{"pt"}, "pt_PT", "1 hora e 30 minutos", "há 2 horas", "amanhã, 21:05", "11/03/2026, 21:05"},
-            {{"tlh", "not a tag", "fr"},
-             "en_GB",
-             "1\u00A0heure et 30 minutes",
-             "il y a 2 heures",
-             "demain, 21:05",
-             "11 Mar 2026, 21:05"},
-            {{}, "es_ES", "1 hora y 30 minutos", "hace 2 horas", "mañana, 21:05", "11 mar 2026, 21:05"},
-        };
+    // Languages, formats; half an hour past one, two hours ago, tomorrow, in a week.
+    const char* const cases[][6] = {
+        {"en-US", "de_DE", "1 hour, 30 minutes", "2 hours ago", "tomorrow, 21:05", "11.03.2026, 21:05"},
+        {"de", "en_US", "1 Stunde, 30 Minuten", "vor 2 Stunden", "morgen, 9:05 PM", "Mar 11, 2026, 9:05 PM"},
+        {"en", "ar_EG", "١ hour, ٣٠ minutes", "٢ hours ago", "tomorrow, ٩:٠٥ م",
+         "١١\u200F/٠٣\u200F/٢٠٢٦، ٩:٠٥ م"},
+        {"ar", "en_GB", "ساعة و30 دقيقة", "قبل ساعتين", "غدًا، 21:05", "11 Mar 2026, 21:05"},
+        // A region of the formats alone is that of the words as well; an unknown language is skipped.
+        {"pt", "pt_PT", "1 hora e 30 minutos", "há 2 horas", "amanhã, 21:05", "11/03/2026, 21:05"},
+        {"tlh,not a tag,fr", "en_GB", "1\u00A0heure et 30 minutes", "il y a 2 heures", "demain, 21:05",
+         "11 Mar 2026, 21:05"},
+        {"", "es_ES", "1 hora y 30 minutos", "hace 2 horas", "mañana, 21:05", "11 mar 2026, 21:05"},
+    };
     const Calendar berlin = calendarIn("Europe/Berlin");
     const Date now = at("2026-03-04T20:05:00Z");
     for (const auto& [languages, formats, length, distance, tomorrow, nextWeek] : cases) {
-        const Locale mixed{.identifier = formats, .languages = languages};
+        const Locale mixed{.identifier = formats, .languages = split(languages, ",", false)};
         const DurationFormatter spoken(mixed, berlin, {.style = DurationFormatter::UnitsStyle::full});
         EXPECT_EQ(spoken.string(5400), length) << formats;
         EXPECT_EQ(RelativeDateTimeFormatter(mixed, berlin).string(now.addingTimeInterval(-7300), now),
