@@ -196,6 +196,11 @@ constexpr std::pair<std::string_view, std::string_view> manyParts[] = {
      "DTSTART:20260304T100000Z\r\nEND:VEVENT\r\n"},
     {"daily series",
      "BEGIN:VEVENT\r\nUID:#\r\nDTSTART:20200101T100000Z\r\nRRULE:FREQ=DAILY\r\nEND:VEVENT\r\n"},
+    {"series of every second",
+     "BEGIN:VEVENT\r\nUID:#\r\nDTSTART:20200101T100000Z\r\nRRULE:FREQ=SECONDLY\r\nEND:VEVENT\r\n"},
+    {"series that never recur",
+     "BEGIN:VEVENT\r\nUID:#\r\nDTSTART:20200101T100000Z\r\nRRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30\r\n"
+     "END:VEVENT\r\n"},
     {"counted series",
      "BEGIN:VEVENT\r\nUID:#\r\nDTSTART:20200101T100000Z\r\nRRULE:FREQ=DAILY;COUNT=9999;BYHOUR=10\r\n"
      "END:VEVENT\r\n"},

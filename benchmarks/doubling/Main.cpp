@@ -59,6 +59,8 @@ void useCalendar(const platform::EnvironmentRef& environment) {
     hbr::CoreServices core(environment, {});
     const hbr::HeedbannerWidgetBundle bundle(environment, [&core]() -> hbr::CoreServices& { return core; });
     const hbr::CardTexts texts(core, bundle);
+    core.manager().activateAllCalendars();
+    hbr::reloadAndWait(core);
     platform::NotificationCenter center;
     platform::EKEventStore store(environment, center,
                                  std::make_shared<platform::AccountSources>(environment));

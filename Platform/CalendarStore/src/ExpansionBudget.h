@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
 namespace platform {
 
@@ -22,8 +23,10 @@ class ExpansionBudget {
     /// Enough for a daily rule counted from its start over decades, and for two years of its instances.
     static constexpr Amount share{20'000, 800};
     static constexpr Amount reserve{1'000'000, 40'000};
-    /// Instances that are kept of a series that exceeded its share when the reserve was used up.
+    /// Instances that are kept of a series that exceeded its share when the reserve was used up; of further
+    /// series only one each.
     static constexpr std::size_t keptOfReduced = 50;
+    static constexpr std::size_t mostReduced = 200;
 
     /// The calls that follow are about another series.
     void beginSeries() {
@@ -40,6 +43,11 @@ class ExpansionBudget {
     bool hasInstances() const { return used_.instances < limit_.instances; }
     /// The series may take less than it could in a question of its own.
     bool isReduced() const { return limit_.steps < maximum.steps || limit_.instances < maximum.instances; }
+    /// How many instances to keep of one more series that was cut; all unless it is reduced.
+    std::size_t keepOfCut() {
+        if (!isReduced()) return std::numeric_limits<std::size_t>::max();
+        return ++reduced_ <= mostReduced ? keptOfReduced : 1;
+    }
     /// Of all series.
     std::int64_t stepsTaken() const { return total_ + used_.steps; }
 
@@ -52,6 +60,7 @@ class ExpansionBudget {
     Amount limit_ = maximum;
     Amount used_;
     std::int64_t total_ = 0;
+    std::size_t reduced_ = 0;
 };
 
 }  // namespace platform

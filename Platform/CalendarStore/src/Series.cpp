@@ -98,6 +98,14 @@ Occurrence Series::occurrenceOf(const RecurrenceSet::Instance& instance) const {
     return occurrence;
 }
 
+namespace {
+
+std::ptrdiff_t kept(const std::vector<RecurrenceSet::Instance>& instances, ExpansionBudget& budget) {
+    return static_cast<std::ptrdiff_t>(std::min(instances.size(), budget.keepOfCut()));
+}
+
+}  // namespace
+
 bool Series::occurrences(Date from, Date to, std::vector<Occurrence>& into, ExpansionBudget& budget) const {
     const auto touches = [&](const Occurrence& occurrence) {
         return occurrence.start <= to && occurrence.end >= from;
@@ -108,8 +116,7 @@ bool Series::occurrences(Date from, Date to, std::vector<Occurrence>& into, Expa
         std::vector<RecurrenceSet::Instance> instances;
         const auto latest = ranges_.empty() ? to : to.addingTimeInterval(reach_);
         complete = set_->instances(from.addingTimeInterval(-reach_), latest, instances, budget);
-        if (!complete && budget.isReduced() && instances.size() > ExpansionBudget::keptOfReduced)
-            instances.erase(instances.begin() + ExpansionBudget::keptOfReduced, instances.end());
+        if (!complete) instances.erase(instances.begin() + kept(instances, budget), instances.end());
         for (const auto& instance : instances) {
             if (replaced_.contains(instance.start)) continue;
             const auto occurrence = occurrenceOf(instance);
