@@ -8,10 +8,7 @@ using test::waitUntil;
 
 constexpr int width = TestDesktop::width;
 
-class DesktopAppearance : public test::DesktopTest {
-  protected:
-    static constexpr Place topEnd{width - 20 - mediumWidth, 20};
-};
+class DesktopAppearance : public test::DesktopTest {};
 
 TEST_F(DesktopAppearance, IsThatOfTheSettingsPortalLive) {
     const auto portal = desktop.start({"/usr/bin/python3", TestDesktop::script("settings-portal.py")});
@@ -45,11 +42,10 @@ TEST_F(DesktopAppearance, OfAPortalThatHasToBeStartedIsThatOfTheFirstFrame) {
     }));
 }
 
-using Accessibility = DesktopAppearance;
+class Accessibility : public test::DesktopTest {};
 
 TEST_F(Accessibility, NamesTheTextsAndEachTargetWhichCanBeActivated) {
-    show({"medium top-end"});
-    ASSERT_TRUE(isSeenAt(topEnd));
+    showMedium();
     program->order("badge Two accounts cannot be read");
     const auto script = TestDesktop::script("accessible.py");
     const std::string tree = desktop.run({"/usr/bin/python3", script, "desktop-test"});
@@ -63,8 +59,7 @@ TEST_F(Accessibility, NamesTheTextsAndEachTargetWhichCanBeActivated) {
 }
 
 TEST_F(Accessibility, IsNotNotifiedOfEachTickOfATimer) {
-    show({"medium top-end"});
-    ASSERT_TRUE(isSeenAt(topEnd));
+    showMedium();
     const auto listener =
         desktop.start({"/usr/bin/python3", TestDesktop::script("accessible-changes.py"), "desktop-test"});
     ASSERT_TRUE(listener->waitForLine("listening"));

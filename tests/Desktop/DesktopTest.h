@@ -40,6 +40,8 @@ class DesktopTest : public ::testing::Test {
     };
     static constexpr std::uint32_t container = 0xF7F7F9, darkContainer = 0x1F1F24;
     static constexpr int mediumWidth = 455, mediumHeight = 213, smallWidth = 213, smallHeight = 213;
+    /// 20 pixels from the corner.
+    static constexpr Place topEnd{TestDesktop::width - 20 - mediumWidth, 20};
     /// In a medium widget.
     static constexpr Place ground{200, 20}, firstRow{150, 77}, secondRow{150, 136}, camera{405, 77};
 
@@ -48,6 +50,10 @@ class DesktopTest : public ::testing::Test {
     }
     bool isSeenAt(Place widget, std::uint32_t color = container) {
         return waitUntil([&] { return isNear(colorAt(widget, ground), color); });
+    }
+    void showMedium(int seconds = 3600) {
+        show({"medium top-end"}, seconds);
+        ASSERT_TRUE(isSeenAt(topEnd));
     }
     bool isGoneFrom(Place widget) {
         return waitUntil([&] { return isNear(colorAt(widget, ground), background); });

@@ -9,16 +9,12 @@ constexpr int width = test::TestDesktop::width, height = test::TestDesktop::heig
 
 class WidgetsOnX11 : public test::DesktopTest {
   protected:
-    /// 20 pixels from the corner.
-    static constexpr Place topEnd{width - 20 - mediumWidth, 20};
-
     void SetUp() override { desktop.startWindowManager(); }
 };
 
 TEST_F(WidgetsOnX11, AreRoundWithAShadowWhereWindowsAreBlendedAndSquareElsewhereLive) {
-    show({"medium top-end"});
+    showMedium();
     EXPECT_EQ(surfaces, "surfaces x11");
-    ASSERT_TRUE(isSeenAt(topEnd));
     const Place corner{2, 2}, below{mediumWidth / 2, mediumHeight + 3};
     EXPECT_TRUE(isNear(colorAt(topEnd, corner), container));
     EXPECT_TRUE(isNear(colorAt(topEnd, below), background, 0));
@@ -68,8 +64,7 @@ TEST_F(WidgetsOnX11, AreInColumnsBelowEverything) {
 }
 
 TEST_F(WidgetsOnX11, OpenWhatIsUnderThePointerAndShowIt) {
-    show({"medium top-end"});
-    ASSERT_TRUE(isSeenAt(topEnd));
+    showMedium();
     const auto plain = colorAt(topEnd, firstRow);
     screen().movePointer(topEnd.x + firstRow.x, topEnd.y + firstRow.y);
     EXPECT_TRUE(waitUntil([&] { return colorAt(topEnd, firstRow) != plain; }));
@@ -83,8 +78,7 @@ TEST_F(WidgetsOnX11, OpenWhatIsUnderThePointerAndShowIt) {
 }
 
 TEST_F(WidgetsOnX11, AreDraggedWithoutOpeningAnything) {
-    show({"medium top-end"});
-    ASSERT_TRUE(isSeenAt(topEnd));
+    showMedium();
     screen().movePointer(topEnd.x + firstRow.x, topEnd.y + firstRow.y);
     screen().press();
     for (int step = 1; step <= 10; ++step)
@@ -100,8 +94,7 @@ TEST_F(WidgetsOnX11, AreDraggedWithoutOpeningAnything) {
 }
 
 TEST_F(WidgetsOnX11, ChangeSizeAndCornerAndGoFromTheirMenu) {
-    show({"medium top-end"});
-    ASSERT_TRUE(isSeenAt(topEnd));
+    showMedium();
     const auto choose = [&](std::initializer_list<const char*> keys, Place where = {6, 100}) {
         screen().key("Escape");
         const auto before = screen().windowCount();
@@ -160,8 +153,7 @@ TEST_F(WidgetsOnX11, TakeTheKeyboardWhenLiftedAndGiveItBack) {
 }
 
 TEST_F(WidgetsOnX11, TickWithoutMakingTheirViewsAgainAndOnlyWhereTheTextIs) {
-    show({"medium top-end"}, 3590);
-    ASSERT_TRUE(isSeenAt(topEnd));
+    showMedium(3590);
     const auto before = screen().picture();
     ASSERT_TRUE(waitUntil([&] { return screen().picture().differences(before, 0) > 0; }));
     const auto after = screen().picture();
@@ -178,8 +170,7 @@ TEST_F(WidgetsOnX11, TickWithoutMakingTheirViewsAgainAndOnlyWhereTheTextIs) {
 }
 
 TEST_F(WidgetsOnX11, ShowABadge) {
-    show({"medium top-end"});
-    ASSERT_TRUE(isSeenAt(topEnd));
+    showMedium();
     program->order("badge Two accounts cannot be read");
     EXPECT_TRUE(waitUntil([&] { return isNear(colorAt(topEnd, {mediumWidth - 22, 17}), 0xD95F00, 12); }));
 }

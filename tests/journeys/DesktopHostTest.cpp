@@ -27,12 +27,20 @@ class DesktopHost : public DesktopJourney {
             [&] { return test::isNear(screen().picture().at(x, y), 0xF7F7F9) == isThere; });
     }
 
-    /// Whether assistive tools find the words in the program's windows.
-    bool isSaid(const std::string& words) {
-        const auto tree =
-            desktop.run({"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner"});
-        return tree.find(words) != std::string::npos;
+    /// Assistive tools can then read the program's windows.
+    void letToolsListen() {
+        desktop.variables.erase("NO_AT_BRIDGE");
+        variables = desktop.variables;
     }
+    /// What an assistive tool reads after the element called `activated`, if there is one, was activated.
+    std::string readByTools(const std::string& activated = "") {
+        std::vector<std::string> command = {"/usr/bin/python3", desktop.script("accessible.py"),
+                                            "com.quietlark.heedbanner"};
+        if (!activated.empty()) command.push_back(activated);
+        return desktop.run(std::move(command));
+    }
+    /// Whether assistive tools find the words in the program's windows.
+    bool isSaid(const std::string& words) { return readByTools().find(words) != std::string::npos; }
     bool waitUntilSaid(const std::string& words) {
         return test::waitUntil([&] { return isSaid(words); });
     }
@@ -262,8 +270,7 @@ TEST_F(DesktopHost, AnEventThatArrivesInsideItsAlertPeriodAlertsOnceAlsoAcrossAR
 }
 
 TEST_F(DesktopHost, ACardAsksBeforeItHidesASeriesUndoesItAndKnowsWhatIsOver) {
-    desktop.variables.erase("NO_AT_BRIDGE");
-    variables = desktop.variables;
+    letToolsListen();
     setUpCalendars();
     writeEvent("weekly.ics", "Weekly", -600, "RRULE:FREQ=WEEKLY\r\n");
     writeEvent("single.ics", "Single", 3600);
@@ -271,7 +278,7 @@ TEST_F(DesktopHost, ACardAsksBeforeItHidesASeriesUndoesItAndKnowsWhatIsOver) {
     startDesktop({"upcoming:medium"});
     const auto act = [&](const std::string& name) {
         EXPECT_TRUE(waitUntilSaid(name));
-        desktop.run({"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner", name});
+        readByTools(name);
     };
     const auto isHidden = [&](const std::string& title) {
         return companion({"event", "show", title, "--json"}).out.find("\"isExcluded\": true") !=
@@ -469,21 +476,18 @@ TEST_F(DesktopHost, SaysWhatTheDesktopLacks) {
 }
 
 TEST_F(DesktopHost, AnEmptyWidgetAddsWhatLiesInTheUsualPlacesByClicks) {
-    desktop.variables.erase("NO_AT_BRIDGE");
-    variables = desktop.variables;
+    letToolsListen();
     startDesktop({"upcoming:medium"});
     ASSERT_TRUE(waitUntilSaid("No calendars yet"));
     writeEvent("first.ics", "Planning", 1800, "URL:https://meet.google.com/abc-defg-hij\r\n");
     std::filesystem::rename(home / "calendars", variables["HOME"] + "/.calendars");
     screen().click(rowX, rowY);
-    desktop.run({"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner",
-                 "Add these calendars"});
+    readByTools("Add these calendars");
     EXPECT_TRUE(waitUntilSaid("push button 'Join Call: Planning' disabled"));
 }
 
 TEST_F(DesktopHost, ItsGalleryShowsDemonstrationEventsUntilThereAreCalendars) {
-    desktop.variables.erase("NO_AT_BRIDGE");
-    variables = desktop.variables;
+    letToolsListen();
     startDesktop({"--gallery"});
     EXPECT_TRUE(waitUntilSaid("The previews show demonstration events."));
     setUpCalendars();
