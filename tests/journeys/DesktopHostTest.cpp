@@ -424,12 +424,14 @@ TEST_F(DesktopHost, OnWaylandItFollowsItsOutputAndTakesTheKeyboardAndMoreWidgets
         test::waitUntil([&] { return desktop.swayTree().find("\"Planning\"") != std::string::npos; }));
 
     EXPECT_EQ(runDesktop({"--gallery"}).exitCode, 0);
-    desktop.run({"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner",
-                 "Add: Next Event, Small"});
-    EXPECT_TRUE(test::waitUntil([&] {
-        return runDesktop({"--list"}).out ==
-               "1  upcoming:medium  top-start  X11-3\n2  countdown:small  top-end\n";
-    }));
+    const std::string one = "1  upcoming:medium  top-start  X11-3\n";
+    for (const auto& [button, list] :
+         {std::pair("Add: Next Event, Small", one + "2  countdown:small  top-end\n"),
+          std::pair("Remove: Next Event, Small", one)}) {
+        desktop.run(
+            {"/usr/bin/python3", desktop.script("accessible.py"), "com.quietlark.heedbanner", button});
+        EXPECT_TRUE(test::waitUntil([&] { return runDesktop({"--list"}).out == list; })) << button;
+    }
 }
 
 TEST_F(DesktopHost, LooksAsItIsDrawnIntoAFileAndLikeTheToolkitWherePortalsAreMissing) {
