@@ -286,9 +286,14 @@ TEST(EKEventStore, QuestionsFromManyThreadsWhileFilesChange) {
         threads.emplace_back([&, t] {
             for (int i = 0; !stop; ++i) {
                 const auto from = test::at(dayStart).addingTimeInterval((i % 50 + t) * 86400.0);
-                const auto found = fixture.store().events(
-                    fixture.store().predicateForEvents(from, from.addingTimeInterval(86399), calendars));
+                auto& store = fixture.store();
+                const auto found =
+                    store.events(store.predicateForEvents(from, from.addingTimeInterval(86399), calendars));
                 if (found.size() != 1 || found[0]->title->size() != 1) ++wrong;
+                for (int again = 0; again < 50; ++again)
+                    if (store.calendars(EKEntityType::event) != calendars) ++wrong;
+                if (!store.eventWithIdentifier(found[0]->eventIdentifier) || store.report().size() != 1)
+                    ++wrong;
             }
         });
     }

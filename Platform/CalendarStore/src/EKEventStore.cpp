@@ -38,6 +38,7 @@ struct EKEventStore::State {
     State& operator=(const State&) = delete;
 
     /// Read with the first question.
+    /// Keep it while reading from it: a worker replaces it at any time.
     std::shared_ptr<const StoreSnapshot> snapshot() {
         {
             std::lock_guard lock(snapshotMutex);
@@ -101,7 +102,8 @@ struct EKEventStore::State {
     /// True when something is watched that was not before.
     bool watch() {
         std::vector<std::filesystem::path> wanted;
-        for (const auto& account : snapshot()->accounts)
+        const auto known = snapshot();
+        for (const auto& account : known->accounts)
             wanted.insert(wanted.end(), account.watched.begin(), account.watched.end());
         std::lock_guard lock(watchMutex);
         if (closing || watched == wanted) return false;
@@ -171,7 +173,8 @@ void EKEventStore::startWatching() {
 
 std::vector<std::shared_ptr<const EKSource>> EKEventStore::delegateSources() const {
     std::vector<std::shared_ptr<const EKSource>> sources;
-    for (const auto& other : state_->snapshot()->others) {
+    const auto snapshot = state_->snapshot();
+    for (const auto& other : snapshot->others) {
         EKSource source{other.account.name, true, {}};
         for (const auto& address : other.account.addresses)
             source.ownerAddresses.push_back("mailto:" + address);
@@ -182,7 +185,8 @@ std::vector<std::shared_ptr<const EKSource>> EKEventStore::delegateSources() con
 
 std::vector<EKCalendarRef> EKEventStore::calendars(EKEntityType type) const {
     std::vector<EKCalendarRef> result;
-    for (const auto& account : state_->snapshot()->accounts) {
+    const auto snapshot = state_->snapshot();
+    for (const auto& account : snapshot->accounts) {
         for (const auto& collection : account.collections) {
             const auto& calendar = type == EKEntityType::event ? collection.events : collection.reminders;
             if (calendar) result.push_back(calendar);
@@ -201,7 +205,8 @@ EKCalendarRef EKEventStore::calendarWithIdentifier(std::string_view identifier) 
 }
 
 EKEventRef EKEventStore::eventWithIdentifier(std::string_view identifier) const {
-    for (const auto& account : state_->snapshot()->accounts) {
+    const auto snapshot = state_->snapshot();
+    for (const auto& account : snapshot->accounts) {
         for (const auto& collection : account.collections) {
             if (!collection.events) continue;
             if (auto event = collection.index->event(std::string(identifier), collection.events))
@@ -213,7 +218,8 @@ EKEventRef EKEventStore::eventWithIdentifier(std::string_view identifier) const 
 
 EKReminderRef EKEventStore::reminderWithIdentifier(std::string_view identifier) const {
     const auto now = state_->environment->now();
-    for (const auto& account : state_->snapshot()->accounts) {
+    const auto snapshot = state_->snapshot();
+    for (const auto& account : snapshot->accounts) {
         for (const auto& collection : account.collections) {
             if (!collection.reminders) continue;
             auto task = collection.index->task(std::string(identifier), now, collection.reminders);
@@ -293,7 +299,8 @@ void EKEventStore::fetchReminders(const EKPredicate& predicate,
 
 std::vector<AccountReport> EKEventStore::report() const {
     std::vector<AccountReport> reports;
-    for (const auto& account : state_->snapshot()->accounts) {
+    const auto snapshot = state_->snapshot();
+    for (const auto& account : snapshot->accounts) {
         AccountReport report{account.account, account.readable(), account.problem, {}};
         for (const auto& collection : account.collections) {
             report.collections.push_back({account.account.name, collection.location, collection.events,
