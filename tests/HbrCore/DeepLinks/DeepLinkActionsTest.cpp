@@ -2,6 +2,7 @@
 #include <HbrCore/DeepLinks/DeepLinkActions.h>
 #include <HbrCore/Events/EventLookup.h>
 #include <gmock/gmock.h>
+#include <support/RecordingWorkspace.h>
 
 namespace {
 
@@ -13,33 +14,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using Kind = DeepLinkOutcome::Kind;
 
-class RecordingWorkspace final : public platform::Workspace {
-  public:
-    std::optional<std::string> open(const platform::Url& url) override {
-        if (const auto broken = broken_.find(url.scheme().value_or("")); broken != broken_.end())
-            return "broken";
-        opened.push_back(url.absoluteString());
-        return std::nullopt;
-    }
-    std::optional<std::string> programForScheme(std::string_view scheme) const override {
-        return schemes.contains(scheme) ? std::optional<std::string>("Program") : std::nullopt;
-    }
-    std::optional<std::string> programForContentType(std::string_view type) const override {
-        return hasCalendar && type == "text/calendar" ? std::optional<std::string>("Planner") : std::nullopt;
-    }
-    std::optional<std::string> startProgramForContentType(std::string_view type) override {
-        opened.push_back("program for " + std::string(type));
-        return std::nullopt;
-    }
-
-    std::set<std::string, std::less<>> schemes = {"https"};
-    std::set<std::string, std::less<>> broken_;
-    bool hasCalendar = false;
-    std::vector<std::string> opened;
-};
-
 TEST(LinkOpener, OpensWebPagesAndConferenceProgramsOnly) {
-    const auto workspace = std::make_shared<RecordingWorkspace>();
+    const auto workspace = std::make_shared<test::RecordingWorkspace>();
     auto services = VideoConferenceService::all();
     services.push_back({"own", "acme-call://[0-9]+", "Acme", true});
     services.push_back({"web", "(https|file)://acme", "Acme", false});
@@ -85,7 +61,7 @@ class DeepLinkActionsTest : public testing::Test {
     }
 
     test::CoreFixture core;
-    std::shared_ptr<RecordingWorkspace> workspace = std::make_shared<RecordingWorkspace>();
+    std::shared_ptr<test::RecordingWorkspace> workspace = std::make_shared<test::RecordingWorkspace>();
 };
 
 TEST_F(DeepLinkActionsTest, ACallIsJoinedInItsProgramWhereThereIsOneElseAsAPage) {
@@ -128,10 +104,10 @@ TEST_F(DeepLinkActionsTest, ACallIsJoinedInItsProgramWhereThereIsOneElseAsAPage)
     EXPECT_THAT(workspace->opened, ElementsAre("https://whereby.com/room"));
 
     workspace->opened.clear();
-    workspace->broken_ = {"zoommtg"};
+    workspace->broken = {"zoommtg"};
     EXPECT_EQ(join("zoom").kind, Kind::opened);
     EXPECT_THAT(workspace->opened, ElementsAre("https://zoom.us/j/12?pwd=ab"));
-    workspace->broken_ = {"zoommtg", "https"};
+    workspace->broken = {"zoommtg", "https"};
     EXPECT_EQ(join("zoom").message, "broken");
     workspace->schemes.clear();
     EXPECT_EQ(join("zoom").message, "no program is set up to open https: links");

@@ -6,17 +6,13 @@ namespace {
 
 using namespace hbr;
 
-TEST(HexFormatter, AcceptsUpToSixDigitsWhileTyping) {
+TEST(HexFormatter, AcceptsUpToSixDigitsWhileTypingAndWritesOneHash) {
     const HexFormatter formatter;
     const std::pair<const char*, bool> cases[] = {{"#1A2b3C", true}, {"", true},          {"#", true},
                                                   {"fff", true},     {"#1234567", false}, {"#12G", false},
                                                   {"##1", false}};
     for (const auto& [text, isValid] : cases)
         EXPECT_EQ(formatter.isPartialStringValid(text), isValid) << text;
-}
-
-TEST(HexFormatter, WritesTextsWithOneHash) {
-    const HexFormatter formatter;
     EXPECT_EQ(formatter.string("#fff"), "#fff");
     EXPECT_EQ(formatter.string("fff"), "#fff");
     EXPECT_EQ(formatter.string(platform::PropertyValue(std::int64_t{255})), std::nullopt);
