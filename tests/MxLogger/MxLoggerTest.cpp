@@ -63,11 +63,7 @@ TEST_F(MxLoggerTest, ALineHasItsStampMarkerCategoryAndMessage) {
     std::string joined = lines[0] + "\n" + lines[1] + "\n" + lines[2] + "\n" + lines[3];
     EXPECT_EQ(MxLogger::logString(), joined);
     EXPECT_EQ(test::readFile(folder / "log"), joined + "\n");
-}
-
-TEST_F(MxLoggerTest, WithoutAFileLinesGoToStandardOutput) {
     MxLogger::setOutput(STDOUT_FILENO);
-    MxLogger::start(true);
     testing::internal::CaptureStdout();
     MxLogger::info("seen");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "2024-03-05 02:15:07 🔵 INFO: seen\n");

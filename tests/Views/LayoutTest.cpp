@@ -101,10 +101,7 @@ LaidOutNode laidOutText(const View& view, double width, Date now = Date(0)) {
 }
 
 TEST(Layout, LinesHaveTheHeightOfTheirFontWhateverTheirScript) {
-    struct Case {
-        double size, height;
-    };
-    for (const auto& [size, height] : {Case{10, 13}, {11, 14}, {12, 16}, {30, 36}}) {
+    for (const auto& [size, height] : {std::pair(10, 13), {11, 14}, {12, 16}, {30, 36}}) {
         for (const char* content : {"Review", "会議の予定", "اجتماع", "🎉", ""}) {
             EXPECT_EQ(laidOutText(text(content).font(system(size)), 300).frame.height, height) << content;
         }
@@ -164,22 +161,20 @@ TEST(Layout, ATextIsTightenedBeforeItShrinksUnlessItsLettersJoin) {
 }
 
 TEST(Layout, ACutOffTextSaysWhatIsLeftOfIt) {
-    struct Case {
-        const char* content;
-        bool isRightToLeft;
-    };
-    for (const auto& c : std::vector<Case>{{"Weekly planning of everything that there is to plan", false},
-                                           {"Weekly planning of everything that there is to plan", true},
-                                           {"תכנון שבועי של כל מה שיש לתכנן השבוע", false},
-                                           {"設計レビュー会議の予定と次の予定", true}}) {
+    const std::pair<const char*, bool> cases[] = {
+        {"Weekly planning of everything that there is to plan", false},
+        {"Weekly planning of everything that there is to plan", true},
+        {"תכנון שבועי של כל מה שיש לתכנן השבוע", false},
+        {"設計レビュー会議の予定と次の予定", true}};
+    for (const auto& [content, isRightToLeft] : cases) {
         ViewContext context;
-        context.isRightToLeft = c.isRightToLeft;
-        const auto tree = layOut(text(c.content).lineLimit(2), {60, 100}, context);
+        context.isRightToLeft = isRightToLeft;
+        const auto tree = layOut(text(content).lineLimit(2), {60, 100}, context);
         const auto& node = tree.root.children.at(0);
         ASSERT_TRUE(node.truncatedText.ends_with("…")) << node.truncatedText;
         const auto kept = node.truncatedText.substr(0, node.truncatedText.size() - 3);
         EXPECT_GT(kept.size(), 8U);
-        EXPECT_TRUE(std::string_view(c.content).starts_with(kept)) << kept;
+        EXPECT_TRUE(std::string_view(content).starts_with(kept)) << kept;
     }
     EXPECT_EQ(laidOutText(text("Short").lineLimit(1), 90).truncatedText, "");
 }
@@ -219,17 +214,11 @@ TEST(Layout, ARingBesideATextDoesNotMoveItsBaseline) {
 
 TEST(Timer, CountsBegunSecondsDownAndWholeSecondsUp) {
     const Date target(1'000'000);
-    struct Case {
-        double offset;
-        const char* text;
-    };
-    const std::vector<Case> cases = {{-59, "0:59"},      {-58.5, "0:59"},  {-0.2, "0:01"},
-                                     {0, "0:00"},        {0.9, "0:00"},    {61, "1:01"},
-                                     {-3600, "1:00:00"}, {725.5, "12:05"}, {3723, "1:02:03"}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(laidOutText(timer(target), 300, target.addingTimeInterval(c.offset)).text, c.text)
-            << c.offset;
-    }
+    const std::pair<double, const char*> cases[] = {{-59, "0:59"},      {-58.5, "0:59"},  {-0.2, "0:01"},
+                                                    {0, "0:00"},        {0.9, "0:00"},    {61, "1:01"},
+                                                    {-3600, "1:00:00"}, {725.5, "12:05"}, {3723, "1:02:03"}};
+    for (const auto& [offset, shown] : cases)
+        EXPECT_EQ(laidOutText(timer(target), 300, target.addingTimeInterval(offset)).text, shown) << offset;
     ViewContext egypt;
     egypt.now = target.addingTimeInterval(-59);
     egypt.locale = {.identifier = "ar_EG", .languages = {"ar"}};

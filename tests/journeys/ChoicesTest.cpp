@@ -145,25 +145,22 @@ TEST_F(Choices, AnEventHasSettingsOfItsOwnUntilTheyAreReset) {
 
 TEST_F(Choices, DataThatCannotBeReadIsNamedAndNotReplacedByNewData) {
     struct Case {
-        const char* key;
-        const char* damaged;
-        const char* message;
+        const char *key, *damaged, *message, *reset, *add;
         std::vector<const char*> refused;
-        const char* reset;
-        const char* add;
     };
-    for (const Case& c : {Case{"excludeRules",
-                               R"([{"id":"1","field":"title"}])",
-                               "settings reset excludeRules",
-                               {"rules add title contains x", "rules remove --all", "rules list"},
-                               "settings reset excludeRules",
-                               "rules add title contains x"},
-                          Case{"customReminders",
-                               R"([{"id":"1","date":1e9,"timeOffsetSeconds":0},{"id":"2"}])",
-                               "customReminders",
-                               {"remind Tea --in 5m", "reminders remove --past", "reminders list", "doctor"},
-                               "reminders remove --all",
-                               "remind Tea --in 5m"}}) {
+    const Case cases[] = {{"excludeRules",
+                           R"([{"id":"1","field":"title"}])",
+                           "settings reset excludeRules",
+                           "settings reset excludeRules",
+                           "rules add title contains x",
+                           {"rules add title contains x", "rules remove --all", "rules list"}},
+                          {"customReminders",
+                           R"([{"id":"1","date":1e9,"timeOffsetSeconds":0},{"id":"2"}])",
+                           "customReminders",
+                           "reminders remove --all",
+                           "remind Tea --in 5m",
+                           {"remind Tea --in 5m", "reminders remove --past", "reminders list", "doctor"}}};
+    for (const Case& c : cases) {
         auto settings = readSettings(test::sharedSettings);
         settings.set(c.key, platform::dataOf(c.damaged));
         writeSettings(test::sharedSettings, settings);
