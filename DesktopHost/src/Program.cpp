@@ -88,7 +88,7 @@ void handOver(const HostRequest& request, const SessionApplicationClient& runnin
     }
 }
 
-/// Waits at its end for what is still to be written.
+/// Its destructor waits until everything is written.
 struct LastWrites {
     LastWrites() = default;
     LastWrites(const LastWrites&) = delete;
@@ -113,13 +113,13 @@ void runHost(const HostRequest& request, RunningHost::World world) {
                      host->openUrl(url.absoluteString());
              },
          .useActivationToken = [&](const std::string& token) { host->useActivationToken(token); }});
-    // Before the name on the bus goes: who waits for that finds everything stored.
+    // Destroyed before the name on the bus is released: whoever waits for that finds everything stored.
     const LastWrites lastWrites;
     if (claimed.claim == SessionApplication::Claim::taken)
         return handOver(request, SessionApplicationClient(identifier));
     if (claimed.claim == SessionApplication::Claim::noBus) {
-        std::cerr << "heedbanner-desktop: there is no session bus, so no notifications and no second start "
-                     "that finds this one\n";
+        std::cerr << "heedbanner-desktop: there is no session bus: notifications are not shown, and a "
+                     "second start will not find this one\n";
     }
     host->start(request);
     platform::MainQueue::shared().runUntil([&] { return host->hasEnded(); });
@@ -152,7 +152,7 @@ void run(const HostRequest& request, const platform::EnvironmentRef& environment
         throw HostFailure(ExitStatus::nothingThere, "no heedbanner-desktop is running");
     CoreServices::configureShared({.isLongLived = true});
     CoreServices& core = CoreServices::shared();
-    // From here on the main thread draws; it must not stand still while another program writes.
+    // From here on the main thread draws; it must not wait while another program writes.
     platform::DeferredWrites::setOn(true);
     platform::FileLock::setPatience({.seconds = 0});
     placeMissing(placements, wanted);

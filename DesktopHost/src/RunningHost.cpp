@@ -281,7 +281,7 @@ void RunningHost::start(const HostRequest& request) {
     parts.makeAlerts();
     parts.makeSignals();
     parts.refreshNotice();
-    // Alerts count also while no widget is placed. Before the widgets, which share this reload.
+    // Alerts are shown also while no widget is placed. Before the widgets, which share this reload.
     parts.world.core.manager().reloadEvents(true, parts.calls.guarded([&parts] {
         if (const auto handover = std::exchange(parts.handover, std::nullopt)) {
             parts.world.core.manager().restoreSnoozedInvocations(handover->invocations(parts.world.core));

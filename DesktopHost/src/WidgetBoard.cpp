@@ -53,7 +53,7 @@ void WidgetBoard::show(const std::vector<PlacedWidget>& placed) {
         if (!isKept) unmatched.push_back(&widget);
     }
     for (const PlacedWidget* widget : unmatched) {
-        // One that was changed keeps its window.
+        // Reuse the window of a changed widget.
         if (take(*widget, [&](const PlacedWidget& one) { return one.name == widget->name; })) continue;
         if (const auto* known = catalogue_.find(widget->name, widget->family))
             tiles_.push_back(makeTile(*widget, *known));

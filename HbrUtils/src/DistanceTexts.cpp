@@ -32,7 +32,7 @@ double unitOf(double seconds) {
     return 1;
 }
 
-/// Of a text with minutes, also where hours and days stand before them: their bounds are whole minutes.
+/// Of a text with minutes, also where hours and days precede them: their bounds are whole minutes.
 void noteNextMinute(Date date, const ClockReading& clock) {
     clock.notesNextCount(date, MINUTE);
 }

@@ -6,7 +6,7 @@ namespace hbr {
 
 namespace {
 
-/// Any top-level domain; the redirector's path and key may stand anywhere behind it.
+/// Any top-level domain; the redirector's path and key may be anywhere after it.
 bool isGoogleRedirect(std::string_view text) {
     constexpr std::string_view origin = "https://www.google.";
     constexpr std::string_view pathAndKey = "/url?q";

@@ -44,7 +44,7 @@ std::string countdownSentence(const Event& event, const EventViewInputs& inputs,
 
 View EventCountdownView::body(const ViewContext& context) const {
     const Palette& palette = context.palette();
-    // At the top as the headlines of the lists; the room that is left lies evenly between the parts.
+    // At the top as the headlines of the lists; the room that is left is spread evenly between the parts.
     constexpr double least = 8;
     return link(PreviewEventDeepLink(event.id).url(),
                 vstack({.alignment = HorizontalAlignment::leading, .spacing = 0},

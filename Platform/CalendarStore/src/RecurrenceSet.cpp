@@ -210,7 +210,7 @@ bool RecurrenceSet::instances(Date from, Date to, std::vector<Instance>& into,
         into.push_back({time, length});
         budget.takeInstance();
     };
-    // Added dates first: one with a length of its own stands before the rule's instance at that moment.
+    // Added dates first: one with a length of its own comes before the rule's instance at that moment.
     for (const auto& date : dates_) {
         if (!budget.hasInstances()) {
             complete = false;

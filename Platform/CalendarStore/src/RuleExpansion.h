@@ -24,7 +24,7 @@ class RuleExpansion {
     /// No rule yields anything after it: the end of the year 9999.
     static std::int64_t lastSecond();
 
-    /// `allDay`: times of day in the rule count for nothing.
+    /// `allDay`: times of day in the rule are ignored.
     RuleExpansion(const RecurrenceRule& rule, const LocalTime& start, bool allDay);
 
     /// Hands the instances in [from, to] that do not lie before the start to `visit`, ascending, until it

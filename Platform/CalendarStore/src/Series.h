@@ -48,7 +48,7 @@ class Series {
     /// the budget allows; the first ones are appended then.
     bool occurrences(Date from, Date to, std::vector<Occurrence>& into, ExpansionBudget& budget) const;
 
-    /// Nothing of the series stands before the first and after the last moment; absent: without end.
+    /// The series has nothing before the first and after the last moment; absent: without end.
     Date firstMoment() const { return firstMoment_; }
     std::optional<Date> lastMoment() const { return lastMoment_; }
 

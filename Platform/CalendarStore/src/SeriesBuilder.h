@@ -12,7 +12,7 @@
 namespace platform {
 
 /// The items of one kind in a collection's files, put together by their UIDs. Of items that are the
-/// same thing the one with the higher SEQUENCE, then the later change, then the later file name counts.
+/// same thing the one with the higher SEQUENCE, then the later change, then the later file name wins.
 std::vector<std::unique_ptr<const Series>> buildSeries(
     const std::vector<std::shared_ptr<const ScannedFile>>& files, ScannedItem::Kind kind,
     const std::string& calendarIdentifier, const TimeZone& userZone,

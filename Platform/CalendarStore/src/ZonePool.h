@@ -13,7 +13,7 @@ namespace platform {
 class ZonePool {
   public:
     ZoneDefinitionRef shared(ZoneDefinition definition);
-    /// Lets go of the definitions that no file holds any more.
+    /// Releases the definitions that no file uses any more.
     void forgetUnused();
 
   private:

@@ -79,7 +79,7 @@ ItemLength TimeResolver::timeToDue(const ScannedItem& task, const ZonedTime& sta
         if (start.isDate && due.isDate)
             return {static_cast<int>(std::max<std::int64_t>(due.day() - start.day(), 0)), 0};
         const auto instant = due.isDate ? start.zone.date(due.local) : due.instant();
-        // Due before the start is a contradiction in which the due moment counts.
+        // Due before the start is a contradiction; the due moment is used.
         return {0, static_cast<std::int64_t>(instant.timeIntervalSince(start.instant()))};
     }
     if (task.duration) return {task.duration->days, task.duration->seconds};

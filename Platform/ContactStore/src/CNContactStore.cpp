@@ -61,7 +61,7 @@ struct CNContactStore::State {
         if (current) read();
     }
 
-    /// Under the lock. What changes before a new watch stands is seen by reading once more.
+    /// Under the lock. What changes before a new watch is installed is noticed by reading once more.
     void read() {
         do {
             changed = false;

@@ -22,7 +22,7 @@ class CardLines {
     /// False at the end. The line stays valid until the next call.
     bool next();
     std::string_view line() const { return line_; }
-    /// Nothing for a line that is none.
+    /// Nothing for a line that is not a property.
     const std::optional<ContentLine>& content() const { return content_; }
     int number() const { return number_; }
     bool tooLong() const { return tooLong_; }

@@ -13,7 +13,7 @@ namespace platform {
 struct ContactCard {
     /// Of the BEGIN line, counted from 1.
     int line = 0;
-    /// Where in the decoded text of the file it stands.
+    /// Its place in the decoded text of the file.
     std::size_t begin = 0;
     std::size_t end = 0;
 

@@ -9,12 +9,12 @@
 namespace platform {
 namespace {
 
-/// Letter case and ways of writing the same letter do not count.
+/// Letter case and ways of writing the same letter are ignored.
 std::string addressKey(std::string_view address) {
     return canonicallyComposed(lowercased(trimmed(address)));
 }
 
-/// Nor do blanks.
+/// Blanks are ignored too.
 std::string nameKey(std::string_view name) {
     std::string key;
     for (const auto& word : words(canonicallyComposed(lowercased(name))))

@@ -20,7 +20,7 @@ struct CardFile {
     std::vector<ContactCard> cards;
 };
 
-/// One card and where it stands.
+/// One card and its place.
 struct CardPlace {
     const CardFile* file = nullptr;
     std::size_t number = 0;

@@ -19,7 +19,7 @@ struct Frame {
     }
 };
 
-/// Where the next widget of a corner would stand, and how wide its column is so far.
+/// Where the next widget of a corner would be placed, and how wide its column is so far.
 struct Column {
     CornerOffset next{edgeDistance, edgeDistance};
     int width = 0;

@@ -15,14 +15,14 @@ namespace platform {
 
 namespace {
 
-/// The toolkit's backends to try, best first. A user's GDK_BACKEND stands.
+/// The toolkit's backends to try, best first. A user's GDK_BACKEND is respected.
 void chooseBackend() {
     if (std::getenv("GDK_BACKEND")) return;
     const WaylandDisplay wayland = probeWayland();
     if (wayland.hasLayerShell) {
         gdk_set_allowed_backends("wayland");
     } else if (wayland.isThere) {
-        // Through the X server of a Wayland desktop widgets stand below the windows; on its own they cannot.
+        // Through the X server of a Wayland desktop widgets are below the windows; on its own they cannot.
         gdk_set_allowed_backends("x11,wayland");
     } else {
         gdk_set_allowed_backends("x11");

@@ -209,7 +209,7 @@ void WidgetCanvas::setObscured(bool isObscured) {
     if (!isObscured) gtk_widget_queue_draw(area_.get());
 }
 
-/// The targets with the labels that assistive tools are to know; also says what stands outside of them.
+/// The targets with the labels that assistive tools are to know; also says what is outside of them.
 std::vector<TapTarget> WidgetCanvas::said(std::vector<TapTarget> targets, Speech speech) {
     const auto isKnown = [](const TapTarget& a, const TapTarget& b) { return a.url == b.url; };
     const bool isQuiet = speech == Speech::seldom &&

@@ -11,7 +11,7 @@
 
 namespace platform {
 
-/// Where a window is to stand.
+/// Where to place a window.
 struct SurfacePlace {
     Output output;
     Corner corner = Corner::topEnd;

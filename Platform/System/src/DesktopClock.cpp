@@ -49,7 +49,7 @@ SettingsRef clockSettings(std::string_view desktops) {
 }
 
 std::optional<HourCycle> chosen(GSettings* settings) {
-    // The default is 24 hours everywhere and says nothing about the user: only a choice counts.
+    // The default is 24 hours everywhere and says nothing about the user: only a choice is used.
     const std::unique_ptr<GVariant, Release<g_variant_unref>> choice(
         g_settings_get_user_value(settings, keyName));
     if (!choice || !g_variant_is_of_type(choice.get(), G_VARIANT_TYPE_STRING)) return std::nullopt;

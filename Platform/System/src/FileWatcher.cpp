@@ -114,7 +114,7 @@ class Watch {
                     reportUnwatched(folder, errno);
                 }
             }
-            // What the old watches still have to say counts; from here on the new ones see everything.
+            // Events of the old watches are still handled; from here on the new ones see everything.
             readEvents();
             inotify_ = std::move(inotify);
             folders_ = std::move(folders);

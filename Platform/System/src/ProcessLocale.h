@@ -13,7 +13,7 @@ namespace platform {
 /// Gives the value of an environment variable, "" when it is not set.
 using VariableLookup = std::function<std::string(const char* name)>;
 
-/// Asked once, when the desktop's choice counts.
+/// Called once, when the desktop's choice is used.
 using HourCycleLookup = std::function<std::optional<HourCycle>()>;
 
 /// Texts by LANGUAGE, else LC_ALL, LC_MESSAGES, LANG; formats by LC_ALL, LC_TIME, LANG. C and POSIX mean

@@ -43,7 +43,7 @@ std::shared_ptr<WakeSchedule> WakeSchedule::onMainQueue(std::function<Date()> cl
             if (!moment) return;
             const Date bySystem = systemNow().addingTimeInterval(moment->timeIntervalSince(clock()));
             timer = std::make_unique<WallClockTimer>(bySystem, 0, [this, armedAt = clock()] {
-                // A clock that stands still never gets there.
+                // A clock that does not advance never gets there.
                 if (clock() != armedAt) schedule.wake();
             });
         }

@@ -25,7 +25,7 @@ std::uint32_t littleEndian(std::string_view bytes) {
     return bigEndian(std::string(bytes.rbegin(), bytes.rend()));
 }
 
-/// Goes from segment to segment up to the frame's head: what the thumbnail before it holds does not count.
+/// Goes from segment to segment up to the frame's head: what the thumbnail before it holds is ignored.
 std::optional<std::size_t> frameOfJpeg(std::string_view bytes) {
     for (std::size_t at = 2; at + 4 <= bytes.size() && bytes[at] == '\xFF';) {
         const auto marker = static_cast<unsigned char>(bytes[at + 1]);

@@ -103,7 +103,7 @@ EnvironmentRef withClock(const EnvironmentRef& environment, const std::optional<
     return frozen;
 }
 
-/// What is wrong with it. "nan", which lies in no range and outside of none, is.
+/// What is wrong with it. Rejects "nan", which passes range comparisons.
 std::string wrongScale(const std::string& text) {
     double scale = 0;
     const char* end = text.data() + text.size();

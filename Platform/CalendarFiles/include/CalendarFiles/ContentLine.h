@@ -23,8 +23,8 @@ struct ContentLine {
     bool is(std::string_view upperName) const;
     /// First value of the parameter, quotes taken away and "^n", "^'", "^^" decoded.
     std::optional<std::string> parameter(std::string_view upperName) const;
-    /// Whether the word is among the values of its TYPE parameters, or stands without a name among the
-    /// parameters, as in the oldest cards. Letter case ignored.
+    /// Whether the word is among the values of its TYPE parameters, or is a parameter without a name,
+    /// as in the oldest cards. Letter case ignored.
     bool hasType(std::string_view upperWord) const;
 };
 

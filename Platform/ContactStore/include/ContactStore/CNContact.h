@@ -17,7 +17,7 @@ inline constexpr auto CNContactThumbnailImageDataKey = CNContactKey::thumbnailIm
 
 /// One card of an address book. Fields that were not asked for, and those that the card lacks, are empty.
 struct CNContact {
-    /// The card's UID, else made of where it stands; the same in every answer.
+    /// The card's UID, else made of its place; the same in every answer.
     std::string identifier;
     std::string givenName;
     std::string familyName;

@@ -25,7 +25,7 @@ struct DesktopCapabilities {
     SurfaceKind surfaceKind = SurfaceKind::plainWindow;
     /// Widgets stay below other windows and on every workspace.
     bool staysOnDesktop = false;
-    /// The program decides where a widget stands.
+    /// The program can place its widgets.
     bool canPlace = false;
     /// The user may drag a widget to any place; elsewhere a corner is chosen in the menu.
     bool canDrag = false;

@@ -14,7 +14,7 @@ enum class Corner { topStart, topEnd, bottomStart, bottomEnd };
 std::string_view nameOf(Corner corner);
 std::optional<Corner> cornerNamed(std::string_view name);
 
-/// Where a widget stands. Start and end follow the language's direction.
+/// Where a widget is placed. Start and end follow the language's direction.
 struct WidgetPlacement {
     Corner corner = Corner::topEnd;
     /// Name of the output; empty for the main one. While the output is away the widget is on another one

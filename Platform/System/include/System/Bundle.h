@@ -14,7 +14,7 @@ class Bundle {
     /// The program's own: the first of the environment's resource directories that has an "Info.plist".
     static Bundle main(const Environment& environment);
 
-    /// Empty when the file is missing or no dictionary.
+    /// Empty when the file is missing or not a dictionary.
     const PropertyDictionary& infoDictionary() const { return infoDictionary_; }
 
   private:

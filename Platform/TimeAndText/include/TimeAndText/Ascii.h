@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-// Questions about ASCII characters. The process's locale has no influence; bytes beyond ASCII are none of
-// these and are never changed.
+// Questions about ASCII characters. The process's locale has no influence; bytes beyond ASCII belong to no
+// class and are never changed.
 namespace platform {
 
 inline constexpr std::string_view asciiBlanks = " \t\r\n";

@@ -17,7 +17,7 @@ struct PersonNameComponents {
     friend bool operator==(const PersonNameComponents&, const PersonNameComponents&) = default;
 };
 
-/// Writes and reads names. Which part comes first, what stands between the parts and what the initials are
+/// Writes and reads names. Which part comes first, what is between the parts and what the initials are
 /// follows the name's own script, not the user's language: "John Harper" is JH, "山田太郎" 山田, "محمد علي"
 /// "م ع". Stateless, safe from any thread.
 class PersonNameComponentsFormatter {

@@ -23,13 +23,13 @@ std::string capitalizedFirstLetter(std::string_view text, std::string_view local
 std::size_t characterCount(std::string_view text);
 /// The first n user-perceived characters.
 std::string_view firstCharacters(std::string_view text, std::size_t count);
-/// The byte offsets between which the user-perceived characters stand, 0 and the text's size among them.
+/// The byte offsets of the boundaries of user-perceived characters, with 0 and the text's size.
 std::vector<std::size_t> characterBoundaries(std::string_view text);
 /// Canonically equivalent texts are equal.
 bool canonicallyEqual(std::string_view a, std::string_view b);
 std::vector<std::string> split(std::string_view text, std::string_view separator,
                                bool keepEmptyPieces = true);
-/// What stands between white space and line breaks (Unicode).
+/// The pieces between white space and line breaks (Unicode).
 std::vector<std::string> words(std::string_view text);
 /// zlib CRC-32, initial value 0, over the bytes.
 std::uint32_t crc32(std::string_view bytes);

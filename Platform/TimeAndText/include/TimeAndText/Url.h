@@ -13,8 +13,8 @@ namespace platform {
 /// is left as written (letter case of the host too). Equality is that of the texts.
 class Url {
   public:
-    /// Nothing for a text that no encoding makes a URL (empty, broken scheme, unbalanced IPv6 brackets,
-    /// bad port).
+    /// Nothing for text that percent-encoding cannot turn into a URL (empty, broken scheme, unbalanced IPv6
+    /// brackets, bad port).
     static std::optional<Url> parse(std::string_view text);
 
     const std::string& absoluteString() const { return text_; }

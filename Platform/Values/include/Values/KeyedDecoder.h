@@ -27,7 +27,7 @@ class KeyedDecoder {
     std::int64_t integer(std::string_view key) const;
     double number(std::string_view key) const;
     bool boolean(std::string_view key) const;
-    /// Throws when present, not null and no text.
+    /// Throws when present, not null and not a text.
     std::optional<std::string> optionalString(std::string_view key) const;
     const JsonValue& value(std::string_view key) const;
     const JsonValue* find(std::string_view key) const { return record_.find(key); }

@@ -12,7 +12,7 @@
 // table, or where the array is written in brackets.
 namespace platform {
 
-/// Without one of the tables and the comment lines that stand directly above it (at the beginning of the
+/// Without one of the tables and the comment lines directly above it (at the beginning of the
 /// document they stay: they may speak of all of it).
 std::optional<std::string> withoutTomlTable(std::string_view text, std::string_view array, std::size_t index);
 

@@ -9,7 +9,7 @@
 namespace platform {
 
 /// The symbols ("symbols/NAME.svg") and pictures ("pictures/NAME.svg") of the environment's resource
-/// folders, read once and rasterised once per size. A file that is missing or no SVG gives one diagnostic
+/// folders, read once and rasterised once per size. A file that is missing or not an SVG gives one diagnostic
 /// and draws nothing. Safe from any thread.
 class PictureLibrary {
   public:

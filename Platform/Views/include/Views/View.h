@@ -113,7 +113,7 @@ inline View capsule() {
 View progress(double fraction);
 View spacer(double minLength = 0);
 View link(Url target, View content);
-/// Stands where a link would and is announced as one that cannot be used now.
+/// Takes the place of a link and is announced as one that cannot be used now.
 View inactiveLink(View content);
 /// The first candidate whose ideal extent along the axis fits, else the last.
 View firstThatFits(Axis axis, std::vector<View> candidates);

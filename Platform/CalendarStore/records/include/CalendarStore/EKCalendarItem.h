@@ -44,7 +44,7 @@ struct EKEvent : EKCalendarItem {
     bool isAllDay = false;
     /// Changed by itself, apart from its series.
     bool isDetached = false;
-    /// Absent for an event that does not recur; else this occurrence's start as it now stands.
+    /// Absent for an event that does not recur; else this occurrence's start after any change.
     std::optional<Date> occurrenceDate;
     /// The start that the series gives this occurrence; absent for an event that does not recur.
     std::optional<Date> originalStart;
