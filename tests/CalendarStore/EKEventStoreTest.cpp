@@ -121,7 +121,7 @@ TEST(EKEventStore, DelegatedAccountsFormAStoreOfTheirOwn) {
     EXPECT_THAT(titles(delegates), ElementsAre("Boss"));
     const auto calendar = delegates.calendars(EKEntityType::event)[0];
     EXPECT_TRUE(calendar->source->isDelegate);
-    // Calendars of another store in the question are passed over.
+    // Calendars of another store in the question are skipped.
     auto both = fixture.store().calendars(EKEntityType::event);
     both.push_back(calendar);
     EXPECT_EQ(

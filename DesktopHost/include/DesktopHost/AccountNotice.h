@@ -34,7 +34,7 @@ struct AccountNotice {
     friend bool operator==(const AccountNotice&, const AccountNotice&) = default;
 };
 
-/// Stands in the widgets; a tap opens accountsUrl.
+/// Shown in the widgets; a tap opens accountsUrl.
 platform::WidgetContent noticeContent(const AccountNotice& notice);
 platform::Card noticeCard(const platform::Environment& environment, const AccountNotice& notice);
 

@@ -26,7 +26,7 @@ class CoreServices {
     struct Options {
         /// Starts the minute timer and watches the sources.
         bool isLongLived = false;
-        /// Asks for calendar and reminder access at once, so that delegated accounts count.
+        /// Asks for calendar and reminder access at once, so that delegated accounts are included.
         bool asksForAccess = false;
     };
 

@@ -6,7 +6,7 @@
 
 namespace hbr {
 
-/// For the services whose desktop application opens links of its own; the safe-link target counts.
+/// For the services whose desktop application opens links of its own; the safe-link target is used.
 std::optional<platform::Url> nativeUrlOf(const VideoConferenceLink& link);
 
 }  // namespace hbr

@@ -19,7 +19,7 @@ class ServicePattern {
     enum class Outcome {
         match,
         noMatch,
-        /// No match, and never one again; said once.
+        /// Stops matching for good; reported once.
         switchedOff
     };
     /// `text` as textForServicePatterns makes it.

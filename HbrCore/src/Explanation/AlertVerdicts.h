@@ -4,7 +4,7 @@
 
 namespace hbr {
 
-/// How an item stands to the moment alone. A reload lists what is under way or pending whatever the exclude
+/// How an item relates to the moment alone. A reload lists what is under way or pending whatever the exclude
 /// rules say, and what is over never.
 enum class TimeFrame { over, current, pending, ahead };
 

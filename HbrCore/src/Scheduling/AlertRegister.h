@@ -22,7 +22,7 @@ class AlertRegister {
     Invocations all() const;
 
     void replaceScheduled(std::vector<AlertInvocation> alerts);
-    /// An equal one stays once.
+    /// An equal one is kept once.
     void snooze(AlertInvocation invocation);
     /// The first equal one, among the snoozed or the scheduled by its kind.
     void remove(const AlertInvocation& invocation);

@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-/// Deeper components are passed over; calendars nest three levels.
+/// Deeper components are skipped; calendars nest three levels.
 constexpr std::size_t maximumDepth = 16;
 
 enum class Component { calendar, event, task, alarm, zone, observance, other };

@@ -65,7 +65,7 @@ std::optional<Frequency> frequencyOf(std::string_view text) {
     return std::nullopt;
 }
 
-/// False when the part's value is wrong. Unknown parts are passed over.
+/// False when the part's value is wrong. Unknown parts are skipped.
 bool parsePart(RecurrenceRule& rule, std::string_view name, std::string_view value, bool& hasFrequency) {
     const auto is = [&](std::string_view known) { return equalIgnoringCase(name, known); };
     if (is("FREQ")) {

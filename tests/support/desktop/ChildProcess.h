@@ -35,7 +35,7 @@ class ChildProcess {
     ChildProcess& operator=(const ChildProcess&) = delete;
 
     void writeLine(std::string_view line);
-    /// The next line of the output that begins so, lines before it passed over; fails the test and gives
+    /// The next line of the output that begins so, lines before it are skipped; fails the test and gives
     /// nothing when none came in time.
     std::optional<std::string> waitForLine(std::string_view beginning, double seconds = patience);
     /// The output up to its end.

@@ -17,7 +17,7 @@ namespace hbr {
 
 class CoreServices;
 
-/// What acting on a deep link came to. Nothing was shown or printed: that is the caller's.
+/// The result of acting on a deep link. Showing or printing it is the caller's task.
 struct DeepLinkOutcome {
     enum class Kind {
         /// `event` is to be shown.
@@ -51,8 +51,8 @@ class DeepLinkActions {
     DeepLinkOutcome perform(const DeepLink& link) const;
 
     DeepLinkOutcome preview(std::string_view eventID) const;
-    /// Opens the event's own web page (a call is none); without one brings the calendar program up. No file
-    /// is handed to it: calendar programs take that for something to import.
+    /// Opens the event's own web page (the address of a call is not one); without one brings the calendar
+    /// program up. No file is handed to it: calendar programs take that for something to import.
     DeepLinkOutcome viewInCalendar(std::string_view eventID) const;
     DeepLinkOutcome joinCall(std::string_view eventID) const;
     /// Joins the only call of the event, else the one that the user chose for it.

@@ -9,7 +9,7 @@ namespace hbr {
 
 class UserSettingsStore;
 
-/// The settings that decide which items count, read once.
+/// The settings that decide which items are listed, read once.
 struct AttendanceSettings {
     bool showOnlyEventsWithAlert = false;
     bool showOnlyAcceptedEvents = false;
@@ -31,7 +31,7 @@ bool isAttending(const platform::EKEvent& event, const AttendanceSettings& setti
 /// Not all-day, not cancelled, not hidden by itself, attended, and with an alert where only those are wanted.
 /// Every list and alert of calendar events asks this.
 bool shouldSchedule(const platform::EKEvent& event, const AttendanceSettings& settings);
-/// Not completed, with a start or due date and an alarm list (an empty one counts).
+/// Not completed, with a start or due date and an alarm list (an empty one is enough).
 bool shouldSchedule(const platform::EKReminder& reminder);
 
 }  // namespace hbr

@@ -15,7 +15,7 @@ struct EventSettings {
     /// Never pending, never alerted.
     bool isExcluded = false;
     bool usesCustomTimeOffset = false;
-    /// Lead time in seconds; counts when usesCustomTimeOffset is set.
+    /// Lead time in seconds; used when usesCustomTimeOffset is set.
     std::int64_t timeOffsetSeconds = 0;
     std::optional<platform::Url> defaultConferenceUrl = std::nullopt;
 

@@ -60,7 +60,7 @@ using ReasonValue = std::variant<std::string, std::int64_t, ReasonMoment, Reason
 struct Reason {
     /// "call.missing".
     std::string name;
-    /// In the order of the English text; of several numbers the first one counts something.
+    /// In the order of the English text; the first of several numbers chooses the plural form.
     std::vector<ReasonValue> values = {};
     /// Reasons that the text is made of; they are put in before the values.
     std::vector<Reason> parts = {};

@@ -19,7 +19,7 @@ class UserSettingsStore;
 struct ReloadSettings {
     /// How many days after today are looked at.
     std::int64_t days = 7;
-    /// Leads, travel time, and which events count.
+    /// Leads, travel time, and which events alert.
     AlertSettings alerts;
     std::vector<FilterRule> excludeRules;
     /// What was chosen for single events; absent when it cannot be read.

@@ -62,7 +62,8 @@ class AggregatedEventStore {
     bool hasCalendarAccess() const;
     bool hasReminderAccess() const;
     using AccessCompletion = std::function<void(std::exception_ptr error)>;
-    /// Completes with EventKitError without full access; with it, delegated calendars count from now on.
+    /// Completes with EventKitError without full access; with it, delegated calendars are included from now
+    /// on.
     void requestCalendarAccess(const AccessCompletion& completion);
     /// Refused access is not an error.
     void requestReminderAccess(const AccessCompletion& completion);

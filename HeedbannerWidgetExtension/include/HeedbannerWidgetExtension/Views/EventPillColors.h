@@ -6,7 +6,7 @@
 
 namespace hbr {
 
-/// The colours of one event's pill, each legible where it stands.
+/// The colours of one event's pill, each legible on its background.
 struct EventPillColors {
     EventPillColors(const Event& event, const platform::Palette& palette);
 

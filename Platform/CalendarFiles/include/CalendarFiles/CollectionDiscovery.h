@@ -35,7 +35,7 @@ std::string locationProblem(const std::filesystem::path& location);
 /// Looks through an account's location: a file, a folder that holds files with the ending (".ics"), or a
 /// tree of such folders, four levels deep; a folder with `displayname` or `color` files is one without any,
 /// unless it holds the other of calendars (.ics) and address books (.vcf).
-/// Hidden names are passed over; symbolic links are followed to regular files and folders, no folder is read
+/// Hidden names are skipped; symbolic links are followed to regular files and folders, no folder is read
 /// twice; only regular files are read. A location that cannot be read is reported under the account.
 FoundLocation discoverCollections(const std::filesystem::path& location, std::string_view ending,
                                   const std::string& account, DiagnosticsSink& diagnostics);
