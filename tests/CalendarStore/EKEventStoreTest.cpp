@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <future>
 #include <map>
+#include <random>
 #include <thread>
 
 #include <sys/stat.h>
@@ -370,7 +371,7 @@ TEST(EKEventStore, MayBeReleasedByItsObserver) {
     EXPECT_TRUE(MainQueue::shared().runUntil([&] { return isDrained; }, 20));
 }
 
-TEST(EKEventStore, LaterQuestionsAgreeWithFreshOnes) {
+TEST(EKEventStore, LaterQuestionsAgreeWithFreshOnesAlsoAfterEdits) {
     CalendarFixture fixture;
     std::string items =
         test::event("UID:long\nDTSTART:20260101T000000Z\nDTEND:20260601T000000Z\nSUMMARY:long");
@@ -384,8 +385,29 @@ TEST(EKEventStore, LaterQuestionsAgreeWithFreshOnes) {
     fixture.write("a.ics", test::calendar(items));
     CalendarFixture fresh;
     fresh.write("a.ics", test::calendar(items));
-    for (int i = 0; i < 40; ++i) {
-        const auto from = test::at("2026-02-25T00:00:00Z").addingTimeInterval(i * 3.1 * 86400);
+    // Few UIDs for many items: repeated ones, changed occurrences with and without their series, tasks.
+    std::mt19937 random(20260304);
+    const auto pick = [&](unsigned count) { return std::to_string(random() % count); };
+    const auto edit = [&] {
+        std::string text;
+        for (auto left = random() % 6; left > 0; --left) {
+            std::string lines = random() % 5 == 0 ? "" : "UID:e" + pick(7) + "\nSEQUENCE:" + pick(3) + "\n";
+            lines +=
+                "SUMMARY:" + pick(9) + "\nDTSTART:2026030" + std::to_string(1 + random() % 9) + "T090000Z";
+            if (random() % 3 == 0)
+                lines += "\nRRULE:FREQ=DAILY;COUNT=" + std::to_string(2 + random() % 40);
+            else if (random() % 2 == 0)
+                lines += "\nRECURRENCE-ID:2026030" + std::to_string(1 + random() % 9) + "T090000Z";
+            text += random() % 4 == 0 ? "BEGIN:VTODO\n" + lines + "\nEND:VTODO\n" : test::event(lines);
+        }
+        const std::string name = "edited" + pick(5) + ".ics";
+        for (auto* one : {&fixture, &fresh})
+            one->write(name, test::calendar(text));
+        fixture.store().refreshSourcesIfNecessary();
+    };
+    for (int i = 0; i < 80; ++i) {
+        if (i >= 40) edit();
+        const auto from = test::at("2026-02-25T00:00:00Z").addingTimeInterval(i % 40 * 3.1 * 86400);
         // From a moment to more than a year.
         const auto to = from.addingTimeInterval(i % 5 * 40000.0 + (i % 7 == 6 ? i * 864000.0 : 0));
         const auto ask = [&](CalendarFixture& one) {
@@ -400,6 +422,9 @@ TEST(EKEventStore, LaterQuestionsAgreeWithFreshOnes) {
         };
         fresh.restart();
         EXPECT_EQ(ask(fixture), ask(fresh)) << from.description();
+        const char* const all[] = {"2026-01-01T00:00:00Z", "2026-07-01T00:00:00Z"};
+        EXPECT_EQ(fixture.list(all[0], all[1]), fresh.list(all[0], all[1])) << i;
+        EXPECT_EQ(fixture.tasks(all[0], all[1]).size(), fresh.tasks(all[0], all[1]).size()) << i;
     }
 }
 

@@ -19,8 +19,7 @@ TEST(PluralCategory, FollowsTheRulesOfTheLanguage) {
         {"he", 3, "other"},
         {"en", -1, "one"},
         {"ar", 3'000'000'000, "other"},
-        {"ru", 4'000'000'021, "one"},
-    };
+        {"ru", 4'000'000'021, "one"}};
     for (const auto& [language, count, category] : cases) {
         EXPECT_EQ(pluralCategory(language, count), category) << language << " " << count;
     }

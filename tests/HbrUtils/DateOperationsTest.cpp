@@ -42,8 +42,7 @@ TEST(DateOperations, StepToTheBoundsOfTheDayAndTheClock) {
         // Half an hour is left out at two.
         {"Australia/Lord_Howe", "2026-10-04 01:45:00", "2026-10-04 00:00:00", "2026-10-04 02:30:00"},
         // The next day does not exist.
-        {"Pacific/Apia", "2011-12-29 23:00:00", "2011-12-29 00:00:00", "2011-12-31 00:00:00"},
-    };
+        {"Pacific/Apia", "2011-12-29 23:00:00", "2011-12-29 00:00:00", "2011-12-31 00:00:00"}};
     for (const auto& [zoneName, dateText, begin, nextHour] : cases) {
         const Calendar calendar = calendarIn(zoneName);
         const auto& zone = calendar.timeZone();
@@ -71,8 +70,7 @@ TEST(DateOperations, ADayWhoseLastHourComesTwiceEndsWithTheFirstOfThem) {
          "2010-11-06T23:59:59-02:30"},
         {"Asia/Dhaka", "2009-06-19T12:00:00+06:00", "2009-06-19T00:00:00+06:00", "2009-06-19T22:59:59+06:00"},
         {"America/Havana", "2026-11-01T12:00:00-05:00", "2026-11-01T00:00:00-04:00",
-         "2026-11-01T23:59:59-05:00"},
-    };
+         "2026-11-01T23:59:59-05:00"}};
     for (const auto& [zoneName, noon, begin, end] : cases) {
         const Calendar calendar = calendarIn(zoneName);
         EXPECT_EQ(beginningOfDay(test::at(noon), calendar), test::at(begin)) << zoneName;

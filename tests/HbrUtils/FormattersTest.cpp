@@ -44,8 +44,7 @@ TEST(Formatters, ReadAsTheLocaleWrites) {
          "1d 2h", "1d 2h 3m", "1 day, 2 hours, 3 minutes", "26 hours, 3 minutes, 4 seconds", "2 hours ago"},
         {"ar_EG", "٩:٠٥ م", "tomorrow, ٩:٠٥ م", "١٣\u200F/٠٣\u200F/٢٠٢٦، ٩:٤١ ص", "٥ مارس ٢٠٢٦",
          "الخميس، ٥ مارس", "الخميس", "١d ٢h", "١d ٢h ٣m", "١ day, ٢ hours, ٣ minutes",
-         "٢٦ hours, ٣ minutes, ٤ seconds", "٢ hours ago"},
-    };
+         "٢٦ hours, ٣ minutes, ٤ seconds", "٢ hours ago"}};
     for (const auto& [locale, time, tomorrow, inNineDays, dateText, dayAndMonth, weekDay, countdown, duration,
                       spoken, offset, relative] : cases) {
         const test::TextEnvironment world("2026-03-04T08:41:00Z", locale);
@@ -94,8 +93,7 @@ TEST(Formatters, SpeakTheLanguageOfTheirOwnEnvironment) {
              "1_יום"},
             {day, "he_IL", "יום", "עוד יום", "מחר 12:00", "לפני 24_שע׳ 0_דק׳", "עוד 24_שעות 0_דקות",
              "מחר 12:00"},
-            {2 * day, "he_IL", "יומיים", "עוד יומיים", "בעוד 2_ימים", "לפני 2_ימים", "עוד 2_ימים", "2_ימים"},
-        };
+            {2 * day, "he_IL", "יומיים", "עוד יומיים", "בעוד 2_ימים", "לפני 2_ימים", "עוד 2_ימים", "2_ימים"}};
     const char* noon = "2026-03-04T12:00:00+01:00";
     const test::TextEnvironment german(noon, "de_DE");
     const test::TextEnvironment hebrew(noon, "he_IL");

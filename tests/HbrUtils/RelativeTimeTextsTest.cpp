@@ -36,8 +36,7 @@ TEST(RelativeTimeTexts, AmountsChangeTheirUnitAfterTheBound) {
         {86400, "24_h 0_m ago", "24h00 ago", "24_h 0_m left", "24_hours 0_minutes ago"},
         {86401, "1_d ago", "1d ago", "1_d left", "1_days ago"},
         {1.5 * 86400, "1_d ago", "1d ago", "1_d left", "1_days ago"},
-        {3 * 86400, "3_d ago", "3d ago", "3_d left", "3_days ago"},
-    };
+        {3 * 86400, "3_d ago", "3d ago", "3_d left", "3_days ago"}};
     const test::TextEnvironment world("2026-03-04T09:41:00Z");
     const platform::Date now = world->now();
     for (const auto& [seconds, ago, compact, left, spoken] : cases) {
@@ -61,8 +60,7 @@ TEST(RelativeTimeTexts, TheNextDayIsNamedFromMoreThanFourHoursAway) {
         {"2026-03-06T00:00:00+01:00", "2026-03-04T22:00:00+01:00", "in 1_d", "1d", "1_d left"},
         {"2026-03-04T22:00:20+01:00", "2026-03-04T22:00:00+01:00", "now", "now", "now"},
         // The clocks go forward in the night: 4 hours and a half by the clock, three and a half by time.
-        {"2026-03-29T03:00:00+02:00", "2026-03-28T22:30:00+01:00", "in 3_h 30_m", "3h30", "3_h 30_m left"},
-    };
+        {"2026-03-29T03:00:00+02:00", "2026-03-28T22:30:00+01:00", "in 3_h 30_m", "3h30", "3_h 30_m left"}};
     const test::TextEnvironment world("2026-03-04T09:41:00Z");
     for (const auto& [dateText, nowText, text, compact, currentShort] : cases) {
         EXPECT_THAT(texts(at(dateText), at(nowText), world.formatters),

@@ -14,8 +14,7 @@ TEST(Truncated, CountsWhatTheReaderSeesAsOneCharacter) {
         {"abc", -1, ""},
         {"", 3, ""},
         {"👩‍👩‍👧é🇩🇪x", 3, "👩‍👩‍👧é🇩🇪…"},
-        {"e\u0301e\u0301", 1, "e\u0301…"},
-    };
+        {"e\u0301e\u0301", 1, "e\u0301…"}};
     for (const auto& [text, maxLength, expected] : cases)
         EXPECT_EQ(truncated(text, maxLength, "…"), expected) << text << maxLength;
 }

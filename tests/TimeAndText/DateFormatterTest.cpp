@@ -39,8 +39,7 @@ TEST(DateFormatter, WritesAsTheLocaleDoes) {
         {"en_US@hours=h23", "21:05", "March 4, 2026", "Wed, Mar 4", "Mar 4, 2026, 21:05"},
         {"ar_EG", "٩:٠٥ م", "٤ مارس ٢٠٢٦", "الأربعاء، ٤ مارس", "٠٤\u200F/٠٣\u200F/٢٠٢٦، ٩:٠٥ م"},
         // Only texts follow the locale's own calendar.
-        {"th_TH", "21:05", "4 มีนาคม 2569", "พ. 4 มี.ค.", "4 มี.ค. 2569 21:05"},
-    };
+        {"th_TH", "21:05", "4 มีนาคม 2569", "พ. 4 มี.ค.", "4 มี.ค. 2569 21:05"}};
     const Calendar berlin = calendarIn("Europe/Berlin");
     const Date date = at("2026-03-04T20:05:59.999Z");
     for (const auto& [identifier, shortTime, longDate, skeleton, mediumAndShort] : cases) {
@@ -56,15 +55,13 @@ TEST(DateFormatter, WritesAsTheLocaleDoes) {
 }
 
 TEST(DateFormatter, TakesOffsetsFromTheSystemsZones) {
-    const char* const cases[][3] = {
-        {"America/Mexico_City", "2026-07-01T12:00:00Z", "2026-07-01 06:00:00"},
-        {"Africa/Cairo", "2026-07-01T12:00:00Z", "2026-07-01 15:00:00"},
-        {"Asia/Almaty", "2026-07-01T12:00:00Z", "2026-07-01 17:00:00"},
-        {"America/New_York", "2026-03-08T06:59:59Z", "2026-03-08 01:59:59"},
-        {"America/New_York", "2026-03-08T07:00:00Z", "2026-03-08 03:00:00"},
-        {"Europe/Berlin", "2060-07-01T12:00:00Z", "2060-07-01 14:00:00"},
-        {"Asia/Kolkata", "1999-12-31T18:30:00Z", "2000-01-01 00:00:00"},
-    };
+    const char* const cases[][3] = {{"America/Mexico_City", "2026-07-01T12:00:00Z", "2026-07-01 06:00:00"},
+                                    {"Africa/Cairo", "2026-07-01T12:00:00Z", "2026-07-01 15:00:00"},
+                                    {"Asia/Almaty", "2026-07-01T12:00:00Z", "2026-07-01 17:00:00"},
+                                    {"America/New_York", "2026-03-08T06:59:59Z", "2026-03-08 01:59:59"},
+                                    {"America/New_York", "2026-03-08T07:00:00Z", "2026-03-08 03:00:00"},
+                                    {"Europe/Berlin", "2060-07-01T12:00:00Z", "2060-07-01 14:00:00"},
+                                    {"Asia/Kolkata", "1999-12-31T18:30:00Z", "2000-01-01 00:00:00"}};
     for (const auto& [zoneName, moment, expected] : cases) {
         const auto format =
             DateFormatter::withPattern(locale("en_US_POSIX"), calendarIn(zoneName), "yyyy-MM-dd HH:mm:ss");
@@ -73,20 +70,18 @@ TEST(DateFormatter, TakesOffsetsFromTheSystemsZones) {
 }
 
 TEST(DateFormatter, NearDaysAreWordsByTheCalendarOfTheZone) {
-    const char* const cases[][3] = {
-        {"en_US", "2026-11-22T23:00:00+01:00", "today, 11:00 PM"},
-        {"en_US", "2026-11-23T00:00:00+01:00", "tomorrow, 12:00 AM"},
-        {"en_US", "2026-11-21T23:59:00+01:00", "yesterday, 11:59 PM"},
-        {"en_US", "2026-11-24T14:45:00+01:00", "Nov 24, 2026, 2:45 PM"},
-        {"en_US@hours=h23", "2026-11-23T14:45:00+01:00", "tomorrow, 14:45"},
-        {"de_DE", "2026-11-24T14:45:00+01:00", "übermorgen, 14:45"},
-        {"de_DE", "2026-11-25T14:45:00+01:00", "25.11.2026, 14:45"},
-        {"fr_FR", "2026-11-22T14:45:00+01:00", "aujourd’hui, 14:45"},
-        {"uk_UA", "2026-11-20T14:45:00+01:00", "позавчора, 14:45"},
-        {"ja_JP", "2026-11-23T14:45:00+01:00", "明日 14:45"},
-        {"ar_EG", "2026-11-23T14:45:00+01:00", "غدًا، ٢:٤٥ م"},
-        {"he_IL", "2026-11-23T14:45:00+01:00", "מחר, 14:45"},
-    };
+    const char* const cases[][3] = {{"en_US", "2026-11-22T23:00:00+01:00", "today, 11:00 PM"},
+                                    {"en_US", "2026-11-23T00:00:00+01:00", "tomorrow, 12:00 AM"},
+                                    {"en_US", "2026-11-21T23:59:00+01:00", "yesterday, 11:59 PM"},
+                                    {"en_US", "2026-11-24T14:45:00+01:00", "Nov 24, 2026, 2:45 PM"},
+                                    {"en_US@hours=h23", "2026-11-23T14:45:00+01:00", "tomorrow, 14:45"},
+                                    {"de_DE", "2026-11-24T14:45:00+01:00", "übermorgen, 14:45"},
+                                    {"de_DE", "2026-11-25T14:45:00+01:00", "25.11.2026, 14:45"},
+                                    {"fr_FR", "2026-11-22T14:45:00+01:00", "aujourd’hui, 14:45"},
+                                    {"uk_UA", "2026-11-20T14:45:00+01:00", "позавчора, 14:45"},
+                                    {"ja_JP", "2026-11-23T14:45:00+01:00", "明日 14:45"},
+                                    {"ar_EG", "2026-11-23T14:45:00+01:00", "غدًا، ٢:٤٥ م"},
+                                    {"he_IL", "2026-11-23T14:45:00+01:00", "מחר, 14:45"}};
     const Date now = at("2026-11-22T22:30:00+01:00");
     for (const auto& [identifier, date, expected] : cases) {
         const auto format =
@@ -118,8 +113,7 @@ TEST(DurationFormatter, DropsZeroUnitsAndCutsOff) {
         {"en_US", full, 26 * hour + 60, "1 day, 2 hours, 1 minute"},
         {"en_US", full, 90 * 60, "1 hour, 30 minutes"},
         {"en_US", offset, 26 * hour + 30, "26 hours, 30 seconds"},
-        {"de_DE", full, 26 * hour + 60, "1 Tag, 2 Stunden und 1 Minute"},
-    };
+        {"de_DE", full, 26 * hour + 60, "1 Tag, 2 Stunden und 1 Minute"}};
     for (const auto& [identifier, configuration, seconds, expected] : cases) {
         const DurationFormatter format(locale(identifier), calendarIn("UTC"), configuration);
         EXPECT_EQ(format.string(seconds), expected) << identifier << " " << seconds;
@@ -147,8 +141,7 @@ TEST(DurationFormatter, AbbreviatesSoThatTheLanguageCanBeRead) {
         {"pl_PL", {"1 min", "1 godz. i 1 min", "1 doba", "1 doba i 15 godz.", "2 doby"}},
         {"ja_JP", {"1 分", "1 時間 1 分", "1 日", "1 日 15 時間", "2 日"}},
         {"zh_CN", {"1分钟", "1小时1分钟", "1天", "1天15小时", "2天"}},
-        {"ar_EG", {"١ د", "١ س و١ د", "يوم", "يوم و١٥ س", "يومان"}},
-    };
+        {"ar_EG", {"١ د", "١ س و١ د", "يوم", "يوم و١٥ س", "يومان"}}};
     for (const auto& [identifier, texts] : cases) {
         const DurationFormatter format(locale(identifier), calendarIn("UTC"), {});
         for (std::size_t i = 0; i < std::size(lengths); ++i)
@@ -157,15 +150,13 @@ TEST(DurationFormatter, AbbreviatesSoThatTheLanguageCanBeRead) {
 }
 
 TEST(DurationFormatter, CountsDaysBetweenDatesByTheWallClock) {
-    const char* const cases[][3] = {
-        {"2026-03-07T12:00:00-05:00", "2026-03-08T12:00:00-04:00", "1d"},
-        {"2026-03-07T12:00:00-05:00", "2026-03-08T11:59:59-04:00", "22h 59m"},
-        {"2026-03-08T12:00:00-04:00", "2026-03-07T12:00:00-05:00", "-1d"},
-        {"2026-10-31T12:00:00-04:00", "2026-11-01T12:30:00-05:00", "1d 30m"},
-        {"2026-10-31T12:00:00-04:00", "2026-11-01T11:30:00-05:00", "24h 30m"},
-        {"2026-06-01T23:59:00-04:00", "2026-06-02T00:01:00-04:00", "2m"},
-        {"2026-06-02T00:01:00-04:00", "2026-06-01T23:59:00-04:00", "-2m"},
-    };
+    const char* const cases[][3] = {{"2026-03-07T12:00:00-05:00", "2026-03-08T12:00:00-04:00", "1d"},
+                                    {"2026-03-07T12:00:00-05:00", "2026-03-08T11:59:59-04:00", "22h 59m"},
+                                    {"2026-03-08T12:00:00-04:00", "2026-03-07T12:00:00-05:00", "-1d"},
+                                    {"2026-10-31T12:00:00-04:00", "2026-11-01T12:30:00-05:00", "1d 30m"},
+                                    {"2026-10-31T12:00:00-04:00", "2026-11-01T11:30:00-05:00", "24h 30m"},
+                                    {"2026-06-01T23:59:00-04:00", "2026-06-02T00:01:00-04:00", "2m"},
+                                    {"2026-06-02T00:01:00-04:00", "2026-06-01T23:59:00-04:00", "-2m"}};
     const DurationFormatter format(locale("en_US"), calendarIn("America/New_York"), {});
     for (const auto& [from, to, expected] : cases) {
         EXPECT_EQ(format.string(at(from), at(to)), expected) << from << " " << to;
@@ -174,20 +165,18 @@ TEST(DurationFormatter, CountsDaysBetweenDatesByTheWallClock) {
 
 TEST(RelativeDateTimeFormatter, NamesTheLargestUnitThatDiffers) {
     constexpr double day = 86400;
-    const std::tuple<const char*, double, const char*> cases[] = {
-        {"en_US", 359, "in 5 minutes"},
-        {"en_US", -7300, "2 hours ago"},
-        {"en_US", day - 1, "in 23 hours"},
-        {"en_US", day, "in 1 day"},
-        {"en_US", 8 * day, "in 1 week"},
-        {"en_US", 31 * day, "in 1 month"},
-        {"en_US", -366 * day, "1 year ago"},
-        {"en_US", 0, "in 0 seconds"},
-        {"en_US", -0.5, "0 seconds ago"},
-        {"de_DE", -7300, "vor 2 Stunden"},
-        {"ja_JP", 359, "5 分後"},
-        {"ar_EG", 359, "خلال ٥ دقائق"},
-    };
+    const std::tuple<const char*, double, const char*> cases[] = {{"en_US", 359, "in 5 minutes"},
+                                                                  {"en_US", -7300, "2 hours ago"},
+                                                                  {"en_US", day - 1, "in 23 hours"},
+                                                                  {"en_US", day, "in 1 day"},
+                                                                  {"en_US", 8 * day, "in 1 week"},
+                                                                  {"en_US", 31 * day, "in 1 month"},
+                                                                  {"en_US", -366 * day, "1 year ago"},
+                                                                  {"en_US", 0, "in 0 seconds"},
+                                                                  {"en_US", -0.5, "0 seconds ago"},
+                                                                  {"de_DE", -7300, "vor 2 Stunden"},
+                                                                  {"ja_JP", 359, "5 分後"},
+                                                                  {"ar_EG", 359, "خلال ٥ دقائق"}};
     const Date now = at("2026-03-04T09:41:00Z");
     for (const auto& [identifier, seconds, expected] : cases) {
         const RelativeDateTimeFormatter format(locale(identifier), calendarIn("Europe/Berlin"));
@@ -208,8 +197,7 @@ TEST(FormatEngines, WordsFollowTheLanguageOfTextsAndDatesTheFormats) {
         {"pt", "pt_PT", "1 hora e 30 minutos", "há 2 horas", "amanhã, 21:05", "11/03/2026, 21:05"},
         {"tlh,not a tag,fr", "en_GB", "1\u00A0heure et 30 minutes", "il y a 2 heures", "demain, 21:05",
          "11 Mar 2026, 21:05"},
-        {"", "es_ES", "1 hora y 30 minutos", "hace 2 horas", "mañana, 21:05", "11 mar 2026, 21:05"},
-    };
+        {"", "es_ES", "1 hora y 30 minutos", "hace 2 horas", "mañana, 21:05", "11 mar 2026, 21:05"}};
     const Calendar berlin = calendarIn("Europe/Berlin");
     const Date now = at("2026-03-04T20:05:00Z");
     for (const auto& [languages, formats, length, distance, tomorrow, nextWeek] : cases) {

@@ -74,8 +74,7 @@ TEST(TimeZone, AReadingInAGapTakesTheOffsetBeforeItAndOneThatOccursTwiceIsTheFir
         // Far after the end of the file's table.
         {"America/New_York", {2500, 7, 4, 12, 0, 0}, {2500, 7, 4, 16, 0, 0}, false},
         {"America/New_York", {4026, 3, 8, 2, 30, 0}, {4026, 3, 8, 7, 30, 0}, true},
-        {"Europe/Dublin", {2300, 1, 15, 12, 0, 0}, {2300, 1, 15, 12, 0, 0}, false},
-    };
+        {"Europe/Dublin", {2300, 1, 15, 12, 0, 0}, {2300, 1, 15, 12, 0, 0}, false}};
     for (const auto& [zoneName, reading, utcReading, inGap] : cases) {
         const auto zone = TimeZone::named(zoneName);
         ASSERT_TRUE(zone) << zoneName;
@@ -108,8 +107,7 @@ TEST(TimeZone, ReadsEveryFormOfYearlyRule) {
         // What is no rule leaves the last offset.
         {"EST5EDT", {2026, 7, 1, 0, 0, 0}, 77},
         {"EST5EDT,M13.2.0,M11.1.0", {2026, 7, 1, 0, 0, 0}, 77},
-        {"E5", {2026, 7, 1, 0, 0, 0}, 77},
-    };
+        {"E5", {2026, 7, 1, 0, 0, 0}, 77}};
     for (const auto& [footer, utcReading, offset] : cases) {
         const TimeZone zone = TimeZone::fromTransitions("Own", 77, {}, footer);
         EXPECT_EQ(zone.offsetAt(TimeZone::utc().date(utcReading)), offset)
@@ -178,8 +176,7 @@ TEST(TimeZone, AWindowsNameIsAZoneOfTheSystemUnderItsOldOrNewName) {
         {"Kamchatka Standard Time", system, 12},
         {"UTC-11", system, -11},
         {"Tokyo Standard Time", onlyNewNames.path(), std::nullopt},
-        {"Berlin", system, std::nullopt},
-    };
+        {"Berlin", system, std::nullopt}};
     for (const auto& [name, directory, hours] : cases) {
         const auto zone = zoneOfWindowsName(name, directory);
         EXPECT_EQ(zone ? std::optional(zone->offsetAt(summer) / 3600.0) : std::nullopt, hours) << name;

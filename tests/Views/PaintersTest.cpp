@@ -123,11 +123,10 @@ TEST(Painters, AJpegIsAPhotoToo) {
 }
 
 TEST(Painters, APhotoThatCannotBeDecodedIsNotDrawn) {
-    auto cutOff = redAndBlue().bytes().substr(0, 40);
     auto enormous = redAndBlue().bytes();
     enormous[16] = '\x7F';
-    for (const auto& bytes :
-         {cutOff, enormous, std::string("\xFF\xD8\xFF\xE0 no jpeg"), std::string("GIF89a")}) {
+    for (const std::string& bytes :
+         {redAndBlue().bytes().substr(0, 40), enormous, {"\xFF\xD8\xFF\xE0 no jpeg"}, {"GIF89a"}}) {
         const auto tree = layOut(photo(ImageBytes::recognize(bytes).value()), {20, 20},
                                  contextWith(test::TestEnvironment()));
         EXPECT_EQ(pixelAt(paintPixels(tree, 1), 10, 10), 0U);

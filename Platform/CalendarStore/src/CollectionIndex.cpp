@@ -48,12 +48,12 @@ CollectionIndex::CollectionIndex(std::vector<std::shared_ptr<const ScannedFile>>
       window_(std::make_unique<Window>()),
       made_(std::make_unique<MadeRecords>()) {
     const auto& zone = settings_.calendar.timeZone();
-    const auto build = [&](ScannedItem::Kind kind) {
-        return buildSeries(files, kind, identifier, zone, settings_.zoneInfoDirectory,
-                           *settings_.diagnostics);
+    const auto build = [&](ScannedItem::Kind kind, const SeriesList& before) {
+        return buildSeries(files, kind, identifier, zone, settings_.zoneInfoDirectory, *settings_.diagnostics,
+                           before);
     };
-    events_ = build(ScannedItem::Kind::event);
-    tasks_ = build(ScannedItem::Kind::task);
+    events_ = build(ScannedItem::Kind::event, former ? former->events_ : SeriesList());
+    tasks_ = build(ScannedItem::Kind::task, former ? former->tasks_ : SeriesList());
     sortIntoLists();
     if (former) takeOver(*former, files);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ItemDetails.h"
-#include "Series.h"
+#include "SeriesBuilder.h"
 
 #include <CalendarStore/EKCalendarItem.h>
 #include <System/Diagnostics.h>
@@ -80,8 +80,8 @@ class CollectionIndex {
     void widen(Date from, Date to) const;
 
     CollectionSettings settings_;
-    std::vector<std::unique_ptr<const Series>> events_;
-    std::vector<std::unique_ptr<const Series>> tasks_;
+    SeriesList events_;
+    SeriesList tasks_;
     /// Events that end, by their first moment, and the latest end up to each.
     std::vector<const Series*> singles_;
     std::vector<Date> latestEnd_;

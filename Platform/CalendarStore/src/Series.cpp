@@ -16,8 +16,11 @@ double reachOf(const ItemLength& length) {
 }  // namespace
 
 Series::Series(std::string identifier, std::optional<ItemRecord> master, std::vector<ItemRecord> overrides,
-               TimeResolver* resolver)
-    : identifier_(std::move(identifier)), master_(std::move(master)), overrides_(std::move(overrides)) {
+               TimeResolver* resolver, std::vector<const ScannedItem*> items)
+    : identifier_(std::move(identifier)),
+      items_(std::move(items)),
+      master_(std::move(master)),
+      overrides_(std::move(overrides)) {
     if (master_) set_.emplace(*master_->item, master_->start, *resolver);
     recurs_ = !overrides_.empty() || (set_ && set_->recurs());
     for (const auto& override : overrides_) {

@@ -34,11 +34,14 @@ struct Occurrence {
 /// The items of one UID in one collection: the series itself and the occurrences changed by themselves.
 class Series {
   public:
-    /// Without a master there are only the overrides. `resolver` is the master's.
+    /// Without a master there are only the overrides. `resolver` is the master's. `items`: all that the
+    /// master and the overrides were chosen from.
     Series(std::string identifier, std::optional<ItemRecord> master, std::vector<ItemRecord> overrides,
-           TimeResolver* resolver);
+           TimeResolver* resolver, std::vector<const ScannedItem*> items);
 
     const std::string& identifier() const { return identifier_; }
+    /// The snapshot that the series is part of keeps the files of all of them.
+    const std::vector<const ScannedItem*>& items() const { return items_; }
     const std::optional<ItemRecord>& master() const { return master_; }
     const std::vector<ItemRecord>& overrides() const { return overrides_; }
     /// Rules or added dates, or an occurrence changed by itself.
@@ -66,6 +69,7 @@ class Series {
     void findBounds();
 
     std::string identifier_;
+    std::vector<const ScannedItem*> items_;
     std::optional<ItemRecord> master_;
     std::vector<ItemRecord> overrides_;
     std::optional<RecurrenceSet> set_;

@@ -21,6 +21,21 @@ struct Group {
     std::vector<Found> overrides;
 };
 
+/// Masters, then overrides, in the order of the files.
+std::vector<const ScannedItem*> itemsOf(const Group& group) {
+    std::vector<const ScannedItem*> items;
+    items.reserve(group.masters.size() + group.overrides.size());
+    for (const auto* list : {&group.masters, &group.overrides}) {
+        for (const Found& found : *list)
+            items.push_back(found.item);
+    }
+    return items;
+}
+
+const ScannedItem* firstItemOf(const Group& group) {
+    return (group.masters.empty() ? group.overrides : group.masters).front().item;
+}
+
 bool isOlder(const Found& a, const Found& b) {
     return std::tie(a.item->sequence, a.item->modified, a.file->path) <
            std::tie(b.item->sequence, b.item->modified, b.file->path);
@@ -44,7 +59,7 @@ class Builder {
           zoneInfoDirectory_(zoneInfoDirectory),
           diagnostics_(diagnostics) {}
 
-    std::unique_ptr<const Series> build(const Group& group) {
+    std::shared_ptr<const Series> build(const Group& group) {
         std::optional<ItemRecord> master;
         TimeResolver* resolver = nullptr;
         if (!group.masters.empty()) {
@@ -68,8 +83,9 @@ class Builder {
             const auto& chosen = newest(candidates);
             overrides.push_back(record(chosen, resolverOf(chosen), floatingZone));
         }
-        return std::make_unique<const Series>(eventIdentifier(calendarIdentifier_, group.uid),
-                                              std::move(master), std::move(overrides), resolver);
+        return std::make_shared<const Series>(eventIdentifier(calendarIdentifier_, group.uid),
+                                              std::move(master), std::move(overrides), resolver,
+                                              itemsOf(group));
     }
 
   private:
@@ -126,12 +142,31 @@ class Builder {
     std::unordered_map<const ScannedFile*, std::unique_ptr<TimeResolver>> resolvers_;
 };
 
+/// The series before a change, by their first item.
+class FormerSeries {
+  public:
+    explicit FormerSeries(const SeriesList& former) {
+        byItem_.reserve(former.size());
+        for (const auto& series : former)
+            byItem_.emplace(series->items().front(), series);
+    }
+
+    /// nullptr where the items of the group are not all those of one series.
+    std::shared_ptr<const Series> find(const Group& group) const {
+        const auto known = byItem_.find(firstItemOf(group));
+        return known != byItem_.end() && known->second->items() == itemsOf(group) ? known->second : nullptr;
+    }
+
+  private:
+    std::unordered_map<const ScannedItem*, std::shared_ptr<const Series>> byItem_;
+};
+
 }  // namespace
 
-std::vector<std::unique_ptr<const Series>> buildSeries(
-    const std::vector<std::shared_ptr<const ScannedFile>>& files, ScannedItem::Kind kind,
-    const std::string& calendarIdentifier, const TimeZone& userZone,
-    const std::filesystem::path& zoneInfoDirectory, DiagnosticsSink& diagnostics) {
+SeriesList buildSeries(const std::vector<std::shared_ptr<const ScannedFile>>& files, ScannedItem::Kind kind,
+                       const std::string& calendarIdentifier, const TimeZone& userZone,
+                       const std::filesystem::path& zoneInfoDirectory, DiagnosticsSink& diagnostics,
+                       const SeriesList& former) {
     std::vector<Group> groups;
     std::unordered_map<std::string, std::size_t> byIdentity;
     std::unordered_map<std::string, int> repeats;
@@ -148,10 +183,13 @@ std::vector<std::unique_ptr<const Series>> buildSeries(
         }
     }
     Builder builder(calendarIdentifier, userZone, zoneInfoDirectory, diagnostics);
-    std::vector<std::unique_ptr<const Series>> result;
+    const FormerSeries known(former);
+    SeriesList result;
     result.reserve(groups.size());
-    for (const auto& group : groups)
-        result.push_back(builder.build(group));
+    for (const auto& group : groups) {
+        auto same = known.find(group);
+        result.push_back(same ? std::move(same) : builder.build(group));
+    }
     return result;
 }
 

@@ -22,18 +22,16 @@ TEST(SemanticVersion, ReadsOneToThreeWholeNumbers) {
         {"...", std::nullopt},
         {"1. 2", std::nullopt},
         {"+-1", std::nullopt},
-        {"99999999999999999999", std::nullopt},
-    };
+        {"99999999999999999999", std::nullopt}};
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(SemanticVersion::parse(text), expected) << text;
 }
 
 TEST(SemanticVersion, ComparesFromTheMajorNumberDown) {
-    EXPECT_TRUE((SemanticVersion{2, 1, 0}.isNewerThan({2, 0, 9})));
-    EXPECT_TRUE((SemanticVersion{2, 1, 5}.isNewerThan({2, 1, 0})));
-    EXPECT_FALSE((SemanticVersion{2, 1, 5}.isNewerThan({2, 1, 5})));
-    EXPECT_FALSE((SemanticVersion{2, 1, 5}.isNewerMajorOrMinorThan({2, 1, 0})));
-    EXPECT_TRUE((SemanticVersion{3, 0, 0}.isNewerMajorOrMinorThan({2, 9, 9})));
+    const SemanticVersion version{2, 1, 5};
+    EXPECT_TRUE(version.isNewerThan({2, 0, 9}) && version.isNewerThan({2, 1, 0}));
+    EXPECT_FALSE(version.isNewerThan(version) || version.isNewerMajorOrMinorThan({2, 1, 0}));
+    EXPECT_TRUE(version.isNewerMajorOrMinorThan({1, 9, 9}));
 }
 
 TEST(BundleVersion, TheProgramsOwnBundleKnowsItsVersion) {

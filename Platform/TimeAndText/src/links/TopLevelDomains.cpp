@@ -8,8 +8,8 @@ namespace platform {
 namespace {
 
 // Both sorted by bytes. All country domains and the general ones that hosts in everyday texts end with.
-// Chosen by hand: the public suffix list has 600 more, most of them everyday words and brands ("open", "call",
-// "here"), which would turn "see you.here" into a link.
+// Chosen by hand: the public suffix list has 600 more, most of them everyday words and brands ("open",
+// "call", "here"), which would turn "see you.here" into a link.
 // clang-format off
 constexpr auto knownDomains = std::to_array<std::string_view>({
     "ac", "academy", "accountant", "accountants", "actor", "ad", "ae", "aero", "af", "ag", "agency", "ai",
