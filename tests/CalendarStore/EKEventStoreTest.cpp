@@ -213,7 +213,7 @@ class MemorySources final : public CalendarSources {
         if (contents.problem.empty()) contents.collections = collections;
         return contents;
     }
-    std::optional<std::string> read(const CalendarText& text) const override {
+    std::optional<std::string> read(const CalendarText& text, DiagnosticsSink&) const override {
         ++reads;
         const auto known = texts.find(text.name);
         return known == texts.end() ? std::nullopt : std::optional(known->second);

@@ -17,8 +17,9 @@ AccountContents AccountSources::load(const Account& account) const {
     return locations_.load(account);
 }
 
-std::optional<std::string> AccountSources::read(const CalendarText& text) const {
-    return locations_.read(text);
+std::optional<std::string> AccountSources::read(const CalendarText& text,
+                                                DiagnosticsSink& diagnostics) const {
+    return locations_.read(text, diagnostics);
 }
 
 std::shared_ptr<void> AccountSources::watch(const std::vector<std::filesystem::path>& watched,

@@ -2,8 +2,13 @@
 #include <CalendarFiles/ContentLine.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <memory>
 #include <set>
+#include <system_error>
 
+#include <dirent.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform {
@@ -13,11 +18,37 @@ namespace fs = std::filesystem;
 
 constexpr int deepestLevel = 4;
 
-/// Not by way of path::filename(): folders hold many thousands of files.
-std::string_view lastComponent(const fs::path& entry) {
-    const std::string_view whole = entry.native();
-    return whole.substr(whole.rfind('/') + 1);
-}
+enum class EntryType { file, folder, other };
+
+/// The entries of a folder. Read without std::filesystem, which makes a path of each: folders hold many
+/// thousands of files.
+class FolderEntries {
+  public:
+    explicit FolderEntries(const fs::path& folder) : stream_(opendir(folder.c_str()), closedir) {}
+
+    explicit operator bool() const { return stream_ != nullptr; }
+    /// False at the end.
+    bool next() {
+        entry_ = readdir(stream_.get());
+        return entry_ != nullptr;
+    }
+    const char* name() const { return static_cast<const char*>(entry_->d_name); }
+    /// Of what a link leads to. The folder itself says what most entries are.
+    EntryType type() const {
+        if (entry_->d_type == DT_REG) return EntryType::file;
+        if (entry_->d_type == DT_DIR) return EntryType::folder;
+        if (entry_->d_type != DT_LNK && entry_->d_type != DT_UNKNOWN) return EntryType::other;
+        struct stat status{};
+        if (fstatat(dirfd(stream_.get()), name(), &status, 0) != 0) return EntryType::other;
+        return S_ISREG(status.st_mode)   ? EntryType::file
+               : S_ISDIR(status.st_mode) ? EntryType::folder
+                                         : EntryType::other;
+    }
+
+  private:
+    std::unique_ptr<DIR, int (*)(DIR*)> stream_;
+    const dirent* entry_ = nullptr;
+};
 
 class Discovery {
   public:
@@ -28,39 +59,42 @@ class Discovery {
         std::error_code error;
         const auto real = fs::canonical(location, error);
         if (error || !seen_.insert(real).second) return;
-        fs::directory_iterator entries(location, error);
-        if (error) {
-            diagnostics_.report({.file = location, .text = "folder cannot be read: " + error.message()});
+        FolderEntries entries(location);
+        if (!entries) {
+            const auto reason = std::generic_category().message(errno);
+            diagnostics_.report({.file = location, .text = "folder cannot be read: " + reason});
             return;
         }
         found_.watched.push_back(location);
         FoundCollection collection{path, location, true, {}};
         std::vector<fs::path> inner;
+        std::vector<std::string> names;
         bool isNamed = false;
         bool isOfOthers = false;
-        for (; entries != fs::directory_iterator(); entries.increment(error)) {
-            if (error) break;
-            const auto& entry = entries->path();
-            const auto name = lastComponent(entry);
+        while (entries.next()) {
+            const std::string_view name = entries.name();
             if (name.starts_with('.')) continue;
-            // The folder itself says what kind its entries are; only links are looked at.
-            std::error_code ignored;
-            if (entries->is_directory(ignored)) {
-                inner.push_back(entry);
+            const auto type = entries.type();
+            if (type == EntryType::folder) {
+                inner.push_back(location / name);
             } else if (hasEnding(name)) {
-                if (entries->is_regular_file(ignored)) {
-                    collection.files.push_back(entry);
+                if (type == EntryType::file) {
+                    names.emplace_back(name);
                 } else {
-                    diagnostics_.report({.file = entry, .text = "is not a regular file; left out"});
+                    diagnostics_.report({.file = location / name, .text = "is not a regular file; left out"});
                 }
             } else if (name == "displayname" || name == "color") {
-                isNamed = isNamed || entries->is_regular_file(ignored);
+                isNamed = isNamed || type == EntryType::file;
             } else {
                 isOfOthers = isOfOthers || isOfOtherKind(name);
             }
         }
-        if ((isNamed && !isOfOthers) || !collection.files.empty()) {
-            std::ranges::sort(collection.files, {}, &fs::path::native);
+        if ((isNamed && !isOfOthers) || !names.empty()) {
+            std::sort(names.begin(), names.end());
+            const auto prefix = (location / "").native();
+            collection.files.reserve(names.size());
+            for (const auto& name : names)
+                collection.files.push_back(prefix + name);
             found_.collections.push_back(std::move(collection));
         }
         std::sort(inner.begin(), inner.end());
@@ -121,7 +155,7 @@ FoundLocation discoverCollections(const fs::path& location, std::string_view end
         std::sort(found.collections.begin(), found.collections.end(),
                   [](const auto& a, const auto& b) { return a.path < b.path; });
     } else {
-        found.collections.push_back({"", location, false, {location}});
+        found.collections.push_back({"", location, false, {location.native()}});
     }
     return found;
 }

@@ -54,8 +54,8 @@ StoreLoader::StoreLoader(EnvironmentRef environment, CalendarSourcesRef sources,
       sources_(std::move(sources)),
       delegates_(std::move(delegates)),
       files_(environment_->diagnostics,
-             [this, sink = environment_->diagnostics](const auto& file, std::string bytes) {
-                 return scanItems(file, std::move(bytes), *sink, zones_);
+             [this](const auto& file, std::string bytes, DiagnosticsSink& diagnostics) {
+                 return scanItems(file, std::move(bytes), diagnostics, zones_);
              }) {}
 
 bool StoreLoader::isMine(const Account& account) const {
@@ -107,8 +107,10 @@ Collection StoreLoader::loadCollection(const SnapshotAccount& account, const Cal
     collection.location = found.location;
     bool hasEvents = false;
     bool hasTasks = false;
-    for (const auto& text : found.texts) {
-        auto file = files_.read(text.name, text.version, [&] { return sources_->read(text); });
+    auto files = files_.readAll(found.texts, [&](const CalendarText& text, DiagnosticsSink& diagnostics) {
+        return sources_->read(text, diagnostics);
+    });
+    for (auto& file : files) {
         if (!file) continue;
         for (const auto& item : file->items) {
             (item.kind == ScannedItem::Kind::event ? hasEvents : hasTasks) = true;

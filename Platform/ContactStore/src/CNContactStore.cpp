@@ -39,8 +39,8 @@ struct CNContactStore::State {
         : environment(std::move(world)),
           sources(std::move(given)),
           files(environment->diagnostics,
-                [sink = environment->diagnostics](const auto& path, std::string bytes) {
-                    return readCardFile(path, std::move(bytes), *sink);
+                [](const auto& path, std::string bytes, DiagnosticsSink& diagnostics) {
+                    return readCardFile(path, std::move(bytes), diagnostics);
                 }),
           pictures(environment->diagnostics) {}
 

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace platform {
@@ -26,8 +27,12 @@ std::int64_t systemNanoseconds() {
 }  // namespace
 
 FileStamp FileStamp::of(const std::filesystem::path& file) {
+    return of(file.c_str(), AT_FDCWD);
+}
+
+FileStamp FileStamp::of(const char* file, int folder) {
     struct stat status{};
-    if (stat(file.c_str(), &status) != 0) return {};
+    if (fstatat(folder, file, &status, 0) != 0) return {};
     return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim),
             nanoseconds(status.st_ctim)};
 }

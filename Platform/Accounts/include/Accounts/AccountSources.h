@@ -14,7 +14,7 @@ class AccountSources final : public CalendarSources {
     std::vector<Account> accounts() const override;
     std::string problem(const Account& account) const override;
     AccountContents load(const Account& account) const override;
-    std::optional<std::string> read(const CalendarText& text) const override;
+    std::optional<std::string> read(const CalendarText& text, DiagnosticsSink& diagnostics) const override;
     std::shared_ptr<void> watch(const std::vector<std::filesystem::path>& watched,
                                 std::function<void()> changed) const override;
 

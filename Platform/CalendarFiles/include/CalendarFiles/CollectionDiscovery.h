@@ -15,8 +15,8 @@ struct FoundCollection {
     std::string path;
     std::filesystem::path location;
     bool isFolder = false;
-    /// Sorted by name.
-    std::vector<std::filesystem::path> files;
+    /// Their paths, sorted; as texts, because there are many of them.
+    std::vector<std::string> files;
 };
 
 struct FoundLocation {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <CalendarStore/Account.h>
+#include <System/Diagnostics.h>
 
 #include <cstdint>
 #include <filesystem>
@@ -15,7 +16,7 @@ namespace platform {
 /// A text with iCalendar items: a file of a folder, an entry of a server.
 struct CalendarText {
     /// Diagnostics name it. Texts of equal names are the same text, whichever account they are in.
-    std::filesystem::path name = {};
+    std::string name = {};
     /// Equal versions of a text mean equal content; it is then not read again. Determined before the text is
     /// read. Nothing when the source does not know: the text is read at every load.
     std::optional<std::uint64_t> version = {};
@@ -72,8 +73,9 @@ class CalendarSources {
     virtual std::string problem(const Account& account) const = 0;
     /// The collections of an account and which texts they have. Reads no text.
     virtual AccountContents load(const Account& account) const = 0;
-    /// The bytes of a text in any encoding that iCalendar files have. Nothing when it cannot be read.
-    virtual std::optional<std::string> read(const CalendarText& text) const = 0;
+    /// The bytes of a text in any encoding that iCalendar files have. Nothing when it cannot be read, which
+    /// is reported to `diagnostics`.
+    virtual std::optional<std::string> read(const CalendarText& text, DiagnosticsSink& diagnostics) const = 0;
     /// Calls `changed` on a thread of its own whenever an answer of the functions above may have become
     /// another one: for the list of accounts, and for the accounts whose `watched` are given together. A
     /// burst of changes is one call. Watching begins before this returns and ends when the result is

@@ -14,7 +14,9 @@ struct FileStamp {
     std::int64_t modifiedNanoseconds = 0;
     std::int64_t changedNanoseconds = 0;
 
-    /// Of the file behind symbolic links; size -1 when there is none.
+    /// Of the file behind symbolic links; size -1 when there is none. `folder`: an open folder that a
+    /// relative `file` lies in.
+    static FileStamp of(const char* file, int folder);
     static FileStamp of(const std::filesystem::path& file);
 
     /// Changed so shortly ago that a further change could carry the same stamp. By the system's clock.
